@@ -1,0 +1,102 @@
+// The date, time and datetime formatting services, as the service table holds them.
+//
+// calendar/ instantiates them for UTF-16 output, timefmt/ for 8-bit output.
+
+#ifndef JWNLS_MODULE_CALENDAR_DATE_SERVICES_H_
+#define JWNLS_MODULE_CALENDAR_DATE_SERVICES_H_
+
+#include "module/calendar/calendar.h"
+#include "module/calendar/pattern_formatter.h"
+
+namespace jwnls {
+
+// Each is described with its type in module/frame/locale_handle.h.
+template <typename Unit>
+std::uint32_t format_date(LocaleHandle*, std::int32_t month, std::int32_t day, std::int32_t year,
+                          std::uint32_t style, Unit* out, std::int64_t capacity,
+                          std::int64_t* length) noexcept;
+
+template <typename Unit>
+std::uint32_t format_time(LocaleHandle*, double value, std::uint32_t style, Unit* out,
+                          std::int64_t capacity, std::int64_t* length) noexcept;
+
+template <typename Unit>
+std::uint32_t format_datetime(LocaleHandle*, double value, std::uint32_t style, Unit* out,
+                              std::int64_t capacity, std::int64_t* length) noexcept;
+
+// ---- Bodies, for the two files that instantiate them.
+
+namespace date_services {
+
+/// Splits month, day and year; false when they form no date of the calendar. Two-digit years are
+/// widened by the fixed cutoff of 1950.
+inline bool split_date(std::int32_t month, std::int32_t day, std::int32_t year,
+                       FormatParts& parts) noexcept {
+  if (year >= 0 && year <= 99) {
+    year = static_cast<std::int32_t>(widen_year(year, default_year_cutoff));
+  }
+  if (year < first_year || year > last_year || month < 1 || month > 12 || day < 1 ||
+      day > days_in_month(year, month)) {
+    return false;
+  }
+  parts.date = {year, month, day};
+  parts.day_number = day_from_civil(parts.date);
+  return true;
+}
+
+/// Splits a datetime value; missing_value or out_of_range when it is none.
+inline Status split_datetime(double value, FormatParts& parts) noexcept {
+  if (!datetime_in_range(value)) [[unlikely]] {
+    return is_missing(value) ? Status::missing_value : Status::out_of_range;
+  }
+  parts.day_number = day_of_datetime(value);
+  parts.date = civil_from_day(parts.day_number);
+  const auto seconds = static_cast<std::uint32_t>(clock_seconds(value));
+  parts.hour = seconds / 3600 % 24;
+  parts.minute = seconds % 3600 / 60;
+  parts.second = seconds % 60;
+  parts.has_clock = true;
+  return Status::ok;
+}
+
+template <typename Unit>
+std::uint32_t format_value(LocaleHandle* handle, double value, const TextEntry& pattern, Unit* out,
+                           std::int64_t capacity, std::int64_t* length) noexcept {
+  FormatParts parts;
+  if (const Status status = split_datetime(value, parts); status != Status::ok) {
+    return code(status);
+  }
+  return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
+}
+
+}  // namespace date_services
+
+template <typename Unit>
+std::uint32_t format_date(LocaleHandle* handle, std::int32_t month, std::int32_t day,
+                          std::int32_t year, std::uint32_t style, Unit* out, std::int64_t capacity,
+                          std::int64_t* length) noexcept {
+  FormatParts parts;
+  if (!date_services::split_date(month, day, year, parts)) return code(Status::out_of_range);
+  const TextEntry& pattern = handle->record->date_patterns[style == 1 || style == 2 ? style : 0];
+  return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
+}
+
+template <typename Unit>
+std::uint32_t format_time(LocaleHandle* handle, double value, std::uint32_t /*style*/, Unit* out,
+                          std::int64_t capacity, std::int64_t* length) noexcept {
+  return date_services::format_value(handle, value, handle->record->time_pattern, out, capacity,
+                                     length);
+}
+
+template <typename Unit>
+std::uint32_t format_datetime(LocaleHandle* handle, double value, std::uint32_t style, Unit* out,
+                              std::int64_t capacity, std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  return date_services::format_value(handle, value,
+                                     style == 0 ? record.style_0_pattern : record.datetime_pattern,
+                                     out, capacity, length);
+}
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_CALENDAR_DATE_SERVICES_H_

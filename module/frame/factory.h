@@ -1,0 +1,16 @@
+// The locale factory: a small object of its own pool whose slots create and destroy locale handles.
+
+#ifndef JWNLS_MODULE_FRAME_FACTORY_H_
+#define JWNLS_MODULE_FRAME_FACTORY_H_
+
+#include "module/frame/locale_handle.h"
+
+namespace jwnls {
+
+/// Makes a factory. Null when the kernel gave no pool, or the pool no memory: the latter is
+/// reported to `errors` (which may be null) and leaves nothing behind.
+Factory* create_factory(Kernel* kernel, ErrorSink* errors) noexcept;
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_FRAME_FACTORY_H_

@@ -1,0 +1,89 @@
+#include "module/frame/service_table.h"
+
+#include "module/calendar/date_services.h"
+#include "module/frame/handle_services.h"
+#include "module/record/status.h"
+
+namespace jwnls {
+namespace {
+
+// Stands in the slots of services that this build does not have yet: says so and writes nothing.
+template <typename Service>
+struct Refusal;
+template <typename... Arguments>
+struct Refusal<std::uint32_t(Arguments...)> {
+  static std::uint32_t call(Arguments...) noexcept { return code(Status::not_possible); }
+};
+template <typename Service>
+constexpr Service* refused = Refusal<Service>::call;
+
+}  // namespace
+
+constexpr ServiceTable services = {
+    .format_date = format_date<char16_t>,
+    .format_datetime = format_datetime<char16_t>,
+    .format_number = refused<FormatNumber<char16_t>>,
+    .format_int64 = refused<FormatInteger<std::int64_t, char16_t>>,
+    .format_int64_too = refused<FormatInteger<std::int64_t, char16_t>>,
+    .format_uint64 = refused<FormatInteger<std::uint64_t, char16_t>>,
+    .format_uint64_too = refused<FormatInteger<std::uint64_t, char16_t>>,
+    .format_pointer = refused<FormatPointer>,
+    .format_currency = refused<FormatNumber<char16_t>>,
+    .format_percent = refused<FormatNumber<char16_t>>,
+    .read_date = refused<ReadDate<char16_t>>,
+    .read_period = refused<ReadDate<char16_t>>,
+    .read_time = refused<ReadDate<char16_t>>,
+    .read_number = refused<ReadNumber<char16_t>>,
+    .read_int64 = refused<ReadInteger<std::int64_t, char16_t>>,
+    .read_int64_too = refused<ReadInteger<std::int64_t, char16_t>>,
+    .read_uint64 = refused<ReadInteger<std::uint64_t, char16_t>>,
+    .read_uint64_too = refused<ReadInteger<std::uint64_t, char16_t>>,
+    .no_operation_40 = no_operation,
+    .no_operation_41 = no_operation,
+    .no_operation_42 = no_operation,
+    .compare_texts = compare_texts,
+    .format_time = format_time<char16_t>,
+    .record_area = record_area,
+    .copy_locale_name = copy_locale_name,
+    .format_int32 = refused<FormatInteger<std::int32_t, char16_t>>,
+    .format_uint32 = refused<FormatInteger<std::uint32_t, char16_t>>,
+    .read_int32 = refused<ReadInteger<std::int32_t, char16_t>>,
+    .read_uint32 = refused<ReadInteger<std::uint32_t, char16_t>>,
+    .format_int32_too = refused<FormatInteger<std::int32_t, char16_t>>,
+    .format_uint32_too = refused<FormatInteger<std::uint32_t, char16_t>>,
+    .read_int32_too = refused<ReadInteger<std::int32_t, char16_t>>,
+    .read_uint32_too = refused<ReadInteger<std::uint32_t, char16_t>>,
+    .format_number_with_options = refused<FormatNumberWithOptions<char16_t>>,
+    .read_number_8bit = refused<ReadNumber<char>>,
+    .read_number_converted = refused<ReadConvertedNumber>,
+    .read_number_ebcdic = refused<ReadConvertedNumber>,
+    .format_number_8bit = refused<FormatNumberWithOptions<char>>,
+    .format_int64_8bit = refused<FormatInteger<std::int64_t, char>>,
+    .format_int64_8bit_too = refused<FormatInteger<std::int64_t, char>>,
+    .format_uint64_8bit = refused<FormatInteger<std::uint64_t, char>>,
+    .format_uint64_8bit_too = refused<FormatInteger<std::uint64_t, char>>,
+    .read_int64_8bit = refused<ReadInteger<std::int64_t, char>>,
+    .read_int64_8bit_too = refused<ReadInteger<std::int64_t, char>>,
+    .read_uint64_8bit = refused<ReadInteger<std::uint64_t, char>>,
+    .read_uint64_8bit_too = refused<ReadInteger<std::uint64_t, char>>,
+    .format_int32_8bit = refused<FormatInteger<std::int32_t, char>>,
+    .format_uint32_8bit = refused<FormatInteger<std::uint32_t, char>>,
+    .read_int32_8bit = refused<ReadInteger<std::int32_t, char>>,
+    .read_uint32_8bit = refused<ReadInteger<std::uint32_t, char>>,
+    .format_int32_8bit_too = refused<FormatInteger<std::int32_t, char>>,
+    .format_uint32_8bit_too = refused<FormatInteger<std::uint32_t, char>>,
+    .read_int32_8bit_too = refused<ReadInteger<std::int32_t, char>>,
+    .read_uint32_8bit_too = refused<ReadInteger<std::uint32_t, char>>,
+    .read_number_with_flags = refused<ReadNumberWithFlags<char16_t>>,
+    .read_number_8bit_with_flags = refused<ReadNumberWithFlags<char>>,
+    .create_handle_cache = create_handle_cache,
+    .set_time_zone = set_time_zone,
+    .format_time_8bit = format_time<char>,
+    .format_date_8bit = format_date<char>,
+    .format_datetime_8bit = format_datetime<char>,
+    .read_date_8bit = refused<ReadDate<char>>,
+    .read_period_8bit = refused<ReadDate<char>>,
+    .read_time_8bit = refused<ReadDate<char>>,
+};
+
+}  // namespace jwnls
