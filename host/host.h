@@ -1,0 +1,116 @@
+// The host that an embedder starts: it finds and loads the module and its extensions, and provides
+// everything that they ask for - pools, locks, tracks, journals, options, locale names, time zones.
+//
+//   jwnls::host::HostConfiguration configuration;
+//   configuration.extension_path = {"/opt/app/lib"};
+//   jwnls::host::Host host(std::move(configuration));
+//   std::string error;
+//   if (host.factory(&error) == nullptr) return fail(error);
+//   std::uint32_t status = 0;
+//   LocaleHandle* handle = host.create_handle(u"de_DE", u"Europe/Berlin", false, &status);
+//
+// Any number of threads may use one host, and a process may run several hosts at once: each has its
+// own instance of the module, its own handles and its own options.
+
+#ifndef JWNLS_HOST_HOST_H_
+#define JWNLS_HOST_HOST_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "module/frame/host_tables.h"
+#include "module/frame/locale_handle.h"
+
+namespace jwnls::host {
+
+/// Receives every message that module, extensions and host write to a journal. Called by one thread
+/// at a time, whichever writes; it must not call back into the host. What it throws is dropped.
+using JournalSink = std::function<void(std::uint32_t level, std::u16string_view message)>;
+
+/// Receives every error that is reported to the host's error sink; called like a JournalSink.
+using ErrorReporter = std::function<void(std::uint32_t severity, std::uint32_t status)>;
+
+/// The journal level at which the host writes the faults that `check_pools` finds.
+inline constexpr std::uint32_t journal_fault = 4;
+
+struct HostConfiguration {
+  /// Folders that are searched in order for "<name>.so".
+  std::vector<std::filesystem::path> extension_path;
+  /// Option name -> value. An option that is not here is taken from the environment.
+  std::map<std::string, std::string> options;
+  JournalSink journal;   // empty: messages are dropped
+  ErrorReporter errors;  // empty: errors are dropped
+  /// The compiled time-zone database; empty: $TZDIR, else the system's.
+  std::filesystem::path zone_directory;
+  /// Guard every block and count every object, so that blocks and objects that are never freed,
+  /// freed twice, overrun or freed into the wrong pool are found: see Host::faults().
+  bool check_pools = false;
+};
+
+class Host {
+ public:
+  /// Loads nothing; what can fail, fails in factory().
+  explicit Host(HostConfiguration configuration);
+
+  /// Destroys the cached handles, the extensions and the factory, then everything else. No other
+  /// thread may use the host or its handles by then. With `check_pools`, whatever is left is
+  /// written to the journal at level journal_fault.
+  ~Host();
+
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  /// The tables that the module is given. They live as long as the host.
+  [[nodiscard]] Kernel* kernel() noexcept;
+  [[nodiscard]] NlsContext* context() noexcept;
+
+  /// The module's factory. The first call loads the module (jwextver, factory), proves that the
+  /// message extension and the locale database load as well, and makes the context's handle cache.
+  /// Null when any of that fails: *error, if not null, then says what failed, where, and why, and
+  /// the next call tries again. Any thread.
+  Factory* factory(std::string* error);
+
+  /// A handle for a locale and a time zone.
+  ///   locale, zone    as people write them ("de_DE", "German", "europe/berlin", "UTC+05:30"); an
+  ///                   empty zone is the operating system's
+  ///   private_handle  false: the one handle that all callers share, which the host destroys;
+  ///                   true: one of the caller's own, for destroy_handle()
+  ///   status          if not null: ok, resolved_with_warning never; what failed otherwise
+  /// Null is a failure even with status ok: an extension or a part of the handle could not be made,
+  /// and last_load_error() may say why.
+  LocaleHandle* create_handle(std::u16string_view locale, std::u16string_view zone,
+                              bool private_handle, std::uint32_t* status);
+
+  /// Destroys a private handle, and nothing when null. The caller made it with this host.
+  void destroy_handle(LocaleHandle* handle) noexcept;
+
+  /// Sets an option from now on, in place of the configuration's and the environment's.
+  void set_option(std::string_view name, std::string_view value);
+
+  /// Every time zone that can be opened, sorted by name: zones and aliases, no "UTC+hh:mm" forms.
+  [[nodiscard]] const std::vector<std::string>& zone_names() const;
+
+  /// The release of the time-zone database, such as "2025b"; empty when it does not say.
+  [[nodiscard]] std::string zone_database_version() const;
+
+  /// Why the latest load of an extension failed; empty while none has.
+  [[nodiscard]] std::string last_load_error() const;
+
+  /// With `check_pools`: the guards of all blocks in use are checked now, and every fault found so
+  /// far is returned, one text each. Always empty without.
+  [[nodiscard]] std::vector<std::string> faults() const;
+
+ private:
+  class Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace jwnls::host
+
+#endif  // JWNLS_HOST_HOST_H_
