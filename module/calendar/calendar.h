@@ -86,6 +86,26 @@ inline double clock_seconds(double datetime) noexcept {
   return seconds < 0 ? seconds_per_day + seconds : seconds;
 }
 
+struct DayAndSecond {
+  std::int32_t day;
+  std::uint32_t second;  // whole seconds since midnight, below 86,400
+};
+
+/// Both of a datetime value in range. Whole seconds, nearly all values, need one integer division;
+/// with a fraction both follow the double steps above.
+inline DayAndSecond split_datetime(double datetime) noexcept {
+  const auto whole = static_cast<std::int64_t>(datetime);
+  if (static_cast<double>(whole) == datetime) [[likely]] {
+    const auto elapsed =
+        static_cast<std::uint64_t>(whole - static_cast<std::int64_t>(first_second));
+    const std::uint64_t days = elapsed / seconds_per_day;
+    return {static_cast<std::int32_t>(days) + first_day,
+            static_cast<std::uint32_t>(elapsed - days * seconds_per_day)};
+  }
+  return {day_of_datetime(datetime),
+          static_cast<std::uint32_t>(clock_seconds(datetime)) % seconds_per_day};
+}
+
 }  // namespace jwnls
 
 #endif  // JWNLS_MODULE_CALENDAR_CALENDAR_H_

@@ -49,9 +49,19 @@ constexpr std::int32_t days_before_month(std::int32_t year, std::int32_t month) 
   return common[month - 1] + (month > 2 && is_leap_year(year) ? 1 : 0);
 }
 
+// Both directions count days from 1 March of year 0, so that a leap day ends its year.
+inline constexpr std::int32_t march_day_zero = -715815;
+
 /// The day of a civil date that is in range.
 constexpr std::int32_t day_from_civil(CivilDate date) noexcept {
-  return day_before_year(date.year) + days_before_month(date.year, date.month) + date.day;
+  // January and February are the months 13 and 14 of the year before.
+  const bool of_year_before = date.month <= 2;
+  const auto year = static_cast<std::uint32_t>(date.year) - (of_year_before ? 1 : 0);
+  const auto month = static_cast<std::uint32_t>(date.month) + (of_year_before ? 12 : 0);
+  const std::uint32_t century = year / 100;
+  const std::uint32_t before_year = 1461 * year / 4 - century + century / 4 - century / 40;
+  const std::uint32_t before_month = (979 * month - 2919) / 32;
+  return static_cast<std::int32_t>(before_year + before_month) + (date.day - 1) + march_day_zero;
 }
 
 /// The civil date of a day from first_day to below end_day.
@@ -61,9 +71,8 @@ constexpr CivilDate civil_from_day(std::int32_t day) noexcept {
   // over gives the count of the plain Gregorian calendar, which the multiplications below divide
   // exactly (Neri and Schneider, "Euclidean affine functions and their application to calendar
   // algorithms").
-  constexpr std::int32_t day_zero = -715815;             // 1 March of year 0
   constexpr std::uint32_t days_in_4000_years = 1460969;  // under the rule above
-  const auto since_march = static_cast<std::uint32_t>(day - day_zero);
+  const auto since_march = static_cast<std::uint32_t>(day - march_day_zero);
   const std::uint32_t gregorian = since_march + since_march / days_in_4000_years;
 
   const std::uint32_t quarter_days = 4 * gregorian + 3;

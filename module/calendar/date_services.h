@@ -28,44 +28,24 @@ std::uint32_t format_datetime(LocaleHandle*, double value, std::uint32_t style, 
 
 namespace date_services {
 
-/// Splits month, day and year; false when they form no date of the calendar. Two-digit years are
-/// widened by the fixed cutoff of 1950.
-inline bool split_date(std::int32_t month, std::int32_t day, std::int32_t year,
-                       FormatParts& parts) noexcept {
+/// Widens a two-digit year by the fixed cutoff of 1950; false when the parts form no date.
+inline bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
+                      CivilDate& date) noexcept {
   if (year >= 0 && year <= 99) {
     year = static_cast<std::int32_t>(widen_year(year, default_year_cutoff));
   }
-  if (year < first_year || year > last_year || month < 1 || month > 12 || day < 1 ||
-      day > days_in_month(year, month)) {
-    return false;
-  }
-  parts.date = {year, month, day};
-  parts.day_number = day_from_civil(parts.date);
-  return true;
-}
-
-/// Splits a datetime value; missing_value or out_of_range when it is none.
-inline Status split_datetime(double value, FormatParts& parts) noexcept {
-  if (!datetime_in_range(value)) [[unlikely]] {
-    return is_missing(value) ? Status::missing_value : Status::out_of_range;
-  }
-  parts.day_number = day_of_datetime(value);
-  parts.date = civil_from_day(parts.day_number);
-  const auto seconds = static_cast<std::uint32_t>(clock_seconds(value));
-  parts.hour = seconds / 3600 % 24;
-  parts.minute = seconds % 3600 / 60;
-  parts.second = seconds % 60;
-  parts.has_clock = true;
-  return Status::ok;
+  if (year < first_year || year > last_year || month < 1 || month > 12 || day < 1) return false;
+  date = {year, month, day};
+  return day <= 28 || day <= days_in_month(year, month);
 }
 
 template <typename Unit>
 std::uint32_t format_value(LocaleHandle* handle, double value, const TextEntry& pattern, Unit* out,
                            std::int64_t capacity, std::int64_t* length) noexcept {
-  FormatParts parts;
-  if (const Status status = split_datetime(value, parts); status != Status::ok) {
-    return code(status);
+  if (!datetime_in_range(value)) [[unlikely]] {
+    return code(is_missing(value) ? Status::missing_value : Status::out_of_range);
   }
+  FormatParts parts(value);
   return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
 }
 
@@ -75,8 +55,9 @@ template <typename Unit>
 std::uint32_t format_date(LocaleHandle* handle, std::int32_t month, std::int32_t day,
                           std::int32_t year, std::uint32_t style, Unit* out, std::int64_t capacity,
                           std::int64_t* length) noexcept {
-  FormatParts parts;
-  if (!date_services::split_date(month, day, year, parts)) return code(Status::out_of_range);
+  CivilDate date;
+  if (!date_services::make_date(month, day, year, date)) return code(Status::out_of_range);
+  FormatParts parts(date);
   const TextEntry& pattern = handle->record->date_patterns[style == 1 || style == 2 ? style : 0];
   return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
 }

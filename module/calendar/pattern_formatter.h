@@ -11,9 +11,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
-#include "module/calendar/civil.h"
+#include "module/calendar/calendar.h"
 #include "module/calendar/time_zone.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
@@ -22,251 +23,335 @@
 
 namespace jwnls {
 
-/// The parts of a value that directives show. A date has no clock.
-struct FormatParts {
-  std::int32_t day_number;  // since 1 January 1960, for the weekday
-  CivilDate date;
-  std::uint32_t hour = 0;
-  std::uint32_t minute = 0;
-  std::uint32_t second = 0;  // whole
-  bool has_clock = false;
-};
-
 namespace pattern_format {
 
 enum class Output : std::uint8_t {
   refused,
   percent,
-  weekday_name,  // either list
-  month_name,    // either list
+  weekday_name,
+  month_name,
   designator,
-  two_digits,    // "0" in front
-  blank_padded,  // " " in front, and nothing in front of the letter written in upper case
+  date_number,
+  small_letter_number,  // of the date; blank-padded, but for the letter in upper case
+  clock_number,
   year,
   weekday_digit,
   seven,
-  zone,
+  zone_name,
+  zone_offset,
 };
 
-enum class Part : std::uint8_t {
-  none,
-  day,
-  month,
+// The numbers below 100 that a value shows.
+enum Number : std::uint8_t {
   hour,
   hour_1_to_12,
   hour_1_to_24,
   hour_0_to_12,
   minute,
-  second
+  second,
+  day,
+  month,
+  number_count
 };
+
+// How a letter stands in its pattern: two bits.
+using Manner = std::size_t;
+inline constexpr Manner alternate = 1;  // with its lower-case meaning
+inline constexpr Manner bare = 2;       // behind "#": no padding
+inline constexpr std::size_t manners = 4;
 
 struct Directive {
   Output output = Output::refused;
-  Part part = Part::none;
-  bool needs_clock = false;
-  bool first_list_only = false;  // names: the second list whatever the letter's case
+  std::uint8_t which = 0;  // names: 0 the full list, 1 the short one; else a Number
+  NumberStyle style = zero_padded;
 };
 
-/// What each letter writes, by its upper-case form. "N" is the month number: "m" arrives there too.
-inline constexpr auto directives = [] {
-  std::array<Directive, 128> rows{};
-  rows['%'] = {Output::percent};
-  rows['A'] = {Output::weekday_name};
-  rows['F'] = {.output = Output::weekday_name, .first_list_only = true};
-  rows['B'] = {Output::month_name};
-  rows['C'] = {.output = Output::month_name, .first_list_only = true};
-  rows['D'] = {Output::two_digits, Part::day};
-  rows['E'] = {Output::blank_padded, Part::day};
-  rows['N'] = {Output::two_digits, Part::month};
-  rows['O'] = {Output::blank_padded, Part::month};
-  rows['Y'] = {Output::year};
-  rows['W'] = {Output::weekday_digit};
-  rows['U'] = {Output::seven};
-  rows['H'] = {Output::two_digits, Part::hour, true};
-  rows['I'] = {Output::two_digits, Part::hour_1_to_12, true};
-  rows['K'] = {Output::two_digits, Part::hour_1_to_24, true};
-  rows['L'] = {Output::two_digits, Part::hour_0_to_12, true};
-  rows['M'] = {Output::two_digits, Part::minute, true};
-  rows['S'] = {Output::two_digits, Part::second, true};
-  rows['P'] = {Output::designator, Part::none, true};
-  rows['Z'] = {Output::zone};
+/// What a letter (in upper case) writes in a manner. Everything that a pattern can ask for stands
+/// in the rows of this function, and nowhere else.
+constexpr Directive directive_of(char letter, Manner manner) {
+  const bool lower = (manner & alternate) != 0;
+  const std::uint8_t list = lower ? 1 : 0;
+  const NumberStyle zero = (manner & bare) != 0 ? unpadded : zero_padded;
+  const NumberStyle blank = (manner & bare) != 0 ? unpadded : blank_padded;
+  switch (letter) {
+    // clang-format off
+    case '%': return {Output::percent};
+    case 'A': return {Output::weekday_name, list};
+    case 'F': return {Output::weekday_name, 0};
+    case 'B': return {Output::month_name, list};
+    case 'C': return {Output::month_name, 0};
+    case 'D': return {Output::date_number, day, zero};
+    case 'E': return {Output::small_letter_number, day, blank};
+    case 'N': return {Output::date_number, month, zero};
+    case 'O': return {Output::small_letter_number, month, blank};
+    case 'Y': return {Output::year, 0, zero};
+    case 'W': return {Output::weekday_digit};
+    case 'U': return {Output::seven};
+    case 'H': return {Output::clock_number, hour, zero};
+    case 'I': return {Output::clock_number, hour_1_to_12, zero};
+    case 'K': return {Output::clock_number, hour_1_to_24, zero};
+    case 'L': return {Output::clock_number, hour_0_to_12, zero};
+    case 'M': return lower ? Directive{Output::date_number, month, zero}
+                           : Directive{Output::clock_number, minute, zero};
+    case 'S': return {Output::clock_number, second, zero};
+    case 'P': return {Output::designator};
+    case 'Z': return {lower ? Output::zone_offset : Output::zone_name};
+    default: return {Output::refused};
+      // clang-format on
+  }
+}
+
+using DirectiveTable = std::array<std::array<Directive, manners>, 128>;
+
+/// The directives of values with a clock, and of dates, which refuse those that need one.
+template <bool has_clock>
+inline constexpr DirectiveTable directives = [] {
+  DirectiveTable rows{};
+  for (std::size_t letter = 0; letter < rows.size(); ++letter) {
+    for (Manner manner = 0; manner < manners; ++manner) {
+      Directive& row = rows[letter][manner];
+      row = directive_of(static_cast<char>(letter), manner);
+      const bool needs_clock =
+          row.output == Output::clock_number || row.output == Output::designator;
+      if (needs_clock && !has_clock) row = {};
+    }
+  }
   return rows;
 }();
 
-/// One directive as a pattern wrote it.
-struct Request {
-  char16_t written;  // the letter as it stands
-  char16_t letter;   // in upper case, "m" as N
-  bool alternate;    // the letter's lower-case meaning
-  bool padded = true;
-};
+/// The four ways to show each hour of the day.
+inline constexpr auto hour_forms = [] {
+  std::array<std::array<std::uint8_t, 4>, 24> forms{};
+  for (std::uint8_t h = 0; h < 24; ++h) {
+    const auto afternoon = static_cast<std::uint8_t>(h > 12 ? h - 12 : h);
+    forms[h][hour] = h;
+    forms[h][hour_1_to_12] = h == 0 ? 12 : afternoon;
+    forms[h][hour_1_to_24] = h == 0 ? 24 : h;
+    forms[h][hour_0_to_12] = afternoon;
+  }
+  return forms;
+}();
 
 }  // namespace pattern_format
 
-template <typename Unit>
-class PatternFormatter {
+/// What a date, or a datetime, shows of itself. A datetime's date is split when it is first asked
+/// for.
+class FormatParts {
  public:
-  static constexpr std::size_t work_area = 512;  // units
+  /// A date of the calendar; it has no clock.
+  explicit FormatParts(CivilDate date) noexcept { set_date(date); }
 
-  PatternFormatter(LocaleHandle* handle, const FormatParts& parts) noexcept
-      : handle_(handle), record_(*handle->record), parts_(parts), letters_(handle->context) {}
+  /// A datetime value in range.
+  explicit FormatParts(double datetime) noexcept : has_clock_(true) {
+    using namespace pattern_format;
+    const auto [datetime_day, seconds] = split_datetime(datetime);
+    day_ = datetime_day;
+    const auto& hours = hour_forms[seconds / 3600];
+    std::memcpy(numbers_, hours.data(), sizeof hours);
+    numbers_[minute] = static_cast<std::uint8_t>(seconds % 3600 / 60);
+    numbers_[second] = static_cast<std::uint8_t>(seconds % 60);
+  }
 
-  /// Walks a pattern and delivers its text. not_possible (and nothing delivered) for a directive
-  /// that is unknown, cut short, or asks for a clock that the value has not; does_not_fit with what
-  /// fits.
-  Status format(const TextEntry& pattern, Unit* out, std::int64_t capacity,
-                std::int64_t* length) noexcept {
-    const std::u16string_view text = text_of(pattern);
-    for (std::size_t i = 0; i < text.size();) {
-      if (text[i] != u'%') {
-        out_.append(text[i++]);
-      } else {
-        pattern_format::Request request;
-        if (!read_request(text, ++i, request) || !write(request)) return Status::not_possible;
-      }
-      if (out_.outgrown()) [[unlikely]]
-        break;
-    }
-    return out_.deliver(out, capacity, length);
+  bool has_clock() const noexcept { return has_clock_; }
+  std::uint32_t clock_number(std::uint8_t number) const noexcept { return numbers_[number]; }
+
+  std::uint32_t date_number(std::uint8_t number) noexcept {
+    split_date();
+    return numbers_[number];
+  }
+  std::uint32_t year() noexcept {
+    split_date();
+    return static_cast<std::uint32_t>(date_.year);
+  }
+
+  /// 1 (Sunday) to 7 (Saturday).
+  std::uint32_t weekday() const noexcept {
+    return static_cast<std::uint32_t>(weekday_from_day(has_clock_ ? day_ : day_from_civil(date_)));
   }
 
  private:
-  using Output = pattern_format::Output;
-  using Part = pattern_format::Part;
-
-  // Reads modifier and letter behind a "%" and moves `i` past them.
-  bool read_request(std::u16string_view text, std::size_t& i,
-                    pattern_format::Request& request) noexcept {
-    if (i == text.size()) return false;
-    char16_t unit = text[i++];
-    const char16_t modifier = unit == u'?' || unit == u'#' ? unit : u'\0';
-    if (modifier != 0) {
-      if (i == text.size()) return false;
-      unit = text[i++];
-    }
-    if (unit >= 0x80) return false;  // only ASCII units are directive letters
-    request.written = unit;
-    request.padded = modifier != u'#';
-    request.alternate = modifier == 0 ? letters_.is_lower(unit) : modifier == u'?';
-    request.letter = letters_.to_upper(unit);
-    if (request.letter == u'M' && request.alternate) request.letter = u'N';
-    return request.letter < 0x80;
+  void split_date() noexcept {
+    if (!has_date_) set_date(civil_from_day(day_));
   }
 
-  // Writes one directive; false when it is refused.
-  bool write(const pattern_format::Request& request) noexcept {
-    const pattern_format::Directive& directive = pattern_format::directives[request.letter];
-    if (directive.needs_clock && !parts_.has_clock) return false;
-    const bool second_list = request.alternate && !directive.first_list_only;
+  void set_date(CivilDate date) noexcept {
+    date_ = date;
+    numbers_[pattern_format::day] = static_cast<std::uint8_t>(date.day);
+    numbers_[pattern_format::month] = static_cast<std::uint8_t>(date.month);
+    has_date_ = true;
+  }
+
+  std::int32_t day_ = 0;  // of a datetime
+  CivilDate date_{};
+  std::uint8_t numbers_[pattern_format::number_count];
+  bool has_date_ = false;
+  bool has_clock_ = false;
+};
+
+/// Walks patterns. Everything but the zone is inlined into one loop, whose state the compiler keeps
+/// in registers: that is worth a third of the time.
+template <typename Unit>
+class PatternFormatter {
+ public:
+  PatternFormatter(LocaleHandle* handle, FormatParts& parts) noexcept
+      : handle_(handle),
+        record_(*handle->record),
+        parts_(parts),
+        directives_(parts.has_clock() ? pattern_format::directives<true>
+                                      : pattern_format::directives<false>),
+        letters_(handle->context) {}
+
+  /// Walks a pattern and delivers its text. not_possible (and nothing delivered) for a directive
+  /// that is unknown, cut short, or asks for a clock that the value has not, unless the text has
+  /// outgrown the work area before it; does_not_fit with what fits.
+  [[gnu::always_inline]] Status format(const TextEntry& pattern, Unit* out, std::int64_t capacity,
+                                       std::int64_t* length) noexcept {
+    Area area;
+    Writer writer(area);
+    const std::u16string_view text = text_of(pattern);
+    const char16_t* unit = text.data();
+    const char16_t* const end = unit + text.size();
+    while (unit != end) {
+      if (*unit != u'%') {
+        writer.append(*unit++);
+        continue;
+      }
+      Directive directive;
+      unit = read_directive(unit + 1, end, directive);
+      const Step step = unit == nullptr ? Step::refused : write(directive, unit[-1], writer);
+      if (step == Step::written) [[likely]]
+        continue;
+      if (writer.outgrown()) break;
+      if (step == Step::refused) return Status::not_possible;
+    }
+    return writer.deliver(out, capacity, length);
+  }
+
+ private:
+  using Directive = pattern_format::Directive;
+  using Output = pattern_format::Output;
+  using Area = WorkArea<Unit, 512>;
+  using Writer = BoundedWriter<Unit, 512>;
+
+  enum class Step : std::uint8_t { written, written_long, refused };  // long: may have outgrown
+
+  // Reads modifier and letter from behind a "%". Returns where they end, or null where the
+  // directive is cut short or its letter is no ASCII unit.
+  [[gnu::always_inline]] const char16_t* read_directive(const char16_t* unit, const char16_t* end,
+                                                        Directive& directive) noexcept {
+    using namespace pattern_format;
+    if (unit == end) return nullptr;
+    char16_t letter = *unit++;
+    Manner manner = 0;
+    if (letter >= 0x40 && letter < 0x80) [[likely]] {
+      manner = letters_.is_lower(letter) ? alternate : 0;
+    } else if (letter == u'?' || letter == u'#') {
+      manner = letter == u'#' ? bare : alternate;
+      if (unit == end) return nullptr;
+      letter = *unit++;
+    }
+    if (letter >= 0x80) [[unlikely]]
+      return nullptr;
+    const char16_t capital = letters_.to_upper(letter);
+    if (capital >= 0x80) [[unlikely]]
+      return nullptr;
+    directive = directives_[capital][manner];
+    return unit;
+  }
+
+  // Writes one directive, whose letter stands in the pattern as `written`.
+  [[gnu::always_inline]] Step write(const Directive& directive, char16_t written,
+                                    Writer& out) noexcept {
+    using namespace pattern_format;
     switch (directive.output) {
       case Output::refused:
-        return false;
+        return Step::refused;
       case Output::percent:
-        out_.append_narrow(u'%');
-        return true;
+        out.append_narrow(u'%');
+        return Step::written;
       case Output::weekday_name:
-        out_.append((second_list ? record_.short_weekdays : record_.full_weekdays)[weekday() - 1]);
-        return true;
+        out.append((directive.which == 0 ? record_.full_weekdays
+                                         : record_.short_weekdays)[parts_.weekday() - 1]);
+        return Step::written_long;
       case Output::month_name:
-        out_.append((second_list ? record_.short_months : record_.full_months)[month() - 1]);
-        return true;
+        out.append((directive.which == 0 ? record_.full_months
+                                         : record_.short_months)[parts_.date_number(month) - 1]);
+        return Step::written_long;
       case Output::designator:
-        out_.append(parts_.hour < 12 ? record_.before_noon : record_.after_noon);
-        return true;
-      case Output::two_digits:
-        write_number(value_of(directive.part), request.padded ? u'0' : u'\0');
-        return true;
-      case Output::blank_padded: {
-        const bool upper = request.written == request.letter;
-        write_number(value_of(directive.part), request.padded && !upper ? u' ' : u'\0');
-        return true;
+        out.append(parts_.clock_number(hour) < 12 ? record_.before_noon : record_.after_noon);
+        return Step::written_long;
+      case Output::date_number:
+        out.append_number(parts_.date_number(directive.which), directive.style);
+        return Step::written;
+      case Output::small_letter_number: {
+        const bool capital = written == u'E' || written == u'O';
+        out.append_number(parts_.date_number(directive.which),
+                          capital ? unpadded : directive.style);
+        return Step::written;
       }
-      case Output::year: {
-        // Two pairs, each padded by itself: without padding 2005 is "205".
-        const auto year = static_cast<std::uint32_t>(parts_.date.year);
-        write_number(year / 100 % 100, request.padded ? u'0' : u'\0');
-        write_number(year % 100, request.padded ? u'0' : u'\0');
-        return true;
-      }
+      case Output::clock_number:
+        out.append_number(parts_.clock_number(directive.which), directive.style);
+        return Step::written;
+      case Output::year:
+        write_year(parts_.year(), directive.style, out);
+        return Step::written;
       case Output::weekday_digit:
-        out_.append_digit(weekday() - 1);
-        return true;
+        out.append_digit(parts_.weekday() - 1);
+        return Step::written;
       case Output::seven:
-        out_.append_digit(7);  // deliberate: 7 whatever the date; callers rely on it
-        return true;
-      case Output::zone:
-        write_zone(request.alternate);
-        return true;
+        out.append_digit(7);  // deliberate: 7 whatever the date; callers rely on it
+        return Step::written;
+      case Output::zone_name:
+        out = write_zone_name(handle_, out);
+        return Step::written_long;
+      case Output::zone_offset:
+        out = write_zone_offset(handle_, out);
+        return Step::written_long;
     }
-    return false;
+    __builtin_unreachable();
   }
 
-  // A number below 100; `padding` stands in front of a single digit, 0 for nothing.
-  void write_number(std::uint32_t number, char16_t padding) noexcept {
-    if (number >= 10 || padding == u'0') {
-      out_.append_pair(number);
-      return;
-    }
-    if (padding != 0) out_.append_narrow(padding);
-    out_.append_digit(number);
+  // Two pairs, each padded by itself: without padding 2005 is "205".
+  [[gnu::always_inline]] static void write_year(std::uint32_t year, NumberStyle style,
+                                                Writer& out) noexcept {
+    std::uint32_t century = year / 100;
+    const std::uint32_t year_of_century = year - 100 * century;
+    if (century >= 100) [[unlikely]]
+      century %= 100;
+    out.append_number(century, style);
+    out.append_number(year_of_century, style);
   }
 
-  void write_zone(bool as_offset) noexcept {
+  [[gnu::noinline]] static Writer write_zone_offset(LocaleHandle* handle, Writer out) noexcept {
     ZoneInfo info;
-    read_zone_info(handle_, info);
-    if (as_offset) {
-      const bool west = info.offset_seconds < 0;
-      const std::uint64_t offset = west ? 0 - static_cast<std::uint64_t>(info.offset_seconds)
-                                        : static_cast<std::uint64_t>(info.offset_seconds);
-      out_.append_narrow(west ? u'-' : u'+');
-      out_.append_pair(static_cast<unsigned>(offset / 3600 % 100));
-      out_.append_pair(static_cast<unsigned>(offset % 3600 / 60));
-      return;
-    }
+    read_zone_info(handle, info);
+    const bool west = info.offset_seconds < 0;
+    const auto east = static_cast<std::uint64_t>(info.offset_seconds);
+    const std::uint64_t seconds = west ? 0 - east : east;
+    out.append_narrow(west ? u'-' : u'+');
+    out.append_number(static_cast<unsigned>(seconds / 3600 % 100), zero_padded);
+    out.append_number(static_cast<unsigned>(seconds % 3600 / 60), zero_padded);
+    return out;
+  }
+
+  [[gnu::noinline]] static Writer write_zone_name(LocaleHandle* handle, Writer out) noexcept {
+    ZoneInfo info;
+    read_zone_info(handle, info);
     // The 8-bit area keeps its last byte free of abbreviations.
     constexpr std::size_t kept_free = sizeof(Unit) == 1 ? 1 : 0;
     std::u16string_view abbreviation(info.abbreviation, info.length);
-    if (abbreviation.empty() || abbreviation.size() + kept_free > out_.room()) {
+    if (abbreviation.empty() || abbreviation.size() + kept_free > out.room()) {
       abbreviation = u"XST";
     }
-    for (const char16_t unit : abbreviation) out_.append_narrow(unit);
-  }
-
-  std::uint32_t weekday() const noexcept {
-    return static_cast<std::uint32_t>(weekday_from_day(parts_.day_number));
-  }
-  std::uint32_t month() const noexcept { return static_cast<std::uint32_t>(parts_.date.month); }
-
-  std::uint32_t value_of(Part part) const noexcept {
-    const std::uint32_t hour = parts_.hour;
-    switch (part) {
-      case Part::day:
-        return static_cast<std::uint32_t>(parts_.date.day);
-      case Part::month:
-        return month();
-      case Part::hour:
-        return hour;
-      case Part::hour_1_to_12:
-        return hour == 0 ? 12 : hour > 12 ? hour - 12 : hour;
-      case Part::hour_1_to_24:
-        return hour == 0 ? 24 : hour;
-      case Part::hour_0_to_12:
-        return hour > 12 ? hour - 12 : hour;
-      case Part::minute:
-        return parts_.minute;
-      case Part::second:
-        return parts_.second;
-      case Part::none:
-        break;
-    }
-    return 0;
+    for (const char16_t unit : abbreviation) out.append_narrow(unit);
+    return out;
   }
 
   LocaleHandle* handle_;
   const LocaleRecord& record_;
-  const FormatParts& parts_;
+  FormatParts& parts_;
+  const pattern_format::DirectiveTable& directives_;
   LetterCase letters_;
-  BoundedWriter<Unit, work_area> out_;
 };
 
 }  // namespace jwnls

@@ -1,9 +1,9 @@
 // A work area of fixed size that a service composes its text in, over both kinds of unit.
 //
-// Appending never writes outside the area: behind its limit lies slack for the longest single
-// piece, and once a piece has ended past the limit the text counts as outgrown and its writer
-// stops. Short pieces are copied in fixed blocks, which is faster than a copy of unforeseen length;
-// the slack holds their overhang too.
+// Appending never writes outside the area: behind its limit lies slack for everything that a
+// pattern of 60 units can still append, and one name. A writer asks outgrown() after each name, so
+// no second one follows; what has outgrown the limit is cut when the text is delivered. Short names
+// are copied in fixed blocks, which is faster than a copy of unforeseen length.
 
 #ifndef JWNLS_MODULE_TEXT_BOUNDED_WRITER_H_
 #define JWNLS_MODULE_TEXT_BOUNDED_WRITER_H_
@@ -21,55 +21,97 @@
 
 namespace jwnls {
 
-/// "00" to "99", ready to be stored as a pair of units.
+/// How a number below 100 is written: which table of digit pairs, and below which number only the
+/// first unit of the pair is text.
+struct NumberStyle {
+  std::uint8_t first_pair;
+  std::uint8_t single_below;
+};
+inline constexpr NumberStyle zero_padded = {0, 0};
+inline constexpr NumberStyle blank_padded = {100, 0};
+inline constexpr NumberStyle unpadded = {200, 10};
+
+/// The two units of each number below 100, three times: zero-padded, blank-padded, unpadded.
 template <typename Unit>
 inline constexpr auto digit_pairs = [] {
-  std::array<std::array<Unit, 2>, 100> pairs{};
+  std::array<std::array<Unit, 2>, 300> pairs{};
   for (unsigned i = 0; i < 100; ++i) {
-    pairs[i] = {static_cast<Unit>('0' + i / 10), static_cast<Unit>('0' + i % 10)};
+    const auto tens = static_cast<Unit>('0' + i / 10);
+    const auto ones = static_cast<Unit>('0' + i % 10);
+    pairs[zero_padded.first_pair + i] = {tens, ones};
+    pairs[blank_padded.first_pair + i] = {i < 10 ? Unit{' '} : tens, ones};
+    pairs[unpadded.first_pair + i] = {i < 10 ? ones : tens, ones};
   }
   return pairs;
 }();
 
-/// Every append needs a text that is not outgrown yet, so outgrown() is asked after each piece.
+/// Copies a finished text. Texts of up to 64 bytes, nearly all, go as two or four blocks that
+/// overlap.
+inline void copy_text(void* to, const void* from, std::size_t bytes) noexcept {
+  auto* out = static_cast<std::byte*>(to);
+  const auto* in = static_cast<const std::byte*>(from);
+  if (bytes >= 16 && bytes <= 64) [[likely]] {
+    std::memcpy(out, in, 16);
+    if (bytes > 32) {
+      std::memcpy(out + 16, in + 16, 16);
+      std::memcpy(out + bytes - 32, in + bytes - 32, 16);
+    }
+    std::memcpy(out + bytes - 16, in + bytes - 16, 16);
+  } else if (bytes >= 8 && bytes < 16) {
+    std::memcpy(out, in, 8);
+    std::memcpy(out + bytes - 8, in + bytes - 8, 8);
+  } else if (bytes != 0) {
+    std::memcpy(out, in, bytes);
+  }
+}
+
+/// The memory that a BoundedWriter writes into.
+template <typename Unit, std::size_t limit>
+struct WorkArea {
+  static constexpr std::size_t slack = 2 * text_entry_capacity * longest_utf8_unit;
+  Unit units[limit + slack];
+};
+
+/// The writer is a position and nothing else, so that a loop can keep it in a register.
 template <typename Unit, std::size_t limit>
 class BoundedWriter {
  public:
-  bool outgrown() const noexcept { return length_ > limit; }
-  std::size_t room() const noexcept { return limit - length_; }
+  explicit BoundedWriter(WorkArea<Unit, limit>& area) noexcept
+      : begin_(area.units), limit_(area.units + limit), position_(area.units) {}
+
+  bool outgrown() const noexcept { return position_ > limit_; }
+  std::size_t room() const noexcept { return outgrown() ? 0 : limit - length(); }
 
   /// Appends one unit of a pattern or name, in the area's encoding.
   void append(char16_t unit) noexcept {
     if constexpr (sizeof(Unit) == 2) {
-      area_[length_++] = unit;
+      *position_++ = unit;
     } else {
-      length_ += encode_utf8_unit(unit, area_ + length_);
+      position_ += encode_utf8_unit(unit, position_);
     }
   }
 
-  /// Appends one character below 128, or a unit narrowed to its low byte in the 8-bit form.
-  void append_narrow(char16_t unit) noexcept { area_[length_++] = static_cast<Unit>(unit); }
+  /// Appends a character below 128, or a unit that the 8-bit form narrows to its low byte.
+  void append_narrow(char16_t unit) noexcept { *position_++ = static_cast<Unit>(unit); }
 
   /// Appends a number below 10.
-  void append_digit(unsigned number) noexcept {
-    area_[length_++] = static_cast<Unit>('0' + number);
-  }
+  void append_digit(unsigned number) noexcept { *position_++ = static_cast<Unit>('0' + number); }
 
-  /// Appends a number below 100 as two digits.
-  void append_pair(unsigned number) noexcept {
-    std::memcpy(area_ + length_, digit_pairs<Unit>[number].data(), 2 * sizeof(Unit));
-    length_ += 2;
+  /// Appends a number below 100.
+  void append_number(unsigned number, NumberStyle style) noexcept {
+    const auto& pair = digit_pairs<Unit>[style.first_pair + number];
+    std::memcpy(position_, pair.data(), sizeof pair);
+    position_ += number < style.single_below ? 1 : 2;
   }
 
   /// Appends the text of an entry.
   void append(const TextEntry& entry) noexcept {
     const std::size_t length = text_of(entry).size();
     if constexpr (sizeof(Unit) == 2) {
-      std::memcpy(area_ + length_, entry.units, block * sizeof(Unit));
-      if (length > block) [[unlikely]] {
-        std::memcpy(area_ + length_, entry.units, sizeof entry.units);
-      }
-      length_ += length;
+      std::memcpy(position_, entry.units, block * sizeof(Unit));
+      if (length > block) [[unlikely]]
+        std::memcpy(position_, entry.units, sizeof entry.units);
+      position_ += length;
     } else {
       append_encoded(entry, length);
     }
@@ -77,38 +119,41 @@ class BoundedWriter {
 
   /// Takes the text's trailing blanks away and copies what fits into `out`; `*length` becomes what
   /// was delivered. Returns does_not_fit when the text outgrew the area or `capacity`, else ok.
-  Status deliver(Unit* out, std::int64_t capacity, std::int64_t* length) const noexcept {
-    const std::size_t produced = length_without_trailing_blanks(area_, std::min(length_, limit));
-    const auto room = static_cast<std::size_t>(std::max<std::int64_t>(capacity, 0));
-    const std::size_t delivered = std::min(produced, room);
-    if (delivered != 0) std::memcpy(out, area_, delivered * sizeof(Unit));
-    *length = static_cast<std::int64_t>(delivered);
-    return outgrown() || produced > room ? Status::does_not_fit : Status::ok;
+  Status deliver(Unit* out, std::int64_t capacity, std::int64_t* delivered) const noexcept {
+    const std::size_t produced = length_without_trailing_blanks(begin_, std::min(length(), limit));
+    const auto capacity_units = static_cast<std::size_t>(std::max<std::int64_t>(capacity, 0));
+    const std::size_t fitting = std::min(produced, capacity_units);
+    copy_text(out, begin_, fitting * sizeof(Unit));
+    *delivered = static_cast<std::int64_t>(fitting);
+    return outgrown() || produced > capacity_units ? Status::does_not_fit : Status::ok;
   }
 
  private:
   static constexpr std::size_t block = 16;  // units; most names are shorter
-  static constexpr std::size_t slack =
-      text_entry_capacity * (sizeof(Unit) == 2 ? 1 : longest_utf8_unit);
+
+  std::size_t length() const noexcept { return static_cast<std::size_t>(position_ - begin_); }
 
   // ASCII names, the most by far, are narrowed a block at a time; others go unit by unit.
   void append_encoded(const TextEntry& entry, std::size_t length) noexcept {
     if (length <= block) {
+      Unit narrowed[block];
       char16_t all = 0;
       for (std::size_t i = 0; i < block; ++i) {
         all |= entry.units[i];
-        area_[length_ + i] = static_cast<Unit>(entry.units[i]);
+        narrowed[i] = static_cast<Unit>(entry.units[i]);
       }
+      std::memcpy(position_, narrowed, block);
       if (all < 0x80) [[likely]] {
-        length_ += length;
+        position_ += length;
         return;
       }
     }
     for (std::size_t i = 0; i < length; ++i) append(entry.units[i]);
   }
 
-  std::size_t length_ = 0;
-  Unit area_[limit + slack];
+  Unit* begin_;
+  const Unit* limit_;
+  Unit* position_;
 };
 
 }  // namespace jwnls
