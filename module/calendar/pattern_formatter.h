@@ -183,7 +183,7 @@ class FormatParts {
 
   std::int32_t day_ = 0;  // of a datetime
   CivilDate date_{};
-  std::uint8_t numbers_[pattern_format::number_count];
+  std::uint8_t numbers_[pattern_format::number_count] = {};
   bool has_date_ = false;
   bool has_clock_ = false;
 };
