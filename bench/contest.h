@@ -1,0 +1,52 @@
+// Contests: one task, done by the module and by its peers over the same varied values in one run.
+//
+// Every contestant walks the same 16,384 values, so that no branch predictor learns their order,
+// and the contestants of all tasks take turns, so that a change of the machine's speed meets all of
+// them.
+
+#ifndef JWNLS_BENCH_CONTEST_H_
+#define JWNLS_BENCH_CONTEST_H_
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace jwnls::bench {
+
+inline constexpr std::size_t value_count = 16384;
+
+// A reference is shown but is no peer: it does less than the task asks, such as a pattern that is
+// fixed when the program is compiled.
+enum class Side { ours, peer, reference, icu };
+
+struct Task {
+  std::string name;
+  double peer_target;  // our time at most this share of the best peer's; 0: no target
+  double icu_target;   // and of ICU's; 0: no target
+};
+
+/// Declares a task; its contestants name it.
+void declare(Task task);
+
+/// Adds a contestant. `run` does the task for the value of an index below value_count.
+void enter(const std::string& task, Side side, const std::string& contestant,
+           std::function<void(benchmark::State&)> run);
+
+/// A loop over the values: `body(index)` for each iteration.
+template <typename Body>
+void walk(benchmark::State& state, Body body) {
+  std::size_t index = 0;
+  for ([[maybe_unused]] auto iteration : state) {
+    body(index);
+    index = (index + 1) % value_count;
+  }
+}
+
+/// Runs what the command line asks for and prints a table of ratios. Returns the exit code.
+int run_contests(int argc, char** argv);
+
+}  // namespace jwnls::bench
+
+#endif  // JWNLS_BENCH_CONTEST_H_
