@@ -1,0 +1,173 @@
+#include "host/host.h"
+
+#include <array>
+#include <atomic>
+#include <cstdio>
+#include <mutex>
+#include <utility>
+
+#include "host/kernel.h"
+#include "host/nls_context.h"
+#include "host/pool.h"
+#include "module/record/status.h"
+
+namespace jwnls::host {
+namespace {
+
+constexpr std::u16string_view module_name = u"jwnlsloc";
+
+// What the first handle is made of. Any locale and zone would do; these are always there.
+constexpr std::u16string_view first_locale = u"en_US";
+constexpr std::u16string_view first_zone = u"UTC";
+
+std::string status_text(std::uint32_t status) {
+  std::array<char, 16> text = {};
+  std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(status));
+  return text.data();
+}
+
+}  // namespace
+
+class Host::Parts {
+ public:
+  explicit Parts(HostConfiguration configuration)
+      : zone_directory_(std::move(configuration.zone_directory)),
+        kernel(std::move(configuration)),
+        context(kernel, zone_directory_) {}
+
+  ~Parts();
+  Parts(const Parts&) = delete;
+  Parts& operator=(const Parts&) = delete;
+
+  Factory* start(std::string& error);
+
+  LocaleHandle* create_handle(Factory* factory, std::u16string_view locale,
+                              std::u16string_view zone, bool is_private, std::uint32_t* status);
+  static void destroy_handle(Factory* factory, LocaleHandle* handle) noexcept;
+
+ private:
+  Track* make_handle_cache(std::string& error);
+
+  std::filesystem::path zone_directory_;
+
+ public:
+  HostKernel kernel;
+  HostContext context;
+  std::atomic<Factory*> ready{nullptr};  // the factory, once the handle cache is there as well
+
+ private:
+  std::mutex starting_;
+  Factory* loaded_ = nullptr;
+};
+
+Factory* Host::Parts::start(std::string& error) {
+  const std::lock_guard guard(starting_);
+  if (Factory* factory = ready.load(std::memory_order_relaxed)) return factory;
+  if (loaded_ == nullptr) loaded_ = static_cast<Factory*>(kernel.extensions().load(module_name));
+  if (loaded_ == nullptr) {
+    error = kernel.extensions().error();
+    return nullptr;
+  }
+  context.handle_cache = make_handle_cache(error);
+  if (context.handle_cache == nullptr) return nullptr;
+  ready.store(loaded_, std::memory_order_release);
+  return loaded_;
+}
+
+// Only a handle can make the cache, so the first handle is one that never goes into it.
+Track* Host::Parts::make_handle_cache(std::string& error) {
+  const std::string earlier_error = kernel.extensions().error();
+  std::uint32_t status = 0;
+  LocaleHandle* handle = create_handle(loaded_, first_locale, first_zone, true, &status);
+  if (handle == nullptr) {
+    error = kernel.extensions().error();
+    if (error.empty())
+      error = "jwnlsloc: cannot make a locale handle, status " + status_text(status);
+    return nullptr;
+  }
+  Track* cache = handle->services.create_handle_cache(handle);
+  if (cache == nullptr) error = "jwnlsloc: cannot make the cache of locale handles";
+  destroy_handle(loaded_, handle);
+  return cache;
+}
+
+LocaleHandle* Host::Parts::create_handle(Factory* factory, std::u16string_view locale,
+                                         std::u16string_view zone, bool is_private,
+                                         std::uint32_t* status) {
+  CreationOptions options = {};
+  options.flags = is_private ? private_handle : 0;
+  options.zone = zone.data();
+  options.zone_length = static_cast<std::int64_t>(zone.size());
+  return factory->create_handle(&context, locale.data(), static_cast<std::int64_t>(locale.size()),
+                                status, &options);
+}
+
+void Host::Parts::destroy_handle(Factory* factory, LocaleHandle* handle) noexcept {
+  TrackEntry entry = {};
+  entry.value = handle;
+  factory->destroy_handle(&entry);
+}
+
+Host::Parts::~Parts() {
+  if (Track* cache = context.handle_cache) cache->destroy(cache);
+  // Every extension's object has its destroy operation where the message extension has it.
+  if (auto* database = reinterpret_cast<MessageExtension*>(context.locale_database)) {
+    if (database->destroy != nullptr) database->destroy(database);
+  }
+  if (loaded_ != nullptr) loaded_->destroy(loaded_);
+  // What nobody destroyed ends here, before the context goes: it may reach into it.
+  kernel.registry().end_all();
+}
+
+Host::Host(HostConfiguration configuration)
+    : parts_(std::make_unique<Parts>(std::move(configuration))) {}
+
+Host::~Host() = default;
+
+Kernel* Host::kernel() noexcept { return &parts_->kernel; }
+
+NlsContext* Host::context() noexcept { return &parts_->context; }
+
+Factory* Host::factory(std::string* error) {
+  if (Factory* factory = parts_->ready.load(std::memory_order_acquire)) return factory;
+  std::string why;
+  Factory* factory = parts_->start(why);
+  if (factory == nullptr && error != nullptr) *error = std::move(why);
+  return factory;
+}
+
+LocaleHandle* Host::create_handle(std::u16string_view locale, std::u16string_view zone,
+                                  bool private_handle, std::uint32_t* status) {
+  Factory* ready = factory(nullptr);
+  if (ready == nullptr) {
+    if (status != nullptr) *status = code(Status::not_possible);
+    return nullptr;
+  }
+  return parts_->create_handle(ready, locale, zone, private_handle, status);
+}
+
+void Host::destroy_handle(LocaleHandle* handle) noexcept {
+  Factory* ready = parts_->ready.load(std::memory_order_acquire);
+  if (handle != nullptr && ready != nullptr) Parts::destroy_handle(ready, handle);
+}
+
+void Host::set_option(std::string_view name, std::string_view value) {
+  parts_->kernel.options().set(name, value);
+}
+
+const std::vector<std::string>& Host::zone_names() const { return parts_->context.zones().names(); }
+
+std::string Host::zone_database_version() const { return parts_->context.zones().version(); }
+
+std::string Host::last_load_error() const { return parts_->kernel.extensions().error(); }
+
+std::vector<std::string> Host::faults() const {
+  ObjectRegistry& registry = parts_->kernel.registry();
+  if (!registry.checking()) return {};
+  registry.for_each([](KernelObject& object) {
+    if (auto* pool = dynamic_cast<HostPool*>(&object)) pool->check_blocks();
+  });
+  return parts_->kernel.faults().texts();
+}
+
+}  // namespace jwnls::host

@@ -1,0 +1,44 @@
+// The kernel: the table through which module and extensions reach everything else of the host.
+
+#ifndef JWNLS_HOST_KERNEL_H_
+#define JWNLS_HOST_KERNEL_H_
+
+#include <filesystem>
+#include <vector>
+
+#include "host/extension_loader.h"
+#include "host/fault_log.h"
+#include "host/host.h"
+#include "host/journal.h"
+#include "host/message_outlet.h"
+#include "host/object_registry.h"
+#include "host/options.h"
+#include "module/frame/host_tables.h"
+
+namespace jwnls::host {
+
+/// Also the host service object of the NLS context. The host has no floating formatter of its own:
+/// the state word says that the module's is to be used.
+class HostKernel final : public Kernel {
+ public:
+  explicit HostKernel(HostConfiguration configuration);
+
+  [[nodiscard]] ObjectRegistry& registry() noexcept { return registry_; }
+  [[nodiscard]] FaultLog& faults() noexcept { return faults_; }
+  [[nodiscard]] Options& options() noexcept { return options_; }
+  [[nodiscard]] ExtensionLoader& extensions() noexcept { return extensions_; }
+
+ private:
+  MessageOutlet outlet_;
+  FaultLog faults_;
+  HostErrorSink error_sink_;
+  Options options_;
+  HostOptionStore option_store_;
+  // The libraries close after the objects that call into them have gone.
+  ExtensionLoader extensions_;
+  ObjectRegistry registry_;
+};
+
+}  // namespace jwnls::host
+
+#endif  // JWNLS_HOST_KERNEL_H_

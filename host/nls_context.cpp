@@ -1,0 +1,76 @@
+#include "host/nls_context.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+
+#include "host/character_classes.h"
+#include "host/lock.h"
+#include "host/pool.h"
+#include "module/record/status.h"
+
+namespace jwnls::host {
+namespace {
+
+// Delivers a zone's name; *length_io is the room, then the length.
+Status deliver(const ZoneNameText& name, char16_t* out, std::int64_t* length_io) noexcept {
+  const auto length = static_cast<std::int64_t>(name.length);
+  if (*length_io < length) return Status::does_not_fit;
+  std::copy(name.units, name.units + name.length, out);
+  *length_io = length;
+  return Status::ok;
+}
+
+}  // namespace
+
+HostContext::HostContext(HostKernel& kernel, const std::filesystem::path& zone_directory)
+    : NlsContext{},
+      zone_names_(zone_directory),
+      os_zone_(zone_names_),
+      zone_service_(zone_names_, kernel.faults(), kernel.registry().checking()) {
+  host_service = &kernel;
+  to_upper = [](NlsContext*, char16_t unit, std::uint64_t) { return upper_case(unit); };
+  resolve_locale = [](NlsContext* context, const char16_t* name, std::int64_t length, std::uint32_t,
+                      ResolvedLocale** out) {
+    if (out == nullptr) return code(Status::null_argument);
+    *out = nullptr;
+    if (name == nullptr || length < 1) return code(Status::lookup_failed);
+    auto& locales = static_cast<HostContext*>(context)->locales_;
+    return code(locales.resolve({name, static_cast<std::size_t>(length)}, out));
+  };
+  // `extra` has no meaning here and is left alone.
+  normalise_zone = [](NlsContext* context, const char16_t* name, std::int64_t length, std::uint64_t,
+                      char16_t* out, std::int64_t* length_io, std::uint64_t*) {
+    if (out == nullptr || length_io == nullptr) return code(Status::null_argument);
+    if (name == nullptr || length < 1) return code(Status::lookup_failed);
+    try {
+      ZoneNameText normal;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled when found
+      const Status status = static_cast<HostContext*>(context)->zone_names_.normalise(
+          {name, static_cast<std::size_t>(length)}, normal);
+      return code(status == Status::ok ? deliver(normal, out, length_io) : status);
+    } catch (const std::exception&) {
+      return code(Status::out_of_memory);
+    }
+  };
+  os_zone = [](NlsContext* context, char16_t* out, std::int64_t* length_io, std::uint32_t) {
+    if (out == nullptr || length_io == nullptr) return code(Status::null_argument);
+    try {
+      const OsZone::Answer& answer = static_cast<HostContext*>(context)->os_zone_.now();
+      return code(answer.status == Status::ok ? deliver(answer.name, out, length_io)
+                                              : answer.status);
+    } catch (const std::exception&) {
+      return code(Status::no_os_zone);
+    }
+  };
+  HostPool* handles = kernel.registry().make<HostPool>("jwnls NLS context pool");
+  if (handles == nullptr) throw std::bad_alloc();
+  handles->belong_to_host();
+  NlsContext::pool = handles;
+  HostLock* creations = kernel.registry().make<HostLock>("jwnls NLS context creation lock");
+  if (creations == nullptr) throw std::bad_alloc();
+  creations->belong_to_host();
+  creation_lock = creations;
+  zone_service = &zone_service_;
+}
+
+}  // namespace jwnls::host

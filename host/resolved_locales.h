@@ -1,0 +1,45 @@
+// Locale names that were resolved before, so that the next time is a look-up.
+
+#ifndef JWNLS_HOST_RESOLVED_LOCALES_H_
+#define JWNLS_HOST_RESOLVED_LOCALES_H_
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+#include "host/key_table.h"
+#include "module/frame/host_tables.h"
+#include "module/record/status.h"
+
+namespace jwnls::host {
+
+/// A record for each canonical name, and a cache of the spellings that led to it. Records live as
+/// long as this object. The cache holds the first 4,096 spellings; others are resolved each time,
+/// and unknown names always, so no caller can make it grow without bound. Any thread.
+class ResolvedLocales {
+ public:
+  /// Status and record of a name, as host/locale_names.h matches it: ok, resolved_with_warning or,
+  /// with a null record, lookup_failed or out_of_memory.
+  Status resolve(std::u16string_view name, ResolvedLocale** out) noexcept;
+
+ private:
+  struct Spelling {
+    Status status;
+    ResolvedLocale* locale;
+  };
+
+  Status resolve_anew(std::u16string_view name, ResolvedLocale** out);
+  ResolvedLocale* record_of(std::string_view canonical);
+
+  KeyTable spellings_;  // UTF-16 text as given -> Spelling
+  KeyTable canonical_;  // canonical name -> ResolvedLocale
+  std::mutex mutex_;    // guards the lists
+  std::vector<std::unique_ptr<Spelling>> spelling_list_;
+  std::vector<std::unique_ptr<std::byte[]>> records_;
+};
+
+}  // namespace jwnls::host
+
+#endif  // JWNLS_HOST_RESOLVED_LOCALES_H_
