@@ -1,0 +1,138 @@
+// A locale with a time zone: formats dates, times of day and datetimes the way the locale does.
+
+#ifndef JWNLS_CLIENT_LOCALE_H_
+#define JWNLS_CLIENT_LOCALE_H_
+
+#include <chrono>
+#include <concepts>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "client/conventions.h"
+#include "client/date_scale.h"
+#include "client/result.h"
+#include "module/record/locale_record.h"
+
+namespace jwnls {
+struct LocaleHandle;
+namespace host {
+class Host;
+}
+}  // namespace jwnls
+
+namespace jwnls::client {
+
+/// What a formatted text comes as: UTF-8 in a std::string, or UTF-16 in a std::u16string.
+template <typename T>
+concept TextString = std::same_as<T, std::string> || std::same_as<T, std::u16string>;
+
+/// A time zone as it stands at this moment.
+struct TimeZone {
+  std::string name;          // "Europe/Berlin"
+  std::string abbreviation;  // "CET"; "+03" where people use no letters
+  std::chrono::seconds offset_from_utc{};
+};
+
+/// Made by Host::locale(). Copies share one handle, which lives as long as any of them. Any thread
+/// may call anything at any time.
+///
+/// Every format function gives the text as UTF-8, or with <std::u16string> as UTF-16, and fails
+/// with out_of_range for a value outside 1582 to 20000 (see client/date_scale.h for the calendar)
+/// or missing_value for a missing one.
+class Locale {
+ public:
+  /// The canonical name: "de_DE".
+  [[nodiscard]] std::string name() const;
+
+  /// False when the name asked for has only a near relative: "de_US" gives "de", "german" "de".
+  [[nodiscard]] bool is_exact() const noexcept;
+
+  /// The current time zone.
+  [[nodiscard]] Result<TimeZone> time_zone() const;
+
+  /// The same locale with another time zone; this one stays as it is.
+  [[nodiscard]] Result<Locale> in_time_zone(std::string_view zone) const;
+
+  /// Changes the time zone of this locale and of its copies; threads that format meanwhile see
+  /// either zone. Only for a Host::private_locale(), as others may share the handle (not_possible);
+  /// lookup_failed for an unknown zone, and the locale keeps the one it has.
+  Result<void> set_time_zone(std::string_view zone);
+
+  /// The wall-clock time of an instant in the current time zone.
+  [[nodiscard]] Result<std::chrono::local_seconds> local_time(std::chrono::sys_seconds instant) const;
+
+  // ---- Dates. std::chrono::sys_days and local_days convert to a year_month_day by themselves.
+
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_date(std::chrono::year_month_day date,
+                                           DateStyle style = DateStyle::medium) const;
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_date(DateValue value,
+                                           DateStyle style = DateStyle::medium) const;
+
+  // ---- Times of day. Fractions of a second are dropped.
+
+  /// From a time since midnight, 0 to below 24 hours.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_time(std::chrono::seconds since_midnight) const;
+  template <TextString String = std::string, typename Duration>
+  [[nodiscard]] Result<String> format_time(const std::chrono::hh_mm_ss<Duration>& time) const {
+    return format_time<String>(std::chrono::floor<std::chrono::seconds>(time.to_duration()));
+  }
+  /// From a datetime value, of which the time of day is shown.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_time(DatetimeValue value) const;
+
+  // ---- Datetimes. Fractions of a second are dropped.
+
+  /// From a wall-clock time, shown as it stands.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_datetime(
+      std::chrono::local_seconds time, DatetimeStyle style = DatetimeStyle::date_and_time) const;
+  template <TextString String = std::string, typename Duration>
+  [[nodiscard]] Result<String> format_datetime(
+      std::chrono::local_time<Duration> time,
+      DatetimeStyle style = DatetimeStyle::date_and_time) const {
+    return format_datetime<String>(std::chrono::floor<std::chrono::seconds>(time), style);
+  }
+  /// From an instant, shown as the wall clock of the current time zone shows it.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_datetime(
+      std::chrono::sys_seconds instant, DatetimeStyle style = DatetimeStyle::date_and_time) const;
+  template <TextString String = std::string, typename Duration>
+  [[nodiscard]] Result<String> format_datetime(
+      std::chrono::sys_time<Duration> instant,
+      DatetimeStyle style = DatetimeStyle::date_and_time) const {
+    return format_datetime<String>(std::chrono::floor<std::chrono::seconds>(instant), style);
+  }
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_datetime(
+      DatetimeValue value, DatetimeStyle style = DatetimeStyle::date_and_time) const;
+
+  // ---- What the locale is made of.
+
+  /// Names, patterns and symbols, as UTF-8.
+  [[nodiscard]] Conventions conventions() const;
+
+  /// The record itself: read-only, valid as long as the locale.
+  [[nodiscard]] const LocaleRecord& record() const noexcept;
+
+  /// The handle itself, for the services that this class does not wrap; owned by the locale.
+  [[nodiscard]] LocaleHandle* handle() const noexcept;
+
+ private:
+  friend class Host;
+  struct State;
+  enum class Sharing { shared, own };
+
+  explicit Locale(std::shared_ptr<State> state) : state_(std::move(state)) {}
+  static Result<Locale> open(std::shared_ptr<host::Host> host, std::string_view name,
+                             std::string_view zone, Sharing sharing);
+
+  std::shared_ptr<State> state_;
+};
+
+}  // namespace jwnls::client
+
+#endif  // JWNLS_CLIENT_LOCALE_H_
