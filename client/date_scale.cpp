@@ -57,7 +57,7 @@ std::optional<DatetimeValue> datetime_value(std::chrono::local_seconds time) noe
   return DatetimeValue{date->days * 86'400 + static_cast<double>((time - day).count())};
 }
 
-std::optional<std::chrono::local_seconds> local_time(DatetimeValue value) noexcept {
+std::optional<std::chrono::local_seconds> civil_time(DatetimeValue value) noexcept {
   const bool in_range = value >= first_datetime_value && value < end_datetime_value;
   if (!in_range) return std::nullopt;
   const double whole_seconds = std::floor(value.seconds);

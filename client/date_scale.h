@@ -47,7 +47,7 @@ inline constexpr DatetimeValue end_datetime_value = {end_date_value.days * 86'40
     std::chrono::local_seconds time) noexcept;
 
 /// The wall-clock time that a value stands for, a fraction of a second dropped; nothing as above.
-[[nodiscard]] std::optional<std::chrono::local_seconds> local_time(DatetimeValue value) noexcept;
+[[nodiscard]] std::optional<std::chrono::local_seconds> civil_time(DatetimeValue value) noexcept;
 
 }  // namespace jwnls::client
 

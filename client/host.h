@@ -43,15 +43,24 @@ struct LocaleInfo {
   std::string own_name;      // "Deutsch (Deutschland)"
 };
 
+/// What a locale name leads to.
+struct LocaleMatch {
+  std::string name;  // canonical: "de_DE"
+  bool exact;        // false for a near relative: "de_US" gives "de", "german" "de"
+};
+
 /// A running host. Copies share it, and every Locale keeps it alive. Any thread may call anything.
 class Host {
  public:
   /// Starts a host and loads the module. The error says which file could not be loaded and why.
   [[nodiscard]] static Result<Host> open(HostOptions options = {});
 
+  /// Looks a locale name up without opening it; lookup_failed when it is unknown.
+  [[nodiscard]] Result<LocaleMatch> match(std::string_view name) const;
+
   /// A locale by its name, as people write them ("de_DE", "de-DE", "de_DE.UTF-8", "german"), with a
   /// time zone ("Europe/Berlin", "UTC+05:30"; empty: the system's). Callers that ask for the same
-  /// pair share one handle. Unknown names are errors (lookup_failed); see Locale::is_exact().
+  /// pair share one handle. Unknown names are errors (lookup_failed); match() tells a near relative apart.
   [[nodiscard]] Result<Locale> locale(std::string_view name, std::string_view zone = {}) const;
 
   /// The same with a handle of its own, whose time zone can be changed: Locale::set_time_zone().

@@ -45,9 +45,6 @@ class Locale {
   /// The canonical name: "de_DE".
   [[nodiscard]] std::string name() const;
 
-  /// False when the name asked for has only a near relative: "de_US" gives "de", "german" "de".
-  [[nodiscard]] bool is_exact() const noexcept;
-
   /// The current time zone.
   [[nodiscard]] Result<TimeZone> time_zone() const;
 

@@ -1,0 +1,26 @@
+// How the program ends, and the failure that ends it early.
+
+#ifndef JWNLS_TOOL_EXIT_CODE_H_
+#define JWNLS_TOOL_EXIT_CODE_H_
+
+#include <string>
+
+namespace jwnls::tool {
+
+enum class ExitCode {
+  ok = 0,
+  bad_values = 1,   // one or more values could not be worked on; the others were
+  usage = 2,        // a wrong command line
+  unavailable = 3,  // an unknown locale or time zone, or the module could not be loaded
+  io = 4,           // input that cannot be read, output that cannot be written
+};
+
+/// Thrown where a command cannot go on. An empty message: nothing is left to say.
+struct Failure {
+  ExitCode code;
+  std::string message;
+};
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_EXIT_CODE_H_

@@ -1,0 +1,30 @@
+// Reads dates, times of day and datetimes as ISO 8601 writes them.
+//
+//   date      2024-03-15, 20240315, 12024-03-15     (a year of 4 or 5 digits)
+//   time      14:30, 14:30:05, 143005, 14:30:05.25  ("," for "." too)
+//   datetime  <date>T<time>, a blank or "t" for the "T"; behind it an optional "Z", "+01:00", "-0330"
+
+#ifndef JWNLS_TOOL_ISO8601_H_
+#define JWNLS_TOOL_ISO8601_H_
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tl/expected.hpp>
+
+namespace jwnls::tool {
+
+struct IsoValue {
+  std::optional<std::chrono::year_month_day> date;
+  std::optional<std::chrono::seconds> time;     // since midnight, fractions dropped
+  std::optional<std::chrono::minutes> offset;  // from UTC; absent: the wall clock of nowhere said
+};
+
+/// Reads the whole text: a date, a time or both. The error is the reason for a person, without the
+/// text itself: "month 13 is not 01 to 12".
+[[nodiscard]] tl::expected<IsoValue, std::string> read_iso8601(std::string_view text);
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_ISO8601_H_

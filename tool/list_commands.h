@@ -1,0 +1,25 @@
+// `jwnls locales` and `jwnls zones`: what there is to choose from.
+
+#ifndef JWNLS_TOOL_LIST_COMMANDS_H_
+#define JWNLS_TOOL_LIST_COMMANDS_H_
+
+#include <string>
+
+#include "tool/exit_code.h"
+
+namespace jwnls::tool {
+
+struct ListOptions {
+  std::string filter;       // part of a name; empty: everything
+  bool names_only = false;  // for scripts
+};
+
+/// Lists the locales: name, English name, own name. A filter that nothing matches: bad_values.
+ExitCode run_locales(const ListOptions& options);
+
+/// Lists the time zones: name, and what holds there now: abbreviation and offset from UTC.
+ExitCode run_zones(const ListOptions& options);
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_LIST_COMMANDS_H_

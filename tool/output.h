@@ -1,0 +1,42 @@
+// Standard output and standard error, with every write checked.
+
+#ifndef JWNLS_TOOL_OUTPUT_H_
+#define JWNLS_TOOL_OUTPUT_H_
+
+#include <string>
+#include <string_view>
+
+namespace jwnls::tool {
+
+/// Standard output, buffered. Throws Failure{io} when a write fails; a closed pipe without a
+/// message, as nobody is left to miss the rest.
+class Output {
+ public:
+  Output();
+
+  void write(std::string_view text);
+  void line(std::string_view text) {
+    write(text);
+    write("\n");
+  }
+  /// Writes what is buffered. To be called before anything that may block, and at the end.
+  void flush();
+
+  /// True when people read along: standard output is a terminal.
+  [[nodiscard]] bool is_terminal() const { return is_terminal_; }
+
+ private:
+  std::string buffer_;
+  bool is_terminal_;
+};
+
+/// Writes "jwnls: <message>" as one line on standard error. Failures to do so are ignored.
+void report(std::string_view message);
+
+/// `text` between single quotes for a message: control characters and malformed UTF-8 escaped, a
+/// long text cut.
+[[nodiscard]] std::string quoted(std::string_view text);
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_OUTPUT_H_

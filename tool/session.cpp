@@ -1,0 +1,44 @@
+#include "tool/session.h"
+
+#include <cstdlib>
+
+#include "tool/exit_code.h"
+#include "tool/output.h"
+
+namespace jwnls::tool {
+
+LocaleChoice environment_locale(const std::function<const char*(const char* name)>& variable) {
+  for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
+    const char* value = variable(name);
+    if (value != nullptr && *value != '\0') return {value, name};
+  }
+  return {"C", {}};
+}
+
+client::Host open_host() {
+  client::HostOptions options;
+  options.journal = [](std::string_view message) {
+    report(std::string("warning: ").append(message));
+  };
+  auto host = client::Host::open(std::move(options));
+  if (!host) throw Failure{ExitCode::unavailable, host.error().message};
+  return *host;
+}
+
+client::Locale open_locale(const client::Host& host, const std::string& locale_name,
+                           const std::string& zone) {
+  const LocaleChoice choice =
+      locale_name.empty() ? environment_locale(std::getenv) : LocaleChoice{locale_name, {}};
+  const std::string origin = choice.origin.empty() ? "" : " (from " + choice.origin + ")";
+  const auto match = host.match(choice.name);
+  if (!match) throw Failure{ExitCode::unavailable, match.error().message + origin};
+  if (!match->exact) {
+    report("note: locale " + quoted(choice.name) + origin + " is not known as such; using " +
+           match->name);
+  }
+  const auto locale = host.locale(choice.name, zone);
+  if (!locale) throw Failure{ExitCode::unavailable, locale.error().message};
+  return *locale;
+}
+
+}  // namespace jwnls::tool
