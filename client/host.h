@@ -73,6 +73,9 @@ class Host {
   /// Every time zone of the database, sorted by name.
   [[nodiscard]] const std::vector<std::string>& time_zones() const;
 
+  /// What holds in a time zone now; lookup_failed when it is unknown.
+  [[nodiscard]] Result<TimeZone> time_zone(std::string_view name) const;
+
  private:
   explicit Host(std::shared_ptr<host::Host> host) : host_(std::move(host)) {}
 

@@ -1,0 +1,173 @@
+#include "tool/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <list>
+#include <sstream>
+
+#include "tool/format_command.h"
+#include "tool/list_commands.h"
+#include "tool/output.h"
+#include "tool/show_command.h"
+
+namespace jwnls::tool {
+namespace {
+
+constexpr const char* program_description =
+    "Writes dates, times and datetimes the way a locale does.";
+
+constexpr const char* program_footer =
+    "Examples:\n"
+    "  jwnls format date -l de_DE -s long 2024-03-15\n"
+    "  jwnls format datetime -l en_US -z America/New_York now\n"
+    "  jwnls show ja_JP\n"
+    "  jwnls locales arab\n"
+    "\n"
+    "Locales are named as people write them: de_DE, de-DE, de_DE.UTF-8, german. Without one, the\n"
+    "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX.\n"
+    "\n"
+    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown locale\n"
+    "or time zone or a module that cannot be loaded, 4 input or output failed.\n";
+
+using Command = std::function<ExitCode()>;
+
+// The options of the chosen subcommand end up in its request, and `chosen` runs it.
+class CommandLine {
+ public:
+  CommandLine() : app_(program_description, "jwnls") {
+    app_.require_subcommand(1);
+    app_.set_version_flag("--version", "jwnls " JWNLS_VERSION);
+    app_.footer(program_footer);
+    app_.failure_message(CLI::FailureMessage::simple);
+    add_format();
+    add_list("locales", "List the locales: name, English name, own name",
+             "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh\n", run_locales);
+    add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
+             "  jwnls zones\n  jwnls zones america/arg\n  jwnls zones --names | fzf\n", run_zones);
+    add_show();
+  }
+
+  // Throws CLI::ParseError, for help as well.
+  ExitCode run(int argument_count, const char* const* arguments) {
+    app_.parse(argument_count, arguments);
+    return chosen_();
+  }
+
+  CLI::App& app() { return app_; }
+
+ private:
+  static std::string examples(const std::string& lines) { return "Examples:\n" + lines; }
+
+  static void add_locale_option(CLI::App& command, std::string& locale) {
+    command.add_option("-l,--locale", locale, "The locale; default: LC_ALL, LC_TIME or LANG")
+        ->type_name("NAME");
+  }
+
+  static void add_zone_option(CLI::App& command, std::string& zone) {
+    command.add_option("-z,--time-zone", zone, "The time zone; default: the system's")
+        ->type_name("ZONE");
+  }
+
+  void add_format() {
+    CLI::App* format = app_.add_subcommand("format", "Write values the way a locale does");
+    format->require_subcommand(1);
+    format->footer("Values are arguments or, without any, lines of standard input.\n"
+                   "\"jwnls format KIND --help\" tells what a kind takes.\n");
+    for (const FormatKind& kind : format_kinds()) add_format_kind(*format, kind);
+  }
+
+  void add_format_kind(CLI::App& format, const FormatKind& kind) {
+    CLI::App* command = format.add_subcommand(kind.name, kind.summary);
+    FormatOptions& options = format_options_.emplace_back();
+    add_locale_option(*command, options.locale);
+    add_zone_option(*command, options.zone);
+    if (!kind.styles.empty()) {
+      command->add_option("-s,--style", options.style, kind.style_help)
+          ->type_name("STYLE")
+          ->check(known_style(kind));
+    }
+    command->add_flag("-r,--raw", options.raw, kind.raw_help);
+    command->add_option("values", options.values,
+                        std::string(kind.values_help) +
+                            ". A datetime with \"Z\" or an offset such as +01:00 is an instant, "
+                            "shown in the time zone. None: lines of standard input");
+    command->footer(examples(kind.examples));
+    command->callback([this, &kind, &options] {
+      chosen_ = [&kind, &options] { return run_format(kind, options); };
+    });
+  }
+
+  static CLI::Validator known_style(const FormatKind& kind) {
+    return CLI::Validator(
+        [&kind](std::string& style) {
+          for (const char* known : kind.styles) {
+            if (style == known) return std::string();
+          }
+          return quoted(style) + " is no style of a " + kind.name + ": " + kind.style_help;
+        },
+        "");
+  }
+
+  void add_list(const char* name, const char* summary, const char* lines,
+                ExitCode (*list)(const ListOptions&)) {
+    CLI::App* command = app_.add_subcommand(name, summary);
+    ListOptions& options = list_options_.emplace_back();
+    command->add_option("filter", options.filter, "Part of a name, in any case");
+    command->add_flag("-n,--names", options.names_only, "Names only, for scripts");
+    command->footer(examples(lines));
+    command->callback([this, list, &options] {
+      chosen_ = [list, &options] { return list(options); };
+    });
+  }
+
+  void add_show() {
+    CLI::App* command = app_.add_subcommand("show", "Show a locale's names, patterns and symbols");
+    command->add_option("locale", show_options_.locale,
+                        "The locale; default: LC_ALL, LC_TIME or LANG");
+    add_zone_option(*command, show_options_.zone);
+    command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less\n"));
+    command->callback([this] { chosen_ = [this] { return run_show(show_options_); }; });
+  }
+
+  CLI::App app_;
+  std::list<FormatOptions> format_options_;  // one for each kind; CLI::App keeps references
+  std::list<ListOptions> list_options_;
+  ShowOptions show_options_;
+  Command chosen_;
+};
+
+// Help and version go to standard output, which may fail like any other output.
+ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
+  std::ostringstream out;
+  std::ostringstream problem;
+  const bool usage = app.exit(error, out, problem) != 0;
+  if (usage) {
+    report(std::string(error.what()) + " (see --help)");
+    return ExitCode::usage;
+  }
+  Output output;
+  output.write(out.str());
+  output.flush();
+  return ExitCode::ok;
+}
+
+}  // namespace
+
+ExitCode run(int argument_count, const char* const* arguments) {
+  try {
+    CommandLine command_line;
+    try {
+      return command_line.run(argument_count, arguments);
+    } catch (const CLI::ParseError& error) {
+      return end_of_parsing(command_line.app(), error);
+    }
+  } catch (const Failure& failure) {
+    if (!failure.message.empty()) report(failure.message);
+    return failure.code;
+  } catch (const std::exception& error) {
+    report(error.what());
+    return ExitCode::unavailable;
+  }
+}
+
+}  // namespace jwnls::tool

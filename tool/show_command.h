@@ -1,0 +1,21 @@
+// `jwnls show`: a locale's whole record, readable.
+
+#ifndef JWNLS_TOOL_SHOW_COMMAND_H_
+#define JWNLS_TOOL_SHOW_COMMAND_H_
+
+#include <string>
+
+#include "tool/exit_code.h"
+
+namespace jwnls::tool {
+
+struct ShowOptions {
+  std::string locale;  // empty: the environment's
+  std::string zone;    // empty: the system's
+};
+
+ExitCode run_show(const ShowOptions& options);
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_SHOW_COMMAND_H_
