@@ -131,7 +131,8 @@ Result<String> Locale::format_datetime(local_seconds time, DatetimeStyle style) 
                                      " seconds from 1970",
                      Status::out_of_range, calendar_range);
     }
-    return refused_date("datetime", std::chrono::floor<std::chrono::days>(time));
+    return refused_date("datetime",
+                        year_month_day{std::chrono::floor<std::chrono::days>(time)});
   }
   return format_datetime<String>(*value, style);
 }

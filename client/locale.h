@@ -59,7 +59,7 @@ class Locale {
   /// The wall-clock time of an instant in the current time zone.
   [[nodiscard]] Result<std::chrono::local_seconds> local_time(std::chrono::sys_seconds instant) const;
 
-  // ---- Dates. std::chrono::sys_days and local_days convert to a year_month_day by themselves.
+  // ---- Dates.
 
   template <TextString String = std::string>
   [[nodiscard]] Result<String> format_date(std::chrono::year_month_day date,

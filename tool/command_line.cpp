@@ -103,7 +103,7 @@ class CommandLine {
           for (const char* known : kind.styles) {
             if (style == known) return std::string();
           }
-          return quoted(style) + " is no style of a " + kind.name + ": " + kind.style_help;
+          return in_quotes(style) + " is no style of a " + kind.name + ": " + kind.style_help;
         },
         "");
   }

@@ -57,7 +57,7 @@ void report(std::string_view message) {
   (void)write_all(STDERR_FILENO, line);
 }
 
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
   const std::string_view shown = cut(text, quoted_bytes);
   const bool valid = client::to_utf16(shown).has_value();
   std::string out = "'";

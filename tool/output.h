@@ -35,7 +35,7 @@ void report(std::string_view message);
 
 /// `text` between single quotes for a message: control characters and malformed UTF-8 escaped, a
 /// long text cut.
-[[nodiscard]] std::string quoted(std::string_view text);
+[[nodiscard]] std::string in_quotes(std::string_view text);
 
 }  // namespace jwnls::tool
 
