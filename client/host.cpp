@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "client/quoting.h"
 #include "client/utf8.h"
 #include "client/zones.h"
 #include "host/host.h"
@@ -56,7 +57,7 @@ Result<LocaleMatch> Host::match(std::string_view name) const {
       return LocaleMatch{std::string(match.canonical), match.status == Status::ok};
     }
   }
-  return failure(Status::lookup_failed, "locale '" + std::string(name) + "': unknown");
+  return failure(Status::lookup_failed, "locale " + in_quotes(name) + ": unknown");
 }
 
 Result<Locale> Host::locale(std::string_view name, std::string_view zone) const {

@@ -16,6 +16,7 @@
 #include "client/date_scale.h"
 #include "client/host.h"
 #include "client/locale.h"
+#include "client/quoting.h"
 #include "client/result.h"
 #include "client/utf8.h"
 

@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "client/locale_state.h"
+#include "client/quoting.h"
 #include "client/utf8.h"
 #include "client/zones.h"
 #include "host/host.h"
@@ -21,7 +22,7 @@ Zone* current_zone(LocaleHandle* handle) {
 Result<Locale> Locale::open(std::shared_ptr<host::Host> host, std::string_view name,
                             std::string_view zone, Sharing sharing) {
   const auto wide_name = to_utf16(name);
-  const std::string what = "locale '" + std::string(name) + "': ";
+  const std::string what = "locale " + in_quotes(name) + ": ";
   if (!wide_name) return failure(Status::lookup_failed, what + "not valid UTF-8");
   NlsContext& context = *host->context();
   auto zone_name = zone.empty() ? Result<std::u16string>(system_zone(context))
@@ -62,8 +63,7 @@ Result<Locale> Locale::in_time_zone(std::string_view zone) const {
 
 Result<void> Locale::set_time_zone(std::string_view zone) {
   if (state_->sharing == Sharing::shared) {
-    return failure(Status::not_possible, "locale '" + name() +
-                                             "': others share it, so its time zone cannot be "
+    return failure(Status::not_possible, "locale " + in_quotes(name()) + ": others share it, so its time zone cannot be "
                                              "changed; use a private locale or in_time_zone()");
   }
   auto zone_name = normalised_zone(*handle()->context, zone);
@@ -73,7 +73,7 @@ Result<void> Locale::set_time_zone(std::string_view zone) {
       handle(), zone_name->data(), static_cast<std::int64_t>(zone_name->size()))};
   if (status != Status::ok) {
     return failure(status,
-                   "time zone '" + std::string(zone) + "': " + status_text(handle(), status));
+                   "time zone " + in_quotes(zone) + ": " + status_text(handle(), status));
   }
   state_->zone = *std::move(zone_name);
   return {};

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "client/quoting.h"
 #include "client/utf8.h"
 #include "module/record/status.h"
 
@@ -23,7 +24,7 @@ struct ZoneName {
 };
 
 tl::unexpected<Error> unknown_zone(std::string_view name) {
-  return failure(Status::lookup_failed, "time zone '" + std::string(name) + "': unknown");
+  return failure(Status::lookup_failed, "time zone " + in_quotes(name) + ": unknown");
 }
 
 std::optional<std::u16string> normalised(NlsContext& context, std::u16string_view name) {
@@ -61,7 +62,7 @@ Result<TimeZone> zone_now(NlsContext& context, Zone* zone, std::u16string_view n
   ZoneService* service = context.zone_service;
   const Status status{service->zone_info(service, zone, abbreviation, &length, &offset_seconds)};
   if (status != Status::ok) {
-    return failure(status, "time zone '" + to_utf8(name) + "': the host has no information on it");
+    return failure(status, "time zone " + in_quotes(to_utf8(name)) + ": the host has no information on it");
   }
   const auto bounded = std::clamp<std::int64_t>(length, 0, zone_abbreviation_capacity);
   return TimeZone{to_utf8(name), to_utf8({abbreviation, static_cast<std::size_t>(bounded)}),

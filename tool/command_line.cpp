@@ -103,7 +103,7 @@ class CommandLine {
           for (const char* known : kind.styles) {
             if (style == known) return std::string();
           }
-          return in_quotes(style) + " is no style of a " + kind.name + ": " + kind.style_help;
+          return client::in_quotes(style) + " is no style of a " + kind.name + ": " + kind.style_help;
         },
         "");
   }

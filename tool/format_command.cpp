@@ -29,7 +29,7 @@ class ValueWriter {
     if (text) {
       output_.line(*text);
     } else {
-      refuse(place + in_quotes(value) + ": " + text.error().message);
+      refuse(place + client::in_quotes(value) + ": " + text.error().message);
     }
   }
 
@@ -63,7 +63,7 @@ ExitCode run_format(const FormatKind& kind, const FormatOptions& options) {
     while (lines.next(line)) {
       const std::string place = "line " + std::to_string(lines.number()) + ": ";
       if (lines.too_long()) {
-        writer.refuse(place + in_quotes(line) + ": the line is longer than " +
+        writer.refuse(place + client::in_quotes(line) + ": the line is longer than " +
                       std::to_string(LineSource::longest_line) + " bytes");
       } else {
         writer.write(line, place);

@@ -147,22 +147,15 @@ Read<std::optional<minutes>> read_offset(Cursor& input) {
   return west ? -offset : offset;
 }
 
-// "14:", or "1430" and "143005" before what can follow a time and not a year.
-bool begins_with_time(const Cursor& input) {
-  const std::size_t digits = input.digits_ahead();
-  const char next = input.after_digits();
-  if (digits == 2) return next == ':';
-  constexpr std::string_view behind_time("\0Zz+ .,", 7);
-  return (digits == 4 || digits == 6) && behind_time.find(next) != std::string_view::npos;
-}
-
 }  // namespace
 
 tl::expected<IsoValue, std::string> read_iso8601(std::string_view text) {
   if (text.empty()) return because("no value");
   Cursor input(text);
   IsoValue value;
-  if (!begins_with_time(input)) {
+  const bool time_alone =
+      input.take_any("Tt") || (input.digits_ahead() == 2 && input.after_digits() == ':');
+  if (!time_alone) {
     const auto date = read_date(input);
     if (!date) return because(date.error());
     value.date = *date;

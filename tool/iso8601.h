@@ -1,7 +1,7 @@
 // Reads dates, times of day and datetimes as ISO 8601 writes them.
 //
 //   date      2024-03-15, 20240315, 12024-03-15     (a year of 4 or 5 digits)
-//   time      14:30, 14:30:05, 143005, 14:30:05.25  ("," for "." too)
+//   time      14:30, 14:30:05, T143005, 14:30:05.25  ("," for "." too; a "T" may come first)
 //   datetime  <date>T<time>, a blank or "t" for the "T"; behind it an optional "Z", "+01:00", "-0330"
 
 #ifndef JWNLS_TOOL_ISO8601_H_

@@ -36,7 +36,7 @@ ExitCode finish(const Table& table, const char* what, const ListOptions& options
   table.write(output, terminal_columns());
   output.flush();
   if (!table.empty()) return ExitCode::ok;
-  report(std::string("no ") + what + " matches " + in_quotes(options.filter));
+  report(std::string("no ") + what + " matches " + client::in_quotes(options.filter));
   return ExitCode::bad_values;
 }
 

@@ -33,10 +33,6 @@ class Output {
 /// Writes "jwnls: <message>" as one line on standard error. Failures to do so are ignored.
 void report(std::string_view message);
 
-/// `text` between single quotes for a message: control characters and malformed UTF-8 escaped, a
-/// long text cut.
-[[nodiscard]] std::string in_quotes(std::string_view text);
-
 }  // namespace jwnls::tool
 
 #endif  // JWNLS_TOOL_OUTPUT_H_

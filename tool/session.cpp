@@ -33,7 +33,7 @@ client::Locale open_locale(const client::Host& host, const std::string& locale_n
   const auto match = host.match(choice.name);
   if (!match) throw Failure{ExitCode::unavailable, match.error().message + origin};
   if (!match->exact) {
-    report("note: locale " + in_quotes(choice.name) + origin + " is not known as such; using " +
+    report("note: locale " + client::in_quotes(choice.name) + origin + " is not known as such; using " +
            match->name);
   }
   const auto locale = host.locale(choice.name, zone);

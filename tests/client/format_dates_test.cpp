@@ -1,0 +1,146 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+
+#include "real_host.h"
+
+namespace jwnls::client {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::local_days;
+using std::chrono::sys_days;
+using std::chrono::year;
+using std::chrono::year_month_day;
+
+const year_month_day ides = year{2024} / 3 / 15;
+
+Locale locale(std::string_view name, std::string_view zone = "UTC") {
+  auto opened = real_host().locale(name, zone);
+  EXPECT_TRUE(opened) << opened.error().message;
+  return *opened;
+}
+
+TEST(FormatDate, WritesEachStyleAsTheLocaleDoes) {
+  const struct {
+    const char* locale;
+    DateStyle style;
+    const char* text;
+  } cases[] = {
+      {"de_DE", DateStyle::short_numeric, "15.03.2024"},
+      {"de_DE", DateStyle::long_form, "15. März 2024"},
+      {"en_US", DateStyle::short_numeric, "03/15/2024"},
+      {"en_US", DateStyle::medium, "Mar 15, 2024"},
+      {"en_US", DateStyle::long_form, "March 15, 2024"},
+      {"fr_FR", DateStyle::long_form, "15 mars 2024"},
+      {"ja_JP", DateStyle::long_form, "2024年3月15日"},
+      {"ru_RU", DateStyle::long_form, "15 марта 2024 г."},
+      {"ff_Adlm", DateStyle::long_form, "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024"},  // names beyond U+FFFF
+  };
+  for (const auto& [name, style, text] : cases) {
+    EXPECT_EQ(text_or_error(locale(name).format_date(ides, style)), text) << name;
+  }
+}
+
+TEST(FormatDate, GivesTheSameTextAsUtf16) {
+  for (const char* name : {"en_US", "ja_JP", "ff_Adlm"}) {
+    const auto wide = locale(name).format_date<std::u16string>(ides, DateStyle::long_form);
+    ASSERT_TRUE(wide) << name;
+    EXPECT_EQ(to_utf8(*wide), locale(name).format_date(ides, DateStyle::long_form)) << name;
+  }
+}
+
+TEST(FormatDate, TakesDatesAndValues) {
+  const Locale german = locale("de_DE");
+  EXPECT_EQ(german.format_date(sys_days{ides}, DateStyle::short_numeric), "15.03.2024");
+  EXPECT_EQ(german.format_date(DateValue{0}, DateStyle::short_numeric), "01.01.1960");
+  EXPECT_EQ(german.format_date(DateValue{-0.5}, DateStyle::short_numeric), "31.12.1959");
+  EXPECT_EQ(german.format_date(first_date_value, DateStyle::short_numeric), "01.01.1582");
+  // From here on std::chrono counts a day more than the calendar of the values.
+  EXPECT_EQ(german.format_date(*date_value(year{4000} / 3 / 1), DateStyle::short_numeric),
+            "01.03.4000");
+}
+
+TEST(FormatDate, SaysWhatIsWrong) {
+  const Locale english = locale("en_US");
+  const struct {
+    Result<std::string> result;
+    Status status;
+    const char* message;
+  } cases[] = {
+      {english.format_date(year{2023} / 2 / 30), Status::out_of_range,
+       "date 2023-02-30: no such date in the calendar"},
+      {english.format_date(year{4000} / 2 / 29), Status::out_of_range,
+       "date 4000-02-29: no such date in the calendar"},
+      {english.format_date(year{49} / 1 / 1), Status::out_of_range,
+       "date 0049-01-01: outside 1582-01-01 to 20000-12-31"},
+      {english.format_date(end_date_value), Status::out_of_range,
+       "date 6589336 days: outside 1582-01-01 to 20000-12-31"},
+      {english.format_date(DateValue{std::bit_cast<double>(0xFFFFD10000000000U)}),
+       Status::missing_value, "date value: missing"},
+      {english.format_time(24h), Status::out_of_range,
+       "time 86400 seconds: outside 0 to 86399 seconds since midnight"},
+      {english.format_time(-1s), Status::out_of_range,
+       "time -1 seconds: outside 0 to 86399 seconds since midnight"},
+      {english.format_datetime(local_days{year{8000} / 2 / 29} + 1s), Status::out_of_range,
+       "datetime 8000-02-29: no such date in the calendar"},
+      {english.format_datetime(DatetimeValue{1e300}), Status::out_of_range,
+       "datetime 1e+300 seconds: outside 1582-01-01 to 20000-12-31"},
+      {english.format_datetime(std::chrono::sys_seconds::max()), Status::out_of_range,
+       "datetime 9223372036854775807 seconds from 1970: outside 1582-01-01 to 20000-12-31"},
+  };
+  for (const auto& [result, status, message] : cases) {
+    ASSERT_FALSE(result) << *result;
+    EXPECT_EQ(result.error().status, status) << message;
+    EXPECT_EQ(result.error().message, message);
+  }
+}
+
+TEST(FormatTime, WritesTheLocalesClock) {
+  const struct {
+    const char* locale;
+    std::chrono::seconds time;
+    const char* text;
+  } cases[] = {
+      {"en_US", 0s, "12:00:00 AM"},          {"en_US", 14h + 7min + 9s, "2:07:09 PM"},
+      {"de_DE", 14h + 7min + 9s, "14:07:09"}, {"de_DE", 24h - 1s, "23:59:59"},
+      {"ko_KR", 14h + 7min + 9s, "오후 2:07:09"},
+  };
+  for (const auto& [name, time, text] : cases) {
+    EXPECT_EQ(text_or_error(locale(name).format_time(time)), text) << name;
+    EXPECT_EQ(text_or_error(locale(name).format_time(std::chrono::hh_mm_ss{time + 999ms})), text);
+  }
+  EXPECT_EQ(locale("de_DE").format_time(DatetimeValue{-1}), "23:59:59");
+}
+
+TEST(FormatDatetime, WritesWallClockTimesAsTheyStand) {
+  const auto time = local_days{ides} + 14h + 7min + 9s;
+  EXPECT_EQ(locale("de_DE").format_datetime(time), "15.03.2024, 14:07:09");
+  EXPECT_EQ(locale("en_US").format_datetime(time), "Mar 15, 2024, 2:07:09 PM");
+  EXPECT_EQ(locale("en_US").format_datetime(time + 999ms), "Mar 15, 2024, 2:07:09 PM");
+  EXPECT_EQ(locale("en_US").format_datetime(time, DatetimeStyle::time_only), "2:07:09 PM");
+  EXPECT_EQ(locale("de_DE").format_datetime(DatetimeValue{-0.25}), "31.12.1959, 23:59:59");
+}
+
+TEST(FormatDatetime, ShowsInstantsOnTheZonesClock) {
+  const struct {
+    const char* zone;
+    std::chrono::sys_seconds instant;
+    const char* text;
+  } cases[] = {
+      {"UTC", sys_days{ides} + 12h, "15.03.2024, 12:00:00"},
+      {"Europe/Berlin", sys_days{ides} + 12h, "15.03.2024, 13:00:00"},
+      {"Europe/Berlin", sys_days{year{2024} / 7 / 1} + 12h, "01.07.2024, 14:00:00"},  // summer
+      {"America/New_York", sys_days{ides} + 3h, "14.03.2024, 23:00:00"},
+      {"America/New_York", sys_days{year{2050} / 7 / 1} + 3h, "30.06.2050, 23:00:00"},
+      {"Asia/Kathmandu", sys_days{ides} + 12h, "15.03.2024, 17:45:00"},
+      {"UTC+05:30", sys_days{ides} + 12h, "15.03.2024, 17:30:00"},
+  };
+  for (const auto& [zone, instant, text] : cases) {
+    EXPECT_EQ(text_or_error(locale("de_DE", zone).format_datetime(instant)), text) << zone;
+    EXPECT_EQ(text_or_error(locale("de_DE", zone).format_datetime(instant + 1ms)), text) << zone;
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::client

@@ -1,0 +1,161 @@
+// The program around its work: usage, lists, show, output that fails.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "process.h"
+
+namespace jwnls::tool {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+TEST(Usage, HelpIsOutputAndHasExamples) {
+  const Arguments cases[] = {{"--help"},         {"format", "--help"},
+                             {"format", "date", "--help"}, {"format", "time", "-h"},
+                             {"format", "datetime", "--help"}, {"locales", "--help"},
+                             {"zones", "--help"}, {"show", "--help"}};
+  for (const auto& arguments : cases) {
+    const auto outcome = run_tool({arguments});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.output.find("Usage: jwnls") == std::string::npos, false) << outcome.output;
+    const bool shows_how = outcome.output.find("Examples:\n") != std::string::npos ||
+                           outcome.output.find("KIND --help") != std::string::npos;
+    EXPECT_TRUE(shows_how) << outcome.output;
+  }
+  EXPECT_EQ(run_tool({{"--version"}}).output.substr(0, 6), "jwnls ");
+}
+
+TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
+  const struct {
+    Arguments arguments;
+    const char* part;
+  } cases[] = {
+      {{}, "subcommand"},
+      {{"frobnicate"}, "frobnicate"},
+      {{"format"}, "subcommand"},
+      {{"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate"},
+      {{"format", "date", "-l"}, "--locale"},
+      {{"format", "date", "-s", "huge", "2024-03-15"}, "'huge' is no style of a date: short (1)"},
+      {{"format", "datetime", "-s", "long", "2024-03-15"}, "'long' is no style of a datetime"},
+      {{"format", "time", "-s", "long", "14:30"}, "-s"},
+      {{"show", "de_DE", "fr_FR"}, "fr_FR"},
+  };
+  for (const auto& [arguments, part] : cases) {
+    const auto outcome = run_tool({arguments});
+    EXPECT_EQ(outcome.exit_code, 2) << part;
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_NE(outcome.errors.find(part), std::string::npos) << outcome.errors;
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+  }
+}
+
+TEST(Failures, UnknownNamesAndMissingModules) {
+  const struct {
+    Arguments arguments;
+    const char* errors;
+  } cases[] = {
+      {{"format", "date", "-l", "xx_YY", "2024-03-15"}, "jwnls: locale 'xx_YY': unknown\n"},
+      {{"format", "date", "-z", "Mars/Phobos", "2024-03-15"},
+       "jwnls: time zone 'Mars/Phobos': unknown\n"},
+      {{"show", "xx_YY"}, "jwnls: locale 'xx_YY': unknown\n"},
+      {{"show", "de_DE", "-z", "/etc/localtime"}, "jwnls: time zone '/etc/localtime': unknown\n"},
+  };
+  for (const auto& [arguments, errors] : cases) {
+    const auto outcome = run_tool({arguments});
+    EXPECT_EQ(outcome.exit_code, 3);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, errors);
+  }
+  const auto alone = run_shell(
+      "folder=$(mktemp -d); cp \"$jwnls\" \"$folder\"; \"$folder\"/jwnls show de_DE; code=$?;"
+      "rm -r \"$folder\"; exit $code");
+  EXPECT_EQ(alone.exit_code, 3);
+  EXPECT_NE(alone.errors.find("jwnlsloc"), std::string::npos) << alone.errors;
+}
+
+TEST(Failures, OutputThatCannotBeWritten) {
+  const Arguments cases[] = {{"format", "date", "-l", "de_DE", "2024-03-15"},
+                             {"locales"},
+                             {"zones", "--names"},
+                             {"show", "de_DE"},
+                             {"--help"}};
+  for (const auto& arguments : cases) {
+    const auto outcome = run_tool({arguments, "", {}, "/dev/full"});
+    EXPECT_EQ(outcome.exit_code, 4);
+    EXPECT_EQ(outcome.errors, "jwnls: standard output: No space left on device\n");
+  }
+  const auto closed = run_shell(
+      "{ seq 0 1000000 | \"$jwnls\" format date -r -l de_DE; echo $? >&2; } | head -n 1");
+  EXPECT_EQ(closed.output, "01.01.1960\n");
+  EXPECT_EQ(closed.errors, "4\n");
+}
+
+TEST(Failures, InputThatCannotBeRead) {
+  const auto outcome = run_shell("\"$jwnls\" format date -l de_DE </");
+  EXPECT_EQ(outcome.exit_code, 4);
+  EXPECT_EQ(outcome.errors, "jwnls: standard input: Is a directory\n");
+}
+
+TEST(Lists, LocalesWithTheirNames) {
+  const auto all = run_tool({{"locales"}});
+  EXPECT_EQ(all.exit_code, 0);
+  EXPECT_GT(std::count(all.output.begin(), all.output.end(), '\n'), 700);
+  EXPECT_NE(all.output.find("\nde_DE "), std::string::npos);
+
+  const auto swiss = run_tool({{"locales", "SCHWEIZ"}});
+  EXPECT_NE(swiss.output.find("de_CH  "), std::string::npos) << swiss.output;
+  EXPECT_NE(swiss.output.find("Swiss High German"), std::string::npos) << swiss.output;
+  EXPECT_EQ(swiss.output.find("fr_CH"), std::string::npos);
+
+  EXPECT_EQ(run_tool({{"locales", "--names", "german (ger"}}).output, "de_DE\n");
+  const auto none = run_tool({{"locales", "klingon"}});
+  EXPECT_EQ(none.exit_code, 1);
+  EXPECT_EQ(none.errors, "jwnls: no locale matches 'klingon'\n");
+}
+
+TEST(Lists, ZonesWithWhatHoldsNow) {
+  EXPECT_EQ(run_tool({{"zones", "kolkata"}}).output, "Asia/Kolkata  IST  UTC+05:30\n");
+  EXPECT_EQ(run_tool({{"zones", "-n", "Etc/GMT+1"}}).output,
+            "Etc/GMT+1\nEtc/GMT+10\nEtc/GMT+11\nEtc/GMT+12\n");
+}
+
+TEST(Show, TellsTheWholeRecord) {
+  const auto outcome = run_tool({{"show", "de_DE", "-z", "Asia/Tokyo"}});
+  EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+  for (const char* line : {
+           "Locale     de_DE\n",
+           "Name       German (Germany)\n",
+           "Own name   Deutsch (Deutschland)\n",
+           "Time zone  Asia/Tokyo (now JST, UTC+09:00)\n",
+           "  short date   %d.%m.%Y            05.03.2024\n",
+           "  datetime     %d.%m.%Y, %H:%M:%S  05.03.2024, 14:07:09\n",
+           "  Saturday   Samstag     Sa.\n",
+           "  March      März       März\n",
+           "  decimal      ,  U+002C\n",
+           "  currency     €  U+20AC\n",
+       }) {
+    EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
+  }
+}
+
+TEST(Show, EveryLocaleHasAnExampleForEachPattern) {
+  std::istringstream names(run_tool({{"locales", "--names"}}).output);
+  std::string name;
+  int shown = 0;
+  while (names >> name && shown < 1000) {
+    // A sample: each tenth locale, and those with unusual scripts.
+    if (shown++ % 10 != 0 && name != "ar_EG" && name != "ff_Adlm" && name != "th_TH") continue;
+    const auto outcome = run_tool({{"show", name, "-z", "UTC"}});
+    EXPECT_EQ(outcome.exit_code, 0) << name;
+    EXPECT_EQ(outcome.output.find("(date"), std::string::npos) << outcome.output;  // an error
+    EXPECT_NE(outcome.output.find("2024"), std::string::npos) << outcome.output;
+  }
+  EXPECT_GT(shown, 700);
+}
+
+}  // namespace
+}  // namespace jwnls::tool

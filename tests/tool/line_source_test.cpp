@@ -1,0 +1,86 @@
+#include "tool/line_source.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tool/exit_code.h"
+
+namespace jwnls::tool {
+namespace {
+
+struct Line {
+  std::uint64_t number;
+  std::string text;
+  bool too_long;
+  bool operator==(const Line&) const = default;
+};
+
+// Reads `text` through a pipe that gets it in pieces.
+std::vector<Line> lines_of(const std::string& text, std::size_t piece_bytes) {
+  int ends[2];
+  EXPECT_EQ(pipe(ends), 0);
+  std::thread writer([&] {
+    for (std::size_t at = 0; at < text.size(); at += piece_bytes) {
+      const auto piece = std::string_view(text).substr(at, piece_bytes);
+      if (write(ends[1], piece.data(), piece.size()) < 0) break;
+    }
+    close(ends[1]);
+  });
+  std::vector<Line> lines;
+  LineSource source(ends[0], [] {});
+  std::string_view line;
+  while (source.next(line)) lines.push_back({source.number(), std::string(line), source.too_long()});
+  EXPECT_FALSE(source.next(line));  // the end stays the end
+  writer.join();
+  close(ends[0]);
+  return lines;
+}
+
+TEST(LineSource, GivesLinesWithoutTheirEnds) {
+  const std::string bom = "\xEF\xBB\xBF";
+  const struct {
+    std::string text;
+    std::vector<Line> lines;
+  } cases[] = {
+      {"", {}},
+      {"\n", {{1, "", false}}},
+      {"a", {{1, "a", false}}},
+      {"a\nb", {{1, "a", false}, {2, "b", false}}},
+      {"a\r\n\r\nb\n", {{1, "a", false}, {2, "", false}, {3, "b", false}}},
+      {bom + "a\n" + bom + "b", {{1, "a", false}, {2, bom + "b", false}}},
+      {std::string("a\0b\n", 4), {{1, std::string("a\0b", 3), false}}},
+  };
+  for (const auto& [text, lines] : cases) {
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{1000}}) EXPECT_EQ(lines_of(text, piece), lines);
+  }
+}
+
+TEST(LineSource, CutsLinesThatAreTooLong) {
+  constexpr auto most = LineSource::longest_line;
+  const std::string fits(most, 'x');
+  const std::string text = fits + "\r\n" + fits + "y\n" + std::string(300'000, 'z') + "\nend\n";
+  const std::vector<Line> expected = {{1, fits, false},
+                                      {2, fits, true},
+                                      {3, std::string(most, 'z'), true},
+                                      {4, "end", false}};
+  for (const std::size_t piece : {std::size_t{999}, std::size_t{1'000'000}}) EXPECT_EQ(lines_of(text, piece), expected);
+}
+
+TEST(LineSource, FailsOnInputThatCannotBeRead) {
+  LineSource source(-1, [] {});
+  std::string_view line;
+  try {
+    (void)source.next(line);
+    FAIL() << "no failure";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.code, ExitCode::io);
+    EXPECT_EQ(failure.message, "standard input: Bad file descriptor");
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::tool
