@@ -27,22 +27,22 @@ enum class DatetimeStyle {
 /// A copy of what a locale record holds, for reading and showing. Patterns are written with the
 /// services' own directives ("%d.%m.%Y"). An absent text is empty.
 struct Conventions {
-  std::array<std::string, 7> full_weekdays;    // Sunday first
-  std::array<std::string, 7> short_weekdays;   // Sunday first
-  std::array<std::string, 12> full_months;     // January first, in the form that stands in a date
-  std::array<std::string, 12> short_months;    //
-  std::array<std::string, 4> full_quarters;    //
-  std::array<std::string, 4> short_quarters;   //
-  std::string before_noon;                     // designators of the 12-hour clock
-  std::string after_noon;                      //
-  std::array<std::string, 3> date_patterns;    // short, medium, long
-  std::string time_pattern;                    //
-  std::string datetime_pattern;                // date and time
-  std::string time_only_pattern;               // the datetime pattern of DatetimeStyle::time_only
-  std::string decimal_symbol;                  //
-  std::string grouping_symbol;                 //
-  std::string grouping;                        // group sizes from the right, as "3" or "3;2"
-  std::string currency_symbol;                 //
+  std::array<std::string, 7> full_weekdays;   // Sunday first
+  std::array<std::string, 7> short_weekdays;  // Sunday first
+  std::array<std::string, 12> full_months;    // January first, in the form that stands in a date
+  std::array<std::string, 12> short_months;   //
+  std::array<std::string, 4> full_quarters;   //
+  std::array<std::string, 4> short_quarters;  //
+  std::string before_noon;                    // designators of the 12-hour clock
+  std::string after_noon;                     //
+  std::array<std::string, 3> date_patterns;   // short, medium, long
+  std::string time_pattern;                   //
+  std::string datetime_pattern;               // date and time
+  std::string time_only_pattern;              // the datetime pattern of DatetimeStyle::time_only
+  std::string decimal_symbol;                 //
+  std::string grouping_symbol;                //
+  std::string grouping;                       // group sizes from the right, as "3" or "3;2"
+  std::string currency_symbol;                //
 
   /// The pattern of a style.
   [[nodiscard]] const std::string& date_pattern(DateStyle style) const {

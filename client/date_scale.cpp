@@ -17,14 +17,16 @@ constexpr auto first_day = local_days{year{1582} / 1 / 1};
 constexpr auto last_day = local_days{year{20000} / 12 / 31};
 
 // The leap days that std::chrono counts and this calendar does not have.
-constexpr local_days absent_days[] = {local_days{year{4000} / 2 / 29}, local_days{year{8000} / 2 / 29},
-                                      local_days{year{12000} / 2 / 29},
-                                      local_days{year{16000} / 2 / 29},
-                                      local_days{year{20000} / 2 / 29}};
+constexpr local_days absent_days[] = {
+    local_days{year{4000} / 2 / 29}, local_days{year{8000} / 2 / 29},
+    local_days{year{12000} / 2 / 29}, local_days{year{16000} / 2 / 29},
+    local_days{year{20000} / 2 / 29}};
 
 }  // namespace
 
-bool is_missing(double value) noexcept { return std::bit_cast<std::uint64_t>(value) >> 48 == 0xFFFF; }
+bool is_missing(double value) noexcept {
+  return std::bit_cast<std::uint64_t>(value) >> 48 == 0xFFFF;
+}
 
 std::optional<DateValue> date_value(year_month_day date) noexcept {
   if (!date.ok()) return std::nullopt;

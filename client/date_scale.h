@@ -1,8 +1,8 @@
 // Between std::chrono and the values that the services count in.
 //
 // A date value counts days from 1 January 1960, a datetime value seconds from 1 January 1960
-// 00:00:00 on the wall clock, both as doubles. They cover 1 January 1582 to 31 December 20000 of the
-// Gregorian calendar with one exception, which every stored value counts by: 4000, 8000, 12000,
+// 00:00:00 on the wall clock, both as doubles. They cover 1 January 1582 to 31 December 20000 of
+// the Gregorian calendar with one exception, which every stored value counts by: 4000, 8000, 12000,
 // 16000 and 20000 are common years. So 29 February of these years is no date here, and from 1 March
 // 4000 on a value is not simply std::chrono's day number shifted.
 
@@ -43,8 +43,7 @@ inline constexpr DatetimeValue end_datetime_value = {end_date_value.days * 86'40
 [[nodiscard]] std::optional<std::chrono::year_month_day> civil_date(DateValue value) noexcept;
 
 /// The value of a wall-clock time; nothing when its date is none of this calendar.
-[[nodiscard]] std::optional<DatetimeValue> datetime_value(
-    std::chrono::local_seconds time) noexcept;
+[[nodiscard]] std::optional<DatetimeValue> datetime_value(std::chrono::local_seconds time) noexcept;
 
 /// The wall-clock time that a value stands for, a fraction of a second dropped; nothing as above.
 [[nodiscard]] std::optional<std::chrono::local_seconds> civil_time(DatetimeValue value) noexcept;

@@ -1,7 +1,8 @@
 // Dates, times of day and datetimes, through the UTF-16 services: their text is right for
 // characters beyond U+FFFF too, where the 8-bit services encode each surrogate by itself.
 
-#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include "client/locale.h"
@@ -31,14 +32,12 @@ std::uint32_t service_style(DateStyle style) {
   }
 }
 
-std::string two_digits(unsigned value) { return (value < 10 ? "0" : "") + std::to_string(value); }
-
 std::string iso_text(year_month_day date) {
+  char text[24];
   const int year = static_cast<int>(date.year());
-  const std::string digits = std::to_string(std::abs(year));
-  std::string text = year < 0 ? "-" : "";
-  text.append(digits.size() < 4 ? 4 - digits.size() : 0, '0').append(digits);
-  return text + "-" + two_digits(unsigned{date.month()}) + "-" + two_digits(unsigned{date.day()});
+  (void)std::snprintf(text, sizeof text, "%s%04d-%02u-%02u", year < 0 ? "-" : "", std::abs(year),
+                      unsigned{date.month()}, unsigned{date.day()});
+  return text;
 }
 
 std::string number_text(double value) {
@@ -62,8 +61,8 @@ tl::unexpected<Error> refused_value(const char* kind, const char* unit, double v
 
 // Why a date is none of the calendar.
 tl::unexpected<Error> refused_date(const char* kind, year_month_day date) {
-  const bool in_range = date.year() >= std::chrono::year{1582} &&
-                        date.year() <= std::chrono::year{20000};
+  const bool in_range =
+      date.year() >= std::chrono::year{1582} && date.year() <= std::chrono::year{20000};
   return refused(kind, iso_text(date), Status::out_of_range,
                  in_range ? "no such date in the calendar" : calendar_range);
 }
@@ -126,13 +125,12 @@ Result<String> Locale::format_datetime(local_seconds time, DatetimeStyle style) 
   if (!value) {
     constexpr auto first = std::chrono::local_days{std::chrono::year{1582} / 1 / 1};
     constexpr auto end = std::chrono::local_days{std::chrono::year{20001} / 1 / 1};
-    if (time < first || time >= end) {
-      return refused("datetime", std::to_string(time.time_since_epoch().count()) +
-                                     " seconds from 1970",
+    if (time < first || time >= end) {  // may be past what a year_month_day holds
+      return refused("datetime",
+                     std::to_string(time.time_since_epoch().count()) + " seconds from 1970",
                      Status::out_of_range, calendar_range);
     }
-    return refused_date("datetime",
-                        year_month_day{std::chrono::floor<std::chrono::days>(time)});
+    return refused_date("datetime", year_month_day{std::chrono::floor<std::chrono::days>(time)});
   }
   return format_datetime<String>(*value, style);
 }
@@ -152,12 +150,12 @@ Result<String> Locale::format_datetime(DatetimeValue value, DatetimeStyle style)
                               value.seconds, static_cast<std::uint32_t>(style));
 }
 
-#define JWNLS_INSTANTIATE(String)                                                               \
-  template Result<String> Locale::format_date(year_month_day, DateStyle) const;                 \
-  template Result<String> Locale::format_date(DateValue, DateStyle) const;                      \
-  template Result<String> Locale::format_time(seconds) const;                                   \
-  template Result<String> Locale::format_time(DatetimeValue) const;                             \
-  template Result<String> Locale::format_datetime(local_seconds, DatetimeStyle) const;          \
+#define JWNLS_INSTANTIATE(String)                                                                 \
+  template Result<String> Locale::format_date(year_month_day, DateStyle) const;                   \
+  template Result<String> Locale::format_date(DateValue, DateStyle) const;                        \
+  template Result<String> Locale::format_time(seconds) const;                                     \
+  template Result<String> Locale::format_time(DatetimeValue) const;                               \
+  template Result<String> Locale::format_datetime(local_seconds, DatetimeStyle) const;            \
   template Result<String> Locale::format_datetime(std::chrono::sys_seconds, DatetimeStyle) const; \
   template Result<String> Locale::format_datetime(DatetimeValue, DatetimeStyle) const
 

@@ -32,9 +32,8 @@ std::vector<std::filesystem::path> default_extension_path() {
 
 Result<Host> Host::open(HostOptions options) {
   host::HostConfiguration configuration;
-  configuration.extension_path = options.extension_path.empty()
-                                     ? default_extension_path()
-                                     : std::move(options.extension_path);
+  configuration.extension_path =
+      options.extension_path.empty() ? default_extension_path() : std::move(options.extension_path);
   configuration.options = std::move(options.options);
   configuration.zone_directory = std::move(options.zone_directory);
   if (options.journal) {

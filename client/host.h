@@ -60,7 +60,8 @@ class Host {
 
   /// A locale by its name, as people write them ("de_DE", "de-DE", "de_DE.UTF-8", "german"), with a
   /// time zone ("Europe/Berlin", "UTC+05:30"; empty: the system's). Callers that ask for the same
-  /// pair share one handle. Unknown names are errors (lookup_failed); match() tells a near relative apart.
+  /// pair share one handle. Unknown names are errors (lookup_failed); match() tells a near relative
+  /// apart.
   [[nodiscard]] Result<Locale> locale(std::string_view name, std::string_view zone = {}) const;
 
   /// The same with a handle of its own, whose time zone can be changed: Locale::set_time_zone().

@@ -25,8 +25,8 @@ Result<Locale> Locale::open(std::shared_ptr<host::Host> host, std::string_view n
   const std::string what = "locale " + in_quotes(name) + ": ";
   if (!wide_name) return failure(Status::lookup_failed, what + "not valid UTF-8");
   NlsContext& context = *host->context();
-  auto zone_name = zone.empty() ? Result<std::u16string>(system_zone(context))
-                                : normalised_zone(context, zone);
+  auto zone_name =
+      zone.empty() ? Result<std::u16string>(system_zone(context)) : normalised_zone(context, zone);
   if (!zone_name) return tl::unexpected<Error>(zone_name.error());
   // Without a name the module asks for the system's zone itself, and warns when there is none.
   const std::u16string_view zone_asked = zone.empty() ? std::u16string_view() : *zone_name;
@@ -41,8 +41,7 @@ Result<Locale> Locale::open(std::shared_ptr<host::Host> host, std::string_view n
     const std::string load_error = host->last_load_error();
     return failure(status, what + (load_error.empty() ? status_text(nullptr, status) : load_error));
   }
-  return Locale(
-      std::make_shared<State>(std::move(host), handle, sharing, *std::move(zone_name)));
+  return Locale(std::make_shared<State>(std::move(host), handle, sharing, *std::move(zone_name)));
 }
 
 std::string Locale::name() const {
@@ -63,7 +62,8 @@ Result<Locale> Locale::in_time_zone(std::string_view zone) const {
 
 Result<void> Locale::set_time_zone(std::string_view zone) {
   if (state_->sharing == Sharing::shared) {
-    return failure(Status::not_possible, "locale " + in_quotes(name()) + ": others share it, so its time zone cannot be "
+    return failure(Status::not_possible, "locale " + in_quotes(name()) +
+                                             ": others share it, so its time zone cannot be "
                                              "changed; use a private locale or in_time_zone()");
   }
   auto zone_name = normalised_zone(*handle()->context, zone);
@@ -72,17 +72,23 @@ Result<void> Locale::set_time_zone(std::string_view zone) {
   const Status status{handle()->services.set_time_zone(
       handle(), zone_name->data(), static_cast<std::int64_t>(zone_name->size()))};
   if (status != Status::ok) {
-    return failure(status,
-                   "time zone " + in_quotes(zone) + ": " + status_text(handle(), status));
+    return failure(status, "time zone " + in_quotes(zone) + ": " + status_text(handle(), status));
   }
   state_->zone = *std::move(zone_name);
   return {};
 }
 
 Result<std::chrono::local_seconds> Locale::local_time(std::chrono::sys_seconds instant) const {
-  const auto offset = state_->host->zone_offset(current_zone(handle()),
-                                                instant.time_since_epoch().count());
-  return std::chrono::local_seconds{instant.time_since_epoch() + std::chrono::seconds{offset}};
+  // Far enough beyond the calendar that no offset brings an instant back into it.
+  constexpr auto first = std::chrono::sys_days{std::chrono::year{1581} / 12 / 1};
+  constexpr auto end = std::chrono::sys_days{std::chrono::year{20001} / 2 / 1};
+  const std::chrono::seconds moment = instant.time_since_epoch();
+  if (instant < first || instant >= end) {
+    return failure(Status::out_of_range, "instant " + std::to_string(moment.count()) +
+                                             " seconds from 1970: outside 1582 to 20000");
+  }
+  const auto offset = state_->host->zone_offset(current_zone(handle()), moment.count());
+  return std::chrono::local_seconds{moment + std::chrono::seconds{offset}};
 }
 
 Conventions Locale::conventions() const { return conventions_of(record()); }

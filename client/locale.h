@@ -57,7 +57,8 @@ class Locale {
   Result<void> set_time_zone(std::string_view zone);
 
   /// The wall-clock time of an instant in the current time zone.
-  [[nodiscard]] Result<std::chrono::local_seconds> local_time(std::chrono::sys_seconds instant) const;
+  [[nodiscard]] Result<std::chrono::local_seconds> local_time(
+      std::chrono::sys_seconds instant) const;
 
   // ---- Dates.
 

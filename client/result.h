@@ -18,9 +18,9 @@ struct Error {
   std::string message;
 };
 
-/// A value or an Error: `if (result) use(*result); else report(result.error().message);`. It has the
-/// interface of C++23's std::expected, map() and and_then() included. value() throws when there is
-/// none.
+/// A value or an Error: `if (result) use(*result); else report(result.error().message);`. It has
+/// the interface of C++23's std::expected, map() and and_then() included. value() throws when there
+/// is none.
 template <typename T>
 using Result = tl::expected<T, Error>;
 

@@ -19,7 +19,8 @@ struct ZoneName {
   std::int64_t length = zone_name_capacity;
 
   [[nodiscard]] std::u16string text() const {
-    return {units, static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, zone_name_capacity))};
+    return {units,
+            static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, zone_name_capacity))};
   }
 };
 
@@ -30,10 +31,9 @@ tl::unexpected<Error> unknown_zone(std::string_view name) {
 std::optional<std::u16string> normalised(NlsContext& context, std::u16string_view name) {
   ZoneName zone;
   std::uint64_t extra = 0;
-  const Status status{context.normalise_zone(&context, name.data(),
-                                             static_cast<std::int64_t>(name.size()),
-                                             normalise_zone_flags, zone.units, &zone.length,
-                                             &extra)};
+  const Status status{
+      context.normalise_zone(&context, name.data(), static_cast<std::int64_t>(name.size()),
+                             normalise_zone_flags, zone.units, &zone.length, &extra)};
   if (status != Status::ok) return std::nullopt;
   return zone.text();
 }
@@ -62,7 +62,8 @@ Result<TimeZone> zone_now(NlsContext& context, Zone* zone, std::u16string_view n
   ZoneService* service = context.zone_service;
   const Status status{service->zone_info(service, zone, abbreviation, &length, &offset_seconds)};
   if (status != Status::ok) {
-    return failure(status, "time zone " + in_quotes(to_utf8(name)) + ": the host has no information on it");
+    return failure(status,
+                   "time zone " + in_quotes(to_utf8(name)) + ": the host has no information on it");
   }
   const auto bounded = std::clamp<std::int64_t>(length, 0, zone_abbreviation_capacity);
   return TimeZone{to_utf8(name), to_utf8({abbreviation, static_cast<std::size_t>(bounded)}),

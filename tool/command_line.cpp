@@ -26,7 +26,8 @@ constexpr const char* program_footer =
     "Locales are named as people write them: de_DE, de-DE, de_DE.UTF-8, german. Without one, the\n"
     "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX.\n"
     "\n"
-    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown locale\n"
+    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown "
+    "locale\n"
     "or time zone or a module that cannot be loaded, 4 input or output failed.\n";
 
 using Command = std::function<ExitCode()>;
@@ -71,8 +72,9 @@ class CommandLine {
   void add_format() {
     CLI::App* format = app_.add_subcommand("format", "Write values the way a locale does");
     format->require_subcommand(1);
-    format->footer("Values are arguments or, without any, lines of standard input.\n"
-                   "\"jwnls format KIND --help\" tells what a kind takes.\n");
+    format->footer(
+        "Values are arguments or, without any, lines of standard input.\n"
+        "\"jwnls format KIND --help\" tells what a kind takes.\n");
     for (const FormatKind& kind : format_kinds()) add_format_kind(*format, kind);
   }
 
@@ -103,7 +105,8 @@ class CommandLine {
           for (const char* known : kind.styles) {
             if (style == known) return std::string();
           }
-          return client::in_quotes(style) + " is no style of a " + kind.name + ": " + kind.style_help;
+          return client::in_quotes(style) + " is no style of a " + kind.name + ": " +
+                 kind.style_help;
         },
         "");
   }
@@ -115,9 +118,8 @@ class CommandLine {
     command->add_option("filter", options.filter, "Part of a name, in any case");
     command->add_flag("-n,--names", options.names_only, "Names only, for scripts");
     command->footer(examples(lines));
-    command->callback([this, list, &options] {
-      chosen_ = [list, &options] { return list(options); };
-    });
+    command->callback(
+        [this, list, &options] { chosen_ = [list, &options] { return list(options); }; });
   }
 
   void add_show() {

@@ -25,7 +25,7 @@ struct FormatOptions {
 struct FormatKind {
   const char* name;
   const char* summary;
-  const char* values_help;               // what a value may look like
+  const char* values_help;              // what a value may look like
   std::span<const char* const> styles;  // what --style takes; empty: there is no such option
   const char* style_help;
   const char* raw_help;

@@ -102,8 +102,8 @@ Read<year_month_day> read_date(Cursor& input) {
   if (!day) return because(day.error());
   const year_month_day date = std::chrono::year{year} / *month / *day;
   if (!date.ok()) {
-    return because("there is no day " + std::to_string(*day) + " in month " +
-                   two_digits(*month) + " of " + std::to_string(year));
+    return because("there is no day " + std::to_string(*day) + " in month " + two_digits(*month) +
+                   " of " + std::to_string(year));
   }
   return date;
 }

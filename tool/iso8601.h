@@ -2,7 +2,8 @@
 //
 //   date      2024-03-15, 20240315, 12024-03-15     (a year of 4 or 5 digits)
 //   time      14:30, 14:30:05, T143005, 14:30:05.25  ("," for "." too; a "T" may come first)
-//   datetime  <date>T<time>, a blank or "t" for the "T"; behind it an optional "Z", "+01:00", "-0330"
+//   datetime  <date>T<time>, a blank or "t" for the "T"; behind it an optional "Z", "+01:00",
+//   "-0330"
 
 #ifndef JWNLS_TOOL_ISO8601_H_
 #define JWNLS_TOOL_ISO8601_H_
@@ -17,7 +18,7 @@ namespace jwnls::tool {
 
 struct IsoValue {
   std::optional<std::chrono::year_month_day> date;
-  std::optional<std::chrono::seconds> time;     // since midnight, fractions dropped
+  std::optional<std::chrono::seconds> time;    // since midnight, fractions dropped
   std::optional<std::chrono::minutes> offset;  // from UTC; absent: the wall clock of nowhere said
 };
 

@@ -33,8 +33,8 @@ client::Locale open_locale(const client::Host& host, const std::string& locale_n
   const auto match = host.match(choice.name);
   if (!match) throw Failure{ExitCode::unavailable, match.error().message + origin};
   if (!match->exact) {
-    report("note: locale " + client::in_quotes(choice.name) + origin + " is not known as such; using " +
-           match->name);
+    report("note: locale " + client::in_quotes(choice.name) + origin +
+           " is not known as such; using " + match->name);
   }
   const auto locale = host.locale(choice.name, zone);
   if (!locale) throw Failure{ExitCode::unavailable, locale.error().message};

@@ -24,8 +24,8 @@ struct LocaleChoice {
 /// Starts the host, whose warnings go to standard error. Throws Failure{unavailable}.
 [[nodiscard]] client::Host open_host();
 
-/// Opens the locale of a command line, or the environment's when `locale_name` is empty, with a time
-/// zone (empty: the system's). Reports a name that has only a near relative. Throws
+/// Opens the locale of a command line, or the environment's when `locale_name` is empty, with a
+/// time zone (empty: the system's). Reports a name that has only a near relative. Throws
 /// Failure{unavailable}.
 [[nodiscard]] client::Locale open_locale(const client::Host& host, const std::string& locale_name,
                                          const std::string& zone);

@@ -29,8 +29,9 @@ constexpr const char* example_text = "2024-03-05, a Tuesday, 14:07:09";
 
 constexpr const char* weekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                     "Thursday", "Friday", "Saturday"};
-constexpr const char* months[] = {"January", "February", "March",     "April",   "May",      "June",
-                                  "July",    "August",   "September", "October", "November", "December"};
+constexpr const char* months[] = {"January",   "February", "March",    "April",
+                                  "May",       "June",     "July",     "August",
+                                  "September", "October",  "November", "December"};
 constexpr const char* quarters[] = {"first quarter", "second quarter", "third quarter",
                                     "fourth quarter"};
 
@@ -133,9 +134,8 @@ ExitCode run_show(const ShowOptions& options) {
   const client::Host host = open_host();
   const Locale locale = open_locale(host, options.locale, options.zone);
   const auto locales = host.locales();
-  const auto info = std::find_if(locales.begin(), locales.end(), [&](const auto& row) {
-    return row.name == locale.name();
-  });
+  const auto info = std::find_if(locales.begin(), locales.end(),
+                                 [&](const auto& row) { return row.name == locale.name(); });
   Output output;
   const bool listed = info != locales.end();
   Report(output, locale).write(listed ? info->english_name : "", listed ? info->own_name : "");

@@ -35,11 +35,12 @@ void Table::write(Output& output, std::size_t columns) const {
   std::vector<std::size_t> widths;
   for (const auto& row : rows_) {
     widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], cell_width(row[i]));
+    for (std::size_t i = 0; i < row.size(); ++i)
+      widths[i] = std::max(widths[i], cell_width(row[i]));
   }
   if (widths.empty()) return;
-  const std::size_t total = std::accumulate(widths.begin(), widths.end(),
-                                            indent_ + gap * (widths.size() - 1));
+  const std::size_t total =
+      std::accumulate(widths.begin(), widths.end(), indent_ + gap * (widths.size() - 1));
   const bool folded = columns != 0 && total > columns && widths.size() > 1;
   for (const auto& row : rows_) {
     Line line(indent_);

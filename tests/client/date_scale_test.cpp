@@ -48,7 +48,7 @@ TEST(DateScale, AgreesWithTheModulesCalendarOnEveryDay) {
 }
 
 TEST(DateScale, HasNoValueForOtherDates) {
-  const year_month_day cases[] = {year{1581} / 12 / 31, year{20001} / 1 / 1, year{2023} / 2 / 29,
+  const year_month_day cases[] = {year{1581} / 12 / 31, year{20001} / 1 / 1,  year{2023} / 2 / 29,
                                   year{4000} / 2 / 29,  year{20000} / 2 / 29, year{2024} / 13 / 1,
                                   year{2024} / 0 / 1,   year{99} / 1 / 1,     year{-5} / 1 / 1};
   for (const auto date : cases) EXPECT_FALSE(date_value(date)) << static_cast<int>(date.year());

@@ -24,10 +24,9 @@ TEST(Locale, IsFoundByTheNamesThatPeopleWrite) {
     const char* name;
     bool exact;
   } cases[] = {
-      {"de_DE", "de_DE", true},       {"de-DE", "de_DE", true},
-      {"de_DE.UTF-8", "de_DE", true}, {"zh_TW", "zh_Hant_TW", true},
-      {"C", "en_US_POSIX", true},     {"C.UTF-8", "en_US_POSIX", true},
-      {"de_US", "de", false},         {"german", "de", false},
+      {"de_DE", "de_DE", true},      {"de-DE", "de_DE", true},   {"de_DE.UTF-8", "de_DE", true},
+      {"zh_TW", "zh_Hant_TW", true}, {"C", "en_US_POSIX", true}, {"C.UTF-8", "en_US_POSIX", true},
+      {"de_US", "de", false},        {"german", "de", false},
   };
   for (const auto& [asked, name, exact] : cases) {
     const auto match = real_host().match(asked);
@@ -113,11 +112,13 @@ TEST(Locale, GivesItsConventions) {
   EXPECT_EQ(german.grouping_symbol, ".");
   EXPECT_EQ(german.grouping, "3");
   EXPECT_EQ(german.currency_symbol, "€");
-  EXPECT_EQ(real_host().locale("ff_Adlm", "UTC")->conventions().full_months[0], "𞤅𞤭𞥅𞤤𞤮");
+  EXPECT_EQ(real_host().locale("ff_Adlm", "UTC")->conventions().full_months[0],
+            "𞤅𞤭𞥅𞤤𞤮");
 }
 
 TEST(Locale, ReadsRecordsWhoseLengthsLie) {
-  auto record = std::make_unique<LocaleRecord>(*real_host().locale("de_DE", "UTC")->handle()->record);
+  auto record =
+      std::make_unique<LocaleRecord>(*real_host().locale("de_DE", "UTC")->handle()->record);
   record->full_weekdays[0].length = 1'000'000;
   record->date_patterns[1].length = -7;
   record->grouping_length = 61;

@@ -28,8 +28,10 @@ TEST(Utf8, TranscodesBothWays) {
 
 TEST(Utf8, ReplacesSurrogatesWithoutPartner) {
   const Pair cases[] = {
-      {{0xD800}, "\uFFFD"},                            // the text ends
-      {{0xD800, u'a'}, "\uFFFD" "a"},                  // something else follows
+      {{0xD800}, "\uFFFD"},  // the text ends
+      {{0xD800, u'a'},
+       "\uFFFD"
+       "a"},                                           // something else follows
       {{0xDC00, 0xD800}, "\uFFFD\uFFFD"},              // the wrong way round
       {{0xD800, 0xD800, 0xDC00}, "\uFFFD\U00010000"},  // the second has its partner
   };

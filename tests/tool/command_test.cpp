@@ -13,10 +13,14 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 TEST(Usage, HelpIsOutputAndHasExamples) {
-  const Arguments cases[] = {{"--help"},         {"format", "--help"},
-                             {"format", "date", "--help"}, {"format", "time", "-h"},
-                             {"format", "datetime", "--help"}, {"locales", "--help"},
-                             {"zones", "--help"}, {"show", "--help"}};
+  const Arguments cases[] = {{"--help"},
+                             {"format", "--help"},
+                             {"format", "date", "--help"},
+                             {"format", "time", "-h"},
+                             {"format", "datetime", "--help"},
+                             {"locales", "--help"},
+                             {"zones", "--help"},
+                             {"show", "--help"}};
   for (const auto& arguments : cases) {
     const auto outcome = run_tool({arguments});
     EXPECT_EQ(outcome.exit_code, 0);
@@ -88,8 +92,8 @@ TEST(Failures, OutputThatCannotBeWritten) {
     EXPECT_EQ(outcome.exit_code, 4);
     EXPECT_EQ(outcome.errors, "jwnls: standard output: No space left on device\n");
   }
-  const auto closed = run_shell(
-      "{ seq 0 1000000 | \"$jwnls\" format date -r -l de_DE; echo $? >&2; } | head -n 1");
+  const auto closed =
+      run_shell("{ seq 0 1000000 | \"$jwnls\" format date -r -l de_DE; echo $? >&2; } | head -n 1");
   EXPECT_EQ(closed.output, "01.01.1960\n");
   EXPECT_EQ(closed.errors, "4\n");
 }

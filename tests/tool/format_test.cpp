@@ -20,7 +20,7 @@ TEST(Format, WritesALineForEachValue) {
       {{"date", "--locale", "en-US", "--style", "3", "2024-03-15"}, "March 15, 2024\n"},
       {{"date", "-l", "en_US", "-s1", "12345-01-02"}, "01/02/2345\n"},  // four digits are shown
       {{"date", "-l", "fr_FR", "-s", "long", "--raw", "0", "-138061", "6589335", "-0.5"},
-       "1 janvier 1960\n1 janvier 1582\n31 décembre 2000\n31 décembre 1959\n"},
+       "1 janvier 1960\n1 janvier 1582\n31 décembre 0000\n31 décembre 1959\n"},
       {{"time", "-l", "en_US", "14:30", "00:05:09", "T143005"},
        "2:30:00 PM\n12:05:09 AM\n2:30:05 PM\n"},
       {{"time", "-l", "de_DE", "-r", "52205", "-1"}, "14:30:05\n23:59:59\n"},
@@ -29,7 +29,8 @@ TEST(Format, WritesALineForEachValue) {
       {{"datetime", "-l", "de_DE", "-s", "time", "2024-03-15T14:30:05"}, "14:30:05\n"},
       {{"datetime", "-l", "de_DE", "--raw", "0", "-0.25"},
        "01.01.1960, 00:00:00\n31.12.1959, 23:59:59\n"},
-      {{"date", "-l", "ff_Adlm", "-s", "long", "2024-03-15"}, "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024\n"},
+      {{"date", "-l", "ff_Adlm", "-s", "long", "2024-03-15"},
+       "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024\n"},
   };
   for (const auto& [arguments, output] : cases) {
     Arguments all = {"format"};
@@ -69,8 +70,8 @@ TEST(Format, KnowsNow) {
 }
 
 TEST(Format, ReadsLinesAndGoesOnAfterBadOnes) {
-  const auto outcome = run_tool({{"format", "date", "-l", "de_DE"},
-                                 "2024-03-15\r\n  2024-02-30 \n\n2024-12-24 \nx\x1B[2J"});
+  const auto outcome = run_tool(
+      {{"format", "date", "-l", "de_DE"}, "2024-03-15\r\n  2024-02-30 \n\n2024-12-24 \nx\x1B[2J"});
   EXPECT_EQ(outcome.output, "15.03.2024\n24.12.2024\n");
   EXPECT_EQ(outcome.errors,
             "jwnls: line 2: '2024-02-30': there is no day 30 in month 02 of 2024\n"

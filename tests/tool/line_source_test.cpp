@@ -33,7 +33,8 @@ std::vector<Line> lines_of(const std::string& text, std::size_t piece_bytes) {
   std::vector<Line> lines;
   LineSource source(ends[0], [] {});
   std::string_view line;
-  while (source.next(line)) lines.push_back({source.number(), std::string(line), source.too_long()});
+  while (source.next(line))
+    lines.push_back({source.number(), std::string(line), source.too_long()});
   EXPECT_FALSE(source.next(line));  // the end stays the end
   writer.join();
   close(ends[0]);
@@ -55,7 +56,8 @@ TEST(LineSource, GivesLinesWithoutTheirEnds) {
       {std::string("a\0b\n", 4), {{1, std::string("a\0b", 3), false}}},
   };
   for (const auto& [text, lines] : cases) {
-    for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{1000}}) EXPECT_EQ(lines_of(text, piece), lines);
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{1000}})
+      EXPECT_EQ(lines_of(text, piece), lines);
   }
 }
 
@@ -63,11 +65,10 @@ TEST(LineSource, CutsLinesThatAreTooLong) {
   constexpr auto most = LineSource::longest_line;
   const std::string fits(most, 'x');
   const std::string text = fits + "\r\n" + fits + "y\n" + std::string(300'000, 'z') + "\nend\n";
-  const std::vector<Line> expected = {{1, fits, false},
-                                      {2, fits, true},
-                                      {3, std::string(most, 'z'), true},
-                                      {4, "end", false}};
-  for (const std::size_t piece : {std::size_t{999}, std::size_t{1'000'000}}) EXPECT_EQ(lines_of(text, piece), expected);
+  const std::vector<Line> expected = {
+      {1, fits, false}, {2, fits, true}, {3, std::string(most, 'z'), true}, {4, "end", false}};
+  for (const std::size_t piece : {std::size_t{999}, std::size_t{1'000'000}})
+    EXPECT_EQ(lines_of(text, piece), expected);
 }
 
 TEST(LineSource, FailsOnInputThatCannotBeRead) {

@@ -76,8 +76,7 @@ Outcome run(const char* program, std::vector<std::string> arguments,
   EXPECT_EQ(error, 0) << program;
   int status = 0;
   EXPECT_EQ(waitpid(child, &status, 0), child);
-  return {WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status), out.read(),
-          errors.read()};
+  return {WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status), out.read(), errors.read()};
 }
 
 }  // namespace

@@ -10,8 +10,8 @@ TEST(TerminalText, CountsCells) {
     const char* text;
     std::size_t cells;
   } cases[] = {
-      {"", 0},          {"März", 4},     {"Ma\u0308rz", 4},       // a combining mark
-      {"2024年3月", 9}, {"오후", 4},     {"ｱ", 1},                // wide, wide, half-width
+      {"", 0},          {"März", 4},          {"Ma\u0308rz", 4},  // a combining mark
+      {"2024年3月", 9}, {"오후", 4},          {"ｱ", 1},           // wide, wide, half-width
       {"सोमवार", 6},    {"\u2068x\u2069", 1}, {"\U0001E905\U0001E92D\U0001E945", 2},
       {"\xFF\xC3", 2},  // malformed bytes, a cell each
   };
