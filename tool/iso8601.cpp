@@ -153,8 +153,10 @@ tl::expected<IsoValue, std::string> read_iso8601(std::string_view text) {
   if (text.empty()) return because("no value");
   Cursor input(text);
   IsoValue value;
-  const bool time_alone =
-      input.take_any("Tt") || (input.digits_ahead() == 2 && input.after_digits() == ':');
+  const bool marked =
+      (text.front() == 'T' || text.front() == 't') && text.size() > 1 && is_digit(text[1]);
+  if (marked) input.skip(1);
+  const bool time_alone = marked || (input.digits_ahead() == 2 && input.after_digits() == ':');
   if (!time_alone) {
     const auto date = read_date(input);
     if (!date) return because(date.error());
