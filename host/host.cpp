@@ -157,6 +157,10 @@ void Host::set_option(std::string_view name, std::string_view value) {
 
 const std::vector<std::string>& Host::zone_names() const { return parts_->context.zones().names(); }
 
+std::int64_t Host::zone_offset(const Zone* zone, std::int64_t moment) {
+  return zone->offset_at(moment);
+}
+
 std::string Host::zone_database_version() const { return parts_->context.zones().version(); }
 
 std::string Host::last_load_error() const { return parts_->kernel.extensions().error(); }

@@ -56,6 +56,10 @@ const Zone::Snapshot& Zone::renew(std::int64_t moment) {
   return *snapshots_.back();
 }
 
+std::int64_t Zone::offset_at(std::int64_t moment) const {
+  return zone_.lookup(moment_of(moment)).offset;
+}
+
 namespace host {
 namespace {
 
