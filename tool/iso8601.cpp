@@ -73,7 +73,9 @@ constexpr Field second_field = {"second", 0, 59};
 constexpr Field offset_hour_field = {"offset hour", 0, 23};
 constexpr Field offset_minute_field = {"offset minute", 0, 59};
 
-std::string two_digits(int value) { return (value < 10 ? "0" : "") + std::to_string(value); }
+std::string two_digits(int value) {
+  return {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+}
 
 Read<int> read_field(Cursor& input, const Field& field) {
   if (input.digits_ahead() < 2) {
