@@ -1,0 +1,84 @@
+// The locale database extension: fills locale records from its tables.
+
+#include <algorithm>
+#include <cstring>
+
+#include "extensions/extension_object.h"
+#include "extensions/locale_database/locale_tables.h"
+#include "module/frame/host_tables.h"
+#include "module/record/status.h"
+
+namespace jwnls::ldb {
+namespace {
+
+// The object; its word 10 is the ABI's `fill`, word 2 destroys it.
+struct Database {
+  HostWord word_0[2];
+  void (*destroy)(Database*);
+  Pool* pool;
+  HostWord word_4[6];
+  decltype(LocaleDatabase::fill) fill;
+};
+static_assert(sizeof(Database) == sizeof(LocaleDatabase) && offsetof(Database, destroy) == 2 * 8 &&
+              offsetof(Database, fill) == offsetof(LocaleDatabase, fill));
+
+const LocaleRow* find_row(const char16_t* name, std::int64_t length) noexcept {
+  constexpr auto longest = static_cast<std::int64_t>(LocaleKey::max_name_length);
+  if (name == nullptr || length < 1 || length > longest) return nullptr;
+  const LocaleKey key = key_of(std::u16string_view(name, static_cast<std::size_t>(length)));
+  const LocaleKey* end = locale_keys + locale_count;
+  const LocaleKey* found = std::lower_bound(locale_keys, end, key);
+  return found != end && *found == key ? locale_rows + (found - locale_keys) : nullptr;
+}
+
+// Writes a text behind its length.
+void write_text(std::byte* entry, std::uint16_t text) noexcept {
+  const std::uint32_t begin = text_offsets[text];
+  const std::uint64_t length = text_offsets[text + 1] - begin;
+  std::memcpy(entry, &length, sizeof length);
+  std::memcpy(entry + sizeof length, texts + begin, length * sizeof(char16_t));
+}
+
+void write_row(std::byte* record, const LocaleRow& row) noexcept {
+  for (std::size_t i = 0; i < run_count; ++i) {
+    const std::uint16_t* list = list_texts + row.lists[i];
+    std::byte* entry = record + runs[i].offset;
+    for (std::size_t k = 0; k < runs[i].count; ++k, entry += sizeof(TextEntry)) {
+      write_text(entry, list[k]);
+    }
+  }
+  const std::int64_t currency_digits = row.currency_digits;
+  const std::int32_t week[] = {row.first_weekday, row.minimal_days};
+  std::memcpy(record + offsetof(LocaleRecord, decimal_symbol), &row.decimal_symbol, 2);
+  std::memcpy(record + offsetof(LocaleRecord, grouping_symbol), &row.grouping_symbol, 2);
+  std::memcpy(record + currency_digits_offset, &currency_digits, sizeof currency_digits);
+  std::memcpy(record + week_offset, week, sizeof week);
+}
+
+// The record's memory comes unzeroed; its head, the locale's name, belongs to the caller.
+std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
+  if (record == nullptr) return code(Status::null_argument);
+  const LocaleRow* row = find_row(name, length);
+  if (row == nullptr) return code(Status::lookup_failed);
+  auto* bytes = static_cast<std::byte*>(record);
+  constexpr std::size_t head = offsetof(LocaleRecord, area_2);
+  std::memset(bytes + head, 0, sizeof(LocaleRecord) - head);
+  write_row(bytes, *row);
+  return code(Status::ok);
+}
+
+void destroy(Database* database) { database->pool->destroy(database->pool); }
+
+}  // namespace
+}  // namespace jwnls::ldb
+
+/// The factory. The caller owns the object and destroys it through its word 2.
+extern "C" __attribute__((visibility("default"))) void* jwnlsldb(jwnls::Kernel* kernel,
+                                                                 jwnls::ErrorSink* errors) {
+  using jwnls::ldb::Database;
+  auto* database = jwnls::create_in_own_pool<Database>(kernel, errors, "jwnlsldb pool");
+  if (database == nullptr) return nullptr;
+  database->destroy = jwnls::ldb::destroy;
+  database->fill = jwnls::ldb::fill;
+  return database;
+}

@@ -1,0 +1,97 @@
+// The locale database's tables: what is generated at build time, and how a record is put together
+// from it.
+//
+// A record is a sequence of runs: one text, or a list of them in consecutive entries. A locale's
+// row names a list for each run. Equal texts, and equal lists of them, are stored once.
+
+#ifndef JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
+#define JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+#include "module/record/locale_record.h"
+
+namespace jwnls::ldb {
+
+/// A canonical locale name, packed so that comparing two takes two comparisons of integers.
+struct LocaleKey {
+  static constexpr std::size_t max_name_length = 16;
+
+  std::uint64_t high;  // the name's first eight characters, the first one topmost
+  std::uint64_t low;   // the rest, zeros behind it
+
+  auto operator<=>(const LocaleKey&) const = default;
+};
+
+/// The key of a name of at most max_name_length units; one that no locale has when it is not ASCII.
+template <typename Unit>
+constexpr LocaleKey key_of(std::basic_string_view<Unit> name) noexcept {
+  std::uint64_t halves[2] = {};
+  for (std::size_t i = 0; i < LocaleKey::max_name_length; ++i) {
+    const std::uint32_t unit = i < name.size() ? static_cast<std::uint32_t>(name[i]) : 0;
+    if (unit > 0x7F) return {};
+    halves[i / 8] = halves[i / 8] << 8 | unit;
+  }
+  return {halves[0], halves[1]};
+}
+
+/// Consecutive entries of a record. Each begins with its length in units, a 64-bit word.
+struct Run {
+  std::uint16_t offset;  // bytes from the record's start
+  std::uint8_t count;    // entries, one text entry apart
+  std::uint8_t room;     // units that fit one of them
+};
+
+/// Every text of a record, in the order in which a locale's row names its lists.
+inline constexpr Run runs[] = {
+    {offsetof(LocaleRecord, full_weekdays), 7, 60},
+    {offsetof(LocaleRecord, short_weekdays), 7, 60},
+    {offsetof(LocaleRecord, full_months), 12, 60},
+    {offsetof(LocaleRecord, short_months), 12, 60},
+    {offsetof(LocaleRecord, date_patterns), 6, 60},  // and time, datetime and style-0 pattern
+    {offsetof(LocaleRecord, before_noon), 2, 60},    // and after_noon
+    {offsetof(LocaleRecord, full_quarters), 4, 60},
+    {offsetof(LocaleRecord, short_quarters), 4, 60},
+    {offsetof(LocaleRecord, grouping_length), 1, 60},
+    {offsetof(LocaleRecord, currency_symbol_length), 1, 60},
+    {offsetof(LocaleRecord, area_1), 1, 60},  // the locale's own name
+    {offsetof(LocaleRecord, area_2), 1, 44},  // the locale that it inherits from
+    {offsetof(LocaleRecord, area_3), 3, 60},  // language, script and region
+    {offsetof(LocaleRecord, area_4), 1, 60},  // the BCP 47 tag
+    {offsetof(LocaleRecord, area_6), 1, 60},  // the currency's ISO 4217 code
+    {offsetof(LocaleRecord, area_8), 1, 60},  // the locale's English name
+};
+inline constexpr std::size_t run_count = std::size(runs);
+
+// Behind the currency code in area 6: the digits of its minor unit, a 64-bit integer.
+inline constexpr std::size_t currency_digits_offset = offsetof(LocaleRecord, area_6) + 128;
+// Area 7: the week's first day (1 = Sunday) and the days of the new year that make a week its
+// first, two 32-bit integers.
+inline constexpr std::size_t week_offset = offsetof(LocaleRecord, area_7);
+
+struct LocaleRow {
+  std::uint16_t lists[run_count];  // where each run's list of texts begins in list_texts
+  char16_t decimal_symbol;
+  char16_t grouping_symbol;
+  std::uint8_t currency_digits;
+  std::uint8_t first_weekday;
+  std::uint8_t minimal_days;
+};
+
+// ---- Generated.
+
+extern const std::uint32_t locale_count;
+extern const LocaleKey locale_keys[];     // sorted
+extern const LocaleRow locale_rows[];     // in the order of the keys
+extern const std::uint16_t list_texts[];  // lists of text numbers, end to end
+extern const std::uint32_t
+    text_offsets[];  // where each text begins in `texts`; one more at the end
+extern const char16_t texts[];
+
+}  // namespace jwnls::ldb
+
+#endif  // JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
