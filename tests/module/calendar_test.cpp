@@ -1,0 +1,277 @@
+// The calendar: every day against a day-by-day walk, values against the literal double formulas.
+
+#include "module/calendar/calendar.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace jwnls::test {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+const double missing = missing_value();
+const double other_missing = std::bit_cast<double>(0xFFFF00000000002A);
+
+bool is_standard_missing(double value) {
+  return std::bit_cast<std::uint64_t>(value) == 0xFFFFD10000000000;
+}
+
+// Equal as the calendar means it: the same number, or the standard missing value both.
+bool same(double a, double b) {
+  return a == b || (is_standard_missing(a) && is_standard_missing(b));
+}
+#define EXPECT_SAME(a, b) EXPECT_PRED2(same, a, b)
+
+unsigned length_of_month(int year, unsigned month) {
+  using namespace std::chrono;
+  if (year % 4000 == 0 && month == 2) return 28;
+  return unsigned{(std::chrono::year(year) / month / last).day()};
+}
+
+TEST(Calendar, AgreesWithAWalkOverEveryDay) {
+  int year = 1582;
+  unsigned month = 1, day = 1, day_of_year = 1;
+  int weekday = 6;  // a Friday
+  CalendarScratch scratch = initial_scratch;
+  // The truncated division leaves the first nine weekdays as they are here.
+  constexpr int first_weekdays[] = {-1, 0, 1, -5, -4, -3, -2, -1, 0};
+  long faults = 0;
+  for (int date = -138061; date < 6589336 && faults < 10; ++date) {
+    const double julian = year * 1000.0 + day_of_year;
+    const int nth = date + 138061;
+    std::int32_t julian_year = 0;
+    double y = 0, m = 0, d = 0;
+    const CivilDate civil = civil_from_day(date);
+    const bool right = date_value_to_julian(date, julian_year) == julian && julian_year == year &&
+                       date_value_to_julian(date + 0.75, julian_year) == julian &&
+                       julian_to_date_value(julian, scratch) == date &&
+                       julian_to_date_parts(julian, scratch, y, m, d) == 0 && y == year &&
+                       m == month && d == day && date_parts_to_julian(m, d, y, scratch) == julian &&
+                       date_parts_to_date_value(m, d, y, scratch) == date &&
+                       date_value_to_weekday(date) == (nth < 9 ? first_weekdays[nth] : weekday) &&
+                       datetime_to_date_value(date * 86400.0) == date &&
+                       datetime_to_date_value(date * 86400.0 + 86399) == date &&
+                       civil.year == year && civil.month == static_cast<int>(month) &&
+                       civil.day == static_cast<int>(day) && day_from_civil(civil) == date &&
+                       weekday_from_day(date) == weekday;
+    if (!right) {
+      ++faults;
+      ADD_FAILURE() << date << ' ' << year << '-' << month << '-' << day;
+    }
+    weekday = weekday % 7 + 1;
+    ++day_of_year;
+    if (++day > length_of_month(year, month)) {
+      day = 1;
+      if (++month > 12) {
+        month = 1;
+        day_of_year = 1;
+        ++year;
+      }
+    }
+  }
+  EXPECT_EQ(year, 20001);
+
+  using namespace std::chrono;
+  const sys_days epoch = 1960y / January / 1;
+  for (const sys_days date : {sys_days(1582y / January / 1), sys_days(3999y / December / 31)}) {
+    const CivilDate civil = civil_from_day(static_cast<int>((date - epoch).count()));
+    EXPECT_EQ(year_month_day(date), std::chrono::year(civil.year) / civil.month / civil.day);
+  }
+}
+
+TEST(Calendar, TakesAndRefusesDateParts) {
+  struct Row {
+    double month, day, year, julian, date;
+    int cutoff = 1950;
+  };
+  const Row rows[] = {
+      {1, 1, 1960, 1960001, 0},
+      {12, 31, 1960, 1960366, 365},
+      {1, 1, 1582, 1582001, -138061},
+      {12, 31, 20000, 20000365, 6589335},
+      {2, 29, 2000, 2000060, 14669},
+      // Two-digit years, and cutoffs other than the usual one.
+      {1, 1, 49, 2049001, 32508},
+      {1, 1, 50, 1950001, -3652},
+      {1, 1, 99, 1999001, 14245},
+      {1, 1, 0, 2000001, 14610},
+      {1, 1, 49, 1949001, -4017, 1900},
+      {1, 1, 99, 1999001, 14245, 1999},
+      {1, 1, 98, 2098001, 50405, 1999},
+      // Fractions are cut, once the double has passed the bounds.
+      {12.0, 30.5, 2000, 2000365, 14974},
+      {1, 1.999, 1960.9, 1960001, 0},
+      {1, 1, 0.5, 2000001, 14610},
+      {12, 31.5, 2000, missing, missing},
+      {4, 30.5, 2000, missing, missing},
+      {12.5, 1, 2000, missing, missing},
+      {0.999, 1, 2000, missing, missing},
+      {1, 0.999, 2000, missing, missing},
+      {1, 1, 20000.5, missing, missing},
+      {1, 1, 99.5, missing, missing},
+      {1, 1, 1581.999, missing, missing},
+      {1, 1, -0.5, missing, missing},
+      {2, 29, 1900, missing, missing},
+      {2, 29, 4000, missing, missing},
+      {2, 29, 20000, missing, missing},
+      {4, 31, 2000, missing, missing},
+      {1, 1, 1581, missing, missing},
+      {1, 1, 100, missing, missing},
+      {1, 1, 20001, missing, missing},
+      // A window that reaches past the calendar.
+      {1, 1, 5, missing, missing, 20000},
+      {1, 1, 5, missing, missing, 1500},
+  };
+  for (const Row& row : rows) {
+    CalendarScratch scratch = initial_scratch;
+    scratch.year_cutoff = row.cutoff;
+    EXPECT_SAME(date_parts_to_julian(row.month, row.day, row.year, scratch), row.julian)
+        << row.month << '/' << row.day << '/' << row.year;
+    EXPECT_SAME(date_parts_to_date_value(row.month, row.day, row.year, scratch), row.date)
+        << row.month << '/' << row.day << '/' << row.year;
+  }
+  for (const double bad : {nan, -nan, infinity, -infinity, missing, other_missing, 1e300, -1e300}) {
+    CalendarScratch scratch = initial_scratch;
+    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(bad, 1, 2000, scratch)));
+    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(1, bad, 2000, scratch)));
+    EXPECT_TRUE(is_standard_missing(date_parts_to_date_value(1, 1, bad, scratch)));
+  }
+}
+
+TEST(Calendar, LeavesTheYearInTheScratch) {
+  CalendarScratch scratch = initial_scratch;
+  EXPECT_EQ(scratch.month_lengths[1], 0);
+  (void)date_parts_to_julian(3, 1, 4, scratch);
+  EXPECT_EQ(scratch.year, 2004);
+  EXPECT_EQ(scratch.days_in_year, 366);
+  EXPECT_EQ(scratch.month_lengths[1], 29);
+  (void)julian_to_date_value(4000001, scratch);
+  EXPECT_EQ(scratch.days_in_year, 365);
+  EXPECT_EQ(scratch.month_lengths[1], 28);
+}
+
+TEST(Calendar, RefusesJulianAndDateValuesOutsideIt) {
+  for (const double julian :
+       {0.0, 0.999, -1.0, 1000.0, 1961366.0, 1960367.0, 1960000.0, 1581365.0, 100001.0, 20001001.0,
+        20000366.0, 1960999.0, 3e9, -3e9, nan, infinity, -infinity, missing, other_missing}) {
+    CalendarScratch scratch = initial_scratch;
+    double year = 0, month = 0, day = 0;
+    EXPECT_TRUE(is_standard_missing(julian_to_date_value(julian, scratch))) << julian;
+    EXPECT_EQ(julian_to_date_parts(julian, scratch, year, month, day), 0);
+    EXPECT_TRUE(is_standard_missing(year) && is_standard_missing(month) && is_standard_missing(day))
+        << julian;
+  }
+  CalendarScratch scratch = initial_scratch;
+  EXPECT_EQ(julian_to_date_value(1, scratch), 14610) << "day 1 of the year 0, which is 2000";
+  EXPECT_EQ(julian_to_date_value(49366 - 1000, scratch), 32507) << "the year 48 is a leap year";
+  EXPECT_EQ(julian_to_date_value(1960366.9, scratch), 365);
+
+  std::int32_t year = 7;
+  for (const double date : {std::nextafter(-138061.0, -infinity), 6589336.0, 1e300, -1e300, nan,
+                            infinity, -infinity, missing}) {
+    EXPECT_TRUE(is_standard_missing(date_value_to_julian(date, year))) << date;
+    EXPECT_TRUE(is_standard_missing(date_value_to_weekday(date))) << date;
+  }
+  EXPECT_TRUE(is_standard_missing(date_value_to_weekday(other_missing)));
+  EXPECT_EQ(std::bit_cast<std::uint64_t>(date_value_to_julian(other_missing, year)),
+            std::bit_cast<std::uint64_t>(other_missing))
+      << "passed through unchanged, by this conversion alone";
+  EXPECT_EQ(date_value_to_julian(std::nextafter(6589336.0, 0), year), 20000365);
+  EXPECT_EQ(date_value_to_julian(-0.001, year), 1959365);
+  EXPECT_EQ(date_value_to_weekday(0), 6);
+  EXPECT_EQ(date_value_to_weekday(-138052.5), 1) << "truncated towards zero";
+}
+
+// ---- Datetimes, against the formulas as they are written down.
+
+bool in_range(double s) { return s >= -11928470400.0 && s < 569318630400.0; }
+double date_of(double s) { return std::trunc((11928470400.0 + s) / 86400) - 138061; }
+double time_of_day_of(double s) { return std::fmod(s <= 0 ? s + 11928470400.0 : s, 86400); }
+double hour_of(double s) {
+  double r = std::fmod(s, 86400);
+  if (r < 0) r += 86400;
+  const double hour = std::floor(std::fabs(r / 3600));
+  return hour == 24 ? 0 : hour;  // a hair below midnight
+}
+double clock_of(double s) {
+  const double r = std::fmod(s, 86400);
+  return s < 0 ? 86400 - std::fabs(r) : r;
+}
+double minute_of(double s) { return std::floor(std::floor(std::fmod(clock_of(s), 3600)) / 60); }
+double second_of(double s) { return std::fmod(clock_of(s), 60); }
+
+struct Conversion {
+  const char* name;
+  double (*convert)(double);
+  double (*formula)(double);
+};
+constexpr Conversion conversions[] = {
+    {"date", [](double s) { return datetime_to_date_value(s); }, date_of},
+    {"time of day", [](double s) { return datetime_to_time_of_day(s); }, time_of_day_of},
+    {"hour", [](double s) { return datetime_to_hour(s); }, hour_of},
+    {"minute", [](double s) { return datetime_to_minute(s); }, minute_of},
+    {"second", [](double s) { return datetime_to_second(s); }, second_of},
+};
+
+TEST(Calendar, SplitsDatetimesByTheFormulas) {
+  std::vector<double> values;
+  const auto add_with_neighbours = [&](double value) {
+    double below = value, above = value;
+    for (int i = 0; i < 4; ++i) {
+      values.insert(values.end(), {below, above});
+      below = std::nextafter(below, -infinity);
+      above = std::nextafter(above, infinity);
+    }
+  };
+  std::mt19937_64 random(20000);
+  std::uniform_real_distribution<double> any(-11928470400.0, 569318630400.0);
+  std::uniform_real_distribution<double> near_zero(-200000, 200000);
+  for (int i = 0; i < 100'000; ++i) {
+    const double value = i % 2 == 0 ? any(random) : near_zero(random);
+    values.push_back(value);
+    for (const double unit : {86400.0, 3600.0, 60.0, 1.0, 1 / 1024.0}) {
+      add_with_neighbours(std::floor(value / unit) * unit);
+    }
+  }
+  for (int exponent = -1074; exponent < 40; ++exponent) {
+    for (const double day : {0.0, -86400.0, 86400.0, -3600.0, -11928470400.0 + 86400}) {
+      add_with_neighbours(day - std::ldexp(1, exponent));
+      add_with_neighbours(day + std::ldexp(1, exponent));
+    }
+  }
+  add_with_neighbours(-0.0);
+  add_with_neighbours(-11928470400.0);
+  add_with_neighbours(569318630400.0);
+  values.insert(values.end(), {nan, -nan, infinity, -infinity, 1e300, -1e300, missing});
+  values.push_back(other_missing);
+
+  int faults = 0;
+  for (const double value : values) {
+    for (const Conversion& each : conversions) {
+      const double result = each.convert(value);
+      const double expected = in_range(value) ? each.formula(value) : missing;
+      if (!same(result, expected) && ++faults < 10) {
+        ADD_FAILURE() << each.name << " of " << std::hexfloat << value << ": " << result
+                      << ", the formula gives " << expected;
+      }
+    }
+  }
+}
+
+TEST(Calendar, SplitsTheSecondBeforeTheEpoch) {
+  EXPECT_EQ(datetime_to_date_value(-1), -1);
+  EXPECT_EQ(datetime_to_time_of_day(-1), 86399);
+  EXPECT_EQ(datetime_to_hour(-1), 23);
+  EXPECT_EQ(datetime_to_minute(-1), 59);
+  EXPECT_EQ(datetime_to_second(-1.25), 58.75);
+}
+
+}  // namespace
+}  // namespace jwnls::test
