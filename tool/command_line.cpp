@@ -28,29 +28,35 @@ constexpr const char* program_footer =
     "\n"
     "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown "
     "locale\n"
-    "or time zone or a module that cannot be loaded, 4 input or output failed.\n";
+    "or time zone or a module that cannot be loaded, 4 input or output failed.";
 
 using Command = std::function<ExitCode()>;
+
+constexpr const char* values_footer =
+    "Without values, lines of standard input are read. A datetime with \"Z\" or an offset such as\n"
+    "+01:00 is an instant, written as the clock of the time zone shows it; one without is written\n"
+    "as it stands.\n\n";
 
 // The options of the chosen subcommand end up in its request, and `chosen` runs it.
 class CommandLine {
  public:
   CommandLine() : app_(program_description, "jwnls") {
-    app_.require_subcommand(1);
+    app_.require_subcommand(0, 1);  // one is required, but a wrong word is to be named first
     app_.set_version_flag("--version", "jwnls " JWNLS_VERSION);
     app_.footer(program_footer);
     app_.failure_message(CLI::FailureMessage::simple);
     add_format();
     add_list("locales", "List the locales: name, English name, own name",
-             "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh\n", run_locales);
+             "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
     add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
-             "  jwnls zones\n  jwnls zones america/arg\n  jwnls zones --names | fzf\n", run_zones);
+             "  jwnls zones\n  jwnls zones america/arg\n  jwnls zones --names | fzf", run_zones);
     add_show();
   }
 
   // Throws CLI::ParseError, for help as well.
   ExitCode run(int argument_count, const char* const* arguments) {
     app_.parse(argument_count, arguments);
+    if (!chosen_) throw Failure{ExitCode::usage, missing_command()};
     return chosen_();
   }
 
@@ -58,6 +64,17 @@ class CommandLine {
 
  private:
   static std::string examples(const std::string& lines) { return "Examples:\n" + lines; }
+
+  [[nodiscard]] std::string missing_command() const {
+    const bool format_alone = !app_.get_subcommands().empty();
+    const CLI::App* parent = format_alone ? app_.get_subcommands().front() : &app_;
+    std::string names;
+    for (const CLI::App* command : parent->get_subcommands({})) {
+      names.append(names.empty() ? "" : ", ").append(command->get_name());
+    }
+    return std::string(format_alone ? "format" : "jwnls") + " needs one of " + names +
+           " (see --help)";
+  }
 
   static void add_locale_option(CLI::App& command, std::string& locale) {
     command.add_option("-l,--locale", locale, "The locale; default: LC_ALL, LC_TIME or LANG")
@@ -71,10 +88,10 @@ class CommandLine {
 
   void add_format() {
     CLI::App* format = app_.add_subcommand("format", "Write values the way a locale does");
-    format->require_subcommand(1);
+    format->require_subcommand(0, 1);
     format->footer(
         "Values are arguments or, without any, lines of standard input.\n"
-        "\"jwnls format KIND --help\" tells what a kind takes.\n");
+        "\"jwnls format KIND --help\" tells what a kind takes.");
     for (const FormatKind& kind : format_kinds()) add_format_kind(*format, kind);
   }
 
@@ -89,11 +106,8 @@ class CommandLine {
           ->check(known_style(kind));
     }
     command->add_flag("-r,--raw", options.raw, kind.raw_help);
-    command->add_option("values", options.values,
-                        std::string(kind.values_help) +
-                            ". A datetime with \"Z\" or an offset such as +01:00 is an instant, "
-                            "shown in the time zone. None: lines of standard input");
-    command->footer(examples(kind.examples));
+    command->add_option("values", options.values, kind.values_help)->type_name("VALUE");
+    command->footer(std::string(values_footer) + examples(kind.examples));
     command->callback([this, &kind, &options] {
       chosen_ = [&kind, &options] { return run_format(kind, options); };
     });
@@ -127,7 +141,7 @@ class CommandLine {
     command->add_option("locale", show_options_.locale,
                         "The locale; default: LC_ALL, LC_TIME or LANG");
     add_zone_option(*command, show_options_.zone);
-    command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less\n"));
+    command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
     command->callback([this] { chosen_ = [this] { return run_show(show_options_); }; });
   }
 

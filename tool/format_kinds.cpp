@@ -115,9 +115,9 @@ constexpr FormatKind kinds[] = {
      .style_help = "short (1), medium (2, the default) or long (3)",
      .raw_help = "Values are days since 1960-01-01",
      .examples = "  jwnls format date -l de_DE -s long 2024-03-15\n"
-                 "  jwnls format date -l ja_JP 2024-03-15 20001-01-01\n"
+                 "  jwnls format date -l ja_JP 2024-03-15 1999-12-31\n"
                  "  jwnls format date -l fr_FR --raw 0 -138061 23450.5\n"
-                 "  cut -d, -f3 orders.csv | jwnls format date -l es_MX -s short\n",
+                 "  cut -d, -f3 orders.csv | jwnls format date -l es_MX -s short",
      .format = format_date},
     {.name = "time",
      .summary = "Write times of day",
@@ -127,7 +127,7 @@ constexpr FormatKind kinds[] = {
      .raw_help = "Values are seconds since midnight or since 1960-01-01 00:00:00",
      .examples = "  jwnls format time -l en_US 14:30 00:05:09\n"
                  "  jwnls format time -l ko_KR -z Asia/Seoul 2024-03-15T14:30:00Z\n"
-                 "  jwnls format time -l da_DK --raw 52200\n",
+                 "  jwnls format time -l da_DK --raw 52200",
      .format = format_time},
     {.name = "datetime",
      .summary = "Write datetimes",
@@ -138,7 +138,7 @@ constexpr FormatKind kinds[] = {
      .examples = "  jwnls format datetime -l de_DE 2024-03-15T14:30:05\n"
                  "  jwnls format datetime -l hi_IN -z Asia/Kolkata now\n"
                  "  jwnls format datetime -l en_GB -z Europe/London 2024-07-01T12:00:00Z\n"
-                 "  date -Iseconds | jwnls format datetime -l pt_BR -z America/Sao_Paulo\n",
+                 "  date -Iseconds | jwnls format datetime -l pt_BR -z America/Sao_Paulo",
      .format = format_datetime},
 };
 

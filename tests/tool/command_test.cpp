@@ -38,9 +38,10 @@ TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
     Arguments arguments;
     const char* part;
   } cases[] = {
-      {{}, "subcommand"},
+      {{}, "jwnls needs one of format, locales, zones, show"},
       {{"frobnicate"}, "frobnicate"},
-      {{"format"}, "subcommand"},
+      {{"format"}, "format needs one of date, time, datetime"},
+      {{"format", "dates"}, "dates"},
       {{"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate"},
       {{"format", "date", "-l"}, "--locale"},
       {{"format", "date", "-s", "huge", "2024-03-15"}, "'huge' is no style of a date: short (1)"},
