@@ -114,10 +114,10 @@ TEST(Format, TakesTheLocaleOfTheEnvironment) {
     const char* errors;
     int exit_code;
   } cases[] = {
-      {{}, "3/15/2024\n", "", 0},
+      {{}, "03/15/2024\n", "", 0},
       {{"LANG=de_DE.UTF-8"}, "15.03.2024\n", "", 0},
       {{"LANG=de_DE", "LC_TIME=sv_SE.UTF-8", "LC_ALL="}, "2024-03-15\n", "", 0},
-      {{"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "3/15/2024\n", "", 0},
+      {{"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "03/15/2024\n", "", 0},
       {{"LANG=de_US"},
        "15.03.2024\n",
        "jwnls: note: locale 'de_US' (from LANG) is not known as such; using de\n",

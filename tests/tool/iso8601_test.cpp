@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace jwnls::tool {
@@ -11,15 +12,16 @@ namespace {
 std::string shown(std::string_view text) {
   const auto value = read_iso8601(text);
   if (!value) return value.error();
-  std::string out = "-";
+  std::ostringstream out;
   if (value->date) {
-    out = std::to_string(static_cast<int>(value->date->year())) + "-" +
-          std::to_string(unsigned{value->date->month()}) + "-" +
-          std::to_string(unsigned{value->date->day()});
+    out << static_cast<int>(value->date->year()) << '-' << unsigned{value->date->month()} << '-'
+        << unsigned{value->date->day()};
+  } else {
+    out << '-';
   }
-  out += value->time ? " " + std::to_string(value->time->count()) + "s" : " -";
-  out += value->offset ? " " + std::to_string(value->offset->count()) + "m" : " -";
-  return out;
+  value->time ? out << ' ' << value->time->count() << 's' : out << " -";
+  value->offset ? out << ' ' << value->offset->count() << 'm' : out << " -";
+  return out.str();
 }
 
 TEST(Iso8601, ReadsDatesTimesAndBoth) {
