@@ -37,20 +37,19 @@ const Zone::Snapshot& Zone::renew(std::int64_t moment) {
                  [](char letter) { return static_cast<unsigned char>(letter); });
   snapshot->length = static_cast<std::int64_t>(length);
 
-  snapshot->from = INT64_MIN;
-  snapshot->until = INT64_MAX;
+  snapshot->first = INT64_MIN;
+  snapshot->last = INT64_MAX;
   cctz::time_zone::civil_transition transition;
-  if (zone_.prev_transition(moment_of(moment) + cctz::seconds(1), &transition)) {
-    snapshot->from = seconds_of(zone_.lookup(transition.to).trans);
+  // The latest transition before the next second is the one that is in force.
+  const std::int64_t next_second = std::min(moment, INT64_MAX - 1) + 1;
+  if (zone_.prev_transition(moment_of(next_second), &transition)) {
+    snapshot->first = seconds_of(zone_.lookup(transition.to).trans);
   }
   if (zone_.next_transition(moment_of(moment), &transition)) {
-    snapshot->until = seconds_of(zone_.lookup(transition.to).trans);
+    snapshot->last = seconds_of(zone_.lookup(transition.to).trans) - 1;
   }
   // Whatever the database says, the snapshot covers the moment that it was made for.
-  if (!snapshot->covers(moment)) {
-    snapshot->from = moment;
-    snapshot->until = moment + 1;
-  }
+  if (!snapshot->covers(moment)) snapshot->first = snapshot->last = moment;
   snapshots_.push_back(std::move(snapshot));
   current_.store(snapshots_.back().get(), std::memory_order_release);
   return *snapshots_.back();

@@ -24,16 +24,16 @@ namespace jwnls {
 /// live until the zone closes, so readers need no lock and no count. Any thread.
 struct Zone {
  public:
-  /// What is in force from one moment to just before another, in seconds since 1 January 1970.
+  /// What is in force from one moment to another, in seconds since 1 January 1970.
   struct Snapshot {
-    std::int64_t from;
-    std::int64_t until;
+    std::int64_t first;
+    std::int64_t last;
     std::int64_t offset_seconds;  // east of UTC
     std::int64_t length;          // units of the abbreviation
     char16_t abbreviation[zone_abbreviation_capacity];
 
     [[nodiscard]] bool covers(std::int64_t moment) const noexcept {
-      return moment >= from && moment < until;
+      return moment >= first && moment <= last;
     }
   };
 

@@ -1,0 +1,101 @@
+#include "host/options.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "host/host.h"
+
+namespace jwnls::host {
+namespace {
+
+constexpr std::u16string_view option = u"JW_NAME_YEARCUTOFF";
+
+Status read(Host& host, std::u16string_view name, std::int64_t& value) {
+  Kernel* kernel = host.kernel();
+  std::int64_t size = sizeof value;
+  const std::uint32_t status = kernel->read_option(
+      kernel, name.data(), static_cast<std::int64_t>(name.size()), integer_option, &value, &size);
+  EXPECT_EQ(size, 8);
+  return static_cast<Status>(status);
+}
+
+TEST(Options, IntegersAreReadWholeOrNotAtAll) {
+  constexpr std::int64_t untouched = -777;
+  const struct {
+    const char* text;
+    Status status;
+    std::int64_t value;
+  } cases[] = {
+      {"1980", Status::ok, 1980},
+      {"  -5\t", Status::ok, -5},
+      {"+17", Status::ok, 17},
+      {"9223372036854775807", Status::ok, INT64_MAX},
+      {"-9223372036854775808", Status::ok, INT64_MIN},
+      {"9223372036854775808", Status::integer_overflow, untouched},
+      {"1980x", Status::invalid_number, untouched},
+      {"19 80", Status::invalid_number, untouched},
+      {"+-5", Status::invalid_number, untouched},
+      {"0x10", Status::invalid_number, untouched},
+      {"1e3", Status::invalid_number, untouched},
+      {"", Status::invalid_number, untouched},
+      {" ", Status::invalid_number, untouched},
+  };
+  for (const auto& row : cases) {
+    HostConfiguration configuration;
+    configuration.options = {{"JW_NAME_YEARCUTOFF", row.text}};
+    Host host(std::move(configuration));
+    std::int64_t value = untouched;
+    EXPECT_EQ(read(host, option, value), row.status) << row.text;
+    EXPECT_EQ(value, row.value) << row.text;
+  }
+}
+
+TEST(Options, TheEmbeddersValueHidesTheEnvironments) {
+  Host host(HostConfiguration{});
+  std::int64_t value = 1950;
+  unsetenv("JW_NAME_YEARCUTOFF");
+  EXPECT_EQ(read(host, option, value), Status::lookup_failed);
+  EXPECT_EQ(value, 1950);
+  setenv("JW_NAME_YEARCUTOFF", "1970", 1);
+  EXPECT_EQ(read(host, option, value), Status::ok);
+  EXPECT_EQ(value, 1970);
+  host.set_option("JW_NAME_YEARCUTOFF", "1990");
+  EXPECT_EQ(read(host, option, value), Status::ok);
+  EXPECT_EQ(value, 1990);
+  unsetenv("JW_NAME_YEARCUTOFF");
+}
+
+TEST(Options, WhatCannotBeReadIsRefused) {
+  HostConfiguration configuration;
+  configuration.options = {{"A", "1"}};
+  Host host(std::move(configuration));
+  Kernel* kernel = host.kernel();
+  std::int64_t value = 0;
+  std::int64_t size = 8;
+  std::int64_t too_small = 4;
+  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 2, &value, &size), code(Status::not_possible));
+  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 3, &value, &too_small),
+            code(Status::does_not_fit));
+  EXPECT_EQ(kernel->read_option(kernel, nullptr, 1, 3, &value, &size), code(Status::null_argument));
+  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 3, nullptr, &size), code(Status::null_argument));
+  EXPECT_EQ(kernel->read_option(kernel, u"A", -1, 3, &value, &size), code(Status::lookup_failed));
+  EXPECT_EQ(kernel->read_option(kernel, u"A=1", 3, 3, &value, &size), code(Status::lookup_failed));
+  EXPECT_EQ(value, 0);
+}
+
+TEST(OptionStore, FindsTheNodesThatWereCreated) {
+  Host host(HostConfiguration{});
+  OptionStore* store = host.kernel()->option_store;
+  EXPECT_EQ(store->find_node(store, u"App.NLS"), nullptr);
+  void* node = store->create_node(store, u"App.NLS and more", 7);
+  EXPECT_NE(node, nullptr);
+  EXPECT_EQ(store->find_node(store, u"App.NLS"), node);
+  EXPECT_EQ(store->create_node(store, u"App.NLS", 7), node);
+  EXPECT_EQ(store->find_node(store, u"App.NLS and more"), nullptr);
+  EXPECT_EQ(store->create_node(store, u"", 0), nullptr);
+}
+
+}  // namespace
+}  // namespace jwnls::host

@@ -1,0 +1,197 @@
+#include "host/zone_names.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "host/os_zone.h"
+
+namespace jwnls::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::u16string wide(std::string_view text) { return {text.begin(), text.end()}; }
+
+std::string normal(const ZoneNames& names, std::u16string_view name) {
+  ZoneNameText out = {};
+  if (names.normalise(name, out) != Status::ok) return "refused";
+  return {out.units, out.units + out.length};
+}
+
+// A folder that goes when it is not needed any more.
+struct Folder {
+  fs::path path;
+
+  explicit Folder(const std::string& name) : path(testing::TempDir() + "jwnls_" + name) {
+    fs::remove_all(path);
+    fs::create_directories(path);
+  }
+  ~Folder() { fs::remove_all(path); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+};
+
+TEST(ZoneNames, AreReadAsPeopleWriteThem) {
+  const struct {
+    std::u16string_view name;
+    std::string_view normal;
+  } cases[] = {
+      {u"Europe/Berlin", "Europe/Berlin"},
+      {u"eUROPE/bERLIN", "Europe/Berlin"},
+      {u"  america/argentina/comodrivadavia\t", "America/Argentina/ComodRivadavia"},
+      {u"us/eastern", "US/Eastern"},  // an alias stays that alias
+      {u"asia/calcutta", "Asia/Calcutta"},
+      {u"\u00A0w-su ", "W-SU"},
+      {u"utc", "UTC"},
+      {u"est5edt", "EST5EDT"},  // a zone of that name, not a rule
+      {u"etc/gmt+5", "Etc/GMT+5"},
+      {u"gmt+0", "GMT+0"},
+      {u"UTC+05:30", "UTC+05:30"},
+      {u" utc-5 ", "UTC-05:00"},
+      {u"Utc+5:45", "UTC+05:45"},
+      {u"UTC-0930", "UTC-09:30"},
+      {u"UTC+23:59", "UTC+23:59"},
+      {u"UTC+00:00", "UTC"},
+      {u"UTC-0", "UTC"},
+      {u"UTC+24:00", "refused"},
+      {u"UTC+5:60", "refused"},
+      {u"UTC+5:3", "refused"},
+      {u"UTC+530", "refused"},
+      {u"UTC+05:30:00", "refused"},
+      {u"UTC+", "refused"},
+      {u"UTC+:30", "refused"},
+      {u"UTC +5", "refused"},
+      {u"GMT+5", "refused"},
+      {u"", "refused"},
+      {u"   ", "refused"},
+      {u"Europe", "refused"},
+      {u"Europe/", "refused"},
+      {u"Europe/Atlantis", "refused"},
+      {u"Europe / Berlin", "refused"},
+      {std::u16string_view(u"UTC\0", 4), "refused"},
+      {u"posix/Europe/Berlin", "refused"},
+      {u"right/Europe/Berlin", "refused"},
+      {u"/usr/share/zoneinfo/Europe/Berlin", "refused"},
+      {u"Europe/../Europe/Berlin", "refused"},
+      {u"../zoneinfo/UTC", "refused"},
+      {u"localtime", "refused"},
+      {u"posixrules", "refused"},
+      {u"Factory", "refused"},
+      {u"tzdata.zi", "refused"},
+      {u"EST5EDT,M3.2.0,M11.1.0", "refused"},
+      {u"<+03>-3", "refused"},
+      {u"Europe/Berl\u0131n", "refused"},
+      {u"\uFF35TC", "refused"},
+      {u"Europe/Berlin and very much more than any name can have", "refused"},
+  };
+  const ZoneNames names({});
+  for (const auto& row : cases) {
+    EXPECT_EQ(normal(names, row.name), row.normal) << fs::path(std::u16string(row.name));
+  }
+}
+
+TEST(ZoneNames, EveryNameIsFoundInAnyCase) {
+  const ZoneNames names({});
+  EXPECT_GT(names.names().size(), 400U);
+  EXPECT_TRUE(std::is_sorted(names.names().begin(), names.names().end()));
+  EXPECT_FALSE(names.version().empty());
+  for (const std::string& name : names.names()) {
+    std::string upper = name;
+    std::string lower = name;
+    std::transform(name.begin(), name.end(), upper.begin(), ::toupper);
+    std::transform(name.begin(), name.end(), lower.begin(), ::tolower);
+    EXPECT_EQ(normal(names, wide(upper)), name);
+    EXPECT_EQ(normal(names, wide(lower)), name);
+    EXPECT_TRUE(fs::exists(names.directory() / name)) << name;
+  }
+}
+
+// Without its list, a database is read from its folder, and gives the same names.
+TEST(ZoneNames, TheFolderGivesTheNamesThatTheListGives) {
+  const ZoneNames listed({});
+  const Folder folder("zones");
+  for (const auto& item : fs::directory_iterator(listed.directory())) {
+    if (item.path().filename() == "tzdata.zi") continue;
+    fs::copy(item.path(), folder.path / item.path().filename(), fs::copy_options::recursive);
+  }
+  EXPECT_EQ(ZoneNames(folder.path).names(), listed.names());
+}
+
+TEST(ZoneNames, UtcNeedsNoDatabase) {
+  const ZoneNames names("/nonexistent");
+  EXPECT_EQ(names.names(), std::vector<std::string>{"UTC"});
+  EXPECT_EQ(names.version(), "");
+  EXPECT_EQ(normal(names, u"utc"), "UTC");
+  EXPECT_EQ(normal(names, u"UTC+3"), "UTC+03:00");
+  EXPECT_EQ(normal(names, u"Europe/Berlin"), "refused");
+}
+
+TEST(OsZone, IsWhatTheSystemSaysFirst) {
+  const ZoneNames names({});
+  const Folder folder("os_zone");
+  const fs::path zones = names.directory();
+  fs::create_symlink(zones / "Asia/Calcutta", folder.path / "alias_link");
+  fs::create_symlink("alias_link", folder.path / "link_to_link");
+  fs::create_symlink("zoneinfo/right/Asia/Tokyo", folder.path / "leap_second_link");
+  fs::create_symlink("/nonexistent/zoneinfo/posix/Asia/Tokyo", folder.path / "posix_link");
+  fs::copy(fs::canonical(zones / "Asia/Tokyo"), folder.path / "copy");
+  std::ofstream(folder.path / "name_file") << "  america/new_york # where we are\nEurope/Berlin\n";
+  std::ofstream(folder.path / "rule_file") << "EST5EDT,M3.2.0,M11.1.0\n";
+
+  const std::optional<std::string> unset;
+  const struct {
+    std::optional<std::string> tz;
+    const char* local_time;
+    const char* zone_name;
+    Status status;
+    std::string_view name;
+  } cases[] = {
+      {"Europe/Berlin", "alias_link", "name_file", Status::ok, "Europe/Berlin"},
+      {":europe/berlin", "", "", Status::ok, "Europe/Berlin"},
+      {"/usr/share/zoneinfo/Europe/Berlin", "", "", Status::ok, "Europe/Berlin"},
+      {"posix/Europe/Berlin", "", "", Status::ok, "Europe/Berlin"},
+      {"UTC0", "alias_link", "", Status::ok, "UTC"},
+      {"", "alias_link", "", Status::ok, "UTC"},
+      {"EST5EDT", "", "", Status::ok, "EST5EDT"},
+      // What TZ says counts, even when it is of no use.
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "alias_link", "name_file", Status::lookup_failed, ""},
+      {"UTC+5", "alias_link", "", Status::lookup_failed, ""},
+      {"right/Europe/Berlin", "alias_link", "", Status::lookup_failed, ""},
+      {"Europe/Atlantis", "alias_link", "", Status::lookup_failed, ""},
+      {unset, "alias_link", "name_file", Status::ok, "Asia/Calcutta"},
+      {unset, "link_to_link", "name_file", Status::ok, "Asia/Calcutta"},
+      {unset, "posix_link", "name_file", Status::ok, "Asia/Tokyo"},
+      {unset, "leap_second_link", "name_file", Status::ok, "America/New_York"},
+      {unset, "copy", "name_file", Status::ok, "America/New_York"},
+      {unset, "copy", "rule_file", Status::ok, "Asia/Tokyo"},
+      {unset, "copy", "absent", Status::ok, "Asia/Tokyo"},
+      {unset, "absent", "absent", Status::no_os_zone, ""},
+      {unset, "rule_file", "rule_file", Status::no_os_zone, ""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(testing::Message() << (row.tz ? row.tz->c_str() : "(unset)") << ", "
+                                    << row.local_time << ", " << row.zone_name);
+    ZoneNameText out = {};
+    EXPECT_EQ(find_os_zone(
+                  names, {row.tz, folder.path / row.local_time, folder.path / row.zone_name}, out),
+              row.status);
+    if (row.status == Status::ok) {
+      EXPECT_EQ(std::string(out.units, out.units + out.length), row.name);
+    }
+  }
+  // TZ may name the link itself.
+  ZoneNameText out = {};
+  const fs::path link = folder.path / "alias_link";
+  std::string tz = ":";
+  tz += link.string();
+  EXPECT_EQ(find_os_zone(names, {tz, link, ""}, out), Status::ok);
+  EXPECT_EQ(std::string(out.units, out.units + out.length), "Asia/Calcutta");
+}
+
+}  // namespace
+}  // namespace jwnls::host
