@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -47,6 +46,24 @@ std::filesystem::path system_directory() {
 bool is_no_zone(std::string_view name) {
   return name == "Factory" || name == "localtime" || name == "posixrules" ||
          name.starts_with("posix/") || name.starts_with("right/") || name.size() > name_capacity;
+}
+
+// Cuts off and returns what stands before the first `end`, or everything.
+std::string_view take_until(std::string_view& text, char end) {
+  const std::string_view taken = text.substr(0, text.find(end));
+  text.remove_prefix(std::min(taken.size() + 1, text.size()));
+  return taken;
+}
+
+std::string contents_of(const std::filesystem::path& file) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);  // an error for a folder
+  if (error) return {};
+  std::string contents(size, '\0');
+  std::ifstream stream(file, std::ios::binary);
+  stream.read(contents.data(), static_cast<std::streamsize>(size));
+  contents.resize(static_cast<std::size_t>(stream.gcount()));
+  return contents;
 }
 
 bool is_compiled_zone(const std::filesystem::path& file) {
@@ -130,10 +147,12 @@ const std::string& ZoneNames::version() const {
 const ZoneNames::Zone* ZoneNames::find(std::u16string_view name) const {
   if (name.empty() || name.size() > name_capacity) return nullptr;
   std::array<char, name_capacity> folded;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+  unsigned all_units = 0;
   for (std::size_t at = 0; at < name.size(); ++at) {
-    if (name[at] >= 0x7F) return nullptr;
+    all_units |= name[at];
     folded[at] = static_cast<char>(fold(name[at]));
   }
+  if (all_units >= 0x80) return nullptr;  // names are ASCII
   read_once();
   const std::uint16_t slot = slots_[slot_of({folded.data(), name.size()})];
   return slot != 0 ? &zones_[slot - 1U] : nullptr;
@@ -175,16 +194,20 @@ void ZoneNames::read() {
 // The list is the database's source in a short form: "Z NAME ..." begins a zone, and "L TARGET
 // ALIAS" is a link. Its first line names the release: "# version 2025b".
 bool ZoneNames::read_list() {
-  std::ifstream list(directory_ / "tzdata.zi");
+  const std::string list = contents_of(directory_ / "tzdata.zi");
   constexpr std::string_view version_mark = "# version ";
-  for (std::string line; std::getline(list, line);) {
+  for (std::string_view rest = list; !rest.empty();) {
+    std::string_view line = take_until(rest, '\n');
     if (line.starts_with(version_mark)) version_ = line.substr(version_mark.size());
     if (!line.starts_with("Z ") && !line.starts_with("L ")) continue;
-    std::istringstream words(line.substr(2));
-    Zone zone;
-    if (line[0] == 'L') words >> zone.target;
-    if (words >> zone.name) zones_.push_back(std::move(zone));
+    const bool is_link = line[0] == 'L';
+    line.remove_prefix(2);
+    const std::string_view first = take_until(line, ' ');
+    const std::string_view second = take_until(line, ' ');
+    zones_.push_back(is_link ? Zone{std::string(second), std::string(first)}
+                             : Zone{std::string(first), {}});
   }
+  std::erase_if(zones_, [](const Zone& zone) { return zone.name.empty(); });
   return !zones_.empty();
 }
 
