@@ -60,10 +60,13 @@ void* ExtensionLoader::load(std::u16string_view name) noexcept {
       const std::lock_guard guard(mutex_);
       extension = open(plain, &error);
     }
-    // Outside the lock: a factory may load other extensions.
-    void* object = extension != nullptr ? extension->make(kernel_, errors_) : nullptr;
+    void* object = nullptr;
+    if (extension != nullptr) {
+      // Outside the lock: a factory may load other extensions.
+      object = extension->make(kernel_, errors_);
+      if (object == nullptr) error = extension->file.string() + ": its factory made no object";
+    }
     if (object == nullptr) {
-      if (error.empty()) error = extension->file.string() + ": its factory made no object";
       const std::lock_guard guard(mutex_);
       error_ = std::move(error);
     }

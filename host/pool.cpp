@@ -55,18 +55,19 @@ void HostPool::end() noexcept {
   if (host_owned()) report_blocks_in_use();
   const std::lock_guard guard(mutex_);
   while (!aside_.empty()) let_go_of_oldest();
-  while (ring_.next != &ring_) {
-    Block* block = ring_.next;
+  for (Block* block = ring_.next; block != &ring_;) {
+    Block* next = block->next;
     if (checking_) check_guards(block);
-    unlink(block);
     std::free(block);
+    block = next;
   }
+  ring_.previous = ring_.next = &ring_;
   blocks_ = 0;
 }
 
 void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
   const std::uint64_t extra = sizeof(Block) + (checking_ ? back_guard_bytes : 0);
-  // Half of the address space: what is larger cannot be meant.
+  // What is larger than the address space is a negative size, or garbage.
   if (bytes > (std::uint64_t{1} << 47) - extra) return nullptr;
   const bool zeroed = (flags & allocate_zeroed) != 0;
   void* memory = zeroed ? std::calloc(1, bytes + extra) : std::malloc(bytes + extra);

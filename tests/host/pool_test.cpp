@@ -50,9 +50,9 @@ TEST(Pool, GivesAlignedBlocksZeroedOnRequestAndTakesThemAllWithIt) {
 TEST(Pool, ThreadsShareIt) {
   Host host(checking());
   Pool* pool = make_pool(host);
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 4; ++thread) {
-    threads.emplace_back([pool] {
+  std::vector<std::thread> threads(4);
+  for (std::thread& thread : threads) {
+    thread = std::thread([pool] {
       for (std::uint64_t round = 0; round < 500; ++round) {
         char* block = take(pool, round);
         std::memset(block, 1, round);

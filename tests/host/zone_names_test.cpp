@@ -134,7 +134,7 @@ TEST(ZoneNames, UtcNeedsNoDatabase) {
 TEST(OsZone, IsWhatTheSystemSaysFirst) {
   const ZoneNames names({});
   const Folder folder("os_zone");
-  const fs::path zones = names.directory();
+  const fs::path& zones = names.directory();
   fs::create_symlink(zones / "Asia/Calcutta", folder.path / "alias_link");
   fs::create_symlink("alias_link", folder.path / "link_to_link");
   fs::create_symlink("zoneinfo/right/Asia/Tokyo", folder.path / "leap_second_link");

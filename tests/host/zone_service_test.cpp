@@ -107,9 +107,9 @@ TEST(ZoneService, ThreadsReadAcrossTransitions) {
   Host host(HostConfiguration{});
   Zone* zone = open_zone(host, u"Europe/Berlin");
   ASSERT_NE(zone, nullptr);
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 4; ++thread) {
-    threads.emplace_back([zone] {
+  std::vector<std::thread> threads(4);
+  for (std::thread& thread : threads) {
+    thread = std::thread([zone] {
       for (std::int64_t day = 0; day < 3650; ++day) {
         const std::int64_t moment = 946684800 + day * 86400;
         const Zone::Snapshot& snapshot = zone->at(moment);
