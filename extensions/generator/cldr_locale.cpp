@@ -6,6 +6,7 @@
 #include <unicode/udat.h>
 #include <unicode/uloc.h>
 #include <unicode/unum.h>
+#include <unicode/ures.h>
 #include <unicode/utf16.h>
 
 #include <algorithm>
@@ -16,9 +17,10 @@
 namespace jwnls::generator {
 namespace {
 
-using DateFormat = Owned<UDateFormat, udat_close>;
-using NumberFormat = Owned<UNumberFormat, unum_close>;
-using Calendar = Owned<UCalendar, ucal_close>;
+using DateFormat = icu::LocalUDateFormatPointer;
+using NumberFormat = icu::LocalUNumberFormatPointer;
+using Calendar = icu::LocalUCalendarPointer;
+using Resource = icu::LocalUResourceBundlePointer;
 
 // Records are Gregorian and write the digits 0 to 9.
 std::string data_locale(const std::string& name) {
@@ -36,7 +38,7 @@ DateFormat open_format(const std::string& name, UDateFormatStyle date, UDateForm
 std::u16string cldr_pattern(const std::string& name, UDateFormatStyle date, UDateFormatStyle time) {
   const DateFormat format = open_format(name, date, time);
   return icu_text<char16_t>("udat_toPattern", [&](char16_t* out, int32_t room, UErrorCode* error) {
-    return udat_toPattern(format.get(), false, out, room, error);
+    return udat_toPattern(format.getAlias(), false, out, room, error);
   });
 }
 
@@ -151,7 +153,7 @@ void read_week(const std::string& name, CldrLocale& locale) {
   const Calendar calendar(ucal_open(u"UTC", 3, name.c_str(), UCAL_GREGORIAN, &error));
   check(error, "ucal_open");
   const auto attribute = [&](UCalendarAttribute which) {
-    return static_cast<std::uint8_t>(ucal_getAttribute(calendar.get(), which));
+    return static_cast<std::uint8_t>(ucal_getAttribute(calendar.getAlias(), which));
   };
   locale.first_weekday = attribute(UCAL_FIRST_DAY_OF_WEEK);
   locale.minimal_days = attribute(UCAL_MINIMAL_DAYS_IN_FIRST_WEEK);
@@ -167,17 +169,17 @@ std::map<std::string, std::string> read_explicit_parents() {
   std::map<std::string, std::string> parents;
   UErrorCode error = U_ZERO_ERROR;
   const Resource data(ures_openDirect(nullptr, "supplementalData", &error));
-  const Resource table(ures_getByKey(data.get(), "parentLocales", nullptr, &error));
+  const Resource table(ures_getByKey(data.getAlias(), "parentLocales", nullptr, &error));
   check(error, "parentLocales");
-  for (int32_t i = 0; i < ures_getSize(table.get()); ++i) {
-    const Resource row(ures_getByIndex(table.get(), i, nullptr, &error));
-    const bool single = ures_getType(row.get()) == URES_STRING;
-    for (int32_t k = 0; k < (single ? 1 : ures_getSize(row.get())); ++k) {
+  for (int32_t i = 0; i < ures_getSize(table.getAlias()); ++i) {
+    const Resource row(ures_getByIndex(table.getAlias(), i, nullptr, &error));
+    const bool single = ures_getType(row.getAlias()) == URES_STRING;
+    for (int32_t k = 0; k < (single ? 1 : ures_getSize(row.getAlias())); ++k) {
       int32_t length = 0;
-      const char16_t* child = single ? ures_getString(row.get(), &length, &error)
-                                     : ures_getStringByIndex(row.get(), k, &length, &error);
+      const char16_t* child = single ? ures_getString(row.getAlias(), &length, &error)
+                                     : ures_getStringByIndex(row.getAlias(), k, &length, &error);
       check(error, "parentLocales");
-      parents[narrowed({child, static_cast<std::size_t>(length)})] = ures_getKey(row.get());
+      parents[narrowed({child, static_cast<std::size_t>(length)})] = ures_getKey(row.getAlias());
     }
   }
   return parents;
@@ -224,16 +226,16 @@ CldrLocale read_cldr_locale(const std::string& name) try {
   locale.name = name;
 
   const DateFormat format = open_format(name, UDAT_MEDIUM, UDAT_NONE);
-  const TextList full_months = symbols(format.get(), UDAT_MONTHS, 0, 12);
-  const TextList short_months = symbols(format.get(), UDAT_SHORT_MONTHS, 0, 12);
-  const std::u16string era = symbols(format.get(), UDAT_ERAS, 1, 1)[0];
+  const TextList full_months = symbols(format.getAlias(), UDAT_MONTHS, 0, 12);
+  const TextList short_months = symbols(format.getAlias(), UDAT_SHORT_MONTHS, 0, 12);
+  const std::u16string era = symbols(format.getAlias(), UDAT_ERAS, 1, 1)[0];
 
   UErrorCode error = U_ZERO_ERROR;
   const NumberFormat numbers(
       unum_open(UNUM_DECIMAL, nullptr, 0, data_locale(name).c_str(), nullptr, &error));
   check(error, "unum_open");
-  locale.decimal_symbol = number_symbol(numbers.get(), UNUM_DECIMAL_SEPARATOR_SYMBOL);
-  locale.grouping_symbol = number_symbol(numbers.get(), UNUM_GROUPING_SEPARATOR_SYMBOL);
+  locale.decimal_symbol = number_symbol(numbers.getAlias(), UNUM_DECIMAL_SEPARATOR_SYMBOL);
+  locale.grouping_symbol = number_symbol(numbers.getAlias(), UNUM_GROUPING_SEPARATOR_SYMBOL);
   if (locale.grouping_symbol == u'\u202F') locale.grouping_symbol = u'\u00A0';
 
   const Subtags subtags = likely_subtags(name);
@@ -242,15 +244,15 @@ CldrLocale read_cldr_locale(const std::string& name) try {
   read_week(name, locale);
 
   locale.lists = {
-      typeable_list(symbols(format.get(), UDAT_WEEKDAYS, 1, 7)),
-      typeable_list(symbols(format.get(), UDAT_SHORT_WEEKDAYS, 1, 7)),
+      typeable_list(symbols(format.getAlias(), UDAT_WEEKDAYS, 1, 7)),
+      typeable_list(symbols(format.getAlias(), UDAT_SHORT_WEEKDAYS, 1, 7)),
       typeable_list(full_months),
       typeable_list(short_months),
       patterns(name, {full_months, short_months, era}),
-      typeable_list(symbols(format.get(), UDAT_AM_PMS, 0, 2)),
-      typeable_list(symbols(format.get(), UDAT_QUARTERS, 0, 4)),
-      typeable_list(symbols(format.get(), UDAT_SHORT_QUARTERS, 0, 4)),
-      {grouping(numbers.get())},
+      typeable_list(symbols(format.getAlias(), UDAT_AM_PMS, 0, 2)),
+      typeable_list(symbols(format.getAlias(), UDAT_QUARTERS, 0, 4)),
+      typeable_list(symbols(format.getAlias(), UDAT_SHORT_QUARTERS, 0, 4)),
+      {grouping(numbers.getAlias())},
       {currency.symbol},
       {display_name(name, name)},
       {widened(cldr_parent(name))},

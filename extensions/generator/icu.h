@@ -1,32 +1,17 @@
-// Small helpers over ICU's C interface: owned objects, and texts of any length.
+// Small helpers over ICU's C interface: failures as exceptions, texts as strings.
 
 #ifndef JWNLS_EXTENSIONS_GENERATOR_ICU_H_
 #define JWNLS_EXTENSIONS_GENERATOR_ICU_H_
 
-#include <unicode/ures.h>
 #include <unicode/utypes.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
 namespace jwnls::generator {
-
-template <auto close>
-struct Closer {
-  template <typename Object>
-  void operator()(Object* object) const {
-    close(object);
-  }
-};
-
-/// An ICU object that is closed when it goes.
-template <typename Object, auto close>
-using Owned = std::unique_ptr<Object, Closer<close>>;
-
-using Resource = Owned<UResourceBundle, ures_close>;
 
 inline void check(UErrorCode error, const char* what) {
   if (U_FAILURE(error)) throw std::runtime_error(std::string(what) + ": " + u_errorName(error));

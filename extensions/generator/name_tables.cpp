@@ -18,6 +18,7 @@
 namespace jwnls::generator {
 namespace {
 
+using Resource = icu::LocalUResourceBundlePointer;
 using Codes = std::map<std::string, std::string>;
 
 std::string utf8(const std::u16string& text) {
@@ -66,11 +67,11 @@ std::string likely_script(const std::string& name) {
 Codes legacy_aliases() {
   Codes result;
   UErrorCode error = U_ZERO_ERROR;
-  const Owned<UEnumeration, uenum_close> names(
+  const icu::LocalUEnumerationPointer names(
       uloc_openAvailableByType(ULOC_AVAILABLE_ONLY_LEGACY_ALIASES, &error));
-  while (const char* name = uenum_next(names.get(), nullptr, &error)) {
+  while (const char* name = uenum_next(names.getAlias(), nullptr, &error)) {
     const Resource resource(ures_open(nullptr, name, &error));
-    result[name] = ures_getLocaleByType(resource.get(), ULOC_VALID_LOCALE, &error);
+    result[name] = ures_getLocaleByType(resource.getAlias(), ULOC_VALID_LOCALE, &error);
     check(error, name);
   }
   return result;
@@ -81,15 +82,15 @@ Codes code_aliases(const char* kind) {
   Codes result;
   UErrorCode error = U_ZERO_ERROR;
   const Resource metadata(ures_openDirect(nullptr, "metadata", &error));
-  const Resource alias(ures_getByKey(metadata.get(), "alias", nullptr, &error));
-  const Resource table(ures_getByKey(alias.get(), kind, nullptr, &error));
+  const Resource alias(ures_getByKey(metadata.getAlias(), "alias", nullptr, &error));
+  const Resource table(ures_getByKey(alias.getAlias(), kind, nullptr, &error));
   check(error, kind);
-  for (int32_t i = 0; i < ures_getSize(table.get()); ++i) {
-    const Resource row(ures_getByIndex(table.get(), i, nullptr, &error));
+  for (int32_t i = 0; i < ures_getSize(table.getAlias()); ++i) {
+    const Resource row(ures_getByIndex(table.getAlias(), i, nullptr, &error));
     int32_t length = 0;
-    const char16_t* text = ures_getStringByKey(row.get(), "replacement", &length, &error);
+    const char16_t* text = ures_getStringByKey(row.getAlias(), "replacement", &length, &error);
     check(error, kind);
-    const std::string code = ures_getKey(row.get());
+    const std::string code = ures_getKey(row.getAlias());
     const std::string replacement = narrowed({text, static_cast<std::size_t>(length)});
     const bool is_code = code.find('_') == std::string::npos && code.size() <= 3;
     if (is_code && replacement.find(' ') == std::string::npos) result[code] = replacement;

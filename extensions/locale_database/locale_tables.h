@@ -27,13 +27,17 @@ struct LocaleKey {
   auto operator<=>(const LocaleKey&) const = default;
 };
 
-/// The key of a name of at most max_name_length units; one that no locale has when it is not ASCII.
+/// The key of a name of at most max_name_length units. A unit that no name has, zero among them,
+/// gives the key that no locale has.
 template <typename Unit>
 constexpr LocaleKey key_of(std::basic_string_view<Unit> name) noexcept {
   std::uint64_t halves[2] = {};
   for (std::size_t i = 0; i < LocaleKey::max_name_length; ++i) {
-    const std::uint32_t unit = i < name.size() ? static_cast<std::uint32_t>(name[i]) : 0;
-    if (unit > 0x7F) return {};
+    std::uint32_t unit = 0;
+    if (i < name.size()) {
+      unit = static_cast<std::uint32_t>(name[i]);
+      if (unit == 0 || unit > 0x7F) return {};
+    }
     halves[i / 8] = halves[i / 8] << 8 | unit;
   }
   return {halves[0], halves[1]};

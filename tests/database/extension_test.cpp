@@ -1,0 +1,108 @@
+// What a host meets when it loads the extensions: exports, factories, destruction, message texts.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "extensions/message_extension.h"
+#include "tests/database/loaded_extension.h"
+
+namespace jwnls::test {
+namespace {
+
+class ExtensionTest : public testing::TestWithParam<const char*> {};
+
+TEST_P(ExtensionTest, ReportsItsInterfaceAndItself) {
+  const ExtensionLibrary library(GetParam());
+  FakeHost host;
+  EXPECT_EQ(library.symbol<JwExtent>("jwextent")(&host.kernel), 0u);
+  std::int64_t major = 0;
+  std::int64_t minor = 0;
+  EXPECT_EQ(library.symbol<JwExtver>("jwextver")(&host.kernel, &major, &minor), 0u);
+  EXPECT_EQ(major, 6);
+  EXPECT_EQ(minor, 1);
+
+  struct {
+    const char* texts[26];
+    std::uint64_t guard = 0xA5A5A5A5;
+  } record = {};
+  EXPECT_EQ(library.symbol<JwVersionRecord>("jwvercn1")(&record), 0u);
+  EXPECT_EQ(std::string(record.texts[5]).substr(0, std::strlen(GetParam())), GetParam());
+  EXPECT_EQ(record.guard, 0xA5A5A5A5);
+}
+
+TEST_P(ExtensionTest, ObjectsLiveInAPoolOfTheKernelAndEndWithIt) {
+  const ExtensionLibrary library(GetParam());
+  FakeHost host;
+  const std::vector<std::string> before = host.live();
+  void* first = library.make(&host.kernel, &host.errors);
+  void* second = library.make(&host.kernel, &host.errors);
+  ASSERT_NE(first, nullptr);
+  ASSERT_NE(second, nullptr);
+  EXPECT_NE(first, second);
+  EXPECT_GT(host.live().size(), before.size());
+  destroy_object(first);
+  destroy_object(second);
+  EXPECT_EQ(host.live(), before);
+  EXPECT_EQ(host.faults, std::vector<std::string>());
+}
+
+TEST_P(ExtensionTest, GivesNothingAndLeavesNothingWithoutMemory) {
+  const ExtensionLibrary library(GetParam());
+  for (const int failing_call : {1, 2}) {  // the pool; the object in it
+    FakeHost host;
+    const std::vector<std::string> before = host.live();
+    host.failing_call = failing_call;
+    EXPECT_EQ(library.make(&host.kernel, &host.errors), nullptr) << failing_call;
+    EXPECT_EQ(host.failed.size(), 1u) << failing_call;
+    EXPECT_EQ(host.live(), before) << failing_call;
+    EXPECT_EQ(host.reports.size(), failing_call == 2 ? 1u : 0u);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Extensions, ExtensionTest, testing::Values("jwnlsldb", "jwemsg"),
+                         [](const auto& info) { return std::string(info.param); });
+
+class MessageTest : public testing::Test {
+ protected:
+  Status message(std::uint32_t status, std::int64_t capacity) {
+    text_.assign(message_text_capacity + 1, u'~');
+    length_ = -1;
+    const Status result{
+        extension_->message(&extension_->base, status, text_.data(), capacity, &length_)};
+    EXPECT_EQ(text_.find_first_not_of(u'~', static_cast<std::size_t>(length_)), text_.npos);
+    text_.resize(static_cast<std::size_t>(length_));
+    return result;
+  }
+
+  LoadedExtension<MessageTexts> extension_{"jwemsg"};
+  std::u16string text_;
+  std::int64_t length_ = 0;
+};
+
+TEST_F(MessageTest, DeliversWhatFits) {
+  EXPECT_EQ(message(0x803FC002, message_text_capacity), Status::ok);
+  EXPECT_EQ(text_, u"out of memory");
+  EXPECT_EQ(message(0x803FC002, 13), Status::ok);
+  EXPECT_EQ(message(0x803FC002, 12), Status::does_not_fit);
+  EXPECT_EQ(text_, u"out of memor");
+  EXPECT_EQ(message(0x803FC002, -1), Status::does_not_fit);
+  EXPECT_EQ(text_, u"");
+}
+
+TEST_F(MessageTest, ShowsCodesThatItDoesNotKnow) {
+  EXPECT_EQ(message(0x8000ABCD, message_text_capacity), Status::lookup_failed);
+  EXPECT_EQ(text_, u"unknown status 0x8000ABCD");
+  EXPECT_EQ(message(0x8000ABCD, 16), Status::does_not_fit);
+  EXPECT_EQ(text_, u"unknown status 0");
+}
+
+TEST_F(MessageTest, RefusesNullArguments) {
+  char16_t unit = 0;
+  EXPECT_EQ(extension_->message(nullptr, 0, &unit, 1, nullptr), code(Status::null_argument));
+  EXPECT_EQ(extension_->message(nullptr, 0, nullptr, 1, &length_), code(Status::null_argument));
+}
+
+}  // namespace
+}  // namespace jwnls::test
