@@ -1,0 +1,166 @@
+// Many threads over one real host: creation of the same and of different handles, formatting, and
+// changes of the time zone. Run under ThreadSanitizer as well.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <barrier>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/host.h"
+#include "module/frame/locale_handle.h"
+#include "module/record/status.h"
+#include "tests/support/module_fixture.h"
+
+namespace jwnls::test {
+namespace {
+
+constexpr int thread_count = 6;
+constexpr std::u16string_view locales[] = {u"de_DE", u"en_US", u"ja_JP", u"ar_EG", u"fr_CA"};
+constexpr std::u16string_view zones[] = {u"Europe/Berlin", u"Asia/Tokyo", u"UTC",
+                                         u"America/St_Johns"};
+constexpr double moment = 2'026'134'429;  // 2024-03-15 13:07:09
+
+// Passes a zone service's calls on and counts how often each zone is opened.
+struct CountingZoneService : ZoneService {
+  explicit CountingZoneService(ZoneService* counted) : ZoneService(*counted), real(counted) {
+    open = [](ZoneService* self, const char16_t* name, std::int64_t length, std::uint64_t zero) {
+      auto& counting = *static_cast<CountingZoneService*>(self);
+      const std::scoped_lock lock(counting.mutex);
+      ++counting.opened[std::u16string(name, static_cast<std::size_t>(length))];
+      return counting.real->open(counting.real, name, length, zero);
+    };
+    close = [](ZoneService* self, Zone* zone) {
+      ZoneService* service = static_cast<CountingZoneService*>(self)->real;
+      service->close(service, zone);
+    };
+    zone_info = [](ZoneService* self, Zone* zone, char16_t abbreviation[50], std::int64_t* length,
+                   std::int64_t* offset_seconds) {
+      ZoneService* service = static_cast<CountingZoneService*>(self)->real;
+      return service->zone_info(service, zone, abbreviation, length, offset_seconds);
+    };
+  }
+
+  ZoneService* real;
+  std::mutex mutex;
+  std::map<std::u16string, int> opened;
+};
+
+class ConcurrencyTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    host::HostConfiguration configuration;
+    configuration.extension_path = {JWNLS_BUILD_DIR};
+    configuration.check_pools = true;
+    host = std::make_unique<host::Host>(std::move(configuration));
+    std::string error;
+    ASSERT_NE(host->factory(&error), nullptr) << error;
+  }
+  void TearDown() override { EXPECT_EQ(host->faults(), std::vector<std::string>{}); }
+
+  // Runs `work` in every thread at once, with the thread's number.
+  template <typename Work>
+  static void run_threads(Work work) {
+    std::barrier start(thread_count);
+    std::vector<std::jthread> threads;
+    for (int number = 0; number < thread_count; ++number) {
+      threads.emplace_back([&, number] {
+        start.arrive_and_wait();
+        work(number);
+      });
+    }
+  }
+
+  static std::string format(LocaleHandle* handle, std::uint32_t style) {
+    char out[512];
+    std::int64_t length = 0;
+    const std::uint32_t status =
+        handle->services.format_datetime_8bit(handle, moment, style, out, sizeof out, &length);
+    return status == 0 ? std::string(out, static_cast<std::size_t>(length)) : "failed";
+  }
+
+  std::unique_ptr<host::Host> host;
+};
+
+TEST_F(ConcurrencyTest, ThreadsShareTheHandlesTheyCreate) {
+  std::atomic<int> faults = 0;
+  for (int round = 0; round < 3; ++round) {
+    std::array<std::map<std::pair<std::size_t, std::size_t>, LocaleHandle*>, thread_count> made;
+    // As in a new process: the threads find or make the context's node and journal at once.
+    host->context()->app_node = nullptr;
+    host->context()->journal = nullptr;
+    run_threads([&](int number) {
+      for (std::size_t i = 0; i < std::size(locales) * std::size(zones); ++i) {
+        const std::size_t nth =
+            (i + static_cast<std::size_t>(number / 2)) % (std::size(locales) * std::size(zones));
+        const std::size_t locale = nth / std::size(zones), zone = nth % std::size(zones);
+        // The first round makes the shared handles, the second finds them, the third makes more.
+        const bool own = round == 2;
+        std::uint32_t status = 0;
+        LocaleHandle* handle = host->create_handle(locales[locale], zones[zone], own, &status);
+        if (handle == nullptr || status != 0 || format(handle, 1) == "failed") {
+          ++faults;
+          continue;
+        }
+        const std::string first = format(handle, 0);
+        for (int i = 0; i < 20; ++i) faults += format(handle, 0) != first;
+        if (own) {
+          host->destroy_handle(handle);
+        } else {
+          made[static_cast<std::size_t>(number)][{locale, zone}] = handle;
+        }
+      }
+    });
+    EXPECT_EQ(faults, 0);
+    for (const auto& each : made) EXPECT_EQ(each, made[0]);
+    EXPECT_EQ(made[0].size(), round == 2 ? 0 : std::size(locales) * std::size(zones));
+  }
+}
+
+TEST_F(ConcurrencyTest, ThreadsFormatWhileOthersChangeTheZone) {
+  CountingZoneService counting(host->context()->zone_service);
+  host->context()->zone_service = &counting;
+  for (int round = 0; round < 10; ++round) {
+    LocaleHandle* handle = host->create_handle(u"en_US", u"UTC", true, nullptr);
+    ASSERT_NE(handle, nullptr);
+    set_text(handle->record->style_0_pattern, u"%z");
+    std::set<std::string> texts;  // of every zone, one after the other
+    LocaleHandle* other = host->create_handle(u"en_US", u"UTC", true, nullptr);
+    set_text(other->record->style_0_pattern, u"%z");
+    for (const std::u16string_view zone : zones) {
+      EXPECT_EQ(
+          other->services.set_time_zone(other, zone.data(), static_cast<std::int64_t>(zone.size())),
+          0u);
+      texts.insert(format(other, 0));
+    }
+    host->destroy_handle(other);
+    counting.opened.clear();
+
+    std::atomic<int> faults = 0;
+    run_threads([&](int number) {
+      for (std::size_t i = 0; i < 100; ++i) {
+        const std::u16string_view zone =
+            zones[(i / 4 + static_cast<std::size_t>(number / 2)) % std::size(zones)];
+        if (number % 3 != 0) {
+          faults += handle->services.set_time_zone(handle, zone.data(),
+                                                   static_cast<std::int64_t>(zone.size())) != 0;
+        }
+        faults += !texts.contains(format(handle, 0));
+      }
+    });
+    EXPECT_EQ(faults, 0);
+    host->destroy_handle(handle);
+    for (const auto& [zone, times] : counting.opened) EXPECT_EQ(times, 1);
+    EXPECT_EQ(counting.opened.size(), std::size(zones) - 1) << "UTC was open already";
+  }
+  host->context()->zone_service = counting.real;
+}
+
+}  // namespace
+}  // namespace jwnls::test
