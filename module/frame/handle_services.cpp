@@ -66,7 +66,7 @@ std::uint32_t copy_locale_name(LocaleHandle* handle, char16_t* name,
                                std::int64_t* length) noexcept {
   if (name == nullptr || length == nullptr) return code(Status::null_argument);
   *length = handle->name_length;
-  std::copy_n(handle->name, bounded_length(handle->name_length, std::size(handle->name)), name);
+  std::copy_n(handle->name, bounded_length(handle->name_length, text_entry_capacity), name);
   return code(Status::ok);
 }
 
