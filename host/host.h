@@ -81,9 +81,12 @@ class Host {
   ///                   empty zone is the operating system's
   ///   private_handle  false: the one handle that all callers share, which the host destroys;
   ///                   true: one of the caller's own, for destroy_handle()
-  ///   status          if not null: ok, resolved_with_warning never; what failed otherwise
-  /// Null is a failure even with status ok: an extension or a part of the handle could not be made,
-  /// and last_load_error() may say why.
+  ///   status          if not null: ok with a handle; otherwise lookup_failed for an unknown locale
+  ///                   or zone, not_possible when factory() fails, out_of_memory
+  /// Null is a failure whatever the status: with ok or resolved_with_warning an extension or a part
+  /// of the handle could not be made, and last_load_error() may say why. A name that gives a locale
+  /// near to it ("de_US": de) makes a handle with status ok; match_locale_name() tells the two
+  /// apart.
   LocaleHandle* create_handle(std::u16string_view locale, std::u16string_view zone,
                               bool private_handle, std::uint32_t* status);
 

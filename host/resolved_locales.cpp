@@ -3,22 +3,14 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <utility>
 
 #include "host/locale_names.h"
 
 namespace jwnls::host {
-namespace {
-
-constexpr std::size_t most_spellings = 4096;
-constexpr std::size_t longest_cached_spelling = 128;  // units
-
-}  // namespace
 
 Status ResolvedLocales::resolve(std::u16string_view name, ResolvedLocale** out) noexcept {
   *out = nullptr;
-  if (const auto* entry = spellings_.find(name.data(), name.size() * sizeof(char16_t))) {
-    const auto* spelling = static_cast<const Spelling*>(entry->value);
+  if (const Spelling* spelling = spellings_.find(name)) {
     *out = spelling->locale;
     return spelling->status;
   }
@@ -35,20 +27,13 @@ Status ResolvedLocales::resolve_anew(std::u16string_view name, ResolvedLocale** 
   if (match.status != Status::ok && match.status != Status::resolved_with_warning) {
     return match.status;
   }
-  const std::lock_guard guard(mutex_);
-  ResolvedLocale* locale = record_of(match.canonical);
-  *out = locale;
-  if (name.size() <= longest_cached_spelling && spelling_list_.size() < most_spellings) {
-    auto spelling = std::make_unique<Spelling>(Spelling{match.status, locale});
-    Spelling* added = spelling.get();
-    spelling_list_.push_back(std::move(spelling));
-    // Null when another thread has resolved it meanwhile: to the same.
-    spellings_.insert(name.data(), name.size() * sizeof(char16_t), added);
-  }
+  *out = record_of(match.canonical);
+  spellings_.add(name, {match.status, *out});
   return match.status;
 }
 
 ResolvedLocale* ResolvedLocales::record_of(std::string_view canonical) {
+  const std::lock_guard guard(mutex_);
   if (const auto* entry = canonical_.find(canonical.data(), canonical.size())) {
     return static_cast<ResolvedLocale*>(entry->value);
   }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/answer_cache.h"
 #include "host/key_table.h"
 #include "module/frame/host_tables.h"
 #include "module/record/status.h"
@@ -16,8 +17,7 @@
 namespace jwnls::host {
 
 /// A record for each canonical name, and a cache of the spellings that led to it. Records live as
-/// long as this object. The cache holds the first 4,096 spellings; others are resolved each time,
-/// and unknown names always, so no caller can make it grow without bound. Any thread.
+/// long as this object. Unknown names are matched each time. Any thread.
 class ResolvedLocales {
  public:
   /// Status and record of a name, as host/locale_names.h matches it: ok, resolved_with_warning or,
@@ -33,10 +33,9 @@ class ResolvedLocales {
   Status resolve_anew(std::u16string_view name, ResolvedLocale** out);
   ResolvedLocale* record_of(std::string_view canonical);
 
-  KeyTable spellings_;  // UTF-16 text as given -> Spelling
+  AnswerCache<Spelling> spellings_;
   KeyTable canonical_;  // canonical name -> ResolvedLocale
-  std::mutex mutex_;    // guards the lists
-  std::vector<std::unique_ptr<Spelling>> spelling_list_;
+  std::mutex mutex_;    // guards the list
   std::vector<std::unique_ptr<std::byte[]>> records_;
 };
 

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/answer_cache.h"
 #include "module/frame/host_tables.h"
 #include "module/record/status.h"
 
@@ -58,9 +59,11 @@ class ZoneNames {
   /// Brings a name as people write it into the form that zones are known by: without the blanks
   /// around it and in the right case, but an alias as that alias. "UTC+5:30" becomes "UTC+05:30",
   /// and "UTC+0" becomes "UTC". ok, or lookup_failed for what is no zone.
+  /// Names that were asked before are a look-up. Throws bad_alloc.
   [[nodiscard]] Status normalise(std::u16string_view name, ZoneNameText& out) const;
 
  private:
+  [[nodiscard]] Status normalise_anew(std::u16string_view name, ZoneNameText& out) const;
   void read_once() const;
   void read();
   bool read_list();
@@ -69,6 +72,7 @@ class ZoneNames {
   [[nodiscard]] std::size_t slot_of(std::string_view folded) const noexcept;
 
   const std::filesystem::path directory_;
+  mutable AnswerCache<ZoneNameText> normal_;
   mutable std::once_flag read_;
   // Written by the first reader, and never again.
   std::vector<Zone> zones_;
