@@ -39,19 +39,19 @@ void Table::write(Output& output, std::size_t columns) const {
       widths[i] = std::max(widths[i], cell_width(row[i]));
   }
   if (widths.empty()) return;
-  const std::size_t total =
-      std::accumulate(widths.begin(), widths.end(), indent_ + gap * (widths.size() - 1));
-  const bool folded = columns != 0 && total > columns && widths.size() > 1;
+  const std::size_t last_column =
+      std::accumulate(widths.begin(), widths.end() - 1, indent_ + gap * (widths.size() - 1));
   for (const auto& row : rows_) {
+    const bool folded = columns != 0 && row.size() == widths.size() && row.size() > 1 &&
+                        last_column + cell_width(row.back()) > columns;
+    const std::size_t beside = folded ? row.size() - 1 : row.size();
     Line line(indent_);
-    const std::size_t beside = folded && row.size() == widths.size() ? row.size() - 1 : row.size();
     for (std::size_t i = 0; i < beside; ++i) line.cell(row[i], widths[i]);
     output.line(line.text());
-    if (beside < row.size() && !row.back().empty()) {
-      Line below(indent_ + 2 * gap);
-      below.cell(row.back(), 0);
-      output.line(below.text());
-    }
+    if (!folded) continue;
+    Line below(indent_ + 2 * gap);
+    below.cell(row.back(), 0);
+    output.line(below.text());
   }
 }
 

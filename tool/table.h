@@ -21,8 +21,8 @@ class Table {
 
   [[nodiscard]] bool empty() const { return rows_.empty(); }
 
-  /// Writes the rows, a column as wide as its widest cell, two blanks between columns. Where that
-  /// is wider than `columns` (0: no limit), the last cell of each row goes on a line of its own.
+  /// Writes the rows, a column as wide as its widest cell, two blanks between columns. Where a row
+  /// is wider than `columns` (0: no limit), its last cell goes on a line of its own.
   void write(Output& output, std::size_t columns) const;
 
  private:
