@@ -41,7 +41,8 @@ std::optional<DateValue> date_value(year_month_day date) noexcept {
 }
 
 std::optional<year_month_day> civil_date(DateValue value) noexcept {
-  const bool in_range = value >= first_date_value && value < end_date_value;  // false for a NaN
+  const bool in_range =
+      value.days >= first_date_value.days && value.days < end_date_value.days;  // false for a NaN
   if (!in_range) return std::nullopt;
   auto day = epoch + days{static_cast<std::int32_t>(std::floor(value.days))};
   for (const auto absent : absent_days) {  // in order: each one passed moves the rest by a day
@@ -60,7 +61,8 @@ std::optional<DatetimeValue> datetime_value(std::chrono::local_seconds time) noe
 }
 
 std::optional<std::chrono::local_seconds> civil_time(DatetimeValue value) noexcept {
-  const bool in_range = value >= first_datetime_value && value < end_datetime_value;
+  const bool in_range =
+      value.seconds >= first_datetime_value.seconds && value.seconds < end_datetime_value.seconds;
   if (!in_range) return std::nullopt;
   const double whole_seconds = std::floor(value.seconds);
   const double whole_days = std::floor(whole_seconds / 86'400);

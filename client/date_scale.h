@@ -10,7 +10,6 @@
 #define JWNLS_CLIENT_DATE_SCALE_H_
 
 #include <chrono>
-#include <compare>
 #include <optional>
 
 namespace jwnls::client {
@@ -18,13 +17,13 @@ namespace jwnls::client {
 /// Days since 1 January 1960: -138,061 to below 6,589,336. A fraction is the time of day, dropped.
 struct DateValue {
   double days = 0;
-  auto operator<=>(const DateValue&) const = default;
+  bool operator==(const DateValue&) const = default;
 };
 
 /// Seconds since 1 January 1960 00:00:00: -11,928,470,400 to below 569,318,630,400.
 struct DatetimeValue {
   double seconds = 0;
-  auto operator<=>(const DatetimeValue&) const = default;
+  bool operator==(const DatetimeValue&) const = default;
 };
 
 inline constexpr DateValue first_date_value = {-138'061};
