@@ -52,16 +52,21 @@ constexpr std::int32_t days_before_month(std::int32_t year, std::int32_t month) 
 // Both directions count days from 1 March of year 0, so that a leap day ends its year.
 inline constexpr std::int32_t march_day_zero = -715815;
 
-/// The day of a civil date that is in range.
-constexpr std::int32_t day_from_civil(CivilDate date) noexcept {
+/// Days from 1 March of year 0 to a civil date that is in range.
+constexpr std::uint32_t days_since_march(CivilDate date) noexcept {
   // January and February are the months 13 and 14 of the year before.
-  const bool of_year_before = date.month <= 2;
-  const auto year = static_cast<std::uint32_t>(date.year) - (of_year_before ? 1 : 0);
-  const auto month = static_cast<std::uint32_t>(date.month) + (of_year_before ? 12 : 0);
+  const std::uint32_t of_year_before = date.month <= 2 ? 1 : 0;
+  const std::uint32_t year = static_cast<std::uint32_t>(date.year) - of_year_before;
+  const std::uint32_t month = static_cast<std::uint32_t>(date.month) + 12 * of_year_before;
   const std::uint32_t century = year / 100;
   const std::uint32_t before_year = 1461 * year / 4 - century + century / 4 - century / 40;
   const std::uint32_t before_month = (979 * month - 2919) / 32;
-  return static_cast<std::int32_t>(before_year + before_month) + (date.day - 1) + march_day_zero;
+  return before_year + before_month + static_cast<std::uint32_t>(date.day - 1);
+}
+
+/// The day of a civil date that is in range.
+constexpr std::int32_t day_from_civil(CivilDate date) noexcept {
+  return static_cast<std::int32_t>(days_since_march(date)) + march_day_zero;
 }
 
 /// The civil date of a day from first_day to below end_day.
@@ -88,10 +93,20 @@ constexpr CivilDate civil_from_day(std::int32_t day) noexcept {
           static_cast<std::int32_t>((month_product & 0xFFFF) / 2141 + 1)};
 }
 
+/// 0 (Sunday) to 6 (Saturday), by the days since 1 March of year 0.
+constexpr std::uint32_t weekday_index(std::uint32_t since_march) noexcept {
+  // The remainder by 7 as the fraction of a product (exact for far more days than there are); that
+  // 1 March is a Wednesday.
+  constexpr std::uint32_t reciprocal = 613566757;  // 2^32 / 7, rounded up
+  const std::uint32_t fraction = (since_march + 3) * reciprocal;
+  return static_cast<std::uint32_t>(std::uint64_t{fraction} * 7 >> 32);
+}
+
 /// 1 (Sunday) to 7 (Saturday), for every day in range.
 constexpr std::int32_t weekday_from_day(std::int32_t day) noexcept {
-  // The first day of the range is a Friday, five days after a Sunday.
-  return static_cast<std::int32_t>((static_cast<std::uint32_t>(day - first_day) + 5) % 7) + 1;
+  return static_cast<std::int32_t>(
+             weekday_index(static_cast<std::uint32_t>(day - march_day_zero))) +
+         1;
 }
 
 }  // namespace jwnls

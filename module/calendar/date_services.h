@@ -40,8 +40,10 @@ inline bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
 }
 
 template <typename Unit>
-std::uint32_t format_value(LocaleHandle* handle, double value, const TextEntry& pattern, Unit* out,
-                           std::int64_t capacity, std::int64_t* length) noexcept {
+[[gnu::always_inline]] inline std::uint32_t format_value(LocaleHandle* handle, double value,
+                                                         const TextEntry& pattern, Unit* out,
+                                                         std::int64_t capacity,
+                                                         std::int64_t* length) noexcept {
   if (!datetime_in_range(value)) [[unlikely]] {
     return code(is_missing(value) ? Status::missing_value : Status::out_of_range);
   }

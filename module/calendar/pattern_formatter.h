@@ -31,8 +31,10 @@ enum class Output : std::uint8_t {
   weekday_name,
   month_name,
   designator,
+  date_pair,  // pairs are numbers with a zero in front where they need one, as most are written
   date_number,
   small_letter_number,  // of the date; blank-padded, but for the letter in upper case
+  clock_pair,
   clock_number,
   year,
   weekday_digit,
@@ -60,40 +62,54 @@ inline constexpr Manner alternate = 1;  // with its lower-case meaning
 inline constexpr Manner bare = 2;       // behind "#": no padding
 inline constexpr std::size_t manners = 4;
 
-struct Directive {
+struct alignas(8) Directive {
   Output output = Output::refused;
-  std::uint8_t which = 0;  // names: 0 the full list, 1 the short one; else a Number
+  Number number = hour;
   NumberStyle style = zero_padded;
+  std::uint16_t list = 0;  // names: where their list begins in the record
 };
 
 /// What a letter (in upper case) writes in a manner. Everything that a pattern can ask for stands
 /// in the rows of this function, and nowhere else.
 constexpr Directive directive_of(char letter, Manner manner) {
   const bool lower = (manner & alternate) != 0;
-  const std::uint8_t list = lower ? 1 : 0;
   const NumberStyle zero = (manner & bare) != 0 ? unpadded : zero_padded;
   const NumberStyle blank = (manner & bare) != 0 ? unpadded : blank_padded;
+  const auto date = [=](Number number) {
+    return Directive{zero.single_below == 0 ? Output::date_pair : Output::date_number, number,
+                     zero};
+  };
+  const auto clock = [=](Number number) {
+    return Directive{zero.single_below == 0 ? Output::clock_pair : Output::clock_number, number,
+                     zero};
+  };
+  const auto name = [](Output output, std::size_t list) {
+    return Directive{output, hour, zero_padded, static_cast<std::uint16_t>(list)};
+  };
+  constexpr std::size_t full_weekdays = offsetof(LocaleRecord, full_weekdays);
+  constexpr std::size_t short_weekdays = offsetof(LocaleRecord, short_weekdays);
+  constexpr std::size_t full_months = offsetof(LocaleRecord, full_months);
+  constexpr std::size_t short_months = offsetof(LocaleRecord, short_months);
   switch (letter) {
     // clang-format off
     case '%': return {Output::percent};
-    case 'A': return {Output::weekday_name, list};
-    case 'F': return {Output::weekday_name, 0};
-    case 'B': return {Output::month_name, list};
-    case 'C': return {Output::month_name, 0};
-    case 'D': return {Output::date_number, day, zero};
+    case 'A': return name(Output::weekday_name, lower ? short_weekdays : full_weekdays);
+    case 'F': return name(Output::weekday_name, full_weekdays);
+    case 'B': return name(Output::month_name, lower ? short_months : full_months);
+    case 'C': return name(Output::month_name, full_months);
+    case 'D': return date(day);
     case 'E': return {Output::small_letter_number, day, blank};
-    case 'N': return {Output::date_number, month, zero};
+    case 'N': return date(month);
     case 'O': return {Output::small_letter_number, month, blank};
-    case 'Y': return {Output::year, 0, zero};
+    case 'Y': return {Output::year, hour, zero};
     case 'W': return {Output::weekday_digit};
     case 'U': return {Output::seven};
-    case 'H': return {Output::clock_number, hour, zero};
-    case 'I': return {Output::clock_number, hour_1_to_12, zero};
-    case 'K': return {Output::clock_number, hour_1_to_24, zero};
-    case 'L': return {Output::clock_number, hour_0_to_12, zero};
-    case 'M': return lower ? Directive{Output::date_number, month, zero}
-                           : Directive{Output::clock_number, minute, zero};
-    case 'S': return {Output::clock_number, second, zero};
+    case 'H': return clock(hour);
+    case 'I': return clock(hour_1_to_12);
+    case 'K': return clock(hour_1_to_24);
+    case 'L': return clock(hour_0_to_12);
+    case 'M': return lower ? date(month) : clock(minute);
+    case 'S': return clock(second);
     case 'P': return {Output::designator};
     case 'Z': return {lower ? Output::zone_offset : Output::zone_name};
     default: return {Output::refused};
@@ -111,8 +127,9 @@ inline constexpr DirectiveTable directives = [] {
     for (Manner manner = 0; manner < manners; ++manner) {
       Directive& row = rows[letter][manner];
       row = directive_of(static_cast<char>(letter), manner);
-      const bool needs_clock =
-          row.output == Output::clock_number || row.output == Output::designator;
+      const bool needs_clock = row.output == Output::clock_pair ||
+                               row.output == Output::clock_number ||
+                               row.output == Output::designator;
       if (needs_clock && !has_clock) row = {};
     }
   }
@@ -153,9 +170,11 @@ class FormatParts {
   }
 
   bool has_clock() const noexcept { return has_clock_; }
-  std::uint32_t clock_number(std::uint8_t number) const noexcept { return numbers_[number]; }
+  std::uint32_t clock_number(pattern_format::Number number) const noexcept {
+    return numbers_[number];
+  }
 
-  std::uint32_t date_number(std::uint8_t number) noexcept {
+  std::uint32_t date_number(pattern_format::Number number) noexcept {
     split_date();
     return numbers_[number];
   }
@@ -164,9 +183,10 @@ class FormatParts {
     return static_cast<std::uint32_t>(date_.year);
   }
 
-  /// 1 (Sunday) to 7 (Saturday).
+  /// 0 (Sunday) to 6 (Saturday).
   std::uint32_t weekday() const noexcept {
-    return static_cast<std::uint32_t>(weekday_from_day(has_clock_ ? day_ : day_from_civil(date_)));
+    return weekday_index(has_clock_ ? static_cast<std::uint32_t>(day_ - march_day_zero)
+                                    : days_since_march(date_));
   }
 
  private:
@@ -216,9 +236,8 @@ class PatternFormatter {
         writer.append(*unit++);
         continue;
       }
-      Directive directive;
-      unit = read_directive(unit + 1, end, directive);
-      const Step step = unit == nullptr ? Step::refused : write(directive, unit[-1], writer);
+      const Directive* directive = read_directive(++unit, end);
+      const Step step = directive == nullptr ? Step::refused : write(*directive, unit[-1], writer);
       if (step == Step::written) [[likely]]
         continue;
       if (writer.outgrown()) break;
@@ -235,12 +254,13 @@ class PatternFormatter {
 
   enum class Step : std::uint8_t { written, written_long, refused };  // long: may have outgrown
 
-  // Reads modifier and letter from behind a "%". Returns where they end, or null where the
+  // Reads modifier and letter from behind a "%" and moves `unit` past them. Null where the
   // directive is cut short or its letter is no ASCII unit.
-  [[gnu::always_inline]] const char16_t* read_directive(const char16_t* unit, const char16_t* end,
-                                                        Directive& directive) noexcept {
+  [[gnu::always_inline]] const Directive* read_directive(const char16_t*& unit,
+                                                         const char16_t* end) noexcept {
     using namespace pattern_format;
-    if (unit == end) return nullptr;
+    if (unit == end) [[unlikely]]
+      return nullptr;
     char16_t letter = *unit++;
     Manner manner = 0;
     if (letter >= 0x40 && letter < 0x80) [[likely]] {
@@ -255,8 +275,7 @@ class PatternFormatter {
     const char16_t capital = letters_.to_upper(letter);
     if (capital >= 0x80) [[unlikely]]
       return nullptr;
-    directive = directives_[capital][manner];
-    return unit;
+    return &directives_[capital][manner];
   }
 
   // Writes one directive, whose letter stands in the pattern as `written`.
@@ -270,33 +289,37 @@ class PatternFormatter {
         out.append_narrow(u'%');
         return Step::written;
       case Output::weekday_name:
-        out.append((directive.which == 0 ? record_.full_weekdays
-                                         : record_.short_weekdays)[parts_.weekday() - 1]);
+        out.append(list_entry(record_, directive.list, parts_.weekday()));
         return Step::written_long;
       case Output::month_name:
-        out.append((directive.which == 0 ? record_.full_months
-                                         : record_.short_months)[parts_.date_number(month) - 1]);
+        out.append(list_entry(record_, directive.list, parts_.date_number(month) - 1));
         return Step::written_long;
       case Output::designator:
         out.append(parts_.clock_number(hour) < 12 ? record_.before_noon : record_.after_noon);
         return Step::written_long;
+      case Output::date_pair:
+        out.append_pair(parts_.date_number(directive.number));
+        return Step::written;
       case Output::date_number:
-        out.append_number(parts_.date_number(directive.which), directive.style);
+        out.append_number(parts_.date_number(directive.number), directive.style);
         return Step::written;
       case Output::small_letter_number: {
         const bool capital = written == u'E' || written == u'O';
-        out.append_number(parts_.date_number(directive.which),
+        out.append_number(parts_.date_number(directive.number),
                           capital ? unpadded : directive.style);
         return Step::written;
       }
+      case Output::clock_pair:
+        out.append_pair(parts_.clock_number(directive.number));
+        return Step::written;
       case Output::clock_number:
-        out.append_number(parts_.clock_number(directive.which), directive.style);
+        out.append_number(parts_.clock_number(directive.number), directive.style);
         return Step::written;
       case Output::year:
         write_year(parts_.year(), directive.style, out);
         return Step::written;
       case Output::weekday_digit:
-        out.append_digit(parts_.weekday() - 1);
+        out.append_digit(parts_.weekday());
         return Step::written;
       case Output::seven:
         out.append_digit(7);  // deliberate: 7 whatever the date; callers rely on it
@@ -318,8 +341,7 @@ class PatternFormatter {
     const std::uint32_t year_of_century = year - 100 * century;
     if (century >= 100) [[unlikely]]
       century %= 100;
-    out.append_number(century, style);
-    out.append_number(year_of_century, style);
+    out.append_numbers(century, year_of_century, style);
   }
 
   [[gnu::noinline]] static Writer write_zone_offset(LocaleHandle* handle, Writer out) noexcept {

@@ -31,12 +31,14 @@ constexpr std::int64_t signed_size(std::u16string_view text) {
 // Locale name, one blank and zone name: what the handle cache knows a handle by.
 struct CacheKey {
   static constexpr std::int64_t capacity = 110;  // units
-  char16_t units[capacity];
+  char16_t units[capacity + 1];
   std::int64_t bytes;
 
   CacheKey(std::u16string_view locale, std::u16string_view zone) noexcept {
     const std::array pieces = {locale, zone};
-    bytes = static_cast<std::int64_t>(join_texts(pieces, u' ', units, capacity) * sizeof(char16_t));
+    // The key is the joined length, so a zero unit behind it serves as well as a buffer of blanks.
+    bytes = static_cast<std::int64_t>(join_texts(pieces, u' ', units, -capacity - 1) *
+                                      sizeof(char16_t));
   }
 };
 

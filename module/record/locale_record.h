@@ -95,6 +95,13 @@ constexpr std::u16string_view text_of(const TextEntry& entry) noexcept {
   return {entry.units, bounded_length(entry.length, text_entry_capacity)};
 }
 
+/// The entry at `index` of the name list that begins `list_offset` bytes into the record.
+inline const TextEntry& list_entry(const LocaleRecord& record, std::size_t list_offset,
+                                   std::size_t index) noexcept {
+  const auto* list = reinterpret_cast<const std::byte*>(&record) + list_offset;
+  return reinterpret_cast<const TextEntry*>(list)[index];
+}
+
 /// The grouping pattern, at most its 60 units.
 constexpr std::u16string_view grouping_of(const LocaleRecord& record) noexcept {
   return {record.grouping_units, bounded_length(record.grouping_length, text_entry_capacity)};

@@ -27,7 +27,7 @@ struct NumberStyle {
   std::uint8_t first_pair;
   std::uint8_t single_below;
 };
-inline constexpr NumberStyle zero_padded = {0, 0};
+inline constexpr NumberStyle zero_padded = {0, 0};  // first, as append_pair() relies on
 inline constexpr NumberStyle blank_padded = {100, 0};
 inline constexpr NumberStyle unpadded = {200, 10};
 
@@ -97,11 +97,30 @@ class BoundedWriter {
   /// Appends a number below 10.
   void append_digit(unsigned number) noexcept { *position_++ = static_cast<Unit>('0' + number); }
 
+  /// Appends a number below 100 as two digits.
+  void append_pair(unsigned number) noexcept {
+    std::memcpy(position_, digit_pairs<Unit>[number].data(), 2 * sizeof(Unit));
+    position_ += 2;
+  }
+
   /// Appends a number below 100.
   void append_number(unsigned number, NumberStyle style) noexcept {
     const auto& pair = digit_pairs<Unit>[style.first_pair + number];
     std::memcpy(position_, pair.data(), sizeof pair);
     position_ += number < style.single_below ? 1 : 2;
+  }
+
+  /// Appends two numbers below 100 in a row.
+  void append_numbers(unsigned first, unsigned second, NumberStyle style) noexcept {
+    if (style.single_below != 0) [[unlikely]] {
+      append_number(first, style);
+      append_number(second, style);
+      return;
+    }
+    const auto& pairs = digit_pairs<Unit>;
+    std::memcpy(position_, pairs[style.first_pair + first].data(), 2 * sizeof(Unit));
+    std::memcpy(position_ + 2, pairs[style.first_pair + second].data(), 2 * sizeof(Unit));
+    position_ += 4;
   }
 
   /// Appends the text of an entry.
