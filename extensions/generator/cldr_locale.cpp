@@ -252,14 +252,13 @@ CldrLocale read_cldr_locale(const std::string& name) try {
       typeable_list(symbols(format.getAlias(), UDAT_AM_PMS, 0, 2)),
       typeable_list(symbols(format.getAlias(), UDAT_QUARTERS, 0, 4)),
       typeable_list(symbols(format.getAlias(), UDAT_SHORT_QUARTERS, 0, 4)),
-      {grouping(numbers.getAlias())},
-      {currency.symbol},
-      {display_name(name, name)},
-      {widened(cldr_parent(name))},
-      {widened(subtags.language), widened(subtags.script), widened(subtags.region)},
       {language_tag(name)},
+      {grouping(numbers.getAlias())},
+      {widened(subtags.language), widened(subtags.script), widened(subtags.region)},
+      {currency.symbol},
       {currency.code},
-      {display_name(name, "en")},
+      {display_name(name, name)},
+      {display_name(name, "en"), widened(cldr_parent(name))},
   };
   return locale;
 } catch (const std::runtime_error& failure) {

@@ -62,7 +62,7 @@ void check_lengths(const CldrLocale& locale) {
       throw std::runtime_error(locale.name + ": a list of the wrong length");
     }
     for (const std::u16string& text : list) {
-      if (text.size() > run.room) {
+      if (text.size() > static_cast<std::size_t>(text_entry_capacity)) {
         throw std::runtime_error(locale.name + ": a text of " + std::to_string(text.size()) +
                                  " units at offset " + std::to_string(run.offset));
       }

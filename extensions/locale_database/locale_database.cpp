@@ -31,15 +31,18 @@ const LocaleRow* find_row(const char16_t* name, std::int64_t length) noexcept {
   return found != end && *found == key ? locale_rows + (found - locale_keys) : nullptr;
 }
 
-// Writes a text behind its length.
 void write_text(std::byte* entry, std::uint16_t text) noexcept {
-  const std::uint32_t begin = text_offsets[text];
-  const std::uint64_t length = text_offsets[text + 1] - begin;
+  const std::int64_t length = text_offsets[text + 1] - text_offsets[text];
   std::memcpy(entry, &length, sizeof length);
-  std::memcpy(entry + sizeof length, texts + begin, length * sizeof(char16_t));
+  std::memcpy(entry + offsetof(TextEntry, units), texts + text_offsets[text],
+              static_cast<std::size_t>(length) * sizeof(char16_t));
 }
 
+// Writes every byte behind the head; the head, the locale's name, is the caller's. The memory comes
+// unzeroed.
 void write_row(std::byte* record, const LocaleRow& row) noexcept {
+  constexpr std::size_t head = offsetof(LocaleRecord, area_2);
+  std::memset(record + head, 0, sizeof(LocaleRecord) - head);
   for (std::size_t i = 0; i < run_count; ++i) {
     const std::uint16_t* list = list_texts + row.lists[i];
     std::byte* entry = record + runs[i].offset;
@@ -55,15 +58,11 @@ void write_row(std::byte* record, const LocaleRow& row) noexcept {
   std::memcpy(record + week_offset, week, sizeof week);
 }
 
-// The record's memory comes unzeroed; its head, the locale's name, belongs to the caller.
 std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
   if (record == nullptr) return code(Status::null_argument);
   const LocaleRow* row = find_row(name, length);
   if (row == nullptr) return code(Status::lookup_failed);
-  auto* bytes = static_cast<std::byte*>(record);
-  constexpr std::size_t head = offsetof(LocaleRecord, area_2);
-  std::memset(bytes + head, 0, sizeof(LocaleRecord) - head);
-  write_row(bytes, *row);
+  write_row(static_cast<std::byte*>(record), *row);
   return code(Status::ok);
 }
 

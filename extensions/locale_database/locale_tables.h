@@ -43,35 +43,33 @@ constexpr LocaleKey key_of(std::basic_string_view<Unit> name) noexcept {
   return {halves[0], halves[1]};
 }
 
-/// Consecutive entries of a record. Each begins with its length in units, a 64-bit word.
+/// Consecutive text entries of a record.
 struct Run {
   std::uint16_t offset;  // bytes from the record's start
-  std::uint8_t count;    // entries, one text entry apart
-  std::uint8_t room;     // units that fit one of them
+  std::uint16_t count;   // entries
 };
 
 /// Every text of a record, in the order in which a locale's row names its lists.
 inline constexpr Run runs[] = {
-    {offsetof(LocaleRecord, full_weekdays), 7, 60},
-    {offsetof(LocaleRecord, short_weekdays), 7, 60},
-    {offsetof(LocaleRecord, full_months), 12, 60},
-    {offsetof(LocaleRecord, short_months), 12, 60},
-    {offsetof(LocaleRecord, date_patterns), 6, 60},  // and time, datetime and style-0 pattern
-    {offsetof(LocaleRecord, before_noon), 2, 60},    // and after_noon
-    {offsetof(LocaleRecord, full_quarters), 4, 60},
-    {offsetof(LocaleRecord, short_quarters), 4, 60},
-    {offsetof(LocaleRecord, grouping_length), 1, 60},
-    {offsetof(LocaleRecord, currency_symbol_length), 1, 60},
-    {offsetof(LocaleRecord, area_1), 1, 60},  // the locale's own name
-    {offsetof(LocaleRecord, area_2), 1, 44},  // the locale that it inherits from
-    {offsetof(LocaleRecord, area_3), 3, 60},  // language, script and region
-    {offsetof(LocaleRecord, area_4), 1, 60},  // the BCP 47 tag
-    {offsetof(LocaleRecord, area_6), 1, 60},  // the currency's ISO 4217 code
-    {offsetof(LocaleRecord, area_8), 1, 60},  // the locale's English name
+    {offsetof(LocaleRecord, full_weekdays), 7},
+    {offsetof(LocaleRecord, short_weekdays), 7},
+    {offsetof(LocaleRecord, full_months), 12},
+    {offsetof(LocaleRecord, short_months), 12},
+    {offsetof(LocaleRecord, date_patterns), 6},  // and time, datetime and style-0 pattern
+    {offsetof(LocaleRecord, before_noon), 2},    // and after_noon
+    {offsetof(LocaleRecord, full_quarters), 4},
+    {offsetof(LocaleRecord, short_quarters), 4},
+    {offsetof(LocaleRecord, area_4), 1},  // the BCP 47 tag
+    {offsetof(LocaleRecord, grouping_length), 1},
+    {offsetof(LocaleRecord, area_3), 3},  // language, script and region
+    {offsetof(LocaleRecord, currency_symbol_length), 1},
+    {offsetof(LocaleRecord, area_6), 1},  // the currency's ISO 4217 code
+    {offsetof(LocaleRecord, area_1), 1},  // the locale's own name
+    {offsetof(LocaleRecord, area_8), 2},  // its English name, and the locale that it inherits from
 };
 inline constexpr std::size_t run_count = std::size(runs);
 
-// Behind the currency code in area 6: the digits of its minor unit, a 64-bit integer.
+// Behind the currency's code in area 6: the digits of its minor unit, a 64-bit integer.
 inline constexpr std::size_t currency_digits_offset = offsetof(LocaleRecord, area_6) + 128;
 // Area 7: the week's first day (1 = Sunday) and the days of the new year that make a week its
 // first, two 32-bit integers.
@@ -93,8 +91,8 @@ extern const LocaleKey locale_keys[];     // sorted
 extern const LocaleRow locale_rows[];     // in the order of the keys
 extern const std::uint16_t list_texts[];  // lists of text numbers, end to end
 extern const std::uint32_t
-    text_offsets[];  // where each text begins in `texts`; one more at the end
-extern const char16_t texts[];
+    text_offsets[];             // where each text begins in `texts`; one more at the end
+extern const char16_t texts[];  // text_entry_capacity units more at the end
 
 }  // namespace jwnls::ldb
 
