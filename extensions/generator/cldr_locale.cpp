@@ -189,6 +189,7 @@ std::map<std::string, std::string> read_explicit_parents() {
 
 std::vector<std::string> cldr_locale_names() {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(uloc_countAvailable()));
   for (int32_t i = 0; i < uloc_countAvailable(); ++i) names.emplace_back(uloc_getAvailable(i));
   std::ranges::sort(names);
   return names;

@@ -224,7 +224,7 @@ class NameTables {
       const std::string script = likely_script(language);
       of_languages[language] = script;
       for (const auto& [region, region_name] : regions) {
-        const std::string name = language + '_' + region;
+        const std::string name = std::string(language).append(1, '_').append(region);
         const std::string script_there = likely_script(name);
         if (script_there != script) of_regions[name] = script_there;
       }

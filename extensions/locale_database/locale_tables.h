@@ -7,11 +7,11 @@
 #ifndef JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
 #define JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
+#include <type_traits>
 
 #include "module/record/locale_record.h"
 
@@ -24,7 +24,10 @@ struct LocaleKey {
   std::uint64_t high;  // the name's first eight characters, the first one topmost
   std::uint64_t low;   // the rest, zeros behind it
 
-  auto operator<=>(const LocaleKey&) const = default;
+  bool operator==(const LocaleKey&) const = default;
+  constexpr bool operator<(const LocaleKey& other) const noexcept {
+    return high != other.high ? high < other.high : low < other.low;
+  }
 };
 
 /// The key of a name of at most max_name_length units. A unit that no name has, zero among them,
@@ -35,7 +38,7 @@ constexpr LocaleKey key_of(std::basic_string_view<Unit> name) noexcept {
   for (std::size_t i = 0; i < LocaleKey::max_name_length; ++i) {
     std::uint32_t unit = 0;
     if (i < name.size()) {
-      unit = static_cast<std::uint32_t>(name[i]);
+      unit = static_cast<std::make_unsigned_t<Unit>>(name[i]);
       if (unit == 0 || unit > 0x7F) return {};
     }
     halves[i / 8] = halves[i / 8] << 8 | unit;

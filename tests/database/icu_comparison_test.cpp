@@ -147,15 +147,14 @@ class ModuleLocale {
 
   std::u16string date(const Moment& moment, std::uint32_t style) {
     return text(format_date<char16_t>(&handle_, moment.month, moment.day, moment.year, style, out_,
-                                      std::size(out_), &length_));
+                                      room, &length_));
   }
   std::u16string time(const Moment& moment) {
-    return text(format_time<char16_t>(&handle_, datetime_value(moment), 0, out_, std::size(out_),
-                                      &length_));
+    return text(format_time<char16_t>(&handle_, datetime_value(moment), 0, out_, room, &length_));
   }
   std::u16string datetime(const Moment& moment, std::uint32_t style) {
-    return text(format_datetime<char16_t>(&handle_, datetime_value(moment), style, out_,
-                                          std::size(out_), &length_));
+    return text(
+        format_datetime<char16_t>(&handle_, datetime_value(moment), style, out_, room, &length_));
   }
 
  private:
@@ -165,7 +164,8 @@ class ModuleLocale {
   }
 
   LocaleHandle handle_ = {};
-  char16_t out_[512];
+  static constexpr std::int64_t room = 512;
+  char16_t out_[room];
   std::int64_t length_ = 0;
 };
 

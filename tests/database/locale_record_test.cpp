@@ -13,7 +13,7 @@
 namespace jwnls::test {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 constexpr std::size_t head_bytes = offsetof(LocaleRecord, area_2);
 
