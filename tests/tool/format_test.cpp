@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "process.h"
 
 namespace jwnls::tool {
@@ -64,9 +62,11 @@ TEST(Format, ShowsInstantsInTheTimeZone) {
 }
 
 TEST(Format, KnowsNow) {
-  const auto outcome = run_tool({{"format", "datetime", "-l", "de_DE", "now"}, "", {"TZ=UTC"}});
-  const std::regex shape("\\d{2}\\.\\d{2}\\.20\\d{2}, \\d{2}:\\d{2}:\\d{2}\n");
-  EXPECT_TRUE(std::regex_match(outcome.output, shape)) << outcome.output << outcome.errors;
+  auto outcome = run_tool({{"format", "datetime", "-l", "de_DE", "now"}, "", {"TZ=UTC"}});
+  for (char& c : outcome.output) {
+    if (c >= '0' && c <= '9') c = '9';
+  }
+  EXPECT_EQ(outcome.output, "99.99.9999, 99:99:99\n") << outcome.errors;
 }
 
 TEST(Format, ReadsLinesAndGoesOnAfterBadOnes) {
