@@ -99,9 +99,4 @@ void KeyTable::grow() {
   current_.store(generations_.back().get(), std::memory_order_release);
 }
 
-std::size_t KeyTable::size() const {
-  const std::lock_guard guard(writers_);
-  return entries_.size();
-}
-
 }  // namespace jwnls::host

@@ -43,8 +43,6 @@ class KeyTable {
   /// Every entry in the order of insertion. Not while another thread inserts.
   [[nodiscard]] const std::vector<std::unique_ptr<Entry>>& entries() const { return entries_; }
 
-  [[nodiscard]] std::size_t size() const;
-
  private:
   struct Slots {
     explicit Slots(std::size_t count);
@@ -57,7 +55,7 @@ class KeyTable {
   void grow();
 
   std::atomic<const Slots*> current_{nullptr};
-  mutable std::mutex writers_;  // guards everything below
+  std::mutex writers_;  // guards everything below
   std::vector<std::unique_ptr<Slots>> generations_;
   std::vector<std::unique_ptr<Entry>> entries_;
 };

@@ -62,7 +62,6 @@ void HostPool::end() noexcept {
     block = next;
   }
   ring_.previous = ring_.next = &ring_;
-  blocks_ = 0;
 }
 
 void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
@@ -81,7 +80,6 @@ void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
   }
   const std::lock_guard guard(mutex_);
   link(block);
-  ++blocks_;
   return start;
 }
 
@@ -98,7 +96,6 @@ void HostPool::give_back(void* memory) noexcept {
     return;
   }
   unlink(block);
-  --blocks_;
   if (checking_) {
     check_guards(block);
     put_aside(block);
@@ -143,11 +140,6 @@ void HostPool::report_blocks_in_use() noexcept {
   for (const Block* block = ring_.next; block != &ring_; block = block->next) {
     add_fault(block, "never freed");
   }
-}
-
-std::size_t HostPool::blocks_in_use() const noexcept {
-  const std::lock_guard guard(mutex_);
-  return blocks_;
 }
 
 void HostPool::link(Block* block) noexcept {

@@ -37,8 +37,6 @@ class HostPool final : public KernelObject, public Pool {
   /// pool that another owner destroys takes its blocks with it rightly.
   void report_blocks_in_use() noexcept;
 
-  [[nodiscard]] std::size_t blocks_in_use() const noexcept;
-
  private:
   // Stands before every block, in a ring that begins and ends at ring_.
   struct alignas(16) Block {
@@ -60,7 +58,6 @@ class HostPool final : public KernelObject, public Pool {
   const bool checking_;
   mutable std::mutex mutex_;
   Block ring_;
-  std::size_t blocks_ = 0;
   std::deque<Block*> aside_;       // freed blocks, oldest first
   std::uint64_t aside_bytes_ = 0;  // of the blocks put aside
 };

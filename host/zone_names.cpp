@@ -189,6 +189,9 @@ void ZoneNames::read_once() const {
 }
 
 void ZoneNames::read() {
+  zones_.clear();  // of what a reader left that ran out of memory
+  names_.clear();
+  folded_.clear();
   if (!read_list()) read_folder();
   zones_.push_back({"UTC", ""});  // needs no file
   std::erase_if(zones_, [](const Zone& zone) { return is_no_zone(zone.name); });
