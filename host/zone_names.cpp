@@ -159,10 +159,6 @@ const ZoneNames::Zone* ZoneNames::find(std::u16string_view name) const {
 }
 
 Status ZoneNames::normalise(std::u16string_view name, ZoneNameText& out) const {
-  if (const ZoneNameText* known = normal_.find(name)) {
-    out = *known;
-    return Status::ok;
-  }
   const Status status = normalise_anew(name, out);
   if (status == Status::ok) normal_.add(name, out);
   return status;

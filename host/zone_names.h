@@ -25,8 +25,8 @@ namespace jwnls::host {
 
 /// A zone's name, as the module's buffers hold it.
 struct ZoneNameText {
-  char16_t units[zone_name_capacity];
-  std::size_t length;
+  char16_t units[zone_name_capacity] = {};
+  std::size_t length = 0;
 
   [[nodiscard]] std::u16string_view view() const noexcept { return {units, length}; }
 };
@@ -59,8 +59,13 @@ class ZoneNames {
   /// Brings a name as people write it into the form that zones are known by: without the blanks
   /// around it and in the right case, but an alias as that alias. "UTC+5:30" becomes "UTC+05:30",
   /// and "UTC+0" becomes "UTC". ok, or lookup_failed for what is no zone.
-  /// Names that were asked before are a look-up. Throws bad_alloc.
+  /// Throws bad_alloc.
   [[nodiscard]] Status normalise(std::u16string_view name, ZoneNameText& out) const;
+
+  /// What normalise() gave before for the very same text, or null. Valid as long as this object.
+  [[nodiscard]] const ZoneNameText* normal_before(std::u16string_view name) const noexcept {
+    return normal_.find(name);
+  }
 
  private:
   [[nodiscard]] Status normalise_anew(std::u16string_view name, ZoneNameText& out) const;
