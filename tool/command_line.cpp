@@ -1,9 +1,12 @@
 #include "tool/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <list>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "tool/format_command.h"
 #include "tool/list_commands.h"
@@ -37,6 +40,26 @@ constexpr const char* values_footer =
     "+01:00 is an instant, written as the clock of the time zone shows it; one without is written\n"
     "as it stands.\n\n";
 
+// Stands before a word that is a value whatever it looks like.
+constexpr char shield = '\x01';
+
+// The parser takes "-5" for a value, but not "-.5", and "--" does not do in its subcommands what it
+// is for; so the words that it would mistake are shielded, and "--" goes.
+std::vector<std::string> with_shielded_values(std::vector<std::string> words) {
+  const auto mark = std::find(words.begin(), words.end(), "--");
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    const bool negative_number = word->size() > 2 && word->starts_with("-.");
+    if (word > mark || negative_number) word->insert(word->begin(), shield);
+  }
+  if (mark != words.end()) words.erase(mark);
+  return words;
+}
+
+std::string unshielded(std::string word) {
+  if (word.starts_with(shield)) word.erase(0, 1);
+  return word;
+}
+
 // The options of the chosen subcommand end up in its request, and `chosen` runs it.
 class CommandLine {
  public:
@@ -55,7 +78,9 @@ class CommandLine {
 
   // Throws CLI::ParseError, for help as well.
   ExitCode run(int argument_count, const char* const* arguments) {
-    app_.parse(argument_count, arguments);
+    auto words = with_shielded_values({arguments + 1, arguments + argument_count});
+    std::reverse(words.begin(), words.end());  // as the parser takes them
+    app_.parse(std::move(words));
     if (!chosen_) throw Failure{ExitCode::usage, missing_command()};
     return chosen_();
   }
@@ -106,7 +131,9 @@ class CommandLine {
           ->check(known_style(kind));
     }
     command->add_flag("-r,--raw", options.raw, kind.raw_help);
-    command->add_option("values", options.values, kind.values_help)->type_name("VALUE");
+    command->add_option("values", options.values, kind.values_help)
+        ->type_name("VALUE")
+        ->transform(unshielded);
     command->footer(std::string(values_footer) + examples(kind.examples));
     command->callback([this, &kind, &options] {
       chosen_ = [&kind, &options] { return run_format(kind, options); };
@@ -129,7 +156,8 @@ class CommandLine {
                 ExitCode (*list)(const ListOptions&)) {
     CLI::App* command = app_.add_subcommand(name, summary);
     ListOptions& options = list_options_.emplace_back();
-    command->add_option("filter", options.filter, "Part of a name, in any case");
+    command->add_option("filter", options.filter, "Part of a name, in any case")
+        ->transform(unshielded);
     command->add_flag("-n,--names", options.names_only, "Names only, for scripts");
     command->footer(examples(lines));
     command->callback(
@@ -138,8 +166,9 @@ class CommandLine {
 
   void add_show() {
     CLI::App* command = app_.add_subcommand("show", "Show a locale's names, patterns and symbols");
-    command->add_option("locale", show_options_.locale,
-                        "The locale; default: LC_ALL, LC_TIME or LANG");
+    command
+        ->add_option("locale", show_options_.locale, "The locale; default: LC_ALL, LC_TIME or LANG")
+        ->transform(unshielded);
     add_zone_option(*command, show_options_.zone);
     command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
     command->callback([this] { chosen_ = [this] { return run_show(show_options_); }; });
@@ -158,7 +187,9 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream problem;
   const bool usage = app.exit(error, out, problem) != 0;
   if (usage) {
-    report(std::string(error.what()) + " (see --help)");
+    std::string reason = error.what();
+    std::erase(reason, shield);
+    report(reason + " (see --help)");
     return ExitCode::usage;
   }
   Output output;

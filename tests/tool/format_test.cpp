@@ -17,8 +17,10 @@ TEST(Format, WritesALineForEachValue) {
        "15.03.2024\n24.12.2024\n"},
       {{"date", "--locale", "en-US", "--style", "3", "2024-03-15"}, "March 15, 2024\n"},
       {{"date", "-l", "en_US", "-s1", "12345-01-02"}, "01/02/2345\n"},  // four digits are shown
-      {{"date", "-l", "fr_FR", "-s", "long", "--raw", "0", "-138061", "6589335", "-0.5"},
+      {{"date", "-l", "fr_FR", "-s", "long", "--raw", "0", "-138061", "6589335", "-.5"},
        "1 janvier 1960\n1 janvier 1582\n31 décembre 0000\n31 décembre 1959\n"},
+      {{"date", "-l", "de_DE", "-r", "1", "-2", "--", "-3", "-.5"},
+       "02.01.1960\n30.12.1959\n29.12.1959\n31.12.1959\n"},
       {{"time", "-l", "en_US", "14:30", "00:05:09", "T143005"},
        "2:30:00 PM\n12:05:09 AM\n2:30:05 PM\n"},
       {{"time", "-l", "de_DE", "-r", "52205", "-1"}, "14:30:05\n23:59:59\n"},
@@ -94,6 +96,9 @@ TEST(Format, SaysWhichValueIsBadAndWhy) {
        "jwnls: '6589336': date 6589336 days: outside 1582-01-01 to 20000-12-31\n"},
       {{"date", "--raw", "2024-03-15"}, "jwnls: '2024-03-15': not a number\n"},
       {{"date", "--raw", ""}, "jwnls: '': not a number\n"},
+      {{"date", "--", "--raw", "date"},
+       "jwnls: '--raw': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n"
+       "jwnls: 'date': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n"},
       {{"datetime", "4000-02-29T12:00"},
        "jwnls: '4000-02-29T12:00': datetime 4000-02-29: no such date in the calendar\n"},
   };
