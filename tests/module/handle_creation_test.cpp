@@ -287,8 +287,9 @@ TEST_F(CreationTest, FallsBackFromABadSystemZoneWithAWarning) {
   const std::string warning =
       "journal 3 'Invalid OS TIMEZONE value is detected. Use default TIMEZONE value instead' 0";
   for (const Status answer : {Status::no_os_zone, Status::lookup_failed, Status::not_possible}) {
+    make_context_new(host);
     for (const bool with_store : {true, false}) {
-      make_context_new(host);
+      host.context.app_node = nullptr;  // without it the journal is not used, even if there is one
       host.reports.clear();
       host.service.option_store = with_store ? &host.store : nullptr;
       host.os_zone_status = code(answer);

@@ -124,11 +124,19 @@ TEST_F(BoundsTest, CutWhatOutgrowsTheWorkArea) {
   expect_units<char16_t>(Service::datetime, tuesday, std::u16string(512, u'\u20AC'), 0, true);
   expect_units<char>(Service::datetime, tuesday,
                      encode<char>(std::u16string(171, u'\u20AC')).substr(0, 512), 0, true);
-  // What has been cut ends the walk: the refusal behind it is not noticed, one before it is.
-  set_pattern(pattern_of_length(540) + u"%?Q");
-  expect_units<char16_t>(Service::time, tuesday, std::u16string(512, u'\u20AC'), 0, true);
-  set_pattern(u"%Q" + pattern_of_length(1740));
-  expect_failure(Service::time, tuesday, Status::not_possible);
+  // What has been cut ends the walk: a refusal behind it is not noticed, whether a name or a
+  // literal was cut; one before it is.
+  for (const std::size_t length : {540, 513}) {
+    set_pattern(pattern_of_length(length) + u"%Q");
+    std::u16string text(std::u16string(480, u'\u20AC') + std::u16string(32, u'x'));
+    if (length == 540) text = std::u16string(512, u'\u20AC');
+    expect_units<char16_t>(Service::time, tuesday, text, 0, true);
+  }
+  for (const std::u16string& pattern :
+       {pattern_of_length(511) + u"%Q", u"%Q" + pattern_of_length(1740)}) {
+    set_pattern(pattern);
+    expect_failure_in<char16_t>(Service::time, tuesday, Status::not_possible);
+  }
 }
 
 TEST_F(BoundsTest, CutAnyDirectiveThatStraddlesTheEndOfTheWorkArea) {
