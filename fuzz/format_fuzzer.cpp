@@ -98,8 +98,8 @@ template <typename Unit>
 std::uint32_t run(LocaleHandle* handle, const Call& call, Unit* out, std::int64_t capacity,
                   std::int64_t* length) {
   const ServiceTable& slots = handle->services;
-  FormatDate<Unit>* date;
-  FormatDatetime<Unit>* value;
+  FormatDate<Unit>* date = nullptr;
+  FormatDatetime<Unit>* value = nullptr;
   if constexpr (sizeof(Unit) == 2) {
     date = slots.format_date;
     value = call.service == 1 ? slots.format_time : slots.format_datetime;
@@ -141,7 +141,7 @@ Text<Unit> checked(LocaleHandle* handle, const Call& call, std::int64_t capacity
 
 template <typename Unit>
 Text<Unit> check_cut(LocaleHandle* handle, const Call& call, std::int64_t capacity) {
-  const Text<Unit> whole = checked<Unit>(handle, call, full_room);
+  Text<Unit> whole = checked<Unit>(handle, call, full_room);
   const Text<Unit> cut = checked<Unit>(handle, call, capacity);
   const std::size_t room = capacity < 0 ? 0 : static_cast<std::size_t>(capacity);
   if (whole.status != code(Status::ok) && whole.status != code(Status::does_not_fit)) {

@@ -32,7 +32,7 @@ bool same(double a, double b) {
 unsigned length_of_month(int year, unsigned month) {
   using namespace std::chrono;
   if (year % 4000 == 0 && month == 2) return 28;
-  return unsigned{(std::chrono::year(year) / month / last).day()};
+  return unsigned{(std::chrono::year(year) / std::chrono::month(month) / last).day()};
 }
 
 TEST(Calendar, AgreesWithAWalkOverEveryDay) {

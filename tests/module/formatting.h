@@ -6,6 +6,7 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/module_fixture.h"
@@ -62,11 +63,7 @@ std::uint32_t call(LocaleHandle* handle, Service service, const Value& value, st
                    Unit* out, std::int64_t capacity, std::int64_t* length) {
   const ServiceTable& slots = handle->services;
   const auto pick = [](auto* utf16, auto* utf8) {
-    if constexpr (sizeof(Unit) == 2) {
-      return utf16;
-    } else {
-      return utf8;
-    }
+    return std::get < sizeof(Unit) == 2 ? 0 : 1 > (std::pair(utf16, utf8));
   };
   switch (service) {
     case Service::date: {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <set>
 
 #include "tests/support/module_fixture.h"
 
@@ -121,7 +122,8 @@ TEST_F(CreationTest, FillsTheHandle) {
   EXPECT_EQ(handle->zone_track, host.track("jwnls Locale JWETZ track"));
   EXPECT_EQ(static_cast<void*>(handle->zone), &host.opened_zones.back());
   for (std::size_t word = 22; word < 86; ++word) EXPECT_NE(words[word], 0u) << "slot " << word;
-  for (const std::size_t word : {2, 40, 41, 42}) EXPECT_EQ(words[word], words[2]) << word;
+  for (const auto word : std::initializer_list<std::size_t>{2, 40, 41, 42})
+    EXPECT_EQ(words[word], words[2]) << word;
   EXPECT_EQ(handle->no_operation(handle), 0u);
   EXPECT_EQ(words[93], 0u);
   for (const auto& [first, end] : {std::pair(86, 92), std::pair(99, 112)}) {
@@ -187,10 +189,11 @@ std::optional<Status> expected_status(const Lines& failed) {
   for (const std::string& call : failed) {
     const auto row = std::find_if(std::begin(failures), std::end(failures),
                                   [&](const Failure& each) { return call.starts_with(each.call); });
-    if (row == std::end(failures))
+    if (row == std::end(failures)) {
       ADD_FAILURE() << "no row for " << call;
-    else if (row->status)
+    } else if (row->status) {
       return row->status;
+    }
   }
   return {};
 }
@@ -321,7 +324,7 @@ TEST_F(CreationTest, NeedsAKernelHandle) {
 }
 
 TEST_F(CreationTest, BoundsTheCanonicalName) {
-  for (const std::size_t length : {0, 1, 60, 61}) {
+  for (const auto length : std::initializer_list<std::size_t>{0, 1, 60, 61}) {
     host.canonical_locale = std::u16string(length, u'n');
     LocaleHandle* handle = create_private();
     EXPECT_EQ(handle != nullptr, length == 1 || length == 60) << length;
@@ -361,10 +364,9 @@ TEST_F(CreationTest, SharesAHandlePerLocaleAndZone) {
   host.os_zone = u"";
   EXPECT_NE(create(host.known_zones[0]), nullptr);
   EXPECT_NE(create({}), nullptr);
-  std::vector<std::size_t> sizes;
-  for (const auto& [key, entry] : entries) sizes.push_back(key.size() / 2);
-  std::sort(sizes.begin(), sizes.end());
-  EXPECT_EQ(sizes, (std::vector<std::size_t>{6, 9, 19, 61, 110}));
+  std::multiset<std::size_t> sizes;
+  for (const auto& [key, entry] : entries) sizes.insert(key.size() / 2);
+  EXPECT_EQ(sizes, (std::multiset<std::size_t>{6, 9, 19, 61, 110}));
 }
 
 }  // namespace

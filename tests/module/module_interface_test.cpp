@@ -1,6 +1,7 @@
 // What a host sees before it has a handle: the library file, its four exports and the factory.
 
 #include <array>
+#include <bit>
 #include <cstdio>
 #include <cstring>
 #include <set>
@@ -52,7 +53,7 @@ TEST(Library, DescribesItsBuild) {
   loaded_module().jwvercn1(&words[1]);
   EXPECT_EQ(words[0], words[27]) << "208 bytes, no more";
   const auto text = [&](std::size_t word) {
-    return std::string(reinterpret_cast<const char*>(words[1 + word]));
+    return std::string(std::bit_cast<const char*>(words[1 + word]));
   };
   const auto padded = [](std::string start) { return start.append(65 - start.size(), ' '); };
   const std::map<std::size_t, std::string> fixed = {
@@ -62,7 +63,8 @@ TEST(Library, DescribesItsBuild) {
       {11, ""},       {12, padded("QRX_VERSION_HOTFIX_NUMBER=")},
       {13, ""},       {14, padded("VERCON_IMAGE_DESCRIPTION=")}};
   for (const auto& [word, expected] : fixed) EXPECT_EQ(text(word), expected) << word;
-  for (const std::size_t fact : {0, 1, 5, 7, 15, 16}) EXPECT_NE(text(fact), "") << fact;
+  for (const auto fact : std::initializer_list<std::size_t>{0, 1, 5, 7, 15, 16})
+    EXPECT_NE(text(fact), "") << fact;
   EXPECT_GT(words[1 + 3], 1'600'000'000u) << "build time in seconds";
   for (std::size_t word = 17; word < 26; ++word) EXPECT_EQ(words[1 + word], 0u) << word;
 }

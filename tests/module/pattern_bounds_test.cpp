@@ -108,7 +108,7 @@ TEST_F(BoundsTest, CutWhatOutgrowsTheWorkArea) {
   LocaleRecord& record = *handle->record;
   const std::u16string name = std::u16string(59, u'n') + u'N';
   set_text(record.full_weekdays[2], name);
-  for (const std::size_t length : {480, 511, 512, 513, 530, 539}) {
+  for (const auto length : std::initializer_list<std::size_t>{480, 511, 512, 513, 530, 539}) {
     set_pattern(pattern_of_length(length));
     std::u16string text;
     while (text.size() < length / 60 * 60) text += name;
@@ -126,7 +126,7 @@ TEST_F(BoundsTest, CutWhatOutgrowsTheWorkArea) {
                      encode<char>(std::u16string(171, u'\u20AC')).substr(0, 512), 0, true);
   // What has been cut ends the walk: a refusal behind it is not noticed, whether a name or a
   // literal was cut; one before it is.
-  for (const std::size_t length : {540, 513}) {
+  for (const auto length : std::initializer_list<std::size_t>{540, 513}) {
     set_pattern(pattern_of_length(length) + u"%Q");
     std::u16string text(std::u16string(480, u'\u20AC') + std::u16string(32, u'x'));
     if (length == 540) text = std::u16string(512, u'\u20AC');
@@ -175,7 +175,7 @@ TEST_F(BoundsTest, TrimBlanksBeforeTheCapacityCounts) {
 // A zone's abbreviation is taken whole or replaced; the 8-bit area keeps its last byte free of it.
 TEST_F(BoundsTest, ReplaceAnAbbreviationThatDoesNotFit) {
   set_text(handle->record->full_weekdays[2], std::u16string(60, u'n'));
-  for (const std::size_t size : {50, 10, 4}) {
+  for (const auto size : std::initializer_list<std::size_t>{50, 10, 4}) {
     host.abbreviation = std::u16string(size, u'Z');
     host.abbreviation_length = static_cast<std::int64_t>(size);
     for (std::size_t before = 512 - size - 2; before <= 512; ++before) {

@@ -33,8 +33,8 @@ void free_block(Pool* table, void* block) {
 
 }  // namespace
 
-FakePool& make_pool(FakeHost* host, std::string name) {
-  FakePool& pool = make<Pool>(host->pools, host, std::move(name));
+FakePool& make_pool(FakeHost* host, const std::string& name) {
+  FakePool& pool = make<Pool>(host->pools, host, name);
   pool.destroy = destroy_pool;
   pool.allocate = allocate;
   pool.free = free_block;
@@ -65,8 +65,8 @@ void release(Lock* table) {
 
 }  // namespace
 
-FakeLock& make_lock(FakeHost* host, std::string name) {
-  FakeLock& lock = make<Lock>(host->locks, host, std::move(name));
+FakeLock& make_lock(FakeHost* host, const std::string& name) {
+  FakeLock& lock = make<Lock>(host->locks, host, name);
   lock.destroy = [](Lock* gone) {
     if (end(gone).held) fake(gone).host->fault("destroyed while held");
   };
@@ -124,8 +124,8 @@ TrackEntry* insert(Track* table, std::uint32_t flags, std::uint64_t zero, void* 
 
 }  // namespace
 
-FakeTrack& make_track(FakeHost* host, std::string name) {
-  FakeTrack& track = make<Track>(host->tracks, host, std::move(name));
+FakeTrack& make_track(FakeHost* host, const std::string& name) {
+  FakeTrack& track = make<Track>(host->tracks, host, name);
   track.destroy = destroy_track;
   track.look_up = look_up;
   track.insert = insert;

@@ -9,16 +9,15 @@
 #include <cstring>
 #include <sstream>
 #include <string>
-#include <utility>
 
 #include "tests/support/fake_host.h"
 
 namespace jwnls::test {
 
 // Each adds a live object with its operations to the host.
-FakePool& make_pool(FakeHost* host, std::string name);
-FakeLock& make_lock(FakeHost* host, std::string name);
-FakeTrack& make_track(FakeHost* host, std::string name);
+FakePool& make_pool(FakeHost* host, const std::string& name);
+FakeLock& make_lock(FakeHost* host, const std::string& name);
+FakeTrack& make_track(FakeHost* host, const std::string& name);
 
 [[noreturn]] inline void unlisted_word() {
   std::fputs("the module called a word that is not its to call\n", stderr);
@@ -84,11 +83,11 @@ inline FakeLock& fake(Lock* lock) { return static_cast<FakeLock&>(fake<Lock>(loc
 inline FakeTrack& fake(Track* track) { return static_cast<FakeTrack&>(fake<Track>(track)); }
 
 template <typename Table, typename Object>
-Object& make(std::deque<Object>& objects, FakeHost* host, std::string name) {
+Object& make(std::deque<Object>& objects, FakeHost* host, const std::string& name) {
   Object& object = objects.emplace_back();
   set_unlisted<Table>(object);
   object.host = host;
-  object.name = std::move(name);
+  object.name = name;
   return object;
 }
 

@@ -69,6 +69,7 @@ class ConcurrencyTest : public testing::Test {
   static void run_threads(Work work) {
     std::barrier start(thread_count);
     std::vector<std::jthread> threads;
+    threads.reserve(thread_count);
     for (int number = 0; number < thread_count; ++number) {
       threads.emplace_back([&, number] {
         start.arrive_and_wait();
