@@ -16,6 +16,7 @@
 
 #include "module/record/locale_record.h"
 #include "module/record/status.h"
+#include "module/text/copy_text.h"
 #include "module/text/joining.h"
 #include "module/text/utf8_unit.h"
 
@@ -44,26 +45,6 @@ inline constexpr auto digit_pairs = [] {
   }
   return pairs;
 }();
-
-/// Copies a finished text. Texts of up to 64 bytes, nearly all, go as two or four blocks that
-/// overlap.
-inline void copy_text(void* to, const void* from, std::size_t bytes) noexcept {
-  auto* out = static_cast<std::byte*>(to);
-  const auto* in = static_cast<const std::byte*>(from);
-  if (bytes >= 16 && bytes <= 64) [[likely]] {
-    std::memcpy(out, in, 16);
-    if (bytes > 32) {
-      std::memcpy(out + 16, in + 16, 16);
-      std::memcpy(out + bytes - 32, in + bytes - 32, 16);
-    }
-    std::memcpy(out + bytes - 16, in + bytes - 16, 16);
-  } else if (bytes >= 8 && bytes < 16) {
-    std::memcpy(out, in, 8);
-    std::memcpy(out + bytes - 8, in + bytes - 8, 8);
-  } else if (bytes != 0) {
-    std::memcpy(out, in, bytes);
-  }
-}
 
 /// The memory that a BoundedWriter writes into.
 template <typename Unit, std::size_t limit>

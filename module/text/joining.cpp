@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "module/text/copy_text.h"
+
 namespace jwnls {
 
 std::size_t join_texts(std::span<const std::u16string_view> pieces, char16_t separator,
@@ -12,7 +14,7 @@ std::size_t join_texts(std::span<const std::u16string_view> pieces, char16_t sep
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     if (i > 0 && separator != no_separator && length < room) out[length++] = separator;
     const std::u16string_view piece = pieces[i].substr(0, room - length);
-    std::copy(piece.begin(), piece.end(), out + length);
+    copy_text(out + length, piece.data(), piece.size() * sizeof(char16_t));
     length += piece.size();
   }
   if (terminated) {
