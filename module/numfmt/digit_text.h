@@ -1,0 +1,82 @@
+// Unsigned numbers as ASCII digits, sixteen at a time, without tables or branches.
+
+#ifndef JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
+#define JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace jwnls {
+
+static_assert(std::endian::native == std::endian::little, "the first digit is the lowest byte");
+
+inline constexpr std::uint64_t ten_to_8 = 100'000'000;
+inline constexpr std::uint64_t ten_to_16 = ten_to_8 * ten_to_8;
+inline constexpr std::uint64_t ten_to_18 = 100 * ten_to_16;
+
+/// Powers of ten that a 64-bit word holds.
+inline constexpr std::uint64_t powers_of_ten[20] = {
+    1ull,
+    10ull,
+    100ull,
+    1'000ull,
+    10'000ull,
+    100'000ull,
+    1'000'000ull,
+    10'000'000ull,
+    100'000'000ull,
+    1'000'000'000ull,
+    10'000'000'000ull,
+    100'000'000'000ull,
+    1'000'000'000'000ull,
+    10'000'000'000'000ull,
+    100'000'000'000'000ull,
+    1'000'000'000'000'000ull,
+    10'000'000'000'000'000ull,
+    100'000'000'000'000'000ull,
+    1'000'000'000'000'000'000ull,
+    10'000'000'000'000'000'000ull,
+};
+
+/// The eight decimal digits of a number below 10^8 as the bytes 0 to 9, the first in the lowest
+/// byte.
+constexpr std::uint64_t eight_digits(std::uint32_t number) noexcept {
+  // Split in halves three times, all parts at once: 10486/2^20 is 1/100 for numbers below 10^4, and
+  // 103/2^10 is 1/10 for numbers below 100.
+  const std::uint64_t fours = number / 10000 | std::uint64_t{number % 10000} << 32;
+  const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F;
+  const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16;
+  const std::uint64_t tens = (twos * 103 >> 10) & 0x000F000F000F000F;
+  return tens | (twos - 10 * tens) << 8;
+}
+
+inline constexpr std::uint64_t ascii_zeros = 0x3030303030303030;
+
+/// Writes a number below 10^16 as sixteen digits, zeros in front.
+inline void write_16_digits(std::uint64_t number, char* out) noexcept {
+  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(number / ten_to_8));
+  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number % ten_to_8));
+  const std::uint64_t text[2] = {high + ascii_zeros, low + ascii_zeros};
+  std::memcpy(out, text, sizeof text);
+}
+
+/// Writes a number below 10^18 as eighteen digits, zeros in front.
+inline void write_18_digits(std::uint64_t number, char* out) noexcept {
+  const auto front = static_cast<unsigned>(number / ten_to_16);
+  out[0] = static_cast<char>('0' + front / 10);
+  out[1] = static_cast<char>('0' + front % 10);
+  write_16_digits(number % ten_to_16, out + 2);
+}
+
+/// How many digits a number has; 0 has none.
+constexpr int digit_count(std::uint64_t number) noexcept {
+  // 1233/2^12 approximates log10(2); the estimate is the count or one more.
+  const int estimate = (64 - std::countl_zero(number)) * 1233 >> 12;
+  return estimate + (number >= powers_of_ten[estimate] ? 1 : 0);
+}
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
