@@ -35,15 +35,16 @@ inline bool round_to_decimals(double magnitude, int decimals, std::uint64_t& rou
   return whole < ten_to_18;
 }
 
-/// A value rounded to `wanted` significant digits.
-struct RoundedSignificand {
-  std::uint64_t digits;  // 10^(wanted-1) to 10^wanted, the latter when the rounding carried
-  int exponent;          // of the first digit, before the rounding
+/// The leading digits of a value.
+struct Significand {
+  std::uint64_t digits;
+  int exponent;  // of the first digit, before any rounding
 };
 
-/// Rounds a finite value above 0 to 1 to 17 significant digits. Returns false when it cannot be
-/// certain, which takes a value within 2^-64 of a rounding boundary or one that lies on it.
-inline bool round_to_significant(double magnitude, int wanted, RoundedSignificand& out) noexcept {
+/// Twice the first `wanted` significant digits (1 to 17) of a finite value above 0, truncated: the
+/// last bit tells whether the rest is at least one half. Returns false when it cannot be certain,
+/// which takes a value within 2^-64 of a boundary or one that lies on it.
+inline bool double_significand(double magnitude, int wanted, Significand& out) noexcept {
   using Wide = unsigned __int128;
   const auto [small_mantissa, small_exponent] = binary_parts(magnitude);
   const int shift = std::countl_zero(small_mantissa);
@@ -64,16 +65,28 @@ inline bool round_to_significant(double magnitude, int wanted, RoundedSignifican
   const int fraction_bits = -(small_exponent - shift + binary_exponent_of(scale)) - 1 - 128;
   const std::uint64_t doubled = upper >> fraction_bits;
   // The power may be up to two units low, which is less than three of the middle word.
-  const std::uint64_t fraction = upper & ((std::uint64_t{1} << fraction_bits) - 1);
+  const std::uint64_t fraction_mask = (std::uint64_t{1} << fraction_bits) - 1;
   const bool exact = scale >= 0 && scale <= 55;
-  if (!exact && middle >= ~std::uint64_t{2} &&
-      fraction == (std::uint64_t{1} << fraction_bits) - 1) {
+  if (!exact && middle >= ~std::uint64_t{2} && (upper & fraction_mask) == fraction_mask) {
     return false;
   }
   // One digit too many where the estimate was low.
   const bool low_estimate = doubled >= 2 * powers_of_ten[wanted];
-  out.digits = ((low_estimate ? doubled / 10 : doubled) + 1) >> 1;
-  out.exponent = estimate + (low_estimate ? 1 : 0);
+  out = {low_estimate ? doubled / 10 : doubled, estimate + (low_estimate ? 1 : 0)};
+  return true;
+}
+
+/// Rounds to `wanted` significant digits, half up: 10^wanted when the rounding carried.
+inline bool round_to_significant(double magnitude, int wanted, Significand& out) noexcept {
+  if (!double_significand(magnitude, wanted, out)) return false;
+  out.digits = (out.digits + 1) >> 1;
+  return true;
+}
+
+/// Truncates to `wanted` significant digits.
+inline bool truncate_to_significant(double magnitude, int wanted, Significand& out) noexcept {
+  if (!double_significand(magnitude, wanted, out)) return false;
+  out.digits >>= 1;
   return true;
 }
 
