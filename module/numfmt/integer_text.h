@@ -1,0 +1,111 @@
+// An integer's digits in their radix, grouped where that is asked for: the middle of its text.
+
+#ifndef JWNLS_MODULE_NUMFMT_INTEGER_TEXT_H_
+#define JWNLS_MODULE_NUMFMT_INTEGER_TEXT_H_
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "module/numfmt/digit_text.h"
+#include "module/numfmt/grouping.h"
+#include "module/numfmt/groups_of_three.h"
+#include "module/record/locale_record.h"
+#include "module/text/utf8_unit.h"
+
+namespace jwnls {
+
+/// Digits without leading zeros; none for 0.
+template <typename Unit>
+class IntegerText {
+ public:
+  IntegerText() noexcept {}  // the buffers stay as they are: only what is written is read
+
+  const Unit* begin() const noexcept { return begin_; }
+  std::size_t length() const noexcept { return length_; }
+
+  void set_decimal(std::uint64_t value) noexcept {
+    const char* digits = write_ascii(value);
+    for (std::size_t i = 0; i < most_digits; ++i) {
+      units_[i] = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
+    }
+    begin_ = units_;
+  }
+
+  void set_grouped(std::uint64_t value, const LocaleRecord& record) noexcept {
+    const std::u16string_view pattern = grouping_of(record);
+    const char16_t separator = record.grouping_symbol;
+    const char* digits = write_ascii(value);
+    if (length_ == 0) return;
+    if (pattern == u"3" && (sizeof(Unit) == 2 || separator < 0x80)) [[likely]] {
+      length_ = write_groups_of_three(digits, length_, static_cast<Unit>(separator), units_);
+      begin_ = units_;
+      return;
+    }
+    group_backward(digits, pattern, separator);
+  }
+
+  /// Radix 8 or 16 (bits 3 or 4).
+  void set_power_of_two(std::uint64_t value, unsigned bits, const char* digits) noexcept {
+    Unit* const end = units_ + capacity;
+    Unit* position = end;
+    const std::uint64_t mask = (std::uint64_t{1} << bits) - 1;
+    for (; value != 0; value >>= bits) {
+      *--position = static_cast<Unit>(static_cast<unsigned char>(digits[value & mask]));
+    }
+    begin_ = position;
+    length_ = static_cast<std::size_t>(end - position);
+  }
+
+ private:
+  static constexpr std::size_t most_digits = 20;
+  // Digits, and between them separators of up to three bytes; and room for whole blocks.
+  static constexpr std::size_t capacity = most_digits + (most_digits - 1) * longest_utf8_unit + 8;
+
+  // Writes the digits in ASCII and returns the first; sets the length.
+  const char* write_ascii(std::uint64_t value) noexcept {
+    const std::uint64_t front = value / ten_to_16;  // at most four digits
+    const std::uint64_t four = eight_digits(static_cast<std::uint32_t>(front)) + ascii_zeros;
+    std::memcpy(ascii_, &four, sizeof four);
+    write_16_digits(value - front * ten_to_16, ascii_ + 8);
+    length_ = static_cast<std::size_t>(digit_count(value));
+    return ascii_ + 24 - length_;
+  }
+
+  void group_backward(const char* digits, std::u16string_view pattern,
+                      char16_t separator) noexcept {
+    char encoded[longest_utf8_unit] = {};
+    const std::size_t encoded_length = sizeof(Unit) == 1 ? encode_utf8_unit(separator, encoded) : 1;
+    IntegerGroups groups(pattern);
+    Unit* const end = units_ + capacity;
+    Unit* position = end;
+    std::size_t in_group = 0;
+    for (std::size_t i = length_; i-- > 0; ++in_group) {
+      if (groups.size() != 0 && in_group == groups.size()) {
+        position -= encoded_length;
+        if constexpr (sizeof(Unit) == 1) {
+          std::memcpy(position, encoded, encoded_length);
+        } else {
+          *position = separator;
+        }
+        groups.advance();
+        in_group = 0;
+      }
+      *--position = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
+    }
+    begin_ = position;
+    length_ = static_cast<std::size_t>(end - position);
+  }
+
+  const Unit* begin_ = nullptr;
+  std::size_t length_ = 0;
+  Unit units_[capacity];
+  char ascii_[24 + 24];
+};
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMFMT_INTEGER_TEXT_H_

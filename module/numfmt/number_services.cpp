@@ -1,0 +1,87 @@
+#include "module/numfmt/number_services.h"
+
+#include <algorithm>
+
+#include "module/numfmt/number_formatter.h"
+#include "module/text/kernel_handle.h"
+#include "module/text/utf8_unit.h"
+
+namespace jwnls {
+namespace {
+
+// The host's own formatter, where the host asks for it: its state word is 0 and it has one.
+const HostFormatting* host_formatting() noexcept {
+  const Kernel* kernel = kernel_handle();
+  if (kernel == nullptr || kernel->formatter_state != 0) return nullptr;
+  const HostFormatting* formatting = kernel->formatting;
+  return formatting != nullptr && formatting->format_float != nullptr ? formatting : nullptr;
+}
+
+// Has the host write UTF-16 and converts what it wrote, unit by unit, as long as units fit whole.
+std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle, double value,
+                                std::int32_t width, std::int32_t decimals, std::uint32_t flags,
+                                char* out, std::int64_t capacity, std::int64_t* length,
+                                const FloatOptions* options) noexcept {
+  constexpr std::int64_t local_capacity = 1024;
+  char16_t units[local_capacity];
+  std::int64_t produced = 0;
+  const std::int64_t room = std::min(capacity, local_capacity);
+  std::uint32_t status =
+      host->format_float(handle, value, width, decimals, flags, units, room, &produced, options);
+  const std::int64_t written = std::clamp<std::int64_t>(produced, 0, room);
+  std::int64_t bytes = 0;
+  for (std::int64_t i = 0; i < written; ++i) {
+    char encoded[longest_utf8_unit];
+    const auto count = static_cast<std::int64_t>(encode_utf8_unit(units[i], encoded));
+    if (bytes + count > capacity) {
+      if (status == code(Status::ok)) status = code(Status::does_not_fit);
+      break;
+    }
+    std::copy_n(encoded, count, out + bytes);
+    bytes += count;
+  }
+  if (length != nullptr) *length = bytes;
+  return status;
+}
+
+}  // namespace
+
+std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std::int32_t width,
+                                         std::int32_t decimals, std::uint32_t flags, char16_t* out,
+                                         std::int64_t capacity, std::int64_t* length,
+                                         const FloatOptions* options) noexcept {
+  if (const HostFormatting* host = host_formatting()) [[unlikely]] {
+    return host->format_float(handle, value, width, decimals, flags, out, capacity, length,
+                              options);
+  }
+  capacity = std::max<std::int64_t>(capacity, 0);
+  NumberField field;
+  format_double(*handle->record, value, number_request(width, decimals, flags), capacity, options,
+                field);
+  deliver(field, out, capacity, length);
+  return code(field.status);
+}
+
+std::uint32_t format_number(LocaleHandle* handle, double value, std::int32_t width,
+                            std::int32_t decimals, std::uint32_t flags, char16_t* out,
+                            std::int64_t capacity, std::int64_t* length) noexcept {
+  return format_number_with_options(handle, value, width, decimals, flags, out, capacity, length,
+                                    nullptr);
+}
+
+std::uint32_t format_number_8bit(LocaleHandle* handle, double value, std::int32_t width,
+                                 std::int32_t decimals, std::uint32_t flags, char* out,
+                                 std::int64_t capacity, std::int64_t* length,
+                                 const FloatOptions* options) noexcept {
+  capacity = std::max<std::int64_t>(capacity, 0);
+  if (const HostFormatting* host = host_formatting()) [[unlikely]] {
+    return convert_from_host(host, handle, value, width, decimals, flags, out, capacity, length,
+                             options);
+  }
+  NumberField field;
+  format_double(*handle->record, value, number_request(width, decimals, flags), capacity, options,
+                field);
+  return code(deliver_8bit(field, out, capacity, length));
+}
+
+}  // namespace jwnls

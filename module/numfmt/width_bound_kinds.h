@@ -1,0 +1,17 @@
+// The width-bound kinds of the floating formatter: they choose between fixed and exponent notation
+// by what a field of 1 to 32 places can show, and never show more than 15 significant digits.
+
+#ifndef JWNLS_MODULE_NUMFMT_WIDTH_BOUND_KINDS_H_
+#define JWNLS_MODULE_NUMFMT_WIDTH_BOUND_KINDS_H_
+
+#include "module/numfmt/number_field.h"
+
+namespace jwnls {
+
+/// Formats 0 or a finite value above (its sign apart) into the field that the request asks for.
+void format_width_bound(const LocaleRecord& record, const NumberRequest& request, double magnitude,
+                        bool negative, std::int64_t capacity, NumberField& field) noexcept;
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMFMT_WIDTH_BOUND_KINDS_H_
