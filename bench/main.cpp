@@ -1,11 +1,13 @@
 #include "bench/contest.h"
 #include "bench/date_formatting.h"
 #include "bench/handles.h"
+#include "bench/number_formatting.h"
 
 int main(int argc, char** argv) {
   using namespace jwnls::bench;
   if (!start_host()) return 3;
   enter_date_formatting();
+  enter_number_formatting();
   enter_handle_creation();
   return run_contests(argc, argv);
 }
