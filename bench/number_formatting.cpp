@@ -253,9 +253,8 @@ void integer() {
     declare({task, 0.30, 0.045});
     ours_integer(task, integer_flags::group);
     enter(task, Side::peer, "std::num_put", [](benchmark::State& state) {
-      const std::locale english("en_US.UTF-8");
-      const auto& put = std::use_facet<std::num_put<char, char*>>(
-          std::locale(english, new std::num_put<char, char*>));
+      const std::locale english(std::locale("en_US.UTF-8"), new std::num_put<char, char*>);
+      const auto& put = std::use_facet<std::num_put<char, char*>>(english);
       std::array<char, integer_room> text;
       ArrayBuffer buffer(text.data(), text.data() + text.size());
       std::ios stream(&buffer);
