@@ -9,6 +9,8 @@
 namespace jwnls {
 namespace {
 
+constexpr int most_quick_digits = block_digits;
+
 // Rounds `kept` digits half up by the one behind them, in place. A carry out of the first digit
 // leaves zeros and returns true.
 bool round_half_up(char* digits, int kept) noexcept {
@@ -20,164 +22,190 @@ bool round_half_up(char* digits, int kept) noexcept {
   return false;
 }
 
+// The integer digits that count towards the limit; a value below 1 has none.
+constexpr int counted_integers(int exponent) noexcept { return std::max(exponent + 1, 0); }
+
+// The part behind the point of a value of at least 1; exact.
+double fraction_of(double magnitude) noexcept {
+  constexpr double no_fractions_from = 9007199254740992.0;  // 2^53
+  if (magnitude >= no_fractions_from) return 0;
+  return magnitude - static_cast<double>(static_cast<std::uint64_t>(magnitude));
+}
+
+bool quick_fixed(double magnitude, int decimals, DigitBlock& digits, DecimalShape& shape) noexcept {
+  std::uint64_t scaled = 0;
+  if (decimals >= most_quick_digits || !round_to_decimals(magnitude, decimals, scaled) ||
+      scaled >= ten_to_16) {
+    return false;
+  }
+  const int count = std::max(digit_count(scaled), decimals + 1);
+  digits = last_digits(scaled, count);
+  shape = {count - decimals, decimals, 0, false};
+  return true;
+}
+
+bool quick_exponent(double magnitude, int decimals, DigitBlock& digits,
+                    DecimalShape& shape) noexcept {
+  Significand rounded;
+  if (magnitude == 0 || decimals >= most_quick_digits - 1 ||
+      !round_to_significant(magnitude, decimals + 1, rounded)) {
+    return false;
+  }
+  // A carry leaves a digit more, a zero that nobody looks at.
+  const int carried = rounded.digits >= powers_of_ten[decimals + 1] ? 1 : 0;
+  digits = last_digits(rounded.digits, decimals + 1 + carried);
+  shape = {1, decimals, rounded.exponent + carried, true};
+  return true;
+}
+
+bool quick_general(double magnitude, int significant, bool keep_zeros, DigitBlock& digits,
+                   DecimalShape& shape) noexcept {
+  Significand rounded;
+  if (magnitude == 0 || significant >= most_quick_digits ||
+      !round_to_significant(magnitude, significant, rounded)) {
+    return false;
+  }
+  if (rounded.exponent < -4 || rounded.exponent >= significant) {
+    const int carried = rounded.digits >= powers_of_ten[significant] ? 1 : 0;
+    digits = last_digits(rounded.digits, significant + carried);
+    shape = {1, significant - 1, rounded.exponent + carried, true};
+  } else {
+    const int decimals = significant - 1 - rounded.exponent;
+    const int count = std::max(digit_count(rounded.digits), decimals + 1);
+    if (count > most_quick_digits) return false;
+    digits = last_digits(rounded.digits, count);
+    shape = {count - decimals, decimals, 0, false};
+  }
+  if (!keep_zeros) {
+    shape.decimals -=
+        std::min(count_trailing_zeros(digits, shape.integers + shape.decimals), shape.decimals);
+  }
+  return true;
+}
+
 }  // namespace
 
-void DecimalText::set_zero(int decimals) noexcept {
-  std::memset(text_, '0', static_cast<std::size_t>(decimals) + 1);
-  digits_ = text_;
-  integer_count_ = 1;
-  fraction_count_ = decimals;
-}
-
-// The digits of an integer that counts units of 10^-decimals; below 10^18, decimals up to 31.
-void DecimalText::set_scaled(std::uint64_t scaled, int decimals) noexcept {
-  constexpr int zeros = 32;
-  std::memset(text_, '0', zeros);
-  write_18_digits(scaled, text_ + zeros);
-  const int count = std::max(digit_count(scaled), decimals + 1);
-  digits_ = text_ + zeros + 18 - count;
-  integer_count_ = count - decimals;
-  fraction_count_ = decimals;
-}
-
-// Rounds exact digits, which reach one place below the wanted decimals, in the fixed form.
-void DecimalText::round_fixed(const ExactDigits& exact, int decimals) noexcept {
-  // One zero for a carry, and the integer zero and the decimals before the first digit.
-  const int leading_zeros = 1 + std::max(0, -exact.exponent);
-  const int kept = std::max(exact.exponent, 0) + 1 + decimals;
-  std::memset(text_, '0', static_cast<std::size_t>(std::min(leading_zeros, kept + 2)));
-  const int room = std::max(kept + 2 - leading_zeros, 0);
-  const int copied = std::min(exact.count, room);
-  std::memcpy(text_ + leading_zeros, exact.text, static_cast<std::size_t>(std::max(copied, 0)));
-  if (copied < room) {
-    std::memset(text_ + leading_zeros + copied, '0', static_cast<std::size_t>(room - copied));
-  }
-  digits_ = text_ + 1;
-  integer_count_ = kept - decimals;
-  fraction_count_ = decimals;
-  if (round_half_up(text_ + 1, kept)) {
-    text_[0] = '1';
-    digits_ = text_;
-    ++integer_count_;
+bool quick_decimal(const NumberRequest& request, double magnitude, DigitBlock& digits,
+                   DecimalShape& shape) noexcept {
+  switch (request.kind) {
+    case NumberKind::fixed:
+      return quick_fixed(magnitude, request.decimals, digits, shape);
+    case NumberKind::fraction:
+      return magnitude < 1 && quick_fixed(magnitude, request.decimals, digits, shape);
+    case NumberKind::exponent:
+      return quick_exponent(magnitude, request.decimals, digits, shape);
+    case NumberKind::general:
+      return quick_general(magnitude, request.decimals, request.trailing_zeros, digits, shape);
+    default:
+      return false;
   }
 }
 
-// Rounds exact digits to `wanted` leading ones, in one run; returns 1 when the rounding carried,
-// and the run is then one digit longer.
-int DecimalText::round_leading(const ExactDigits& exact, int wanted) noexcept {
-  std::memcpy(text_ + 1, exact.text, static_cast<std::size_t>(wanted) + 1);
-  digits_ = text_ + 1;
-  if (!round_half_up(text_ + 1, wanted)) return 0;
-  text_[0] = '1';
-  digits_ = text_;
-  return 1;
+Status ExactDecimal::set(const NumberRequest& request, double magnitude) noexcept {
+  switch (request.kind) {
+    case NumberKind::general:
+      if (const Status status = set_general(magnitude, request.decimals); status != Status::ok) {
+        return status;
+      }
+      if (!request.trailing_zeros) remove_trailing_zeros();
+      return Status::ok;
+    case NumberKind::exponent:
+      return set_exponent(magnitude, request.decimals);
+    case NumberKind::fraction:
+      return set_fraction(magnitude, request.decimals);
+    default:
+      return set_fixed(magnitude, request.decimals);
+  }
 }
 
-Status DecimalText::set_fixed(double magnitude, std::int32_t decimals) noexcept {
-  std::uint64_t scaled = 0;
-  if (decimals <= most_quick_decimals && round_to_decimals(magnitude, decimals, scaled))
-      [[likely]] {
-    set_scaled(scaled, decimals);
-    return Status::ok;
+void ExactDecimal::set_zero(int decimals) noexcept {
+  std::memset(exact_.text(), '0', static_cast<std::size_t>(decimals) + 1);
+  digits_ = exact_.text();
+  shape_.integers = 1;
+  shape_.decimals = decimals;
+}
+
+// Rounds the exact digits, which reach at least one place below the wanted decimals, in place. The
+// integer zero and the decimals before the first digit go into the room in front of it.
+void ExactDecimal::round_fixed(int decimals) noexcept {
+  const int zeros = std::max(-exact_.exponent, 0);
+  char* first = exact_.text() - zeros;
+  std::memset(first - 1, '0', static_cast<std::size_t>(zeros) + 1);
+  const int kept = std::max(exact_.exponent, 0) + 1 + decimals;
+  shape_.integers = kept - decimals;
+  shape_.decimals = decimals;
+  if (round_half_up(first, kept)) {
+    *--first = '1';
+    ++shape_.integers;
   }
-  if (magnitude == 0) {
+  digits_ = first;
+}
+
+// Rounds the exact digits to `wanted` leading ones; returns 1 when the rounding carried.
+int ExactDecimal::round_leading(int wanted) noexcept {
+  char* first = exact_.text();
+  const bool carried = round_half_up(first, wanted);
+  if (carried) *--first = '1';
+  digits_ = first;
+  return carried ? 1 : 0;
+}
+
+Status ExactDecimal::set_fixed(double magnitude, std::int32_t decimals) noexcept {
+  exact_.count = 0;
+  if (magnitude != 0) exact_digits_to(magnitude, -decimals - 1, exact_);
+  // A first digit below the one that decides the rounding leaves zeros.
+  if (exact_.count == 0 || exact_.exponent < -decimals - 1) {
     set_zero(decimals);
     return Status::ok;
   }
-  ExactDigits exact;
-  exact_digits_to(magnitude, -decimals - 1, exact);
-  if (exact.count == 0) {
-    set_zero(decimals);
-    return Status::ok;
-  }
-  if (std::max(exact.exponent + 1, 0) + decimals > most_decimals) return Status::not_possible;
-  round_fixed(exact, decimals);
+  if (counted_integers(exact_.exponent) + decimals > most_decimals) return Status::not_possible;
+  round_fixed(decimals);
   return Status::ok;
 }
 
-Status DecimalText::set_fraction(double magnitude, std::int32_t decimals) noexcept {
+Status ExactDecimal::set_fraction(double magnitude, std::int32_t decimals) noexcept {
   if (magnitude < 1) return set_fixed(magnitude, decimals);
-  // Doubles of 2^53 and above have no fraction.
-  const bool whole = magnitude >= 9007199254740992.0;
-  const double integer =
-      whole ? magnitude : static_cast<double>(static_cast<std::uint64_t>(magnitude));
-  ExactDigits exact;
-  exact_significant_digits(integer, 1, exact);
-  if (exact.exponent + 1 + decimals > most_decimals) return Status::not_possible;
-  return set_fixed(magnitude - integer, decimals);
+  exact_significant_digits(magnitude, 1, exact_);
+  if (counted_integers(exact_.exponent) + decimals > most_decimals) return Status::not_possible;
+  return set_fixed(fraction_of(magnitude), decimals);
 }
 
-Status DecimalText::set_exponent(double magnitude, std::int32_t decimals) noexcept {
-  has_exponent_ = true;
+Status ExactDecimal::set_exponent(double magnitude, std::int32_t decimals) noexcept {
+  shape_.has_exponent = true;
   if (magnitude == 0) {
     set_zero(decimals);
-    exponent_ = 0;
     return Status::ok;
   }
-  Significand rounded;
-  if (decimals < most_quick_decimals && round_to_significant(magnitude, decimals + 1, rounded)) {
-    // A carry leaves one digit more, which is a zero that nobody looks at.
-    set_scaled(rounded.digits, decimals);
-    exponent_ = rounded.exponent + integer_count_ - 1;
-  } else {
-    ExactDigits exact;
-    exact_significant_digits(magnitude, decimals + 2, exact);
-    if (std::max(exact.exponent + 1, 0) + decimals > most_decimals) return Status::not_possible;
-    exponent_ = exact.exponent + round_leading(exact, decimals + 1);
-    fraction_count_ = decimals;
-  }
-  integer_count_ = 1;
+  exact_significant_digits(magnitude, decimals + 2, exact_);
+  if (counted_integers(exact_.exponent) + decimals > most_decimals) return Status::not_possible;
+  shape_.exponent = exact_.exponent + round_leading(decimals + 1);
+  shape_.decimals = decimals;
   return Status::ok;
 }
 
-Status DecimalText::set_general(double magnitude, std::int32_t significant,
-                                bool trailing_zeros) noexcept {
+Status ExactDecimal::set_general(double magnitude, std::int32_t significant) noexcept {
   if (magnitude == 0) {
-    set_zero(trailing_zeros ? significant - 1 : 0);
+    set_zero(significant - 1);
     return Status::ok;
   }
-  int carried = 0;
-  Significand rounded;
-  ExactDigits exact;
-  const bool quick = significant <= 17 && round_to_significant(magnitude, significant, rounded);
-  if (quick) {
-    exponent_ = rounded.exponent;
+  exact_significant_digits(magnitude, significant + 1, exact_);
+  const int exponent = exact_.exponent;  // before the rounding: it decides the form
+  if (counted_integers(exponent) + significant > most_decimals) return Status::not_possible;
+  if (exponent < -4 || exponent >= significant) {
+    shape_.has_exponent = true;
+    shape_.exponent = exponent + round_leading(significant);
+    shape_.decimals = significant - 1;
   } else {
-    exact_significant_digits(magnitude, significant + 1, exact);
-    exponent_ = exact.exponent;
-    if (std::max(exponent_ + 1, 0) + significant > most_decimals) return Status::not_possible;
+    round_fixed(significant - 1 - exponent);
   }
-  has_exponent_ = exponent_ < -4 || exponent_ >= significant;
-  const int decimals = significant - 1 - (has_exponent_ ? 0 : exponent_);
-  if (quick) {
-    set_scaled(rounded.digits, decimals);
-    carried = has_exponent_ ? integer_count_ - 1 : 0;
-  } else if (has_exponent_) {
-    carried = round_leading(exact, significant);
-    fraction_count_ = decimals;
-  } else {
-    round_fixed(exact, decimals);
-  }
-  if (has_exponent_) {
-    integer_count_ = 1;
-    exponent_ += carried;
-  }
-  if (!trailing_zeros) remove_trailing_zeros();
   return Status::ok;
 }
 
-void DecimalText::remove_trailing_zeros() noexcept {
-  const char* end = digits_ + integer_count_ + fraction_count_;
-  while (fraction_count_ >= 8) {
-    std::uint64_t last_eight = 0;
-    std::memcpy(&last_eight, end - 8, sizeof last_eight);
-    if (last_eight != ascii_zeros) break;
-    end -= 8;
-    fraction_count_ -= 8;
-  }
-  while (fraction_count_ > 0 && end[-1] == '0') {
+void ExactDecimal::remove_trailing_zeros() noexcept {
+  const char* end = digits_ + shape_.integers + shape_.decimals;
+  while (shape_.decimals > 0 && end[-1] == '0') {
     --end;
-    --fraction_count_;
+    --shape_.decimals;
   }
 }
 

@@ -73,17 +73,15 @@ bool multiply(const LimbRow& row, std::uint64_t factor, int wanted, Product& out
 
 // The product's digits from its first down to the end of limb `last`.
 void write_digits(const Product& product, int last, ExactDigits& out) noexcept {
-  if (product.highest < last) {
-    out.count = 0;
-    return;
-  }
+  out.count = 0;
+  if (product.highest < last) return;
   const std::uint64_t* limb = product.limbs + (product.highest - product.lowest);
-  char first[limb_digits];
-  write_18_digits(*limb, first);
   const int digits = digit_count(*limb);
-  std::copy(first + limb_digits - digits, first + limb_digits, out.text);
   out.exponent = product.highest * limb_digits + digits - 1;
-  char* text = out.text + digits;
+  // The zeros of the first limb fall into the room in front.
+  char* text = out.text() + digits - limb_digits;
+  write_18_digits(*limb, text);
+  text += limb_digits;
   const std::uint64_t* const end = product.limbs + std::max(last - product.lowest, 0);
   while (limb != end) {
     write_18_digits(*--limb, text);
@@ -94,7 +92,7 @@ void write_digits(const Product& product, int last, ExactDigits& out) noexcept {
     std::fill_n(text, limb_digits, '0');
     text += limb_digits;
   }
-  out.count = static_cast<int>(text - out.text);
+  out.count = static_cast<int>(text - out.text());
 }
 
 struct Factors {

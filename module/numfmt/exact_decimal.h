@@ -23,12 +23,21 @@ constexpr BinaryParts binary_parts(double magnitude) noexcept {
 }
 
 /// Digits from the first that is not zero on; digit i counts units of 10^(exponent - i).
-struct ExactDigits {
+class ExactDigits {
+ public:
   // At most 309 integer digits and 351 decimals, and whole limbs at both ends.
   static constexpr int capacity = 309 + 351 + 2 * 18;
+  // In front of the digits, for a carry and the zeros of a value below 1.
+  static constexpr int room_in_front = 368;
+
+  ExactDigits() noexcept {}  // the buffer stays as it is: only what is written is read
+
   int count = 0;
   int exponent = 0;  // of the first digit
-  char text[capacity];
+  char* text() noexcept { return buffer_ + room_in_front; }
+
+ private:
+  char buffer_[room_in_front + capacity + 32];  // and what whole blocks read behind the end
 };
 
 /// The digits of a finite value above 0 from its first down to units of 10^last, at least; `last`

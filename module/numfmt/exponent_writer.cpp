@@ -28,7 +28,7 @@ LeadingDigits rounded_to(LeadingDigits leading, int shown) noexcept {
 }  // namespace
 
 Status write_exponent_form(double magnitude, int room, std::int32_t decimals, bool trim,
-                           char16_t decimal_symbol, BoundText& out) noexcept {
+                           char16_t decimal_symbol, char16_t* out, int& length) noexcept {
   const LeadingDigits leading = rounded_digits(magnitude);
   const bool fit = decimals == as_many_as_fit;
   const int wanted = fit ? shown_digits - 1 : -std::max(decimals, -room - 1);
@@ -54,7 +54,7 @@ Status write_exponent_form(double magnitude, int room, std::int32_t decimals, bo
     if (kept >= digits) kept = digits - 1;
     while (kept > 0 && digit[kept] == '0') --kept;
   }
-  char16_t* position = out.units;
+  char16_t* position = out;
   *position++ = static_cast<unsigned char>(digit[0]);
   if (kept > 0) *position++ = decimal_symbol;
   for (int i = 1; i <= kept; ++i) {
@@ -66,7 +66,7 @@ Status write_exponent_form(double magnitude, int room, std::int32_t decimals, bo
   if (size >= 100) *position++ = static_cast<char16_t>(u'0' + size / 100);
   if (size >= 10) *position++ = static_cast<char16_t>(u'0' + size / 10 % 10);
   *position++ = static_cast<char16_t>(u'0' + size % 10);
-  out.length = static_cast<int>(position - out.units);
+  length = static_cast<int>(position - out);
   return dropped ? Status::decimals_dropped : Status::ok;
 }
 

@@ -12,21 +12,15 @@ namespace jwnls {
 /// Asks for as many mantissa decimals as fit.
 inline constexpr std::int32_t as_many_as_fit = 99;
 
-/// A text of at most 32 units.
-struct BoundText {
-  int length = 0;
-  char16_t units[48];
-};
-
 /// Writes mantissa digits, the decimal symbol and a suffix "E+5" without leading zeros. The value
 /// is rounded half up to 15 significant digits, and those once more to the ones that are shown.
 ///   room            the places there are, 0 to 32
 ///   decimals        as_many_as_fit: the most that fit, at most 14; -n: exactly n
 ///   trim            takes trailing zeros of the mantissa away, and the point with the last of them
 /// Returns ok; decimals_dropped when fewer than -n decimals fitted; does_not_fit when not even one
-/// digit and its suffix do, with `out` undefined.
+/// digit and its suffix do. `out` has room for 32 units, and `length` is how many are used.
 Status write_exponent_form(double magnitude, int room, std::int32_t decimals, bool trim,
-                           char16_t decimal_symbol, BoundText& out) noexcept;
+                           char16_t decimal_symbol, char16_t* out, int& length) noexcept;
 
 }  // namespace jwnls
 

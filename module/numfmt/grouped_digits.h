@@ -3,20 +3,68 @@
 #ifndef JWNLS_MODULE_NUMFMT_GROUPED_DIGITS_H_
 #define JWNLS_MODULE_NUMFMT_GROUPED_DIGITS_H_
 
-#include <cstddef>
-#include <cstdint>
-
+#include "module/numfmt/digit_block.h"
+#include "module/numfmt/grouping.h"
+#include "module/numfmt/groups_of_three.h"
 #include "module/record/locale_record.h"
 
 namespace jwnls {
 
-/// Writes `count` ASCII digits (1 to 350) into `out` and returns the units written: digits and
-/// separators. Returns 0, with nothing of use written, when grouping is impossible: the locale's
-/// first group size is 0, or more than `most` units would be needed.
-///   digits  16 bytes from any digit on may be read
-///   out     room for 2 * count units, and 32 at least
-std::size_t write_grouped(const LocaleRecord& record, const char* digits, std::size_t count,
-                          std::int64_t most, char16_t* out) noexcept;
+inline bool groups_by_three(const LocaleRecord& record) noexcept {
+  return grouping_of(record) == u"3";
+}
+
+/// The separators that `count` integer digits get, or -1 where the locale's first size is 0.
+inline int count_separators(const LocaleRecord& record, int count) noexcept {
+  if (groups_by_three(record)) [[likely]]
+    return separators_of_three(count);
+  FloatGroups groups(grouping_of(record));
+  if (groups.size() == 0) return -1;
+  int separators = 0;
+  for (auto left = static_cast<std::size_t>(count); left > groups.size(); ++separators) {
+    left -= groups.size();
+    groups.advance();
+  }
+  return separators;
+}
+
+/// Writes `count` digits, of which `digit(i)` is the i-th, with `separators` among them.
+template <typename Unit, typename Digit>
+void write_groups(const LocaleRecord& record, Digit digit, int count, int separators,
+                  Unit* out) noexcept {
+  FloatGroups groups(grouping_of(record));
+  Unit* position = out + count + separators;
+  std::size_t left_in_group = groups.size();
+  for (int i = count; i-- > 0;) {
+    if (left_in_group == 0) {
+      *--position = static_cast<Unit>(record.grouping_symbol);
+      groups.advance();
+      left_in_group = groups.size();
+    }
+    *--position = static_cast<Unit>(static_cast<unsigned char>(digit(i)));
+    --left_in_group;
+  }
+}
+
+/// The same from a register or from memory. `out` has room for 24 units and as much as is needed.
+template <typename Unit>
+void write_grouped(const LocaleRecord& record, DigitBlock digits, int count, int separators,
+                   Unit* out) noexcept {
+  if (groups_by_three(record)) [[likely]] {
+    write_groups_of_three(digits, count, static_cast<Unit>(record.grouping_symbol), out);
+    return;
+  }
+  write_groups(
+      record, [&](int i) { return static_cast<char>(digits.from(i).bytes & 0xFF); }, count,
+      separators, out);
+}
+
+template <typename Unit>
+void write_grouped(const LocaleRecord& record, DigitRun digits, int count, int separators,
+                   Unit* out) noexcept {
+  write_groups(
+      record, [&](int i) { return digits.text[i]; }, count, separators, out);
+}
 
 }  // namespace jwnls
 

@@ -7,43 +7,41 @@
 #include <cstdint>
 #include <cstring>
 
+#include "module/numfmt/digit_block.h"
+
 namespace jwnls {
 
-inline constexpr std::size_t most_in_groups_of_three = 20;  // digits
-
-/// Four ASCII bytes as a block of four units, the first lowest.
+/// The lowest four bytes of a word as a block of four units, the first lowest.
 template <typename Unit>
-inline std::uint64_t four_units(const char* bytes) noexcept {
-  std::uint32_t four = 0;
-  std::memcpy(&four, bytes, sizeof four);
-  if constexpr (sizeof(Unit) == 1) return four;
-  std::uint64_t wide = four;
+inline std::uint64_t four_units(std::uint64_t bytes) noexcept {
+  if constexpr (sizeof(Unit) == 1) return bytes;
+  std::uint64_t wide = bytes & 0xFFFFFFFF;
   wide = (wide | wide << 16) & 0x0000FFFF0000FFFF;
   return (wide | wide << 8) & 0x00FF00FF00FF00FF;
 }
 
-/// Writes 1 to most_in_groups_of_three ASCII digits with a separator between groups of three,
-/// counted from the right, and returns the units written.
-///   digits  24 bytes from the first digit on may be read
-///   out     room for 32 units
+/// The separators among `count` digits.
+constexpr int separators_of_three(int count) noexcept { return (count - 1) / 3; }
+
+/// Writes 1 to 16 digits with a separator between groups of three, counted from the right.
+///   out  room for 24 units, which may all be overwritten
 template <typename Unit>
-inline std::size_t write_groups_of_three(const char* digits, std::size_t count, Unit separator,
-                                         Unit* out) noexcept {
-  const std::size_t separators = (count - 1) / 3;
-  const std::size_t first = count - 3 * separators;
-  // Seven blocks of four units whatever the count, each overwriting what the one before wrote too
+inline void write_groups_of_three(DigitBlock digits, int count, Unit separator,
+                                  Unit* out) noexcept {
+  const int first = count - 3 * separators_of_three(count);
+  // Six blocks of four units whatever the count, each overwriting what the one before wrote too
   // much.
-  std::uint64_t block = four_units<Unit>(digits);
+  std::uint64_t block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes));
   std::memcpy(out, &block, 4 * sizeof(Unit));
-  const char* from = digits + first;
-  Unit* to = out + first;
-  for (int i = 0; i < 6; ++i) {
-    block = four_units<Unit>(from) << 8 * sizeof(Unit) | static_cast<std::uint64_t>(separator);
-    std::memcpy(to, &block, 4 * sizeof(Unit));
-    from += 3;
-    to += 4;
+  digits = digits.from(first);
+  out += first;
+  for (int i = 0; i < 5; ++i) {
+    block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes)) << 8 * sizeof(Unit) |
+            static_cast<std::uint64_t>(separator);
+    std::memcpy(out, &block, 4 * sizeof(Unit));
+    digits = digits.from(3);
+    out += 4;
   }
-  return count + separators;
 }
 
 }  // namespace jwnls

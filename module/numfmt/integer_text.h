@@ -10,6 +10,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "module/numfmt/digit_block.h"
 #include "module/numfmt/digit_text.h"
 #include "module/numfmt/grouping.h"
 #include "module/numfmt/groups_of_three.h"
@@ -28,24 +29,27 @@ class IntegerText {
   std::size_t length() const noexcept { return length_; }
 
   void set_decimal(std::uint64_t value) noexcept {
-    const char* digits = write_ascii(value);
-    for (std::size_t i = 0; i < most_digits; ++i) {
-      units_[i] = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
+    const int count = digit_count(value);
+    Unit* position = units_;
+    if (count > block_digits) [[unlikely]] {
+      position = write_front(value, count - block_digits);
     }
+    store_block(last_digits(value % ten_to_16, std::clamp(count, 1, block_digits)), position);
     begin_ = units_;
+    length_ = static_cast<std::size_t>(count);
   }
 
   void set_grouped(std::uint64_t value, const LocaleRecord& record) noexcept {
     const std::u16string_view pattern = grouping_of(record);
     const char16_t separator = record.grouping_symbol;
-    const char* digits = write_ascii(value);
-    if (length_ == 0) return;
-    if (pattern == u"3" && (sizeof(Unit) == 2 || separator < 0x80)) [[likely]] {
-      length_ = write_groups_of_three(digits, length_, static_cast<Unit>(separator), units_);
-      begin_ = units_;
-      return;
+    const int count = digit_count(value);
+    const bool narrow = sizeof(Unit) == 2 || separator < 0x80;
+    if (pattern != u"3" || !narrow || count > block_digits || count == 0) [[unlikely]] {
+      return group_backward(value, count, pattern, separator);
     }
-    group_backward(digits, pattern, separator);
+    write_groups_of_three(last_digits(value, count), count, static_cast<Unit>(separator), units_);
+    begin_ = units_;
+    length_ = static_cast<std::size_t>(count + separators_of_three(count));
   }
 
   /// Radix 8 or 16 (bits 3 or 4).
@@ -65,17 +69,13 @@ class IntegerText {
   // Digits, and between them separators of up to three bytes; and room for whole blocks.
   static constexpr std::size_t capacity = most_digits + (most_digits - 1) * longest_utf8_unit + 8;
 
-  // Writes the digits in ASCII and returns the first; sets the length.
-  const char* write_ascii(std::uint64_t value) noexcept {
-    const std::uint64_t front = value / ten_to_16;  // at most four digits
-    const std::uint64_t four = eight_digits(static_cast<std::uint32_t>(front)) + ascii_zeros;
-    std::memcpy(ascii_, &four, sizeof four);
-    write_16_digits(value - front * ten_to_16, ascii_ + 8);
-    length_ = static_cast<std::size_t>(digit_count(value));
-    return ascii_ + 24 - length_;
+  // Writes the digits before the last sixteen, and returns where those begin.
+  Unit* write_front(std::uint64_t value, int count) noexcept {
+    store_block(last_digits(value / ten_to_16, count), units_);
+    return units_ + count;
   }
 
-  void group_backward(const char* digits, std::u16string_view pattern,
+  void group_backward(std::uint64_t value, int count, std::u16string_view pattern,
                       char16_t separator) noexcept {
     char encoded[longest_utf8_unit] = {};
     const std::size_t encoded_length = sizeof(Unit) == 1 ? encode_utf8_unit(separator, encoded) : 1;
@@ -83,7 +83,7 @@ class IntegerText {
     Unit* const end = units_ + capacity;
     Unit* position = end;
     std::size_t in_group = 0;
-    for (std::size_t i = length_; i-- > 0; ++in_group) {
+    for (int i = 0; i < count; ++i, ++in_group) {
       if (groups.size() != 0 && in_group == groups.size()) {
         position -= encoded_length;
         if constexpr (sizeof(Unit) == 1) {
@@ -94,7 +94,8 @@ class IntegerText {
         groups.advance();
         in_group = 0;
       }
-      *--position = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
+      *--position = static_cast<Unit>('0' + value % 10);
+      value /= 10;
     }
     begin_ = position;
     length_ = static_cast<std::size_t>(end - position);
@@ -103,7 +104,6 @@ class IntegerText {
   const Unit* begin_ = nullptr;
   std::size_t length_ = 0;
   Unit units_[capacity];
-  char ascii_[24 + 24];
 };
 
 }  // namespace jwnls

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
 #include "module/calendar/missing_value.h"
+#include "module/numfmt/number_delivery.h"
 #include "module/numfmt/plain_kinds.h"
 #include "module/numfmt/width_bound_kinds.h"
 
@@ -25,58 +27,75 @@ char16_t missing_character(double value, const FloatOptions* options) noexcept {
   return character;
 }
 
-void format_missing(double value, NumberRequest request, std::int64_t capacity,
-                    const FloatOptions* options, NumberField& field) noexcept {
-  const char16_t character = missing_character(value, options);
-  if (character == 0) return field.refuse(Status::no_missing_symbol);
-  field.body[0] = character;
-  field.body_length = 1;
+void place_missing(char16_t character, NumberRequest request, std::int64_t capacity,
+                   NumberPlacement& placement, ShortBody& body) noexcept {
+  if (character == 0) return placement.refuse(Status::no_missing_symbol);
+  body.units[0] = character;
+  placement.body_length = 1;
   if (request.kind != NumberKind::decimal_aligned) {
     request.zero_fill = false;  // a missing value is not a number of zeros
-    return field.place(request, capacity);
+    return placement.place(request, capacity);
   }
   // Where the units digit of a number with these decimals would stand.
   const std::int64_t length = std::max<std::int64_t>(request.width, 1);
   if (length > capacity) {
-    return field.fill_with_stars(std::min(capacity, request.width), length, Status::does_not_fit);
+    return placement.fill_with_stars(std::min(capacity, request.width), length,
+                                     Status::does_not_fit);
   }
   const std::int64_t units_place = request.width - request.decimals - 1;
-  field.blanks_before = units_place >= 0 ? units_place : length - 1;
-  field.blanks_after = length - field.blanks_before - 1;
-  field.length = length;
-  field.whole_room = true;
+  placement.blanks_before = units_place >= 0 ? units_place : length - 1;
+  placement.blanks_after = length - placement.blanks_before - 1;
+  placement.length = length;
+  placement.whole_room = true;
 }
 
 // These texts are not localised and take no part in width, beyond needing room.
-void format_infinity(bool negative, const NumberRequest& request, std::int64_t capacity,
-                     NumberField& field) noexcept {
+void place_infinity(bool negative, const NumberRequest& request, std::int64_t capacity,
+                    NumberPlacement& placement, ShortBody& body) noexcept {
   constexpr std::u16string_view text = u"-Inf";
   const std::u16string_view shown = negative ? text : text.substr(1);
+  const auto needed = static_cast<std::int64_t>(shown.size());
   const std::int64_t room = std::min(request.width, capacity);
-  if (room < static_cast<std::int64_t>(shown.size())) {
-    return field.fill_with_stars(room, room, Status::does_not_fit);
-  }
-  std::copy(shown.begin(), shown.end(), field.body);
-  field.body_length = shown.size();
-  field.length = static_cast<std::int64_t>(shown.size());
+  if (room < needed) return placement.fill_with_stars(room, room, Status::does_not_fit);
+  std::copy(shown.begin(), shown.end(), body.units);
+  placement.body_length = needed;
+  placement.length = needed;
 }
 
 }  // namespace
 
-void format_double(const LocaleRecord& record, double value, const NumberRequest& request,
-                   std::int64_t capacity, const FloatOptions* options,
-                   NumberField& field) noexcept {
+template <typename Unit>
+Status format_double(const LocaleRecord& record, double value, const NumberRequest& request,
+                     const FloatOptions* options, Unit* out, std::int64_t capacity,
+                     std::int64_t* length) noexcept {
   const bool negative = value < 0;
   const double magnitude = std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) << 1 >> 1);
-  if (!(magnitude <= std::numeric_limits<double>::max())) [[unlikely]] {
-    if (value != value) return format_missing(value, request, capacity, options, field);
-    return format_infinity(negative, request, capacity, field);
+  const bool finite = magnitude <= std::numeric_limits<double>::max();
+  if (finite && !request.width_bound()) [[likely]] {
+    return format_plain(record, request, magnitude, negative, out, capacity, length);
   }
-  if (request.width_bound()) {
-    format_width_bound(record, request, magnitude, negative, capacity, field);
+  NumberPlacement placement;
+  ShortBody body;
+  if (finite) {
+    format_width_bound(record, request, magnitude, negative, capacity, placement, body);
+  } else if (value != value) {
+    place_missing(missing_character(value, options), request, capacity, placement, body);
   } else {
-    format_plain(record, request, magnitude, negative, capacity, field);
+    place_infinity(negative, request, capacity, placement, body);
+  }
+  const auto write_body = [&body](char16_t* to) {
+    std::memcpy(to, body.units, ShortBody::longest * sizeof(char16_t));
+  };
+  if constexpr (sizeof(Unit) == 1) {
+    return deliver_encoded(placement, write_body, out, capacity, length);
+  } else {
+    return deliver(placement, write_body, out, capacity, length);
   }
 }
+
+template Status format_double(const LocaleRecord&, double, const NumberRequest&,
+                              const FloatOptions*, char16_t*, std::int64_t, std::int64_t*) noexcept;
+template Status format_double(const LocaleRecord&, double, const NumberRequest&,
+                              const FloatOptions*, char*, std::int64_t, std::int64_t*) noexcept;
 
 }  // namespace jwnls

@@ -1,18 +1,22 @@
-// The floating formatter: every kind, missing values and infinities, into a NumberField.
+// The floating formatter: every kind, missing values and infinities, into the caller's buffer.
 
 #ifndef JWNLS_MODULE_NUMFMT_NUMBER_FORMATTER_H_
 #define JWNLS_MODULE_NUMFMT_NUMBER_FORMATTER_H_
 
 #include "module/frame/locale_handle.h"
-#include "module/numfmt/number_field.h"
+#include "module/numfmt/number_request.h"
+#include "module/record/status.h"
 
 namespace jwnls {
 
 /// Formats any double by the rules of slots 24, 55 and 59.
-///   capacity  units, 0 or above
+///   capacity  units of the output, 0 or above
+///   length    may be null; in bytes for 8-bit output
 ///   options   may be null
-void format_double(const LocaleRecord& record, double value, const NumberRequest& request,
-                   std::int64_t capacity, const FloatOptions* options, NumberField& field) noexcept;
+template <typename Unit>
+Status format_double(const LocaleRecord& record, double value, const NumberRequest& request,
+                     const FloatOptions* options, Unit* out, std::int64_t capacity,
+                     std::int64_t* length) noexcept;
 
 }  // namespace jwnls
 

@@ -55,11 +55,8 @@ std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std
                               options);
   }
   capacity = std::max<std::int64_t>(capacity, 0);
-  NumberField field;
-  format_double(*handle->record, value, number_request(width, decimals, flags), capacity, options,
-                field);
-  deliver(field, out, capacity, length);
-  return code(field.status);
+  return code(format_double(*handle->record, value, number_request(width, decimals, flags), options,
+                            out, capacity, length));
 }
 
 std::uint32_t format_number(LocaleHandle* handle, double value, std::int32_t width,
@@ -78,10 +75,8 @@ std::uint32_t format_number_8bit(LocaleHandle* handle, double value, std::int32_
     return convert_from_host(host, handle, value, width, decimals, flags, out, capacity, length,
                              options);
   }
-  NumberField field;
-  format_double(*handle->record, value, number_request(width, decimals, flags), capacity, options,
-                field);
-  return code(deliver_8bit(field, out, capacity, length));
+  return code(format_double(*handle->record, value, number_request(width, decimals, flags), options,
+                            out, capacity, length));
 }
 
 }  // namespace jwnls

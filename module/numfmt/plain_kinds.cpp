@@ -1,84 +1,105 @@
 #include "module/numfmt/plain_kinds.h"
 
-#include <cstdlib>
+#include <type_traits>
 
 #include "module/numfmt/decimal_text.h"
 #include "module/numfmt/grouped_digits.h"
-#include "module/text/bounded_writer.h"
+#include "module/numfmt/number_delivery.h"
 
 namespace jwnls {
 namespace {
 
-// Widens ASCII digits, in whole blocks of sixteen: `out` has room for them.
-inline void widen(const char* digits, std::size_t count, char16_t* out) noexcept {
-  for (std::size_t done = 0; done < count; done += 16) {
-    for (std::size_t i = 0; i < 16; ++i) {
-      out[done + i] = static_cast<unsigned char>(digits[done + i]);
-    }
-  }
-}
-
-Status make_digits(const NumberRequest& request, double magnitude, DecimalText& text) noexcept {
-  switch (request.kind) {
-    case NumberKind::general:
-      return text.set_general(magnitude, request.decimals, request.trailing_zeros);
-    case NumberKind::exponent:
-      return text.set_exponent(magnitude, request.decimals);
-    case NumberKind::fraction:
-      return text.set_fraction(magnitude, request.decimals);
-    default:
-      return text.set_fixed(magnitude, request.decimals);
-  }
+constexpr unsigned size_of(int exponent) noexcept {
+  return static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
 }
 
 // "e", the sign and at least two digits.
-std::size_t write_suffix(int exponent, bool capital, char16_t* out) noexcept {
-  const auto size = static_cast<unsigned>(std::abs(exponent));
-  char16_t* position = out;
-  *position++ = capital ? u'E' : u'e';
-  *position++ = exponent < 0 ? u'-' : u'+';
-  if (size >= 100) *position++ = static_cast<char16_t>(u'0' + size / 100);
-  const auto& pair = digit_pairs<char16_t>[size % 100];
-  *position++ = pair[0];
-  *position++ = pair[1];
-  return static_cast<std::size_t>(position - out);
+constexpr int suffix_length(int exponent) noexcept { return size_of(exponent) >= 100 ? 5 : 4; }
+
+template <typename Unit>
+void write_suffix(int exponent, bool capital, Unit* out) noexcept {
+  const unsigned size = size_of(exponent);
+  *out++ = capital ? Unit{'E'} : Unit{'e'};
+  *out++ = exponent < 0 ? Unit{'-'} : Unit{'+'};
+  if (size >= 100) *out++ = static_cast<Unit>('0' + size / 100);
+  out[0] = digit_pairs<Unit>[size % 100][0];
+  out[1] = digit_pairs<Unit>[size % 100][1];
+}
+
+// Digits of either kind, laid out and delivered.
+template <typename Unit, typename Digits>
+[[gnu::always_inline]] inline Status lay_out(const LocaleRecord& record,
+                                             const NumberRequest& request, Digits digits,
+                                             const DecimalShape& shape, bool negative, Unit* out,
+                                             std::int64_t capacity, std::int64_t* length) noexcept {
+  NumberPlacement placement;
+  placement.sign = negative ? u'-' : request.sign ? u'+' : request.blank ? u' ' : u'\0';
+  const bool point = shape.decimals != 0 || request.point;
+  placement.body_length = shape.integers + (point ? 1 : 0) + shape.decimals +
+                          (shape.has_exponent ? suffix_length(shape.exponent) : 0);
+  int separators = 0;
+  if (request.group && !shape.has_exponent) {
+    separators = count_separators(record, shape.integers);
+    const std::int64_t room = capacity - placement.body_length - (placement.sign != 0 ? 1 : 0);
+    if (separators < 0 || separators > room) {
+      separators = 0;
+      placement.status = Status::grouping_failed;
+    }
+    placement.body_length += separators;
+  }
+  placement.place(request, capacity);
+
+  const auto write_body = [&](auto* body) {
+    using BodyUnit = std::remove_pointer_t<decltype(body)>;
+    if (separators != 0) {
+      write_grouped(record, digits, shape.integers, separators, body);
+    } else {
+      store_digits(digits, 0, shape.integers, body);
+    }
+    body += shape.integers + separators;
+    if (point) {
+      *body++ = static_cast<BodyUnit>(record.decimal_symbol);
+      if (shape.decimals != 0) store_digits(digits, shape.integers, shape.decimals, body);
+      body += shape.decimals;
+    }
+    if (shape.has_exponent) write_suffix(shape.exponent, request.capital, body);
+  };
+  if constexpr (sizeof(Unit) == 1) {
+    const bool narrow =
+        record.decimal_symbol < 0x80 && (separators == 0 || record.grouping_symbol < 0x80);
+    if (!narrow) return deliver_encoded(placement, write_body, out, capacity, length);
+  }
+  return deliver(placement, write_body, out, capacity, length);
+}
+
+// Apart from the quick way, which it would burden with its buffers.
+template <typename Unit>
+[[gnu::noinline]] Status format_exactly(const LocaleRecord& record, const NumberRequest& request,
+                                        double magnitude, bool negative, Unit* out,
+                                        std::int64_t capacity, std::int64_t* length) noexcept {
+  ExactDecimal decimal;
+  if (const Status status = decimal.set(request, magnitude); status != Status::ok) return status;
+  return lay_out(record, request, decimal.digits(), decimal.shape(), negative, out, capacity,
+                 length);
 }
 
 }  // namespace
 
-void format_plain(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                  bool negative, std::int64_t capacity, NumberField& field) noexcept {
-  DecimalText text;
-  if (const Status status = make_digits(request, magnitude, text); status != Status::ok) {
-    field.refuse(status);
-    return;
+template <typename Unit>
+Status format_plain(const LocaleRecord& record, const NumberRequest& request, double magnitude,
+                    bool negative, Unit* out, std::int64_t capacity,
+                    std::int64_t* length) noexcept {
+  DigitBlock digits;
+  DecimalShape shape;
+  if (quick_decimal(request, magnitude, digits, shape)) [[likely]] {
+    return lay_out(record, request, digits, shape, negative, out, capacity, length);
   }
-  field.sign = negative ? u'-' : request.sign ? u'+' : request.blank ? u' ' : u'\0';
-
-  const auto integers = static_cast<std::size_t>(text.integer_count());
-  const auto decimals = static_cast<std::size_t>(text.fraction_count());
-  const bool point = decimals != 0 || request.point;
-  const std::size_t behind = decimals + (point ? 1 : 0);
-  std::size_t length = 0;
-  if (request.group && !text.has_exponent()) {
-    const std::int64_t room =
-        capacity - static_cast<std::int64_t>(behind) - (field.sign != 0 ? 1 : 0);
-    length = write_grouped(record, text.digits(), integers, room, field.body);
-    if (length == 0) field.status = Status::grouping_failed;
-  }
-  if (length == 0) {
-    widen(text.digits(), integers, field.body);
-    length = integers;
-  }
-  if (point) {
-    field.body[length++] = record.decimal_symbol;
-    widen(text.digits() + integers, decimals, field.body + length);
-    length += decimals;
-  }
-  if (text.has_exponent())
-    length += write_suffix(text.exponent(), request.capital, field.body + length);
-  field.body_length = length;
-  field.place(request, capacity);
+  return format_exactly(record, request, magnitude, negative, out, capacity, length);
 }
+
+template Status format_plain(const LocaleRecord&, const NumberRequest&, double, bool, char16_t*,
+                             std::int64_t, std::int64_t*) noexcept;
+template Status format_plain(const LocaleRecord&, const NumberRequest&, double, bool, char*,
+                             std::int64_t, std::int64_t*) noexcept;
 
 }  // namespace jwnls

@@ -3,13 +3,16 @@
 #ifndef JWNLS_MODULE_NUMFMT_PLAIN_KINDS_H_
 #define JWNLS_MODULE_NUMFMT_PLAIN_KINDS_H_
 
-#include "module/numfmt/number_field.h"
+#include "module/numfmt/number_placement.h"
+#include "module/record/locale_record.h"
 
 namespace jwnls {
 
-/// Formats 0 or a finite value above (its sign apart) and places it.
-void format_plain(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                  bool negative, std::int64_t capacity, NumberField& field) noexcept;
+/// Formats 0 or a finite value above (its sign apart) into a field. `length` may be null; for 8-bit
+/// output it is in bytes.
+template <typename Unit>
+Status format_plain(const LocaleRecord& record, const NumberRequest& request, double magnitude,
+                    bool negative, Unit* out, std::int64_t capacity, std::int64_t* length) noexcept;
 
 }  // namespace jwnls
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #include "module/numfmt/digit_text.h"
 #include "module/numfmt/exact_decimal.h"
@@ -38,32 +39,41 @@ class FixedForm {
  public:
   // Rounds and cuts the value to `decimals`; false when it needs more than `room` places.
   bool fits(double magnitude, int estimate, int decimals, int room) noexcept {
-    const double rounded = nudged(magnitude, estimate, decimals);
-    leading_ = truncated_digits(rounded);
+    const LeadingDigits leading = truncated_digits(nudged(magnitude, estimate, decimals));
+    // A first digit that far below the point is never shown.
+    const bool visible = leading.exponent >= -zeros_around;
+    exponent_ = visible ? leading.exponent : 0;
+    std::memset(text_, '0', sizeof text_);
+    // Fifteen digits, and a sixteenth that is "0" like all behind it: deliberately, no more are
+    // shown.
+    write_16_digits(visible ? leading.digits * 10 : 0, text_ + zeros_around);
+    integers_ = leading.digits != 0 && leading.exponent >= 0 ? leading.exponent + 1 : 0;
     decimals_ = decimals;
-    integers_ = rounded < 1 ? 0 : leading_.exponent + 1;
     return places() <= room;
   }
 
   // Takes trailing zeros of the fraction away.
   void trim() noexcept {
-    while (decimals_ > 0 && digit(decimals_) == u'0') --decimals_;
+    const char* const first = fraction();
+    while (decimals_ > 0 && first[decimals_ - 1] == '0') --decimals_;
   }
 
-  // Writes the text, with a "0" before the point of a value below 1 where `room` has a place for
-  // it. Returns where the integer digits end.
-  int write(int room, char16_t decimal_symbol, BoundText& out) const noexcept {
-    char16_t* position = out.units;
-    if (integers_ == 0 && (decimals_ == 0 || places() < room)) *position++ = u'0';
-    for (int place = -integers_ + 1; place <= 0; ++place) *position++ = digit(place);
-    const int integer_end = static_cast<int>(position - out.units);
-    if (decimals_ > 0) *position++ = decimal_symbol;
-    for (int place = 1; place <= decimals_; ++place) *position++ = digit(place);
-    out.length = static_cast<int>(position - out.units);
-    return integer_end;
+  // How many integer digits are shown: a "0" before the point of a value below 1 where `room` has a
+  // place for it.
+  int integers(int room) const noexcept {
+    if (integers_ != 0) return integers_;
+    return decimals_ == 0 || places() < room ? 1 : 0;
   }
+  int decimals() const noexcept { return decimals_; }
+
+  DigitRun integer_digits() const noexcept {
+    return {integers_ != 0 ? text_ + zeros_around : text_};
+  }
+  DigitRun fraction_digits() const noexcept { return {fraction()}; }
 
  private:
+  static constexpr int zeros_around = 40;
+
   static double nudged(double magnitude, int estimate, int decimals) noexcept {
     if (is_whole(magnitude)) return magnitude;
     if (decimals <= shown_digits - estimate) magnitude += rounding_addends[decimals];
@@ -75,31 +85,27 @@ class FixedForm {
     return integers_ + fraction == 0 ? 1 : integers_ + fraction;
   }
 
-  // The digit at a place: 0 the units, 1 the first decimal. Places past the fifteenth significant
-  // digit are "0", deliberately.
-  char16_t digit(int place) const noexcept {
-    const int index = leading_.exponent + place;
-    if (index < 0 || index >= shown_digits) return u'0';
-    return static_cast<char16_t>(u'0' +
-                                 leading_.digits / powers_of_ten[shown_digits - 1 - index] % 10);
-  }
+  const char* fraction() const noexcept { return text_ + zeros_around + exponent_ + 1; }
 
-  LeadingDigits leading_;
-  int decimals_ = 0;
+  int exponent_ = 0;
   int integers_ = 0;
+  int decimals_ = 0;
+  char text_[zeros_around + 16 + 2 * zeros_around];  // zeros on both sides of the digits
 };
 
 class WidthBoundFormatter {
  public:
   WidthBoundFormatter(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                      bool negative, int places, NumberField& field) noexcept
+                      bool negative, int places, NumberPlacement& placement,
+                      ShortBody& body) noexcept
       : record_(record),
         request_(request),
         magnitude_(magnitude),
         negative_(negative),
         places_(places),
         room_(places - (negative ? 1 : 0)),
-        field_(field) {
+        placement_(placement),
+        body_(body) {
     // The exponent of the value as a fraction from 1/2 to below 1 times a power of two; 0 of 0.
     const auto [mantissa, binary_exponent] = binary_parts(magnitude);
     const int exponent = mantissa == 0 ? 0 : binary_exponent + 64 - std::countl_zero(mantissa);
@@ -164,67 +170,67 @@ class WidthBoundFormatter {
       drop();
     }
     if (best_fit()) form.trim();
-    BoundText text;
-    const int integer_end = form.write(room_, record_.decimal_symbol, text);
-    set_body(text, integer_end);
+    write_fixed(form);
+  }
+
+  void write_fixed(const FixedForm& form) noexcept {
+    const int integers = form.integers(room_);
+    const int decimals = form.decimals();
+    int length = integers + (decimals > 0 ? 1 + decimals : 0);
+    char16_t* position = body_.units;
+    const int separators = request_.group && integers > 0 ? count_separators(record_, integers) : 0;
+    if (separators < 0 || length + separators > room_) {
+      placement_.status = Status::grouping_failed;
+    } else if (separators > 0) {
+      write_grouped(record_, form.integer_digits(), integers, separators, position);
+      length += separators;
+      position += separators;
+    }
+    if (position == body_.units) store_digits(form.integer_digits(), 0, integers, position);
+    position += integers;
+    if (decimals > 0) {
+      *position++ = record_.decimal_symbol;
+      store_digits(form.fraction_digits(), 0, decimals, position);
+    }
+    place(length);
   }
 
   // Decimals that a decimal-aligned number asked for are not shown.
   void drop() noexcept {
-    if (!best_fit()) field_.status = Status::decimals_dropped;
+    if (!best_fit()) placement_.status = Status::decimals_dropped;
   }
 
   bool try_exponent() noexcept {
-    BoundText text;
+    int length = 0;
     if (write_exponent_form(magnitude_, room_, as_many_as_fit, true, record_.decimal_symbol,
-                            text) != Status::ok) {
+                            body_.units, length) != Status::ok) {
       return false;
     }
-    set_body(text, 0);
+    place(length);
     return true;
   }
 
   void show_exponent(std::int32_t decimals) noexcept {
-    BoundText text;
-    const Status status =
-        write_exponent_form(magnitude_, room_, decimals, best_fit(), record_.decimal_symbol, text);
+    int length = 0;
+    const Status status = write_exponent_form(magnitude_, room_, decimals, best_fit(),
+                                              record_.decimal_symbol, body_.units, length);
     if (status == Status::does_not_fit) {
-      field_.fill_with_stars(places_, places_, status);
+      placement_.fill_with_stars(places_, places_, status);
       return;
     }
-    field_.status = status;
-    if (request_.kind == NumberKind::decimal_aligned) field_.status = Status::decimals_dropped;
-    set_body(text, 0);
-  }
-
-  // Right-aligns a text, its first `integer_digits` units grouped if that is asked for and they are
-  // not those of an exponent form.
-  void set_body(const BoundText& text, int integer_digits) noexcept {
-    int length = text.length;
-    const int sign = negative_ ? 1 : 0;
-    int grouped = 0;
-    if (request_.group && integer_digits > 0) grouped = group(text, integer_digits, sign);
-    if (grouped > 0) {
-      std::copy(text.units + integer_digits, text.units + text.length, field_.body + grouped);
-      length += grouped - integer_digits;
-    } else {
-      std::copy(text.units, text.units + text.length, field_.body);
+    placement_.status = status;
+    if (request_.kind == NumberKind::decimal_aligned) {
+      placement_.status = Status::decimals_dropped;
     }
-    field_.sign = negative_ ? u'-' : u'\0';
-    field_.body_length = static_cast<std::size_t>(length);
-    field_.blanks_before = places_ - length - sign;
-    field_.length = places_;
+    place(length);
   }
 
-  int group(const BoundText& text, int integer_digits, int sign) noexcept {
-    char digits[48];
-    std::transform(text.units, text.units + integer_digits, digits,
-                   [](char16_t unit) { return static_cast<char>(unit); });
-    const int most = places_ - sign - (text.length - integer_digits);
-    const std::size_t grouped =
-        write_grouped(record_, digits, static_cast<std::size_t>(integer_digits), most, field_.body);
-    if (grouped == 0) field_.status = Status::grouping_failed;
-    return static_cast<int>(grouped);
+  // Right-aligns the body.
+  void place(int length) noexcept {
+    placement_.sign = negative_ ? u'-' : u'\0';
+    placement_.body_length = length;
+    placement_.blanks_before = places_ - length - (negative_ ? 1 : 0);
+    placement_.length = places_;
   }
 
   const LocaleRecord& record_;
@@ -234,23 +240,26 @@ class WidthBoundFormatter {
   int places_;  // of the field
   int room_;    // for the text without its sign
   int estimate_;
-  NumberField& field_;
+  NumberPlacement& placement_;
+  ShortBody& body_;
 };
 
 }  // namespace
 
 void format_width_bound(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                        bool negative, std::int64_t capacity, NumberField& field) noexcept {
+                        bool negative, std::int64_t capacity, NumberPlacement& placement,
+                        ShortBody& body) noexcept {
   const bool exponent_kind =
       request.kind == NumberKind::exponent_only || request.kind == NumberKind::bound_exponent;
   const std::int64_t width = request.width;
-  if (width < 1) return field.refuse(Status::invalid_width);
+  if (width < 1) return placement.refuse(Status::invalid_width);
   const std::int64_t places = std::min(width, capacity);
   if (width > widest_field || (exponent_kind && width < narrowest_exponent_field)) {
-    return field.fill_with_stars(places, places, Status::invalid_width);
+    return placement.fill_with_stars(places, places, Status::invalid_width);
   }
-  if (places == 0) return field.fill_with_stars(0, 0, Status::does_not_fit);
-  WidthBoundFormatter(record, request, magnitude, negative, static_cast<int>(places), field)
+  if (places == 0) return placement.fill_with_stars(0, 0, Status::does_not_fit);
+  WidthBoundFormatter(record, request, magnitude, negative, static_cast<int>(places), placement,
+                      body)
       .format();
 }
 

@@ -4,13 +4,21 @@
 #ifndef JWNLS_MODULE_NUMFMT_WIDTH_BOUND_KINDS_H_
 #define JWNLS_MODULE_NUMFMT_WIDTH_BOUND_KINDS_H_
 
-#include "module/numfmt/number_field.h"
+#include "module/numfmt/number_placement.h"
+#include "module/record/locale_record.h"
 
 namespace jwnls {
 
+/// The body of a short number, with room for whole blocks behind it.
+struct ShortBody {
+  static constexpr int longest = 32;  // units
+  char16_t units[longest + 32];
+};
+
 /// Formats 0 or a finite value above (its sign apart) into the field that the request asks for.
 void format_width_bound(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                        bool negative, std::int64_t capacity, NumberField& field) noexcept;
+                        bool negative, std::int64_t capacity, NumberPlacement& placement,
+                        ShortBody& body) noexcept;
 
 }  // namespace jwnls
 
