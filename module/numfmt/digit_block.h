@@ -26,10 +26,29 @@ struct DigitBlock {
 
 /// The last `count` (1 to 16) digits of a number below 10^16, zeros in front.
 inline DigitBlock last_digits(std::uint64_t number, int count) noexcept {
-  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(number / ten_to_8));
-  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number % ten_to_8));
+  const std::uint64_t upper = over_ten_to_8(number);
+  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(upper));
+  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number - ten_to_8 * upper));
   const unsigned __int128 all =
       static_cast<unsigned __int128>(low + ascii_zeros) << 64 | (high + ascii_zeros);
+  return DigitBlock{all}.from(block_digits - count);
+}
+
+/// The last `count` (1 to 16) hexadecimal digits of a number; `letters` is what lies between '9'
+/// and the letter for ten, less one: 39 for small letters, 7 for capitals.
+inline DigitBlock last_hexadecimal_digits(std::uint64_t number, int count,
+                                          unsigned letters) noexcept {
+  const auto eight = [letters](std::uint32_t half) {
+    std::uint64_t x = __builtin_bswap32(half);
+    x = (x | x << 16) & 0x0000FFFF0000FFFF;
+    x = (x | x << 8) & 0x00FF00FF00FF00FF;
+    x = (x >> 4 | x << 8) & 0x0F0F0F0F0F0F0F0F;
+    const std::uint64_t tens = (x + 0x0606060606060606) >> 4 & 0x0101010101010101;
+    return x + ascii_zeros + tens * letters;
+  };
+  const unsigned __int128 all =
+      static_cast<unsigned __int128>(eight(static_cast<std::uint32_t>(number))) << 64 |
+      eight(static_cast<std::uint32_t>(number >> 32));
   return DigitBlock{all}.from(block_digits - count);
 }
 

@@ -40,12 +40,28 @@ inline constexpr std::uint64_t powers_of_ten[20] = {
     10'000'000'000'000'000'000ull,
 };
 
+// Quotients by constants as the multiplications they are: where the compiler takes a block for
+// unlikely it would divide, which costs more than all the rest of a number's digits.
+
+/// number / 10^8, for any number.
+constexpr std::uint64_t over_ten_to_8(std::uint64_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 0xABCC77118461CEFD;  // 2^90 / 10^8, rounded up
+  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number) * reciprocal >> 90);
+}
+
+/// number / 10^4, for numbers below 10^8.
+constexpr std::uint32_t over_ten_to_4(std::uint32_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 109951163;  // 2^40 / 10^4, rounded up
+  return static_cast<std::uint32_t>(number * reciprocal >> 40);
+}
+
 /// The eight decimal digits of a number below 10^8 as the bytes 0 to 9, the first in the lowest
 /// byte.
 constexpr std::uint64_t eight_digits(std::uint32_t number) noexcept {
   // Split in halves three times, all parts at once: 10486/2^20 is 1/100 for numbers below 10^4, and
   // 103/2^10 is 1/10 for numbers below 100.
-  const std::uint64_t fours = number / 10000 | std::uint64_t{number % 10000} << 32;
+  const std::uint32_t upper = over_ten_to_4(number);
+  const std::uint64_t fours = upper | std::uint64_t{number - 10000 * upper} << 32;
   const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F;
   const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16;
   const std::uint64_t tens = (twos * 103 >> 10) & 0x000F000F000F000F;
@@ -56,8 +72,9 @@ inline constexpr std::uint64_t ascii_zeros = 0x3030303030303030;
 
 /// Writes a number below 10^16 as sixteen digits, zeros in front.
 inline void write_16_digits(std::uint64_t number, char* out) noexcept {
-  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(number / ten_to_8));
-  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number % ten_to_8));
+  const std::uint64_t upper = over_ten_to_8(number);
+  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(upper));
+  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number - ten_to_8 * upper));
   const std::uint64_t text[2] = {high + ascii_zeros, low + ascii_zeros};
   std::memcpy(out, text, sizeof text);
 }

@@ -24,11 +24,13 @@ inline std::uint64_t four_units(std::uint64_t bytes) noexcept {
 constexpr int separators_of_three(int count) noexcept { return (count - 1) / 3; }
 
 /// Writes 1 to 16 digits with a separator between groups of three, counted from the right.
-///   out  room for 24 units, which may all be overwritten
+/// Units behind the text, up to 23 in all, become zero.
+///   out  room for 23 units
 template <typename Unit>
 inline void write_groups_of_three(DigitBlock digits, int count, Unit separator,
                                   Unit* out) noexcept {
-  const int first = count - 3 * separators_of_three(count);
+  const int separators = separators_of_three(count);
+  const int first = count - 3 * separators;
   // Six blocks of four units whatever the count, each overwriting what the one before wrote too
   // much.
   std::uint64_t block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes));
@@ -36,8 +38,8 @@ inline void write_groups_of_three(DigitBlock digits, int count, Unit separator,
   digits = digits.from(first);
   out += first;
   for (int i = 0; i < 5; ++i) {
-    block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes)) << 8 * sizeof(Unit) |
-            static_cast<std::uint64_t>(separator);
+    const std::uint64_t shown = i < separators ? static_cast<std::uint64_t>(separator) : 0;
+    block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes)) << 8 * sizeof(Unit) | shown;
     std::memcpy(out, &block, 4 * sizeof(Unit));
     digits = digits.from(3);
     out += 4;

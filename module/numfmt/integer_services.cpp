@@ -1,6 +1,7 @@
 #include "module/numfmt/integer_services.h"
 
 #include <algorithm>
+#include <bit>
 #include <type_traits>
 
 #include "module/numfmt/integer_text.h"
@@ -148,6 +149,51 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
   }
 }
 
+// Integers without a field, as most are asked for: at most sixteen digits of the usual kinds, a
+// sign at most, and room to spare. What the text leaves of the room is zero, so whole blocks are
+// stored with no regard to the digits' number. Returns the length, or 0 when it cannot.
+template <typename Integer, typename Unit>
+[[gnu::always_inline]] inline std::int64_t format_quickly(const LocaleRecord& record, Integer value,
+                                                          std::uint32_t flags, Unit* out,
+                                                          std::int64_t capacity) noexcept {
+  using namespace integer_flags;
+  constexpr std::int64_t blocks = 32;
+  if (capacity < blocks) return 0;
+  std::uint64_t magnitude = 0;
+  int sign_length = 0;
+  if constexpr (std::is_signed_v<Integer>) {
+    if ((flags & ~group) != 0) return 0;
+    const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+    sign_length = value < 0 ? 1 : 0;
+    magnitude = value < 0 ? 0 - bits : bits;
+  } else {
+    magnitude = value;
+    if ((flags & ~(group | hexadecimal_small | hexadecimal_capital)) != 0) return 0;
+    if ((flags & (hexadecimal_small | hexadecimal_capital)) != 0) {
+      const int count = std::max((67 - std::countl_zero(magnitude)) / 4, 1);
+      const unsigned letters = (flags & hexadecimal_small) != 0 ? 39 : 7;
+      store_block(last_hexadecimal_digits(magnitude, count, letters), out);
+      zero_units(out + block_digits, capacity - block_digits);
+      return count;
+    }
+  }
+  if (magnitude >= ten_to_16) return 0;
+  const int count = std::max(digit_count(magnitude), 1);
+  const DigitBlock digits = last_digits(magnitude, count);
+  *out = Unit{'-'};
+  Unit* const first = out + sign_length;
+  if ((flags & group) == 0) {
+    store_block(digits, first);
+    zero_units(first + block_digits, capacity - sign_length - block_digits);
+    return sign_length + count;
+  }
+  const char16_t separator = record.grouping_symbol;
+  if (grouping_of(record) != u"3" || (sizeof(Unit) == 1 && separator >= 0x80)) return 0;
+  zero_units(first + block_digits, capacity - sign_length - block_digits);
+  write_groups_of_three(digits, count, static_cast<Unit>(separator), first);
+  return sign_length + count + separators_of_three(count);
+}
+
 }  // namespace
 
 template <typename Integer, typename Unit>
@@ -161,6 +207,14 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
     zero_units(out, capacity);
     *length = 0;
     return code(Status::ok);
+  }
+
+  if (width < 1 && minimum_digits <= 1) [[likely]] {
+    const std::int64_t quick = format_quickly(*handle->record, value, flags, out, capacity);
+    if (quick != 0) [[likely]] {
+      *length = quick;
+      return code(Status::ok);
+    }
   }
 
   IntegerText<Unit> text;

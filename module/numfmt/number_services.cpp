@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "module/numfmt/number_formatter.h"
+#include "module/numfmt/quick_number.h"
 #include "module/text/kernel_handle.h"
 #include "module/text/utf8_unit.h"
 
@@ -44,6 +45,22 @@ std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle
   return status;
 }
 
+// The module's own formatter, from the quick way to the general one.
+template <typename Unit>
+[[gnu::always_inline]] inline std::uint32_t format_here(LocaleHandle* handle, double value,
+                                                        std::int32_t width, std::int32_t decimals,
+                                                        std::uint32_t flags, Unit* out,
+                                                        std::int64_t capacity, std::int64_t* length,
+                                                        const FloatOptions* options) noexcept {
+  const LocaleRecord& record = *handle->record;
+  if (width == 0 && capacity >= quick_room &&
+      format_quickly(record, value, decimals, flags, out, length)) [[likely]] {
+    return code(Status::ok);
+  }
+  return code(format_double(record, value, number_request(width, decimals, flags), options, out,
+                            std::max<std::int64_t>(capacity, 0), length));
+}
+
 }  // namespace
 
 std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std::int32_t width,
@@ -54,14 +71,15 @@ std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std
     return host->format_float(handle, value, width, decimals, flags, out, capacity, length,
                               options);
   }
-  capacity = std::max<std::int64_t>(capacity, 0);
-  return code(format_double(*handle->record, value, number_request(width, decimals, flags), options,
-                            out, capacity, length));
+  return format_here(handle, value, width, decimals, flags, out, capacity, length, options);
 }
 
 std::uint32_t format_number(LocaleHandle* handle, double value, std::int32_t width,
                             std::int32_t decimals, std::uint32_t flags, char16_t* out,
                             std::int64_t capacity, std::int64_t* length) noexcept {
+  if (host_formatting() == nullptr) [[likely]] {
+    return format_here(handle, value, width, decimals, flags, out, capacity, length, nullptr);
+  }
   return format_number_with_options(handle, value, width, decimals, flags, out, capacity, length,
                                     nullptr);
 }
@@ -70,13 +88,11 @@ std::uint32_t format_number_8bit(LocaleHandle* handle, double value, std::int32_
                                  std::int32_t decimals, std::uint32_t flags, char* out,
                                  std::int64_t capacity, std::int64_t* length,
                                  const FloatOptions* options) noexcept {
-  capacity = std::max<std::int64_t>(capacity, 0);
   if (const HostFormatting* host = host_formatting()) [[unlikely]] {
-    return convert_from_host(host, handle, value, width, decimals, flags, out, capacity, length,
-                             options);
+    return convert_from_host(host, handle, value, width, decimals, flags, out,
+                             std::max<std::int64_t>(capacity, 0), length, options);
   }
-  return code(format_double(*handle->record, value, number_request(width, decimals, flags), options,
-                            out, capacity, length));
+  return format_here(handle, value, width, decimals, flags, out, capacity, length, options);
 }
 
 }  // namespace jwnls
