@@ -41,12 +41,15 @@ struct NumberPlacement {
   }
 
   /// The last step of the plain kinds: places sign and body in the requested width. A text that
-  /// does not fit counts by itself, one that its fill makes too long by its field.
+  /// does not fit by itself reports its own length, which zero fill belongs to; one that only its
+  /// blanks make too long reports the field.
   void place(const NumberRequest& request, std::int64_t capacity) noexcept {
     const std::int64_t text = body_length + (sign != 0 ? 1 : 0);
     length = std::max(request.width, text);
     if (length > capacity) {
-      fill_with_stars(std::min(capacity, request.width), length, Status::does_not_fit);
+      const bool by_field = text <= capacity || request.zero_fill;
+      fill_with_stars(std::min(capacity, request.width), by_field ? length : text,
+                      Status::does_not_fit);
       return;
     }
     const std::int64_t fill = length - text;

@@ -134,8 +134,10 @@ class WidthBoundFormatter {
   void choose() noexcept {
     if (estimate_ > room_ || estimate_ == widest_field) return show_exponent(as_many_as_fit);
     if (room_ == 0) {
-      // A field of one place never shows a minus sign.
+      // A field of one place never shows a minus sign. Below one half it shows "0"; the addend
+      // alone would make a 1 of the value next to one half.
       if (magnitude_ >= 0.5) return show_exponent(as_many_as_fit);
+      magnitude_ = 0;
       negative_ = false;
       room_ = 1;
     }
