@@ -32,19 +32,20 @@ double fraction_of(double magnitude) noexcept {
   return magnitude - static_cast<double>(static_cast<std::uint64_t>(magnitude));
 }
 
-bool quick_fixed(double magnitude, int decimals, DigitBlock& digits, DecimalShape& shape) noexcept {
+bool quick_fixed(double magnitude, int decimals, ShortDigits& digits,
+                 DecimalShape& shape) noexcept {
   std::uint64_t scaled = 0;
   if (decimals >= most_quick_digits || !round_to_decimals(magnitude, decimals, scaled) ||
       scaled >= ten_to_16) {
     return false;
   }
   const int count = std::max(digit_count(scaled), decimals + 1);
-  digits = last_digits(scaled, count);
+  digits = {scaled, count};
   shape = {count - decimals, decimals, 0, false};
   return true;
 }
 
-bool quick_exponent(double magnitude, int decimals, DigitBlock& digits,
+bool quick_exponent(double magnitude, int decimals, ShortDigits& digits,
                     DecimalShape& shape) noexcept {
   Significand rounded;
   if (magnitude == 0 || decimals >= most_quick_digits - 1 ||
@@ -53,12 +54,12 @@ bool quick_exponent(double magnitude, int decimals, DigitBlock& digits,
   }
   // A carry leaves a digit more, a zero that nobody looks at.
   const int carried = rounded.digits >= powers_of_ten[decimals + 1] ? 1 : 0;
-  digits = last_digits(rounded.digits, decimals + 1 + carried);
+  digits = {rounded.digits, decimals + 1 + carried};
   shape = {1, decimals, rounded.exponent + carried, true};
   return true;
 }
 
-bool quick_general(double magnitude, int significant, bool keep_zeros, DigitBlock& digits,
+bool quick_general(double magnitude, int significant, bool keep_zeros, ShortDigits& digits,
                    DecimalShape& shape) noexcept {
   Significand rounded;
   if (magnitude == 0 || significant >= most_quick_digits ||
@@ -67,25 +68,24 @@ bool quick_general(double magnitude, int significant, bool keep_zeros, DigitBloc
   }
   if (rounded.exponent < -4 || rounded.exponent >= significant) {
     const int carried = rounded.digits >= powers_of_ten[significant] ? 1 : 0;
-    digits = last_digits(rounded.digits, significant + carried);
+    digits = {rounded.digits, significant + carried};
     shape = {1, significant - 1, rounded.exponent + carried, true};
   } else {
     const int decimals = significant - 1 - rounded.exponent;
     const int count = std::max(digit_count(rounded.digits), decimals + 1);
     if (count > most_quick_digits) return false;
-    digits = last_digits(rounded.digits, count);
+    digits = {rounded.digits, count};
     shape = {count - decimals, decimals, 0, false};
   }
   if (!keep_zeros) {
-    shape.decimals -=
-        std::min(count_trailing_zeros(digits, shape.integers + shape.decimals), shape.decimals);
+    shape.decimals -= std::min(trailing_zero_digits(digits.number), shape.decimals);
   }
   return true;
 }
 
 }  // namespace
 
-bool quick_decimal(const NumberRequest& request, double magnitude, DigitBlock& digits,
+bool quick_decimal(const NumberRequest& request, double magnitude, ShortDigits& digits,
                    DecimalShape& shape) noexcept {
   switch (request.kind) {
     case NumberKind::fixed:

@@ -1,6 +1,6 @@
 // A value as rounded decimal digits with their point: what the plain kinds lay out.
 //
-// Up to sixteen digits stand in a register, more in memory; either way they are at least one
+// Up to sixteen digits stand in a word, more in memory; either way they are at least one
 // integer digit, followed at once by the fraction digits. Rounding is half up on the exact
 // expansion.
 
@@ -24,10 +24,10 @@ struct DecimalShape {
   bool has_exponent = false;
 };
 
-/// Rounds a value for a plain kind into a register. Returns false when its digits are more than
+/// Rounds a value for a plain kind into a word. Returns false when its digits are more than
 /// sixteen or cannot be found the quick way. The general kind loses its trailing zeros here.
 ///   magnitude  0 or a finite value above
-bool quick_decimal(const NumberRequest& request, double magnitude, DigitBlock& digits,
+bool quick_decimal(const NumberRequest& request, double magnitude, ShortDigits& digits,
                    DecimalShape& shape) noexcept;
 
 /// Any value for a plain kind, in memory.

@@ -46,17 +46,17 @@ void write_groups(const LocaleRecord& record, Digit digit, int count, int separa
   }
 }
 
-/// The same from a register or from memory. `out` has room for 24 units and as much as is needed.
+/// The same from a short number or from memory. `out` has room for 24 units and as much as is
+/// needed.
 template <typename Unit>
-void write_grouped(const LocaleRecord& record, DigitBlock digits, int count, int separators,
+void write_grouped(const LocaleRecord& record, const Unit* digits, int count, int separators,
                    Unit* out) noexcept {
   if (groups_by_three(record)) [[likely]] {
     write_groups_of_three(digits, count, static_cast<Unit>(record.grouping_symbol), out);
     return;
   }
   write_groups(
-      record, [&](int i) { return static_cast<char>(digits.from(i).bytes & 0xFF); }, count,
-      separators, out);
+      record, [&](int i) { return static_cast<char>(digits[i]); }, count, separators, out);
 }
 
 template <typename Unit>

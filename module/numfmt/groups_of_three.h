@@ -3,45 +3,41 @@
 #ifndef JWNLS_MODULE_NUMFMT_GROUPS_OF_THREE_H_
 #define JWNLS_MODULE_NUMFMT_GROUPS_OF_THREE_H_
 
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "module/numfmt/digit_block.h"
 
 namespace jwnls {
 
-/// The lowest four bytes of a word as a block of four units, the first lowest.
-template <typename Unit>
-inline std::uint64_t four_units(std::uint64_t bytes) noexcept {
-  if constexpr (sizeof(Unit) == 1) return bytes;
-  std::uint64_t wide = bytes & 0xFFFFFFFF;
-  wide = (wide | wide << 16) & 0x0000FFFF0000FFFF;
-  return (wide | wide << 8) & 0x00FF00FF00FF00FF;
-}
-
 /// The separators among `count` digits.
 constexpr int separators_of_three(int count) noexcept { return (count - 1) / 3; }
 
-/// Writes 1 to 16 digits with a separator between groups of three, counted from the right.
-/// Units behind the text, up to 23 in all, become zero.
-///   out  room for 23 units
+/// Writes 1 to 16 digits with a separator between groups of three, counted from the right. Units
+/// behind the text are overwritten, with zeros where zeros follow the digits.
+///   digits  20 units from the first on may be read
+///   out     room for 23 units
 template <typename Unit>
-inline void write_groups_of_three(DigitBlock digits, int count, Unit separator,
+inline void write_groups_of_three(const Unit* digits, int count, Unit separator,
                                   Unit* out) noexcept {
+  // A block of four units; the separator goes where the first was, which belongs to the group
+  // before.
+  using Block = std::conditional_t<sizeof(Unit) == 1, std::uint32_t, std::uint64_t>;
   const int separators = separators_of_three(count);
   const int first = count - 3 * separators;
-  // Six blocks of four units whatever the count, each overwriting what the one before wrote too
-  // much.
-  std::uint64_t block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes));
-  std::memcpy(out, &block, 4 * sizeof(Unit));
-  digits = digits.from(first);
+  Block block = 0;
+  std::memcpy(&block, digits, sizeof block);
+  std::memcpy(out, &block, sizeof block);
+  digits += first;
   out += first;
   for (int i = 0; i < 5; ++i) {
-    const std::uint64_t shown = i < separators ? static_cast<std::uint64_t>(separator) : 0;
-    block = four_units<Unit>(static_cast<std::uint64_t>(digits.bytes)) << 8 * sizeof(Unit) | shown;
-    std::memcpy(out, &block, 4 * sizeof(Unit));
-    digits = digits.from(3);
+    // Six blocks whatever the count, each overwriting what the one before wrote too much.
+    const auto shown = static_cast<Block>(i < separators ? separator : 0);
+    std::memcpy(&block, digits, sizeof block);
+    block = static_cast<Block>(block << 8 * sizeof(Unit) | shown);
+    std::memcpy(out, &block, sizeof block);
+    digits += 3;
     out += 4;
   }
 }

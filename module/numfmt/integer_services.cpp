@@ -149,49 +149,62 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
   }
 }
 
-// Integers without a field, as most are asked for: at most sixteen digits of the usual kinds, a
-// sign at most, and room to spare. What the text leaves of the room is zero, so whole blocks are
-// stored with no regard to the digits' number. Returns the length, or 0 when it cannot.
+// Writes decimal digits and returns their number; whole blocks are overwritten, with zeros at the
+// end.
+template <typename Unit>
+[[gnu::always_inline]] inline int write_decimal(std::uint64_t magnitude, Unit* out) noexcept {
+  const int count = std::max(digit_count(magnitude), 1);
+  if (count <= block_digits) [[likely]] {
+    const DigitBlock<Unit> block(magnitude);
+    copy_block(block.last(count), out);
+    return count;
+  }
+  const std::uint64_t front = magnitude / ten_to_16;
+  const DigitBlock<Unit> first(front);
+  const DigitBlock<Unit> rest(magnitude - front * ten_to_16);
+  copy_block(first.last(count - block_digits), out);
+  copy_block(rest.last(block_digits), out + count - block_digits);
+  return count;
+}
+
+// Integers without a field, as most are asked for: the usual radixes, a minus at most, and room to
+// spare. What the text leaves of the room is zero, so whole blocks are stored with no regard to the
+// digits' number. Returns the length, or 0 when it cannot.
 template <typename Integer, typename Unit>
 [[gnu::always_inline]] inline std::int64_t format_quickly(const LocaleRecord& record, Integer value,
                                                           std::uint32_t flags, Unit* out,
                                                           std::int64_t capacity) noexcept {
   using namespace integer_flags;
   constexpr std::int64_t blocks = 32;
-  if (capacity < blocks) return 0;
-  std::uint64_t magnitude = 0;
-  int sign_length = 0;
-  if constexpr (std::is_signed_v<Integer>) {
-    if ((flags & ~group) != 0) return 0;
-    const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
-    sign_length = value < 0 ? 1 : 0;
-    magnitude = value < 0 ? 0 - bits : bits;
-  } else {
-    magnitude = value;
-    if ((flags & ~(group | hexadecimal_small | hexadecimal_capital)) != 0) return 0;
-    if ((flags & (hexadecimal_small | hexadecimal_capital)) != 0) {
-      const int count = std::max((67 - std::countl_zero(magnitude)) / 4, 1);
-      const unsigned letters = (flags & hexadecimal_small) != 0 ? 39 : 7;
-      store_block(last_hexadecimal_digits(magnitude, count, letters), out);
-      zero_units(out + block_digits, capacity - block_digits);
-      return count;
-    }
-  }
-  if (magnitude >= ten_to_16) return 0;
-  const int count = std::max(digit_count(magnitude), 1);
-  const DigitBlock digits = last_digits(magnitude, count);
-  *out = Unit{'-'};
-  Unit* const first = out + sign_length;
-  if ((flags & group) == 0) {
-    store_block(digits, first);
-    zero_units(first + block_digits, capacity - sign_length - block_digits);
-    return sign_length + count;
-  }
+  constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
+  constexpr bool is_signed = std::is_signed_v<Integer>;
+  if (capacity < blocks || (flags & ~(is_signed ? group : group | hexadecimal)) != 0) return 0;
+  const bool grouped = (flags & group) != 0 && (flags & hexadecimal) == 0;
   const char16_t separator = record.grouping_symbol;
-  if (grouping_of(record) != u"3" || (sizeof(Unit) == 1 && separator >= 0x80)) return 0;
-  zero_units(first + block_digits, capacity - sign_length - block_digits);
-  write_groups_of_three(digits, count, static_cast<Unit>(separator), first);
-  return sign_length + count + separators_of_three(count);
+  if (grouped && (grouping_of(record) != u"3" || (sizeof(Unit) == 1 && separator >= 0x80))) {
+    return 0;
+  }
+  const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+  const bool negative = is_signed && value < 0;
+  const std::uint64_t magnitude = negative ? 0 - bits : static_cast<std::uint64_t>(value);
+  if (grouped && magnitude >= ten_to_16) return 0;
+
+  std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
+  if (capacity > blocks) zero_units(out + blocks, capacity - blocks);
+  *out = Unit{'-'};
+  Unit* const first = out + (negative ? 1 : 0);
+  std::int64_t length = negative ? 1 : 0;
+  if (!is_signed && (flags & hexadecimal) != 0) {
+    const int count = std::max((67 - std::countl_zero(magnitude)) / 4, 1);
+    const DigitBlock<Unit> block(magnitude, (flags & hexadecimal_small) != 0 ? 'a' : 'A');
+    copy_block(block.last(count), first);
+    return count;
+  }
+  if (!grouped) return length + write_decimal(magnitude, first);
+  const int count = std::max(digit_count(magnitude), 1);
+  const DigitBlock<Unit> block(magnitude);
+  write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), first);
+  return length + count + separators_of_three(count);
 }
 
 }  // namespace

@@ -34,7 +34,8 @@ class IntegerText {
     if (count > block_digits) [[unlikely]] {
       position = write_front(value, count - block_digits);
     }
-    store_block(last_digits(value % ten_to_16, std::clamp(count, 1, block_digits)), position);
+    const DigitBlock<Unit> block(value % ten_to_16);
+    copy_block(block.last(std::min(count, block_digits)), position);
     begin_ = units_;
     length_ = static_cast<std::size_t>(count);
   }
@@ -47,7 +48,8 @@ class IntegerText {
     if (pattern != u"3" || !narrow || count > block_digits || count == 0) [[unlikely]] {
       return group_backward(value, count, pattern, separator);
     }
-    write_groups_of_three(last_digits(value, count), count, static_cast<Unit>(separator), units_);
+    const DigitBlock<Unit> block(value);
+    write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), units_);
     begin_ = units_;
     length_ = static_cast<std::size_t>(count + separators_of_three(count));
   }
@@ -71,7 +73,8 @@ class IntegerText {
 
   // Writes the digits before the last sixteen, and returns where those begin.
   Unit* write_front(std::uint64_t value, int count) noexcept {
-    store_block(last_digits(value / ten_to_16, count), units_);
+    const DigitBlock<Unit> block(value / ten_to_16);
+    copy_block(block.last(count), units_);
     return units_ + count;
   }
 

@@ -26,6 +26,45 @@ void write_suffix(int exponent, bool capital, Unit* out) noexcept {
   out[1] = digit_pairs<Unit>[size % 100][1];
 }
 
+template <typename Unit>
+void write_point_and_rest(const LocaleRecord& record, const DecimalShape& shape, bool point,
+                          bool capital, auto copy_decimals, Unit* body) noexcept {
+  if (point) *body++ = static_cast<Unit>(record.decimal_symbol);
+  if (shape.decimals != 0) copy_decimals(body);
+  body += shape.decimals;
+  if (shape.has_exponent) write_suffix(shape.exponent, capital, body);
+}
+
+template <typename Unit>
+void write_plain_body(const LocaleRecord& record, const ShortDigits& digits,
+                      const DecimalShape& shape, int separators, bool point, bool capital,
+                      Unit* body) noexcept {
+  const DigitBlock<Unit> block(digits.number);
+  const Unit* const first = block.last(digits.count);
+  if (separators != 0) {
+    write_grouped(record, first, shape.integers, separators, body);
+  } else {
+    copy_block(first, body);
+  }
+  write_point_and_rest(
+      record, shape, point, capital, [&](Unit* to) { copy_block(first + shape.integers, to); },
+      body + shape.integers + separators);
+}
+
+template <typename Unit>
+void write_plain_body(const LocaleRecord& record, DigitRun digits, const DecimalShape& shape,
+                      int separators, bool point, bool capital, Unit* body) noexcept {
+  if (separators != 0) {
+    write_grouped(record, digits, shape.integers, separators, body);
+  } else {
+    store_digits(digits, 0, shape.integers, body);
+  }
+  write_point_and_rest(
+      record, shape, point, capital,
+      [&](Unit* to) { store_digits(digits, shape.integers, shape.decimals, to); },
+      body + shape.integers + separators);
+}
+
 // Digits of either kind, laid out and delivered.
 template <typename Unit, typename Digits>
 [[gnu::always_inline]] inline Status lay_out(const LocaleRecord& record,
@@ -50,19 +89,7 @@ template <typename Unit, typename Digits>
   placement.place(request, capacity);
 
   const auto write_body = [&](auto* body) {
-    using BodyUnit = std::remove_pointer_t<decltype(body)>;
-    if (separators != 0) {
-      write_grouped(record, digits, shape.integers, separators, body);
-    } else {
-      store_digits(digits, 0, shape.integers, body);
-    }
-    body += shape.integers + separators;
-    if (point) {
-      *body++ = static_cast<BodyUnit>(record.decimal_symbol);
-      if (shape.decimals != 0) store_digits(digits, shape.integers, shape.decimals, body);
-      body += shape.decimals;
-    }
-    if (shape.has_exponent) write_suffix(shape.exponent, request.capital, body);
+    write_plain_body(record, digits, shape, separators, point, request.capital, body);
   };
   if constexpr (sizeof(Unit) == 1) {
     const bool narrow =
@@ -89,7 +116,7 @@ template <typename Unit>
 Status format_plain(const LocaleRecord& record, const NumberRequest& request, double magnitude,
                     bool negative, Unit* out, std::int64_t capacity,
                     std::int64_t* length) noexcept {
-  DigitBlock digits;
+  ShortDigits digits;
   DecimalShape shape;
   if (quick_decimal(request, magnitude, digits, shape)) [[likely]] {
     return lay_out(record, request, digits, shape, negative, out, capacity, length);

@@ -30,19 +30,19 @@ inline constexpr std::uint32_t fixed_bits = fixed | integer_first;
 inline constexpr std::uint32_t known_bits = general_bits | exponent_bits | fixed_bits | group;
 
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_fraction(DigitBlock digits, int integers, int decimals,
+[[gnu::always_inline]] inline Unit* write_fraction(const Unit* digits, int decimals,
                                                    char16_t symbol, Unit* out) noexcept {
   if (decimals == 0) return out;
   *out++ = static_cast<Unit>(symbol);
-  store_block(digits.from(integers), out);
+  copy_block(digits, out);
   return out + decimals;
 }
 
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_integers(DigitBlock digits, int count, bool grouped,
+[[gnu::always_inline]] inline Unit* write_integers(const Unit* digits, int count, bool grouped,
                                                    char16_t symbol, Unit* out) noexcept {
   if (!grouped) {
-    store_block(digits, out);
+    copy_block(digits, out);
     return out + count;
   }
   write_groups_of_three(digits, count, static_cast<Unit>(symbol), out);
@@ -72,10 +72,10 @@ inline Unit* write_fixed(const LocaleRecord& record, double magnitude, int decim
     return nullptr;
   }
   const int count = std::max(digit_count(scaled), decimals + 1);
-  const DigitBlock digits = last_digits(scaled, count);
+  const DigitBlock<Unit> block(scaled);
   const int integers = count - decimals;
-  out = write_integers(digits, integers, grouped, record.grouping_symbol, out);
-  return write_fraction(digits, integers, decimals, record.decimal_symbol, out);
+  out = write_integers(block.last(count), integers, grouped, record.grouping_symbol, out);
+  return write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
 }
 
 // One digit before the point, `decimals` up to 16 behind it.
@@ -94,9 +94,8 @@ inline Unit* write_scientific(const LocaleRecord& record, double magnitude, int 
     ++rounded.exponent;
   }
   *out++ = static_cast<Unit>('0' + first);
-  if (decimals != 0) {
-    out = write_fraction(last_digits(rest, decimals), 0, decimals, record.decimal_symbol, out);
-  }
+  const DigitBlock<Unit> block(rest);
+  out = write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
   return write_exponent(rounded.exponent, capital, out);
 }
 
@@ -110,25 +109,26 @@ inline Unit* write_general(const LocaleRecord& record, double magnitude, int sig
   }
   const bool carried = rounded.digits >= powers_of_ten[significant];
   const int count = significant + (carried ? 1 : 0);
-  const DigitBlock digits = last_digits(rounded.digits, count);
-  int shown = count - count_trailing_zeros(digits, count);
+  const DigitBlock<Unit> block(rounded.digits);
+  const Unit* const digits = block.last(count);
+  int shown = count - trailing_zero_digits(rounded.digits);
   if (rounded.exponent < -4 || rounded.exponent >= significant) {
-    *out++ = static_cast<Unit>(static_cast<unsigned char>(digits.bytes));
-    out = write_fraction(digits, 1, shown - 1, record.decimal_symbol, out);
+    *out++ = *digits;
+    out = write_fraction(digits + 1, shown - 1, record.decimal_symbol, out);
     return write_exponent(rounded.exponent + (carried ? 1 : 0), capital, out);
   }
   const int integers = rounded.exponent + (carried ? 2 : 1);
   if (integers > 0) {
     shown = std::max(shown, integers);
     out = write_integers(digits, integers, grouped, record.grouping_symbol, out);
-    return write_fraction(digits, integers, shown - integers, record.decimal_symbol, out);
+    return write_fraction(digits + integers, shown - integers, record.decimal_symbol, out);
   }
   // "0", the point and up to four zeros before the digits.
   *out++ = Unit{'0'};
   *out++ = static_cast<Unit>(record.decimal_symbol);
   for (int i = 0; i < 4; ++i) out[i] = Unit{'0'};
   out -= integers;
-  store_block(digits, out);
+  copy_block(digits, out);
   return out + shown;
 }
 

@@ -23,6 +23,12 @@ inline bool round_to_decimals(double magnitude, int decimals, std::uint64_t& rou
   using Wide = unsigned __int128;
   const auto [mantissa, exponent] = binary_parts(magnitude);
   if (exponent > 7) return false;  // 2^60 and above
+  if (decimals <= 3 && exponent < 0) [[likely]] {
+    // Below 2^53 * 10^3 < 2^63: one word holds it.
+    const std::uint64_t scaled = mantissa * powers_of_ten[decimals];
+    rounded = exponent >= -64 ? ((scaled >> (-exponent - 1)) + 1) >> 1 : 0;
+    return rounded < ten_to_18;
+  }
   // Below 2^53 * 10^17 < 2^110: exact, and the half is added exactly as well.
   const Wide scaled = Wide{mantissa} * powers_of_ten[decimals];
   Wide whole = 0;
