@@ -56,6 +56,7 @@ std::uint32_t format_percent(LocaleHandle* handle, double value, std::int32_t wi
                              std::int64_t capacity, std::int64_t* length) noexcept {
   const bool parentheses = value < 0 && (flags & parentheses_bit) != 0;
   const std::int64_t taken = parentheses ? 2 : 1;
+  capacity = std::max<std::int64_t>(capacity, 0);
   *length = 0;
   const std::uint32_t status =
       format_number(handle, value * 100.0, reduced(width, taken), decimals, number_flags::fixed,

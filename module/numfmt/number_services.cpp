@@ -27,6 +27,8 @@ std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle
   char16_t units[local_capacity];
   std::int64_t produced = 0;
   const std::int64_t room = std::min(capacity, local_capacity);
+  // A host may report the length that it needs and leave the units unwritten.
+  std::fill_n(units, room, u'*');
   std::uint32_t status =
       host->format_float(handle, value, width, decimals, flags, units, room, &produced, options);
   const std::int64_t written = std::clamp<std::int64_t>(produced, 0, room);
