@@ -107,6 +107,11 @@ Factors factors_of(double magnitude) noexcept {
 }
 
 void digits_to_limb(const Factors& factors, int last, ExactDigits& out) noexcept {
+  // The factor, below 2^63, reaches two limbs above the row's highest, and no digit stands higher.
+  if (last > factors.row.highest + 2) {
+    out.count = 0;
+    return;
+  }
   Product product;
   for (int wanted = last; !multiply(factors.row, factors.factor, wanted, product); --wanted) {
   }
