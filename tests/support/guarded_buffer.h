@@ -63,6 +63,12 @@ class GuardedBuffer {
            std::all_of(front + from * sizeof(Unit), static_cast<const std::byte*>(end()), is_guard);
   }
 
+  /// The buffer's units up to the last one that is no guard unit.
+  std::basic_string_view<Unit> written() const {
+    const auto all = text(units_);
+    return all.substr(0, all.find_last_not_of(static_cast<Unit>(0xA5A5)) + 1);
+  }
+
  private:
   static constexpr unsigned char guard = 0xA5;
   static constexpr std::size_t watched = 64;  // bytes before the front

@@ -1,0 +1,245 @@
+// Fixed, fraction, general and exponent kinds: digits, rounding, fill, signs, grouping.
+
+#include <limits>
+#include <vector>
+
+#include "tests/numbers/numbers_test.h"
+
+namespace jwnls::test {
+namespace {
+
+using namespace number_flags;
+using PlainKindsTest = NumbersTest;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+struct Row {
+  double value;
+  int width;
+  int decimals;
+  std::uint32_t flags;
+  std::u16string_view text;
+  Status status = Status::ok;
+};
+
+constexpr Row rows[] = {
+    // Halves round up, on what the double really holds: 1.005 is stored just below the half.
+    {2.5, 0, 0, fixed, u"3"},
+    {0.5, 0, 0, fixed, u"1"},
+    {-0.5, 0, 0, fixed, u"-1"},
+    {0.125, 0, 2, fixed, u"0.13"},
+    {1.005, 0, 2, fixed, u"1.00"},
+    {0.1, 0, 20, fixed, u"0.10000000000000000555"},
+    // Carries.
+    {9.996, 0, 2, fixed, u"10.00"},
+    {999999.9999, 0, 2, fixed | group, u"1,000,000.00"},
+    {9.996, 0, 2, exponent_small, u"1.00e+01"},
+    {999999.5, 0, 6, general, u"1000000"},
+    {99.99999, 0, 6, general | trailing_zeros, u"100.0000"},
+    // Signs: a value that rounds to zero keeps its minus, -0.0 has none.
+    {-0.004, 0, 2, fixed, u"-0.00"},
+    {-0.0, 0, 2, fixed, u"0.00"},
+    {1, 0, 0, fixed | sign | blank, u"+1"},
+    {1, 6, 0, fixed | blank, u"     1"},
+    {1, 0, 0, fixed | blank, u" 1"},
+    {1, 0, 0, fixed | blank | zero_fill, u"1"},
+    {-1, 0, 0, fixed | sign | blank, u"-1"},
+    // Fields.
+    {1.5, 8, 1, fixed, u"     1.5"},
+    {-1.5, 8, 1, fixed | zero_fill, u"-00001.5"},
+    {1.5, 8, 1, fixed | zero_fill | sign, u"+00001.5"},
+    {1234.5, 10, 1, fixed | zero_fill | group, u"0001,234.5"},
+    {1.5, -8, 1, fixed | zero_fill, u"1.5     "},
+    {1.5, 8, 1, fixed | left, u"1.5     "},
+    {5, 0, 0, fixed | point, u"5."},
+    {5, 0, 0, exponent_small | point, u"5.e+00"},
+    // Exponents: two digits, a third when it is needed.
+    {1e5, 0, 0, exponent_small, u"1e+05"},
+    {1.5e-123, 0, 2, exponent_capital, u"1.50E-123"},
+    {0, 0, 2, exponent_small, u"0.00e+00"},
+    // General.
+    {0.0001, 0, 6, 0, u"0.0001"},
+    {0.00001, 0, 6, 0, u"1e-05"},
+    {123456, 0, 0, general, u"123456"},
+    {1234567, 0, 0, general, u"1.23457e+06"},
+    {1234567, 0, -3, general_capital | exponent_small, u"1.23457E+06"},
+    {1234567, 0, 6, general | exponent_capital, u"1.23457e+06"},
+    {100, 0, 6, general | trailing_zeros, u"100.000"},
+    {0, 0, 3, general | trailing_zeros, u"0.00"},
+    {1e15, 0, 15, general | group, u"1e+15"},
+    // The fraction alone.
+    {12.75, 0, 1, fraction_only, u"0.8"},
+    {12.96, 0, 1, fraction_only, u"1.0"},
+    {-12.25, 0, 2, fraction_only, u"-0.25"},
+    // Infinities need room in the width and take no part in it otherwise.
+    {infinity, 3, 2, fixed, u"Inf"},
+    {-infinity, -10, 2, fixed | group, u"-Inf"},
+    {infinity, 10, 2, best_fit, u"Inf"},
+    {infinity, 2, 2, fixed, u"**", Status::does_not_fit},
+    {-infinity, 3, 2, fixed, u"***", Status::does_not_fit},
+    {infinity, 0, 2, fixed, u"", Status::does_not_fit},
+    // Any other NaN is the standard missing value.
+    {std::numeric_limits<double>::quiet_NaN(), 3, 2, fixed, u"  ."},
+    {-std::numeric_limits<double>::quiet_NaN(), 3, 2, best_fit, u"  ."},
+};
+
+TEST_F(PlainKindsTest, ShowWhatAPersonWouldWrite) {
+  for (const Row& row : rows) {
+    expect({row.value, row.width, row.decimals, row.flags}, row.text, row.status);
+  }
+}
+
+TEST_F(PlainKindsTest, TakeAtMost350Digits) {
+  const std::u16string zeros(350, u'0');
+  expect({0, 0, 350, fixed}, u"0." + zeros);
+  expect({0, 0, INT32_MAX, fixed}, u"0." + zeros);
+  expect({1, 0, 349, fixed}, u"1." + zeros.substr(1));
+  expect({1, 352, 348, fixed | zero_fill}, u"001." + zeros.substr(2));
+  for (const NumberCall& call : {NumberCall{1, 0, 350, fixed},
+                                 {1e10, 0, 340, fraction_only},
+                                 {1e308, 0, 42, fixed},
+                                 {1e308, 0, 42, exponent_small},
+                                 {1e308, 0, 42, general},
+                                 {1e308, 300, 350, fixed, 8}}) {
+    EXPECT_EQ(format(call), (Outcome<char16_t>{Status::not_possible, untouched_length, u""}))
+        << call;
+  }
+}
+
+// Every kind, decimals and exponent, ties and neighbours of powers of ten.
+TEST_F(PlainKindsTest, GiveExactDigits) {
+  Random random(1);
+  constexpr std::uint32_t kinds[] = {fixed,   fraction_only,  exponent_small,
+                                     general, exponent_small, general | trailing_zeros};
+  for (int i = 0; i < 20000; ++i) {
+    const int decimals = random.one_in(8) ? random.between(0, 350) : random.between(0, 20);
+    ASSERT_NO_FATAL_FAILURE(check({random.number(), 0, decimals, random.of(kinds), 800}));
+  }
+  // All binary exponents.
+  for (std::uint64_t exponent = 0; exponent < 0x7FF; ++exponent) {
+    const double value = std::bit_cast<double>(exponent << 52 | random.bits() >> 12);
+    for (const int decimals : {0, 2, 16, 17, 18, 19, random.between(20, 350)}) {
+      ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, random.of(kinds), 800}));
+    }
+  }
+}
+
+constexpr std::u16string_view groupings[] = {
+    u"3",  u"3;2", u"3;2;4", u"",   u"0",    u"12",   u"1",           u"3;0", u"2;0;3", u"x",
+    u"-3", u"3-",  u"x;2",   u"3x", u"3;;2", u"3;2;", u"99999999999", u"0;3", u"03"};
+
+TEST_F(PlainKindsTest, LayOutEveryCombinationOfFlagsAndRoom) {
+  Random random(2);
+  constexpr char16_t symbols[] = {u'.', u',', u'\0', u'\u00A0', u'\u202F', char16_t{0xD800}, u' ', u'7'};
+  constexpr FloatOptions options[] = {{0, {}, u'!'}, {1, {}, u','}, {3, {}, u'\u00B7'}, {1, {}, 0}};
+  constexpr std::uint32_t layout = sign | group | left | zero_fill | point | blank | trailing_zeros;
+  constexpr std::uint32_t kinds = 0xFFFF;
+  constexpr std::int32_t extremes[] = {INT32_MIN, INT32_MAX, INT32_MIN + 1, -1, 99, 350, 351, 1000};
+  for (int i = 0; i < 40000; ++i) {
+    const std::u16string_view pattern = random.of(groupings);
+    set_grouping(pattern, random.one_in(20) ? random.of({INT64_MIN, std::int64_t{-1}})
+                                            : std::ssize(pattern));
+    record.decimal_symbol = random.of(symbols);
+    record.grouping_symbol = random.of(symbols);
+    const auto bits = static_cast<std::uint32_t>(random.bits());
+    const std::uint32_t kind = random.one_in(3) ? bits & kinds & bits >> 16 : 1u << bits % 15;
+    NumberCall call = {random.number(), random.between(-25, 25), random.between(-3, 12),
+                       kind | (static_cast<std::uint32_t>(random.bits()) & layout),
+                       random.between(-1, 40)};
+    if (random.one_in(30))
+      call.value = random.of({infinity, -infinity, missing('.'), missing('-')});
+    if (random.one_in(30)) call.width = random.of(extremes);
+    if (random.one_in(30)) call.decimals = random.of(extremes);
+    if (random.one_in(4)) call.options = &options[random.between(0, 3)];
+    ASSERT_NO_FATAL_FAILURE(check(call)) << "points " << int{record.decimal_symbol};
+  }
+}
+
+TEST_F(PlainKindsTest, GroupAsThePatternSays) {
+  constexpr std::pair<std::u16string_view, std::u16string_view> cases[] = {
+      {u"3", u"1,234,567,890"},       {u"3;2", u"1,23,45,67,890"},    {u"", u"1,234,567,890"},
+      {u"12", u"1234567890"},         {u"4;2;1", u"1,2,3,4,56,7890"}, {u"3;0;2", u"1,234,567,890"},
+      {u"1;2;0", u"1,23,45,67,89,0"}, {u"-", u"1,234,567,890"},       {u"5;3;2", u"12,345,67890"}};
+  for (const auto& [pattern, text] : cases) {
+    set_grouping(pattern);
+    for (const int decimals : {0, 1}) {
+      expect({1234567890, 0, decimals, fixed | group},
+             std::u16string(text) + (decimals != 0 ? u".0" : u""));
+    }
+  }
+  set_grouping(u"0");
+  expect({1234, 6, 0, fixed | group}, u"  1234", Status::grouping_failed);
+  expect({1, 0, 0, fixed | group}, u"1", Status::grouping_failed);
+  set_grouping(u"3");
+  expect({1234, 0, 0, fixed | group, 5}, u"1,234");
+  expect({1234, 0, 0, fixed | group, 4}, u"1234", Status::grouping_failed);
+  expect({-1234, 0, 0, fixed | group, 5}, u"-1234", Status::grouping_failed);
+  // Whatever the length claims, the pattern has 60 units.
+  set_grouping(std::u16string(59, u'x') + u"2", INT64_MAX);
+  expect({1234, 0, 0, fixed | group}, u"1,234");
+}
+
+// The length that would have been needed; stars as far as there is a field.
+TEST_F(PlainKindsTest, FillWithStarsWhatDoesNotFit) {
+  struct Overflow {
+    NumberCall call;
+    int stars;
+    std::int64_t length;
+  };
+  constexpr Overflow cases[] = {{{12345, 0, 0, fixed, 3}, 0, 5},
+                                {{12345, 2, 0, fixed, 3}, 2, 5},
+                                {{12345, 4, 0, fixed, 3}, 3, 5},
+                                {{12345, 9, 0, fixed, 3}, 3, 5},
+                                {{12, 9, 0, fixed, 3}, 3, 9},
+                                {{12, -9, 0, fixed, 3}, 3, 9},
+                                {{12345, 9, 0, fixed | zero_fill, 3}, 3, 9},
+                                {{-1, 0, 0, fixed, 1}, 0, 2},
+                                {{1, 0, 0, fixed, INT64_MIN}, 0, 1},
+                                {{1, INT32_MIN, 0, fixed, 4}, 4, 2147483648},
+                                {{missing('A'), 9, 2, fixed, 3}, 3, 9},
+                                {{missing('A'), 9, 2, decimal_aligned, 3}, 3, 9}};
+  for (const Overflow& row : cases) {
+    const Outcome<char16_t> wanted = {Status::does_not_fit, row.length,
+                                      std::u16string(static_cast<std::size_t>(row.stars), u'*')};
+    ASSERT_EQ(format(row.call), wanted) << row.call;
+  }
+}
+
+TEST_F(PlainKindsTest, DoWithoutALength) {
+  char16_t out[4];
+  EXPECT_EQ(services.format_number(handle, 1.5, 4, 1, fixed, out, 4, nullptr), 0u);
+  EXPECT_EQ(std::u16string_view(out, 4), u" 1.5");
+}
+
+TEST_F(PlainKindsTest, ShowMissingValues) {
+  for (int character = 1; character < 256; ++character) {
+    const char16_t shown = character == '-' ? u'_' : static_cast<char16_t>(character);
+    expect({missing(static_cast<char>(character)), 3, 1, fixed | zero_fill | sign},
+           std::u16string(u"  ") + shown);
+  }
+  constexpr FloatOptions comma = {1, {}, u','}, unset = {0xFE, {}, u','}, none = {1, {}, 0};
+  constexpr double standard = missing('.');
+  expect({standard, -3, 0, fixed, 9, &comma}, u",  ");
+  expect({standard, 0, 0, fixed, 9, &unset}, u".");
+  expect({missing('A'), 0, 0, fixed, 9, &none}, u"A");
+  EXPECT_EQ(format({standard, 3, 0, fixed, 9, &none}),
+            (Outcome<char16_t>{Status::no_missing_symbol, untouched_length, u""}));
+  // Decimal-aligned: below the units digit of a number, in a field of blanks as wide as the room.
+  struct Aligned {
+    int width, decimals;
+    std::u16string_view text;
+    std::int64_t length;
+  };
+  constexpr Aligned cases[] = {{8, 2, u"     Z    ", 8},  {8, 0, u"       Z  ", 8},
+                               {8, 7, u"Z         ", 8},  {8, 8, u"       Z  ", 8},
+                               {0, 0, u"Z         ", 1},  {-8, 2, u"     Z    ", 8},
+                               {3, 99, u"  Z       ", 3}, {40, 2, u"**********", 40}};
+  for (const auto& [width, decimals, text, length] : cases) {
+    const NumberCall call = {missing('Z'), width, decimals, decimal_aligned, 10};
+    const Status status = length > 10 ? Status::does_not_fit : Status::ok;
+    EXPECT_EQ(format(call), (Outcome<char16_t>{status, length, std::u16string(text)})) << call;
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::test
