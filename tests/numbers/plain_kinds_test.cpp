@@ -130,7 +130,8 @@ constexpr std::u16string_view groupings[] = {
 
 TEST_F(PlainKindsTest, LayOutEveryCombinationOfFlagsAndRoom) {
   Random random(2);
-  constexpr char16_t symbols[] = {u'.', u',', u'\0', u'\u00A0', u'\u202F', char16_t{0xD800}, u' ', u'7'};
+  constexpr char16_t symbols[] = {u'.', u',', u'\0', u'\u00A0', u'\u202F', char16_t{0xD800},
+                                  u' ', u'7'};
   constexpr FloatOptions options[] = {{0, {}, u'!'}, {1, {}, u','}, {3, {}, u'\u00B7'}, {1, {}, 0}};
   constexpr std::uint32_t layout = sign | group | left | zero_fill | point | blank | trailing_zeros;
   constexpr std::uint32_t kinds = 0xFFFF;

@@ -1,0 +1,225 @@
+// Best-fit, decimal-aligned, exponent-only and exponent kinds: what they show in 1 to 32 places.
+
+#include "tests/numbers/numbers_test.h"
+
+namespace jwnls::test {
+namespace {
+
+using namespace number_flags;
+
+// A text in every width from `first` to the next row's first width. One that is longer than its
+// field is cut there.
+struct Step {
+  int first;
+  std::u16string_view text;
+  Status status = Status::ok;
+};
+
+constexpr Status dropped = Status::decimals_dropped;
+constexpr std::u16string_view stars = u"********************************";
+
+class WidthBoundTest : public NumbersTest {
+ protected:
+  void expect_steps(double value, int decimals, std::uint32_t flags,
+                    std::initializer_list<Step> steps) {
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+      const Step& step = steps.begin()[i];
+      const int end = i + 1 < steps.size() ? steps.begin()[i + 1].first : 33;
+      for (int width = step.first; width < end; ++width) {
+        const auto places = static_cast<std::size_t>(width);
+        std::u16string text(step.text.substr(0, places));
+        const Status status = text[0] == u'*' ? Status::does_not_fit : step.status;
+        text.insert(0, places - text.size(), u' ');
+        expect({value, width, decimals, flags}, text, status);
+        // The field is the smaller of width and capacity, and has no other layout.
+        const std::uint32_t unheeded = sign | left | zero_fill | point | blank | trailing_zeros;
+        expect({value, -width, decimals, flags | unheeded}, text, status);
+        if (width >= 7 || (flags & (exponent_only | bound_exponent)) == 0) {
+          expect({value, 32, decimals, flags, width}, text, status);
+        }
+      }
+    }
+  }
+};
+
+TEST_F(WidthBoundTest, BestFitShowsAsMuchAsFits) {
+  const auto shows = [this](double value, std::initializer_list<Step> steps) {
+    expect_steps(value, 2, best_fit, steps);
+    expect_steps(value, 99, fixed, steps);
+  };
+  shows(0.0, {{1, u"0"}});
+  shows(-0.0, {{1, u"0"}});
+  shows(0.1, {{1, u"0"}, {2, u".1"}, {3, u"0.1"}});
+  shows(-0.1, {{1, u"0"}, {2, u"-0"}, {3, u"-.1"}, {4, u"-0.1"}});
+  shows(1.0 / 3, {{1, u"0"}, {2, u".3"}, {3, u".33"}, {4, u"0.333333333333333"}});
+  shows(-1.0 / 3, {{1, u"0"}, {2, u"-0"}, {3, u"-.3"}, {4, u"-.33"}, {5, u"-0.333333333333333"}});
+  shows(9.99, {{1, stars}, {2, u"10"}, {4, u"9.99"}});
+  shows(-9.99, {{1, stars}, {3, u"-10"}, {5, u"-9.99"}});
+  shows(1234.5678, {{1, stars},
+                    {4, u"1235"},
+                    {6, u"1234.6"},
+                    {7, u"1234.57"},
+                    {8, u"1234.568"},
+                    {9, u"1234.5678"}});
+  shows(-1234.5678, {{1, stars},
+                     {5, u"-1235"},
+                     {7, u"-1234.6"},
+                     {8, u"-1234.57"},
+                     {9, u"-1234.568"},
+                     {10, u"-1234.5678"}});
+  shows(1e15, {{1, stars}, {5, u"1E+15"}, {16, u"1000000000000000"}});
+  shows(-1e15, {{1, stars}, {6, u"-1E+15"}, {17, u"-1000000000000000"}});
+  shows(1e-5, {{1, u"0"}, {5, u"1E-5"}, {8, u"0.00001"}});
+  shows(-1e-5, {{1, u"0"}, {2, u"-0"}, {6, u"-1E-5"}, {9, u"-0.00001"}});
+  shows(1e100, {{1, stars}, {6, u"1E+100"}});
+  shows(-1e100, {{1, stars}, {7, u"-1E+100"}});
+  shows(1e-100, {{1, u"0"}, {6, u"1E-100"}});
+  // At most fifteen digits, zeros after them.
+  shows(123456789012345678.0, {{1, stars},
+                               {5, u"1E+17"},
+                               {7, u"1.2E+17"},
+                               {8, u"1.23E+17"},
+                               {9, u"1.235E+17"},
+                               {10, u"1.2346E+17"},
+                               {11, u"1.23457E+17"},
+                               {12, u"1.234568E+17"},
+                               {13, u"1.2345679E+17"},
+                               {14, u"1.23456789E+17"},
+                               {16, u"1.2345678901E+17"},
+                               {17, u"1.23456789012E+17"},
+                               {18, u"123456789012345000"}});
+  // Below one half nothing is left in one place, however near.
+  expect({-0.49999999999999994, 1, 0, best_fit}, u"0");
+  expect({-0.5, 1, 0, best_fit}, u"*", Status::does_not_fit);
+}
+
+TEST_F(WidthBoundTest, DecimalAlignedKeepsDecimalsAndSaysWhereItCannot) {
+  const auto shows = [this](double value, std::initializer_list<Step> steps) {
+    expect_steps(value, 2, decimal_aligned, steps);
+    expect_steps(value, -2, bound_exponent, steps);
+  };
+  shows(0.0, {{1, u"0", dropped}, {2, u".0", dropped}, {3, u".00"}, {4, u"0.00"}});
+  shows(0.1, {{1, u"0", dropped}, {2, u".1", dropped}, {3, u".10"}, {4, u"0.10"}});
+  shows(
+      -0.1,
+      {{1, u"0", dropped}, {2, u"-0", dropped}, {3, u"-.1", dropped}, {4, u"-.10"}, {5, u"-0.10"}});
+  shows(1.0 / 3, {{1, u"0", dropped}, {2, u".3", dropped}, {3, u".33"}, {4, u"0.33"}});
+  shows(9.99, {{1, stars}, {2, u"10", dropped}, {4, u"9.99"}});
+  shows(-9.99, {{1, stars}, {3, u"-10", dropped}, {5, u"-9.99"}});
+  shows(1234.5678, {{1, stars}, {4, u"1235", dropped}, {6, u"1234.6", dropped}, {7, u"1234.57"}});
+  shows(-1234.5678,
+        {{1, stars}, {5, u"-1235", dropped}, {7, u"-1234.6", dropped}, {8, u"-1234.57"}});
+  shows(1e15, {{1, stars},
+               {5, u"1E+15", dropped},
+               {7, u"1.0E+15", dropped},
+               {8, u"1.00E+15", dropped},
+               {9, u"1.000E+15", dropped},
+               {10, u"1.0000E+15", dropped},
+               {11, u"1.00000E+15", dropped},
+               {12, u"1.000000E+15", dropped},
+               {13, u"1.0000000E+15", dropped},
+               {14, u"1.00000000E+15", dropped},
+               {15, u"1.000000000E+15", dropped},
+               {16, u"1000000000000000", dropped},
+               {18, u"1000000000000000.0", dropped},
+               {19, u"1000000000000000.00"}});
+  shows(1e-5, {{1, u"0", dropped}, {2, u".0", dropped}, {3, u".00"}, {4, u"0.00"}});
+  shows(
+      -1e-5,
+      {{1, u"0", dropped}, {2, u"-0", dropped}, {3, u"-.0", dropped}, {4, u"-.00"}, {5, u"-0.00"}});
+  expect({1e100, 7, 2, decimal_aligned}, u" 1E+100", dropped);
+  expect({1e100, 32, 2, decimal_aligned}, u"           1.00000000000000E+100", dropped);
+  expect({-1e100, 6, 2, decimal_aligned}, u"******", Status::does_not_fit);
+  expect({0.4, 1, 0, decimal_aligned}, u"0");
+  expect({1234.5678, 8, -5, decimal_aligned}, u"    1235");
+}
+
+TEST_F(WidthBoundTest, ExponentOnlyFillsItsField) {
+  const std::u16string digits = u"1.234567800000000000000000000000";
+  for (int width = 9; width <= 32; ++width) {
+    const auto decimals = static_cast<std::size_t>(width - 7);
+    std::u16string text = digits.substr(0, 2 + decimals);
+    if (decimals == 3) text = u"1.235";
+    if (decimals == 4) text = u"1.2346";
+    if (decimals == 5) text = u"1.23457";
+    if (decimals == 6) text = u"1.234568";
+    expect({1234.5678, width, 50, exponent_only}, u"  " + text + u"E+3");
+    expect({-1234.5678, width, -50, exponent_only}, u" -" + text + u"E+3");
+    expect({-1234.5678, width, width - 7, bound_exponent}, u" -" + text + u"E+3");
+  }
+  struct Row {
+    double value;
+    int width;
+    std::u16string_view text;
+    Status status = Status::ok;
+  };
+  constexpr Row rows[] = {{0, 7, u" 0.0E+0"},
+                          {0.1, 8, u"  1.0E-1"},
+                          {1.0 / 3, 9, u"  3.33E-1"},
+                          {-1.0 / 3, 7, u"-3.3E-1"},
+                          {9.99, 7, u" 1.0E+1"},
+                          {-9.99, 9, u" -9.99E+0"},
+                          {1e15, 7, u"1.0E+15"},
+                          {-1e15, 7, u" -1E+15", dropped},
+                          {1e-5, 7, u" 1.0E-5"},
+                          {1e100, 7, u" 1E+100", dropped},
+                          {1e100, 8, u"1.0E+100"},
+                          {-1e100, 8, u" -1E+100", dropped},
+                          {9.96e99, 7, u" 1E+100", dropped},
+                          {-9.5e-100, 7, u" -1E-99", dropped},
+                          {5e-324, 9, u"4.94E-324"}};
+  for (const Row& row : rows) {
+    expect({row.value, row.width, 0, exponent_only}, row.text, row.status);
+  }
+  // Decimals past the fourteenth are zeros; without any there is no point.
+  expect({1.0 / 3, 32, 20, bound_exponent}, u"       3.33333333333333000000E-1");
+  expect({1.0 / 3, 10, 30, bound_exponent}, u"3.33333E-1", dropped);
+  // Rounded to fifteen digits first: 1.25 - 2^-53.
+  expect({1.2499999999999999, 8, 1, bound_exponent}, u"  1.3E+0");
+  // Zero decimals are no exponent kind at all.
+  expect({1234.5, 8, 0, bound_exponent | left}, u"1235    ");
+}
+
+TEST_F(WidthBoundTest, RefusesWidthsThatItCannotFill) {
+  constexpr std::uint32_t kinds[] = {best_fit, decimal_aligned, exponent_only, bound_exponent};
+  for (const std::uint32_t kind : kinds) {
+    EXPECT_EQ(format({1, 0, 2, kind}),
+              (Outcome<char16_t>{Status::invalid_width, untouched_length, u""}));
+    expect({1, 33, 2, kind}, std::u16string(33, u'*'), Status::invalid_width);
+    expect({1, -33, 2, kind, 5}, u"*****", Status::invalid_width);
+    expect({1, INT32_MIN, 2, kind, 5}, u"*****", Status::invalid_width);
+    expect({1, 10, 2, kind, 0}, u"", Status::does_not_fit);
+    if (kind >= exponent_only) expect({1, 6, 2, kind}, u"******", Status::invalid_width);
+  }
+}
+
+TEST_F(WidthBoundTest, GroupsWithinTheField) {
+  expect({1234567, 9, 0, best_fit | group}, u"1,234,567");
+  expect({-1234567, 9, 0, best_fit | group}, u" -1234567", Status::grouping_failed);
+  expect({1234.5, 8, 1, decimal_aligned | group}, u" 1,234.5");
+  expect({1234.5, 6, 2, decimal_aligned | group}, u"1234.5", Status::grouping_failed);
+  expect({1e20, 8, 2, best_fit | group}, u"   1E+20");
+  set_grouping(u"0");
+  expect({1, 4, 0, best_fit | group}, u"   1", Status::grouping_failed);
+  expect({1e20, 8, 2, best_fit | group}, u"   1E+20");
+}
+
+TEST_F(WidthBoundTest, FollowsTheRulesForAnyNumber) {
+  Random random(3);
+  constexpr std::uint32_t kinds[] = {best_fit, best_fit, decimal_aligned, exponent_only,
+                                     bound_exponent};
+  constexpr std::u16string_view groupings[] = {u"3", u"3;2", u"1", u"0", u"2;0", u""};
+  for (int i = 0; i < 60000; ++i) {
+    set_grouping(random.of(groupings));
+    const std::uint32_t kind = random.of(kinds) | (random.one_in(3) ? group : 0);
+    const int decimals = random.one_in(9) ? random.between(-40, 120) : random.between(-6, 20);
+    const std::int64_t capacity = random.one_in(4) ? random.between(0, 33) : 40;
+    double value = random.number();
+    // Most values near the widths where the forms change.
+    if (std::abs(value) > 1e40 && !random.one_in(4)) value = std::fmod(value, 1e36);
+    ASSERT_NO_FATAL_FAILURE(check({value, random.between(1, 34), decimals, kind, capacity}));
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::test
