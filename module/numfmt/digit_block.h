@@ -171,7 +171,7 @@ inline int trailing_zero_digits(std::uint64_t number) noexcept {
   return std::countl_zero(digits << 16 | 0x8000u) < 16 ? std::countl_zero(digits << 16) : 16;
 }
 
-/// A run of ASCII digits in memory, of which whole blocks may be read.
+/// A run of ASCII digits in memory.
 struct DigitRun {
   const char* text;
 };
@@ -180,11 +180,15 @@ struct DigitRun {
 template <typename Unit>
 inline void store_digits(DigitRun digits, int i, int count, Unit* out) noexcept {
   const char* from = digits.text + i;
-  for (int done = 0; done < count; done += block_digits) {
+  int done = 0;
+  for (; done + block_digits <= count; done += block_digits) {
     for (int k = 0; k < block_digits; ++k) {
       out[done + k] = static_cast<Unit>(static_cast<unsigned char>(from[done + k]));
     }
   }
+  // One by one: behind the digits lies what the stack held before, which no output may show.
+  for (; done < count; ++done)
+    out[done] = static_cast<Unit>(static_cast<unsigned char>(from[done]));
 }
 
 /// The last `count` digits of a number below 10^16, for layouts that take either kind.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -10,6 +9,7 @@
 #include "module/numfmt/number_delivery.h"
 #include "module/numfmt/plain_kinds.h"
 #include "module/numfmt/width_bound_kinds.h"
+#include "module/text/bounded_writer.h"
 
 namespace jwnls {
 namespace {
@@ -83,8 +83,9 @@ Status format_double(const LocaleRecord& record, double value, const NumberReque
   } else {
     place_infinity(negative, request, capacity, placement, body);
   }
-  const auto write_body = [&body](char16_t* to) {
-    std::memcpy(to, body.units, ShortBody::longest * sizeof(char16_t));
+  // Not as a whole block: behind the body lies what the stack held before.
+  const auto write_body = [&](char16_t* to) {
+    copy_text(to, body.units, static_cast<std::size_t>(placement.body_length) * sizeof(char16_t));
   };
   if constexpr (sizeof(Unit) == 1) {
     return deliver_encoded(placement, write_body, out, capacity, length);

@@ -136,7 +136,7 @@ inline Unit* write_general(const LocaleRecord& record, double magnitude, int sig
 
 /// Formats a number without a field if it can: `flags` ask for nothing but a plain kind and
 /// grouping by threes, and the digits are few. Writes up to quick_room units, so there must be that
-/// many. Returns false with nothing of use written otherwise.
+/// many. Returns false with nothing written otherwise.
 template <typename Unit>
 [[gnu::always_inline]] inline bool format_quickly(const LocaleRecord& record, double value,
                                                   std::int32_t decimals, std::uint32_t flags,
@@ -150,9 +150,8 @@ template <typename Unit>
   }
   const double magnitude = std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) << 1 >> 1);
   if (!(magnitude <= std::numeric_limits<double>::max())) return false;
-  Unit* position = out;
-  *position = Unit{'-'};
-  position += value < 0 ? 1 : 0;
+  const bool negative = value < 0;
+  Unit* position = out + (negative ? 1 : 0);
   if ((flags & (general_bits | exponent_bits)) == 0 && (flags & fixed_bits) != 0) {
     position = write_fixed(record, magnitude, decimals, grouped, position);
   } else if ((flags & general_bits) == 0 && (flags & exponent_bits) != 0) {
@@ -163,6 +162,7 @@ template <typename Unit>
                              (flags & general_capital) != 0, grouped, position);
   }
   if (position == nullptr) return false;
+  *out = negative ? Unit{'-'} : *out;
   if (length != nullptr) *length = position - out;
   return true;
 }
