@@ -10,10 +10,11 @@ using namespace number_flags;
 class CurrencyPercentTest : public NumbersTest {
  protected:
   Outcome<char16_t> show(FormatNumber<char16_t>* service, const NumberCall& call) {
-    return run<char16_t>(call.capacity, [&](char16_t* out, std::int64_t capacity, auto* length) {
-      return service(handle, call.value, call.width, call.decimals, call.flags, out, capacity,
-                     length);
-    });
+    return run_floating<char16_t>(call.capacity,
+                                  [&](char16_t* out, std::int64_t capacity, auto* length) {
+                                    return service(handle, call.value, call.width, call.decimals,
+                                                   call.flags, out, capacity, length);
+                                  });
   }
 
   void expect_text(FormatNumber<char16_t>* service, const NumberCall& call,

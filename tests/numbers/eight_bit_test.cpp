@@ -69,10 +69,13 @@ TEST_F(EightBitTest, AgreesWithTheUtf16Slots) {
                        static_cast<std::uint32_t>(random.bits() & random.bits()),
                        random.between(-1, 40)};
     if (random.one_in(10)) call.value = random.of({missing('.'), missing('A'), HUGE_VAL});
+    if (random.one_in(2)) call.flags = random.of({fixed, general, exponent_small});
     if (random.one_in(2)) call.flags |= group;
+    if (random.one_in(2)) call.width = 0;
+    if (random.one_in(2)) call.capacity = random.between(60, 70);
 
-    const Outcome<char16_t> slot_24 =
-        run<char16_t>(call.capacity, [&](char16_t* out, std::int64_t capacity, auto* length) {
+    const Outcome<char16_t> slot_24 = run_floating<char16_t>(
+        call.capacity, [&](char16_t* out, std::int64_t capacity, auto* length) {
           return services.format_number(handle, call.value, call.width, call.decimals, call.flags,
                                         out, capacity, length);
         });

@@ -149,6 +149,8 @@ TEST_F(PlainKindsTest, LayOutEveryCombinationOfFlagsAndRoom) {
                        random.between(-1, 40)};
     if (random.one_in(30))
       call.value = random.of({infinity, -infinity, missing('.'), missing('-')});
+    if (random.one_in(3)) call.width = 0;
+    if (random.one_in(3)) call.capacity = random.between(60, 70);
     if (random.one_in(30)) call.width = random.of(extremes);
     if (random.one_in(30)) call.decimals = random.of(extremes);
     if (random.one_in(4)) call.options = &options[random.between(0, 3)];
