@@ -113,7 +113,8 @@ TEST_F(PlainKindsTest, GiveExactDigits) {
                                      general, exponent_small, general | trailing_zeros};
   for (int i = 0; i < 20000; ++i) {
     const int decimals = random.one_in(8) ? random.between(0, 350) : random.between(0, 20);
-    ASSERT_NO_FATAL_FAILURE(check({random.number(), 0, decimals, random.of(kinds), 800}));
+    const std::uint32_t flags = random.of(kinds) | (random.one_in(2) ? group : 0);
+    ASSERT_NO_FATAL_FAILURE(check({random.number(), 0, decimals, flags, 800}));
   }
   // All binary exponents.
   for (std::uint64_t exponent = 0; exponent < 0x7FF; ++exponent) {
