@@ -78,7 +78,8 @@ bool quick_general(double magnitude, int significant, bool keep_zeros, ShortDigi
     shape = {count - decimals, decimals, 0, false};
   }
   if (!keep_zeros) {
-    shape.decimals -= std::min(trailing_zero_digits(digits.number), shape.decimals);
+    const int kept = without_trailing_zeros(digits.number, digits.count, digits.count);
+    shape.decimals = std::clamp(kept - shape.integers, 0, shape.decimals);
   }
   return true;
 }

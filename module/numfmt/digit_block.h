@@ -164,11 +164,14 @@ inline void copy_block(const Unit* from, Unit* to) noexcept {
   std::memcpy(to, block, sizeof block);
 }
 
-/// How many zeros end a number below 10^16; 16 for 0.
-inline int trailing_zero_digits(std::uint64_t number) noexcept {
-  const std::uint32_t digits =
-      ~digit_block::zero_bits(digit_block::sixteen_values(number)) & 0xFFFF;
-  return std::countl_zero(digits << 16 | 0x8000u) < 16 ? std::countl_zero(digits << 16) : 16;
+/// Of the first `kept` of a number's last `count` digits (at most 16), how many stay when their
+/// trailing zeros go.
+inline int without_trailing_zeros(std::uint64_t number, int count, int kept) noexcept {
+  const int first = block_digits - count;
+  const std::uint32_t zeros = digit_block::zero_bits(digit_block::sixteen_values(number));
+  const std::uint32_t others = ~zeros & ((1u << (first + kept)) - 1);
+  const int behind_last = 32 - std::countl_zero(others);
+  return behind_last > first ? behind_last - first : 0;
 }
 
 /// A run of ASCII digits in memory.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "module/numfmt/number_formatter.h"
+#include "module/numfmt/quick_best_fit.h"
 #include "module/numfmt/quick_number.h"
 #include "module/text/kernel_handle.h"
 #include "module/text/utf8_unit.h"
@@ -57,6 +58,13 @@ template <typename Unit>
   const LocaleRecord& record = *handle->record;
   if (width == 0 && capacity >= quick_room &&
       format_quickly(record, value, decimals, flags, out, length)) [[likely]] {
+    return code(Status::ok);
+  }
+  constexpr int widest_field = 32;
+  if ((flags == number_flags::best_fit || (decimals == best_fit_decimals && flags == 0)) &&
+      width >= 1 && width <= widest_field && capacity >= quick_room &&
+      format_best_fit_quickly(record, value, width, out)) {
+    *length = width;
     return code(Status::ok);
   }
   return code(format_double(record, value, number_request(width, decimals, flags), options, out,

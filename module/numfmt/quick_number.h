@@ -111,7 +111,7 @@ inline Unit* write_general(const LocaleRecord& record, double magnitude, int sig
   const int count = significant + (carried ? 1 : 0);
   const DigitBlock<Unit> block(rounded.digits);
   const Unit* const digits = block.last(count);
-  int shown = count - trailing_zero_digits(rounded.digits);
+  int shown = without_trailing_zeros(rounded.digits, count, count);
   if (rounded.exponent < -4 || rounded.exponent >= significant) {
     *out++ = *digits;
     out = write_fraction(digits + 1, shown - 1, record.decimal_symbol, out);

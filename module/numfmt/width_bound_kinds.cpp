@@ -5,12 +5,11 @@
 #include "module/numfmt/width_bound_kinds.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 #include "module/numfmt/digit_text.h"
-#include "module/numfmt/exact_decimal.h"
 #include "module/numfmt/exponent_writer.h"
+#include "module/numfmt/fixed_rounding.h"
 #include "module/numfmt/grouped_digits.h"
 #include "module/numfmt/leading_digits.h"
 
@@ -19,20 +18,6 @@ namespace {
 
 constexpr std::int64_t widest_field = 32;
 constexpr std::int64_t narrowest_exponent_field = 7;
-
-// 0.5 * 10^-d, the double nearest to it.
-constexpr double rounding_addends[] = {
-    0.5,     0.5e-1,  0.5e-2,  0.5e-3,  0.5e-4,  0.5e-5,  0.5e-6,  0.5e-7,  0.5e-8,
-    0.5e-9,  0.5e-10, 0.5e-11, 0.5e-12, 0.5e-13, 0.5e-14, 0.5e-15, 0.5e-16, 0.5e-17,
-    0.5e-18, 0.5e-19, 0.5e-20, 0.5e-21, 0.5e-22, 0.5e-23, 0.5e-24, 0.5e-25, 0.5e-26,
-    0.5e-27, 0.5e-28, 0.5e-29, 0.5e-30, 0.5e-31, 0.5e-32};
-constexpr double upward_nudge = 1.0000000000000002;  // 1 + 2^-52
-
-bool is_whole(double magnitude) noexcept {
-  constexpr double no_fractions_from = 9007199254740992.0;  // 2^53
-  return magnitude >= no_fractions_from ||
-         magnitude == static_cast<double>(static_cast<std::int64_t>(magnitude));
-}
 
 // The fixed form of a value in a field of `room` places, without its sign.
 class FixedForm {
@@ -74,12 +59,6 @@ class FixedForm {
  private:
   static constexpr int zeros_around = 40;
 
-  static double nudged(double magnitude, int estimate, int decimals) noexcept {
-    if (is_whole(magnitude)) return magnitude;
-    if (decimals <= shown_digits - estimate) magnitude += rounding_addends[decimals];
-    return magnitude * upward_nudge;
-  }
-
   int places() const noexcept {
     const int fraction = decimals_ > 0 ? 1 + decimals_ : 0;
     return integers_ + fraction == 0 ? 1 : integers_ + fraction;
@@ -106,12 +85,7 @@ class WidthBoundFormatter {
         room_(places - (negative ? 1 : 0)),
         placement_(placement),
         body_(body) {
-    // The exponent of the value as a fraction from 1/2 to below 1 times a power of two; 0 of 0.
-    const auto [mantissa, binary_exponent] = binary_parts(magnitude);
-    const int exponent = mantissa == 0 ? 0 : binary_exponent + 64 - std::countl_zero(mantissa);
-    // 77/256 approximates log10(2); the estimate can be one below the true digit count, which the
-    // exact count repairs.
-    estimate_ = exponent * 77 >> 8;
+    estimate_ = estimated_digits(magnitude);
   }
 
   void format() noexcept {
@@ -144,7 +118,7 @@ class WidthBoundFormatter {
     int decimals = best_fit() ? as_many_as_fit : request_.decimals;
     if (best_fit() && estimate_ < 1 && room_ > 2) {
       if (asks_for_exponent() && try_exponent()) return;
-      decimals = room_ - 2 < 2 ? room_ - 1 : room_ - 2;
+      decimals = best_fit_decimals_below_ten(room_);
     } else {
       const int digits = std::max(estimate_, 0);
       if (digits > room_ - decimals - (decimals > 0 ? 1 : 0)) {

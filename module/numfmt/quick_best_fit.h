@@ -1,0 +1,66 @@
+// Best-fit numbers from 1 to below 10^15 in the fixed form, as most are: without the choice of
+// forms.
+
+#ifndef JWNLS_MODULE_NUMFMT_QUICK_BEST_FIT_H_
+#define JWNLS_MODULE_NUMFMT_QUICK_BEST_FIT_H_
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+
+#include "module/numfmt/digit_block.h"
+#include "module/numfmt/fixed_rounding.h"
+#include "module/record/locale_record.h"
+
+namespace jwnls {
+
+/// Formats a value into a field of `width` places, 1 to 32, without grouping, if it can. `out` has
+/// room for 64 units, which may be overwritten. Returns false with nothing of use written
+/// otherwise.
+template <typename Unit>
+inline bool format_best_fit_quickly(const LocaleRecord& record, double value, int width,
+                                    Unit* out) noexcept {
+  const double magnitude = std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) << 1 >> 1);
+  if (!(magnitude >= 1 && magnitude < 1e15)) return false;
+  if (sizeof(Unit) == 1 && record.decimal_symbol >= 0x80) return false;
+  const int sign = value < 0 ? 1 : 0;
+  const int room = width - sign;
+  const int estimate = estimated_digits(magnitude);
+  if (estimate >= room) return false;
+  int decimals = estimate < 1 && room > 2 ? best_fit_decimals_below_ten(room) : room - estimate - 1;
+  Significand leading;
+  int integers = 0;
+  // The estimate is low for many values: those get one decimal fewer.
+  for (int attempt = 0; attempt < 2; ++attempt, --decimals) {
+    if (decimals < 0 ||
+        !truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
+      return false;
+    }
+    integers = leading.exponent + 1;
+    if (integers + (decimals > 0 ? 1 + decimals : 0) <= room) break;
+    integers = 0;
+  }
+  if (integers == 0 || integers > shown_digits) return false;
+
+  // Decimals past the fifteenth digit are zeros and go with the other trailing ones.
+  const int kept = std::min(integers + decimals, shown_digits);
+  const int shown =
+      std::max(without_trailing_zeros(leading.digits, shown_digits, kept) - integers, 0);
+  const DigitBlock<Unit> block(leading.digits);
+  const Unit* const digits = block.last(shown_digits);
+  std::fill_n(out, 32, Unit{' '});
+  Unit* position = out + width - sign - integers - (shown > 0 ? 1 + shown : 0);
+  *position = Unit{'-'};
+  position += sign;
+  copy_block(digits, position);
+  position += integers;
+  if (shown > 0) {
+    *position = static_cast<Unit>(record.decimal_symbol);
+    copy_block(digits + integers, position + 1);
+  }
+  return true;
+}
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMFMT_QUICK_BEST_FIT_H_
