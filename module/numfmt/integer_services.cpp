@@ -207,12 +207,14 @@ template <typename Integer, typename Unit>
   return length + count + separators_of_three(count);
 }
 
-}  // namespace
-
+// Any integer in any field, by the rules from the first to the last. Apart from the quick way,
+// which its buffers would burden.
 template <typename Integer, typename Unit>
-std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t width,
-                             std::int32_t minimum_digits, std::uint32_t flags, Unit* out,
-                             std::int64_t capacity, std::int64_t* length) noexcept {
+[[gnu::noinline]] std::uint32_t format_in_field(const LocaleRecord& record, Integer value,
+                                                std::int32_t width, std::int32_t minimum_digits,
+                                                std::uint32_t flags, Unit* out,
+                                                std::int64_t capacity,
+                                                std::int64_t* length) noexcept {
   capacity = std::max<std::int64_t>(capacity, 0);
   if (minimum_digits < 0) minimum_digits = default_minimum_digits;
   if (minimum_digits > capacity || width > capacity) return code(Status::does_not_fit);
@@ -222,16 +224,8 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
     return code(Status::ok);
   }
 
-  if (width < 1 && minimum_digits <= 1) [[likely]] {
-    const std::int64_t quick = format_quickly(*handle->record, value, flags, out, capacity);
-    if (quick != 0) [[likely]] {
-      *length = quick;
-      return code(Status::ok);
-    }
-  }
-
   IntegerText<Unit> text;
-  set_digits(*handle->record, value, flags, text);
+  set_digits(record, value, flags, text);
   IntegerLayout<Unit> layout;
   layout.digits = text.begin();
   layout.digits_length = static_cast<std::int64_t>(text.length());
@@ -251,6 +245,24 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
   const std::int64_t fill = std::max<std::int64_t>(width - layout.length(), 0);
   (left ? layout.blanks_after : layout.blanks_before) = fill;
   return deliver(layout, out, capacity, length);
+}
+
+}  // namespace
+
+template <typename Integer, typename Unit>
+std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t width,
+                             std::int32_t minimum_digits, std::uint32_t flags, Unit* out,
+                             std::int64_t capacity, std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  const bool no_field = width < 1 && (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
+  if (no_field) [[likely]] {
+    const std::int64_t quick = format_quickly(record, value, flags, out, capacity);
+    if (quick != 0) [[likely]] {
+      *length = quick;
+      return code(Status::ok);
+    }
+  }
+  return format_in_field(record, value, width, minimum_digits, flags, out, capacity, length);
 }
 
 std::uint32_t format_pointer(LocaleHandle* /*handle*/, std::uint64_t value, std::int32_t width,

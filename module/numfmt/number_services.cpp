@@ -62,7 +62,7 @@ template <typename Unit>
   }
   constexpr int widest_field = 32;
   if ((flags == number_flags::best_fit || (decimals == best_fit_decimals && flags == 0)) &&
-      width >= 1 && width <= widest_field && capacity >= quick_room &&
+      width >= 1 && width <= widest_field && capacity >= width + quick_overhang &&
       format_best_fit_quickly(record, value, width, out)) {
     *length = width;
     return code(Status::ok);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "module/numfmt/digit_block.h"
 #include "module/numfmt/fixed_rounding.h"
@@ -14,9 +15,10 @@
 
 namespace jwnls {
 
-/// Formats a value into a field of `width` places, 1 to 32, without grouping, if it can. `out` has
-/// room for 64 units, which may be overwritten. Returns false with nothing of use written
-/// otherwise.
+inline constexpr std::int64_t quick_overhang = block_digits;
+
+/// Formats a value into a field of `width` places, 1 to 32, without grouping, if it can. Returns
+/// false with nothing written otherwise.
 template <typename Unit>
 inline bool format_best_fit_quickly(const LocaleRecord& record, double value, int width,
                                     Unit* out) noexcept {
@@ -48,7 +50,13 @@ inline bool format_best_fit_quickly(const LocaleRecord& record, double value, in
       std::max(without_trailing_zeros(leading.digits, shown_digits, kept) - integers, 0);
   const DigitBlock<Unit> block(leading.digits);
   const Unit* const digits = block.last(shown_digits);
-  std::fill_n(out, 32, Unit{' '});
+  // What whole blocks overwrite behind the field is the caller's: it is kept and put back.
+  // (Composing the field elsewhere would cost more than all the rest, in loads that span fresh
+  // stores.)
+  Unit kept_behind[block_digits];
+  std::memcpy(kept_behind, out + width, sizeof kept_behind);
+  std::fill_n(out, block_digits, Unit{' '});
+  if (width > block_digits) std::fill_n(out + block_digits, block_digits, Unit{' '});
   Unit* position = out + width - sign - integers - (shown > 0 ? 1 + shown : 0);
   *position = Unit{'-'};
   position += sign;
@@ -58,6 +66,7 @@ inline bool format_best_fit_quickly(const LocaleRecord& record, double value, in
     *position = static_cast<Unit>(record.decimal_symbol);
     copy_block(digits + integers, position + 1);
   }
+  std::memcpy(out + width, kept_behind, sizeof kept_behind);
   return true;
 }
 
