@@ -16,8 +16,8 @@ namespace jwnls::host {
 /// The simple upper-case mapping of one unit; a unit without one stays as it is.
 [[nodiscard]] inline char16_t upper_case(char16_t unit) noexcept {
   if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;
-  const std::uint16_t* page = upper_case_pages[upper_case_page_of[unit >> 8]];
-  return static_cast<char16_t>(unit + page[unit & 0xFF]);
+  const std::uint16_t* page = upper_case_pages[upper_case_page_of[unit >> 7]];
+  return static_cast<char16_t>(unit + page[unit & 0x7F]);
 }
 
 }  // namespace jwnls::host

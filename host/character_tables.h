@@ -16,8 +16,8 @@ struct UnitRun {
 extern const UnitRun lower_case_runs[];
 extern const std::size_t lower_case_run_count;
 
-extern const std::uint8_t upper_case_page_of[256];
-extern const std::uint16_t upper_case_pages[][256];
+extern const std::uint8_t upper_case_page_of[512];
+extern const std::uint16_t upper_case_pages[][128];
 
 }  // namespace jwnls::host
 

@@ -1,9 +1,10 @@
-// Writes the host's character tables as C++ from the Unicode character database.
+// Writes character tables as C++ from the Unicode character database.
 //
-//   character_table_generator UnicodeData.txt OUTPUT
+//   character_table_generator UnicodeData.txt module|host OUTPUT
 //
-// Two tables over the 65,536 UTF-16 units: the lower-case letters (general category Ll) as runs,
-// and the simple upper-case mapping as pages of 256 units, equal pages stored once.
+// Tables over the 65,536 UTF-16 units. For either: the simple upper-case mapping as pages of 128
+// units, equal pages stored once. For the host, the lower-case letters (general category Ll) as
+// runs besides.
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,7 +19,7 @@
 namespace {
 
 constexpr unsigned unit_count = 0x10000;
-constexpr unsigned page_size = 256;
+constexpr unsigned page_size = 128;
 
 struct Characters {
   std::vector<bool> lower = std::vector<bool>(unit_count);
@@ -69,7 +70,8 @@ void write_upper_pages(std::ostream& out, const std::vector<unsigned>& upper) {
   // A page holds what is to be added to each unit, so that most pages are all zero, and equal.
   std::map<std::vector<unsigned>, unsigned> numbers;
   std::vector<std::vector<unsigned>> pages;
-  out << "// Which page a unit's high byte has.\nconst std::uint8_t upper_case_page_of[256] = {";
+  out << "// Which page the upper nine bits of a unit have.\n"
+         "const std::uint8_t upper_case_page_of[512] = {";
   for (unsigned high = 0; high < unit_count / page_size; ++high) {
     std::vector<unsigned> page;
     for (unsigned low = 0; low < page_size; ++low) {
@@ -80,8 +82,8 @@ void write_upper_pages(std::ostream& out, const std::vector<unsigned>& upper) {
     if (is_new) pages.push_back(page);
     out << (high % 16 == 0 ? "\n    " : " ") << known->second << ",";
   }
-  out << "\n};\n\n// What is added, modulo 65,536, to the unit of a low byte on each page.\n"
-         "const std::uint16_t upper_case_pages[][256] = {\n";
+  out << "\n};\n\n// What is added, modulo 65,536, to the unit of seven lower bits on each page.\n"
+         "const std::uint16_t upper_case_pages[][128] = {\n";
   for (const std::vector<unsigned>& page : pages) {
     out << "    {";
     for (unsigned low = 0; low < page_size; ++low) {
@@ -95,8 +97,9 @@ void write_upper_pages(std::ostream& out, const std::vector<unsigned>& upper) {
 }  // namespace
 
 int main(int argument_count, char** arguments) {
-  if (argument_count != 3) {
-    std::cerr << "usage: character_table_generator UnicodeData.txt OUTPUT\n";
+  const std::string reader = argument_count == 4 ? arguments[2] : "";
+  if (reader != "module" && reader != "host") {
+    std::cerr << "usage: character_table_generator UnicodeData.txt module|host OUTPUT\n";
     return EXIT_FAILURE;
   }
   Characters characters;
@@ -104,16 +107,18 @@ int main(int argument_count, char** arguments) {
     std::cerr << arguments[1] << ": not the Unicode character database\n";
     return EXIT_FAILURE;
   }
-  std::ofstream out(arguments[2]);
-  out << "// Made by character_table_generator; do not edit.\n\n#include "
-         "\"host/character_tables.h\"\n"
-         "\nnamespace jwnls::host {\n\n";
-  write_lower_runs(out, characters.lower);
+  const bool for_host = reader == "host";
+  const std::string space = for_host ? "jwnls::host" : "jwnls";
+  std::ofstream out(arguments[3]);
+  out << "// Made by character_table_generator; do not edit.\n\n#include \""
+      << (for_host ? "host/character_tables.h" : "module/text/same_text.h") << "\"\n\nnamespace "
+      << space << " {\n\n";
+  if (for_host) write_lower_runs(out, characters.lower);
   write_upper_pages(out, characters.upper);
-  out << "\n}  // namespace jwnls::host\n";
+  out << "\n}  // namespace " << space << "\n";
   out.close();
   if (!out) {
-    std::cerr << arguments[2] << ": cannot be written\n";
+    std::cerr << arguments[3] << ": cannot be written\n";
     return EXIT_FAILURE;
   }
   return EXIT_SUCCESS;
