@@ -132,6 +132,19 @@ inline std::uint32_t zero_bits(const Values& values) noexcept {
 
 }  // namespace digit_block
 
+/// Writes a number below 10^16 as sixteen digits, zeros in front.
+inline void write_16_digits(std::uint64_t number, char* out) noexcept {
+  digit_block::store(digit_block::sixteen_values(number), out);
+}
+
+/// Writes a number below 10^18 as eighteen digits, zeros in front.
+inline void write_18_digits(std::uint64_t number, char* out) noexcept {
+  const std::uint64_t front = number / ten_to_16;
+  out[0] = static_cast<char>('0' + front / 10);
+  out[1] = static_cast<char>('0' + front % 10);
+  write_16_digits(number - front * ten_to_16, out + 2);
+}
+
 /// The digits of one number; behind them a block of zero units, so that whole blocks can be copied
 /// from any digit.
 template <typename Unit>
@@ -139,8 +152,11 @@ class DigitBlock {
  public:
   /// A number below 10^16.
   explicit DigitBlock(std::uint64_t number) noexcept {
-    digit_block::store(digit_block::sixteen_values(number), units_);
+    const digit_block::Values values = digit_block::sixteen_values(number);
+    digit_block::store(values, units_);
     std::memset(units_ + block_digits, 0, block_digits * sizeof(Unit));
+    // Without a branch, which numbers of all lengths would take at random.
+    count_ = block_digits - std::countr_zero(~digit_block::zero_bits(values) | 0x8000);
   }
 
   /// The hexadecimal digits of any number, in letters from `ten` on.
@@ -149,10 +165,14 @@ class DigitBlock {
     std::memset(units_ + block_digits, 0, block_digits * sizeof(Unit));
   }
 
+  /// How many digits a decimal number has; 0 has one.
+  int count() const noexcept { return count_; }
+
   /// The last `count` digits, 0 to 16.
   const Unit* last(int count) const noexcept { return units_ + block_digits - count; }
 
  private:
+  int count_ = 0;
   Unit units_[2 * block_digits];
 };
 

@@ -1,12 +1,10 @@
-// Unsigned numbers as ASCII digits, sixteen at a time, without tables or branches.
+// Powers of ten, digit counts, and the digits of small numbers.
 
 #ifndef JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 #define JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 
 #include <bit>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace jwnls {
 
@@ -66,25 +64,6 @@ constexpr std::uint64_t eight_digits(std::uint32_t number) noexcept {
   const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16;
   const std::uint64_t tens = (twos * 103 >> 10) & 0x000F000F000F000F;
   return tens | (twos - 10 * tens) << 8;
-}
-
-inline constexpr std::uint64_t ascii_zeros = 0x3030303030303030;
-
-/// Writes a number below 10^16 as sixteen digits, zeros in front.
-inline void write_16_digits(std::uint64_t number, char* out) noexcept {
-  const std::uint64_t upper = over_ten_to_8(number);
-  const std::uint64_t high = eight_digits(static_cast<std::uint32_t>(upper));
-  const std::uint64_t low = eight_digits(static_cast<std::uint32_t>(number - ten_to_8 * upper));
-  const std::uint64_t text[2] = {high + ascii_zeros, low + ascii_zeros};
-  std::memcpy(out, text, sizeof text);
-}
-
-/// Writes a number below 10^18 as eighteen digits, zeros in front.
-inline void write_18_digits(std::uint64_t number, char* out) noexcept {
-  const auto front = static_cast<unsigned>(number / ten_to_16);
-  out[0] = static_cast<char>('0' + front / 10);
-  out[1] = static_cast<char>('0' + front % 10);
-  write_16_digits(number % ten_to_16, out + 2);
 }
 
 /// How many digits a number has; 0 has none.

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-#include "module/numfmt/digit_text.h"
+#include "module/numfmt/digit_block.h"
 #include "module/numfmt/power_of_two_limbs.h"
 
 namespace jwnls {

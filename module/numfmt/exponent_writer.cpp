@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "module/numfmt/digit_text.h"
+#include "module/numfmt/digit_block.h"
 #include "module/numfmt/leading_digits.h"
 
 namespace jwnls {

@@ -153,18 +153,17 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
 // end.
 template <typename Unit>
 [[gnu::always_inline]] inline int write_decimal(std::uint64_t magnitude, Unit* out) noexcept {
-  const int count = std::max(digit_count(magnitude), 1);
-  if (count <= block_digits) [[likely]] {
+  if (magnitude < ten_to_16) [[likely]] {
     const DigitBlock<Unit> block(magnitude);
-    copy_block(block.last(count), out);
-    return count;
+    copy_block(block.last(block.count()), out);
+    return block.count();
   }
   const std::uint64_t front = magnitude / ten_to_16;
   const DigitBlock<Unit> first(front);
   const DigitBlock<Unit> rest(magnitude - front * ten_to_16);
-  copy_block(first.last(count - block_digits), out);
-  copy_block(rest.last(block_digits), out + count - block_digits);
-  return count;
+  copy_block(first.last(first.count()), out);
+  copy_block(rest.last(block_digits), out + first.count());
+  return first.count() + block_digits;
 }
 
 // Integers without a field, as most are asked for: the usual radixes, a minus at most, and room to
@@ -201,8 +200,8 @@ template <typename Integer, typename Unit>
     return count;
   }
   if (!grouped) return length + write_decimal(magnitude, first);
-  const int count = std::max(digit_count(magnitude), 1);
   const DigitBlock<Unit> block(magnitude);
+  const int count = block.count();
   write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), first);
   return length + count + separators_of_three(count);
 }

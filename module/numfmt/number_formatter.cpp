@@ -16,21 +16,20 @@ namespace {
 
 // The character of a missing value: the complement of its byte 5. Other NaNs show as the standard
 // one.
-char16_t missing_character(double value, const FloatOptions* options) noexcept {
+std::uint8_t missing_code(double value) noexcept {
   const std::uint64_t bits =
       is_missing(value) ? std::bit_cast<std::uint64_t>(value) : missing_value_bits;
-  const auto character = static_cast<std::uint8_t>(~(bits >> 40));
-  if (character == '-') return u'_';
-  if (character == '.' && options != nullptr && (options->flags & 1) != 0) {
-    return options->missing_symbol;
-  }
-  return character;
+  return static_cast<std::uint8_t>(~(bits >> 40));
 }
 
-void place_missing(char16_t character, NumberRequest request, std::int64_t capacity,
-                   NumberPlacement& placement, ShortBody& body) noexcept {
-  if (character == 0) return placement.refuse(Status::no_missing_symbol);
-  body.units[0] = character;
+void place_missing(double value, const FloatOptions* options, NumberRequest request,
+                   std::int64_t capacity, NumberPlacement& placement, ShortBody& body) noexcept {
+  const std::uint8_t code = missing_code(value);
+  body.units[0] = code == '-' ? u'_' : char16_t{code};
+  if (code == '.' && options != nullptr && (options->flags & 1) != 0) {
+    body.units[0] = options->missing_symbol;
+    if (options->missing_symbol == 0) return placement.refuse(Status::no_missing_symbol);
+  }
   placement.body_length = 1;
   if (request.kind != NumberKind::decimal_aligned) {
     request.zero_fill = false;  // a missing value is not a number of zeros
@@ -79,7 +78,7 @@ Status format_double(const LocaleRecord& record, double value, const NumberReque
   if (finite) {
     format_width_bound(record, request, magnitude, negative, capacity, placement, body);
   } else if (value != value) {
-    place_missing(missing_character(value, options), request, capacity, placement, body);
+    place_missing(value, options, request, capacity, placement, body);
   } else {
     place_infinity(negative, request, capacity, placement, body);
   }

@@ -92,16 +92,13 @@ constexpr NumberRequest number_request(std::int32_t width, std::int32_t decimals
     if (decimals < 0) decimals = 0;
   } else if ((flags & best_fit) != 0 || decimals == best_fit_decimals) {
     request.kind = NumberKind::best_fit;
-  } else if ((flags & (general | general_capital)) != 0) {
-    request.kind = NumberKind::general;
+  } else if ((flags & (general | general_capital)) != 0 ||
+             (flags & (exponents | fraction_only | fixed | integer_first)) == 0) {
+    request.kind = NumberKind::general;  // asked for, or nothing is
   } else if ((flags & exponents) != 0) {
     request.kind = NumberKind::exponent;
-  } else if ((flags & fraction_only) != 0) {
-    request.kind = NumberKind::fraction;
-  } else if ((flags & (fixed | integer_first)) != 0) {
-    request.kind = NumberKind::fixed;
   } else {
-    request.kind = NumberKind::general;
+    request.kind = (flags & fraction_only) != 0 ? NumberKind::fraction : NumberKind::fixed;
   }
   const std::uint32_t capital_bit =
       request.kind == NumberKind::general ? general_capital : general_capital | exponent_capital;

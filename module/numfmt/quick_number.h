@@ -71,8 +71,8 @@ inline Unit* write_fixed(const LocaleRecord& record, double magnitude, int decim
       scaled >= ten_to_16) {
     return nullptr;
   }
-  const int count = std::max(digit_count(scaled), decimals + 1);
   const DigitBlock<Unit> block(scaled);
+  const int count = std::max(block.count(), decimals + 1);
   const int integers = count - decimals;
   out = write_integers(block.last(count), integers, grouped, record.grouping_symbol, out);
   return write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
