@@ -80,12 +80,8 @@ TEST_F(CurrencyPercentTest, PutTheSymbolRightBeforeTheAmount) {
   set_grouping(u"0");
   expect_text(currency, {1234.5, 10, 2}, u"  $1234.50");
   set_currency(u"CHF\u00A0");
-  expect_text(currency, {5, 10, 2},
-              u"  CHF\u00A0"
-              u"5.00");
-  expect_text(currency, {5, 3, 2},
-              u"CHF\u00A0"
-              u"5.00");
+  expect_text(currency, {5, 10, 2}, u"  CHF\u00A05.00");
+  expect_text(currency, {5, 3, 2}, u"CHF\u00A05.00");
   set_currency(u"");
   expect_text(currency, {5, 6, 2}, u"  5.00");
   expect_text(currency, {missing('.'), 6, 2}, u"     .");

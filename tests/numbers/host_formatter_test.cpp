@@ -49,7 +49,7 @@ class HostFormatterTest : public NumbersTest {
     answer(u"host");
     answered_status = 0;
   }
-  ~HostFormatterTest() override { store_kernel_handle(nullptr); }
+  void TearDown() override { store_kernel_handle(nullptr); }
 
   static void answer(std::u16string_view text) {
     host_text = text;

@@ -13,7 +13,7 @@ using PlainKindsTest = NumbersTest;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-struct Row {
+struct Row {  // NOLINT(*Padding): tables read better
   double value;
   int width;
   int decimals;

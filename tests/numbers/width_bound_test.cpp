@@ -147,7 +147,7 @@ TEST_F(WidthBoundTest, ExponentOnlyFillsItsField) {
     expect({-1234.5678, width, -50, exponent_only}, u" -" + text + u"E+3");
     expect({-1234.5678, width, width - 7, bound_exponent}, u" -" + text + u"E+3");
   }
-  struct Row {
+  struct Row {  // NOLINT(*Padding): tables read better
     double value;
     int width;
     std::u16string_view text;
