@@ -14,11 +14,11 @@ namespace jwnls {
 /// The separators among `count` digits.
 constexpr int separators_of_three(int count) noexcept { return (count - 1) / 3; }
 
-/// Writes 1 to 16 digits with a separator between groups of three, counted from the right. Units
-/// behind the text are overwritten, with zeros where zeros follow the digits.
-///   digits  20 units from the first on may be read
-///   out     room for 23 units
-template <typename Unit>
+/// Writes 1 to 3 * `blocks` + 1 digits with a separator between groups of three, counted from the
+/// right. Units behind the text are overwritten, with zeros where zeros follow the digits.
+///   digits  3 * blocks + 4 units from the first on may be read
+///   out     room for 4 * blocks + 3 units
+template <int blocks = 5, typename Unit>
 inline void write_groups_of_three(const Unit* digits, int count, Unit separator,
                                   Unit* out) noexcept {
   // A block of four units; the separator goes where the first was, which belongs to the group
@@ -31,8 +31,8 @@ inline void write_groups_of_three(const Unit* digits, int count, Unit separator,
   std::memcpy(out, &block, sizeof block);
   digits += first;
   out += first;
-  for (int i = 0; i < 5; ++i) {
-    // Six blocks whatever the count, each overwriting what the one before wrote too much.
+  for (int i = 0; i < blocks; ++i) {
+    // As many blocks whatever the count, each overwriting what the one before wrote too much.
     const auto shown = static_cast<Block>(i < separators ? separator : 0);
     std::memcpy(&block, digits, sizeof block);
     block = static_cast<Block>(block << 8 * sizeof(Unit) | shown);

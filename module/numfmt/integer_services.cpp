@@ -186,7 +186,6 @@ template <typename Integer, typename Unit>
   const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
   const bool negative = is_signed && value < 0;
   const std::uint64_t magnitude = negative ? 0 - bits : static_cast<std::uint64_t>(value);
-  if (grouped && magnitude >= ten_to_16) return 0;
 
   std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
   if (capacity > blocks) zero_units(out + blocks, capacity - blocks);
@@ -200,9 +199,16 @@ template <typename Integer, typename Unit>
     return count;
   }
   if (!grouped) return length + write_decimal(magnitude, first);
-  const DigitBlock<Unit> block(magnitude);
-  const int count = block.count();
-  write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), first);
+  if (magnitude < ten_to_16) [[likely]] {
+    const DigitBlock<Unit> block(magnitude);
+    const int count = block.count();
+    write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), first);
+    return length + count + separators_of_three(count);
+  }
+  Unit digits[blocks];
+  std::memset(digits + block_digits, 0, block_digits * sizeof(Unit));
+  const int count = write_decimal(magnitude, digits);
+  write_groups_of_three<6>(digits, count, static_cast<Unit>(separator), first);
   return length + count + separators_of_three(count);
 }
 
