@@ -76,7 +76,11 @@ std::uint32_t read_option(Kernel* table, const char16_t* name, std::int64_t leng
                           std::uint32_t type, void* value, std::int64_t* size) {
   FakeHost& host = *fake(table).host;
   const std::u16string key(name, static_cast<std::size_t>(length));
-  if (host.fails(line("read_option", narrow(key), type))) return FakeHost::failure_status;
+  std::int64_t preset = 0;
+  std::memcpy(&preset, value, sizeof preset);
+  if (host.fails(line("read_option", narrow(key), type, "default", preset, "size", *size))) {
+    return FakeHost::failure_status;
+  }
   const auto found = host.integer_options.find(key);
   if (found == host.integer_options.end()) return FakeHost::failure_status;
   std::memcpy(value, &found->second, sizeof found->second);

@@ -82,7 +82,7 @@ class FakeHost {
   std::int64_t offset_seconds = 3600;
   std::uint32_t zone_info_status = 0;
   std::map<char16_t, char16_t> upper_case;                 // beside ASCII's
-  std::map<std::u16string, std::int32_t> integer_options;  // what read_option finds
+  std::map<std::u16string, std::int64_t> integer_options;  // what read_option finds
   std::function<void(FakeLock&)> when_taken;               // what another thread did meanwhile
 
   // ---- Calls that fail. Only calls that can fail are counted, from 1.
