@@ -1,6 +1,7 @@
 #include "module/frame/service_table.h"
 
 #include "module/calendar/date_services.h"
+#include "module/dtparse/date_input_services.h"
 #include "module/frame/handle_services.h"
 #include "module/numfmt/integer_services.h"
 #include "module/numfmt/number_services.h"
@@ -34,7 +35,7 @@ constexpr ServiceTable services = {
     .format_percent = format_percent,
     .read_date = refused<ReadDate<char16_t>>,
     .read_period = refused<ReadDate<char16_t>>,
-    .read_time = refused<ReadDate<char16_t>>,
+    .read_time = read_time<char16_t>,
     .read_number = refused<ReadNumber<char16_t>>,
     .read_int64 = refused<ReadInteger<std::int64_t, char16_t>>,
     .read_int64_too = refused<ReadInteger<std::int64_t, char16_t>>,
@@ -85,7 +86,7 @@ constexpr ServiceTable services = {
     .format_datetime_8bit = format_datetime<char>,
     .read_date_8bit = refused<ReadDate<char>>,
     .read_period_8bit = refused<ReadDate<char>>,
-    .read_time_8bit = refused<ReadDate<char>>,
+    .read_time_8bit = read_time<char>,
 };
 
 }  // namespace jwnls

@@ -1,0 +1,54 @@
+// The directives of input patterns, as data: one row a letter, one table a dialect.
+
+#ifndef JWNLS_MODULE_DTPARSE_INPUT_DIRECTIVES_H_
+#define JWNLS_MODULE_DTPARSE_INPUT_DIRECTIVES_H_
+
+#include <array>
+#include <cstdint>
+
+#include "module/dtparse/date_time_parts.h"
+#include "module/dtparse/name_lists.h"
+#include "module/dtparse/number_fields.h"
+#include "module/dtparse/zone_fields.h"
+
+namespace jwnls {
+
+enum class Reader : std::uint8_t {
+  none,         // the letter is unknown
+  fixed,        // a fixed-width number
+  padded,       // a fixed-width number; with '#' a free-width one
+  free,         // a free-width number
+  year,         // four digits or, failing that, two
+  name,         // an entry of the first list or, failing that, of the second
+  zone_name,    //
+  zone_offset,  //
+};
+
+using PartsField = std::int32_t DateTimeParts::*;
+
+/// What a number or name becomes once it stands in its field; false when it cannot stand.
+using Adjustment = bool(DateTimeParts&);
+
+struct InputDirective {
+  char16_t letter = 0;
+  Reader reader = Reader::none;
+  NumberField number = {};
+  NumberField sharp_number = {};  // with '#'
+  PartsField field = nullptr;     // null: what was read is not kept
+  Adjustment* adjust = nullptr;   // null: nothing
+  NameList lists[2] = {};         // of a name; its place in the list, from 1, goes to the field
+};
+
+inline constexpr char16_t first_directive_letter = u'A';
+inline constexpr char16_t last_directive_letter = u'z';
+
+/// By letter, from 'A'.
+using DirectiveTable =
+    std::array<InputDirective, last_directive_letter - first_directive_letter + 1>;
+
+extern const DirectiveTable strict_directives;
+extern const DirectiveTable lenient_directives;
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_DTPARSE_INPUT_DIRECTIVES_H_

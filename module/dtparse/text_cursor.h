@@ -1,0 +1,94 @@
+// A place in a text that is being read, unit by unit in UTF-16 whatever the text's own encoding.
+//
+// TextCursor<char16_t> hands out the units as they are, TextCursor<char> decodes UTF-8. Ends are by
+// count: nothing past the text is read. A cursor is a few words; copy it to look ahead, assign the
+// copy to read on from there.
+
+#ifndef JWNLS_MODULE_DTPARSE_TEXT_CURSOR_H_
+#define JWNLS_MODULE_DTPARSE_TEXT_CURSOR_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace jwnls {
+
+inline constexpr char16_t replacement_unit = 0xFFFD;  // what malformed UTF-8 reads as
+
+/// A decoded UTF-8 sequence: its code point and the bytes it takes. Surrogates encoded in three
+/// bytes are themselves. A byte that cannot stand where it does is U+FFFD and takes one byte; a
+/// text that ends inside a sequence whose bytes are right so far is U+FFFD and takes what remains.
+struct Utf8Sequence {
+  char32_t point;
+  std::size_t bytes;
+};
+Utf8Sequence decode_utf8(const char* text, std::size_t length) noexcept;
+
+/// What both encodings share: everything that concerns ASCII alone.
+template <typename Unit>
+class AsciiCursor {
+ public:
+  bool at_end() const noexcept { return at_ == end_; }
+  /// The units (bytes) of the text that are left.
+  std::size_t remaining() const noexcept { return static_cast<std::size_t>(end_ - at_); }
+
+  /// True when the next unit is `ascii`.
+  bool at(char ascii) const noexcept { return !at_end() && *at_ == static_cast<Unit>(ascii); }
+  /// Steps over the next unit, which is an ASCII one.
+  void step() noexcept { ++at_; }
+  bool skip(char ascii) noexcept {
+    if (!at(ascii)) return false;
+    step();
+    return true;
+  }
+  void skip_blanks() noexcept {
+    while (at(' ')) step();
+  }
+  /// The value of the next unit as a decimal digit; above 9 when it is none. Not at the end.
+  std::uint32_t digit() const noexcept {
+    return static_cast<std::uint32_t>(*at_) - std::uint32_t{'0'};
+  }
+
+ protected:
+  AsciiCursor(const Unit* text, std::size_t length) noexcept : at_(text), end_(text + length) {}
+
+  const Unit* at_;
+  const Unit* end_;
+};
+
+template <typename Unit>
+class TextCursor;
+
+template <>
+class TextCursor<char16_t> : public AsciiCursor<char16_t> {
+ public:
+  TextCursor(const char16_t* text, std::size_t length) noexcept : AsciiCursor(text, length) {}
+
+  /// Reads a unit. Not at the end.
+  char16_t next() noexcept { return *at_++; }
+};
+
+template <>
+class TextCursor<char> : public AsciiCursor<char> {
+ public:
+  TextCursor(const char* text, std::size_t length) noexcept : AsciiCursor(text, length) {}
+
+  /// Reads a unit. Not at the end. Of a four-byte sequence the first of the two units takes no
+  /// byte, the second takes all four.
+  char16_t next() noexcept {
+    const auto byte = static_cast<unsigned char>(*at_);
+    if (byte < 0x80) [[likely]] {
+      ++at_;
+      return byte;
+    }
+    return next_decoded();
+  }
+
+ private:
+  char16_t next_decoded() noexcept;
+
+  bool inside_pair_ = false;  // the high surrogate of the sequence at at_ has been read
+};
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_DTPARSE_TEXT_CURSOR_H_

@@ -1,0 +1,150 @@
+// Calls of the date, time and period input services, checked the same way in both encodings.
+
+#ifndef JWNLS_TESTS_READING_READING_H_
+#define JWNLS_TESTS_READING_READING_H_
+
+#include <bit>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "module/calendar/missing_value.h"
+#include "tests/support/guarded_buffer.h"
+#include "tests/support/module_fixture.h"
+
+namespace jwnls::test {
+
+enum class Input { date, period, time };
+
+/// UTF-16 as UTF-8, surrogate pairs joined.
+inline std::string utf8(std::u16string_view text) {
+  std::string bytes;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t point = text[i];
+    if ((point & 0xFC00) == 0xD800 && i + 1 < text.size()) {
+      point = 0x10000 + ((point & 0x3FF) << 10 | (text[++i] & 0x3FFu));
+    }
+    const auto add = [&bytes](char32_t byte) { bytes += static_cast<char>(byte); };
+    if (point < 0x80) {
+      add(point);
+      continue;
+    }
+    const int tail = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
+    add((0xFF00u >> (tail + 1) & 0xFF) | point >> (6 * tail));
+    for (int shift = 6 * (tail - 1); shift >= 0; shift -= 6) add(0x80 | (point >> shift & 0x3F));
+  }
+  return bytes;
+}
+
+/// What a service answered: the value when the status was ok, else nothing.
+struct Reading {
+  std::optional<double> value;
+  std::uint64_t consumed;
+};
+
+/// A test with a handle whose record is set per case.
+class ReadingTest : public ModuleTest {
+ protected:
+  static constexpr double untouched_value = -77.25;
+
+  void SetUp() override {
+    handle = create_private();
+    host.recording = false;
+    LocaleRecord& record = *handle->record;
+    const auto fill = [](TextEntry* list, auto... names) { (set_text(*list++, names), ...); };
+    fill(record.full_months, u"January", u"February", u"March", u"April", u"May", u"June", u"July",
+         u"August", u"September", u"October", u"November", u"December");
+    fill(record.short_months, u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun", u"Jul", u"Aug",
+         u"Sep", u"Oct", u"Nov", u"Dec");
+    fill(record.full_weekdays, u"Sunday", u"Monday", u"Tuesday", u"Wednesday", u"Thursday",
+         u"Friday", u"Saturday");
+    fill(record.short_weekdays, u"Sun", u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat");
+    fill(record.full_quarters, u"1st quarter", u"2nd quarter", u"3rd quarter", u"4th quarter");
+    fill(record.short_quarters, u"Q1", u"Q2", u"Q3", u"Q4");
+    set_text(record.before_noon, u"AM");
+    set_text(record.after_noon, u"PM");
+  }
+  void TearDown() override {
+    destroy(handle);
+    ModuleTest::TearDown();
+  }
+
+  void set_time_patterns(std::u16string_view pattern_1, std::u16string_view pattern_2) {
+    set_text(handle->record->datetime_pattern, pattern_1);
+    set_text(handle->record->style_0_pattern, pattern_2);
+  }
+
+  template <typename Unit>
+  Reading read_text(Input input, std::basic_string_view<Unit> text, std::uint32_t mode) {
+    return read_units(input, buffer<Unit>().hold(text), static_cast<std::int64_t>(text.size()),
+                      mode);
+  }
+  template <typename Unit>
+  Reading read_units(Input input, const Unit* text, std::int64_t length, std::uint32_t mode) {
+    double value = untouched_value;
+    std::uint64_t consumed = 9999;
+    const std::uint32_t result = slot<Unit>(input)(handle, text, length, mode, &value, &consumed);
+    if (result == code(Status::ok)) return {value, consumed};
+    EXPECT_EQ(result, code(Status::no_match));
+    EXPECT_EQ(consumed, 0u);
+    if (input == Input::time && mode != 4) {
+      EXPECT_EQ(value, untouched_value);
+    } else {
+      EXPECT_EQ(std::bit_cast<std::uint64_t>(value), missing_value_bits);
+    }
+    return {std::nullopt, consumed};
+  }
+
+  /// Reads the text in both encodings and compares; `consumed` counts UTF-16 units.
+  void expect_read(Input input, std::u16string_view text, std::uint32_t mode,
+                   std::optional<double> value, std::size_t consumed) {
+    const std::string bytes = utf8(text);
+    const Reading wide = read_text<char16_t>(input, text, mode);
+    const Reading narrow = read_text<char>(input, bytes, mode);
+    EXPECT_EQ(wide.value, value) << describe(bytes, mode);
+    EXPECT_EQ(narrow.value, value) << describe(bytes, mode) << " (UTF-8)";
+    if (!value) return;
+    EXPECT_EQ(wide.consumed, consumed) << describe(bytes, mode);
+    EXPECT_EQ(narrow.consumed, utf8(text.substr(0, consumed)).size())
+        << describe(bytes, mode) << " (UTF-8)";
+  }
+
+  LocaleHandle* handle = nullptr;
+
+ private:
+  template <typename Unit>
+  ReadDate<Unit>* slot(Input input) {
+    const ServiceTable& slots = handle->services;
+    if constexpr (sizeof(Unit) == 2) {
+      return input == Input::date     ? slots.read_date
+             : input == Input::period ? slots.read_period
+                                      : slots.read_time;
+    } else {
+      return input == Input::date     ? slots.read_date_8bit
+             : input == Input::period ? slots.read_period_8bit
+                                      : slots.read_time_8bit;
+    }
+  }
+  template <typename Unit>
+  GuardedBuffer<Unit>& buffer() {
+    if constexpr (sizeof(Unit) == 2) {
+      return units_;
+    } else {
+      return bytes_;
+    }
+  }
+  std::string describe(const std::string& text, std::uint32_t mode) {
+    const LocaleRecord& record = *handle->record;
+    return "'" + text + "', mode " + std::to_string(mode) + ", time patterns '" +
+           utf8(text_of(record.datetime_pattern)) + "' and '" +
+           utf8(text_of(record.style_0_pattern)) + "', date pattern 1 '" +
+           utf8(text_of(record.date_patterns[0])) + "'";
+  }
+
+  GuardedBuffer<char16_t> units_{16384};
+  GuardedBuffer<char> bytes_{16384};
+};
+
+}  // namespace jwnls::test
+
+#endif  // JWNLS_TESTS_READING_READING_H_
