@@ -144,18 +144,35 @@ void icu(const char* task, const char* locale, const char16_t* pattern) {
   });
 }
 
+// Both encodings of a date by the handle's style 2.
+void ours_date(const char* task, LocaleHandle* handle) {
+  const auto enter_unit = [=](auto unit, const char* contestant, auto service) {
+    using Unit = decltype(unit);
+    ours<Unit>(task, contestant, [=](const Moment& m, Unit* text, std::int64_t* length) {
+      service(handle, m.month, m.day, m.year, 2, text, room, length);
+    });
+  };
+  enter_unit(char16_t{}, "UTF-16", handle->services.format_date);
+  enter_unit(char{}, "UTF-8", handle->services.format_date_8bit);
+}
+
+// Both encodings of a datetime value.
+void ours_value(const char* task, LocaleHandle* handle, FormatDatetime<char16_t>* utf16,
+                FormatDatetime<char>* utf8) {
+  const auto enter_unit = [=](auto unit, const char* contestant, auto service) {
+    using Unit = decltype(unit);
+    ours<Unit>(task, contestant, [=](const Moment& m, Unit* text, std::int64_t* length) {
+      service(handle, m.seconds, 1, text, room, length);
+    });
+  };
+  enter_unit(char16_t{}, "UTF-16", utf16);
+  enter_unit(char{}, "UTF-8", utf8);
+}
+
 void long_date() {
   const char* task = "15 March 2024";
   declare({task, 0.55, 0.03});
-  LocaleHandle* handle = handle_of(u"en_GB");
-  const auto utf16 = handle->services.format_date;
-  const auto utf8 = handle->services.format_date_8bit;
-  ours<char16_t>(task, "UTF-16", [=](const Moment& m, char16_t* text, std::int64_t* length) {
-    utf16(handle, m.month, m.day, m.year, 2, text, room, length);
-  });
-  ours<char>(task, "UTF-8", [=](const Moment& m, char* text, std::int64_t* length) {
-    utf8(handle, m.month, m.day, m.year, 2, text, room, length);
-  });
+  ours_date(task, handle_of(u"en_GB"));
   c_library(task, "en_GB.UTF-8", "%-d %B %Y");
   formatted(task, "{:%d %B %Y}", FMT_COMPILE("{:%d %B %Y}"));
   absl_time(task, "%d %B %Y");
@@ -168,14 +185,7 @@ void weekday_date() {
   declare({task, 0.45, 0.03});
   LocaleHandle* handle = handle_of(u"de_DE");
   set_pattern(handle->record->date_patterns[2], u"%A, %E. %B %Y");
-  const auto utf16 = handle->services.format_date;
-  const auto utf8 = handle->services.format_date_8bit;
-  ours<char16_t>(task, "UTF-16", [=](const Moment& m, char16_t* text, std::int64_t* length) {
-    utf16(handle, m.month, m.day, m.year, 2, text, room, length);
-  });
-  ours<char>(task, "UTF-8", [=](const Moment& m, char* text, std::int64_t* length) {
-    utf8(handle, m.month, m.day, m.year, 2, text, room, length);
-  });
+  ours_date(task, handle);
   c_library(task, "de_DE.UTF-8", "%A, %-d. %B %Y");
   formatted(task, "{:%A, %d. %B %Y}", FMT_COMPILE("{:%A, %d. %B %Y}"));
   absl_time(task, "%A, %d. %B %Y");
@@ -187,14 +197,7 @@ void time_of_day() {
   const char* task = "14:30:15";
   declare({task, 0.60, 0.02});
   LocaleHandle* handle = handle_of(u"de_DE");
-  const auto utf16 = handle->services.format_time;
-  const auto utf8 = handle->services.format_time_8bit;
-  ours<char16_t>(task, "UTF-16", [=](const Moment& m, char16_t* text, std::int64_t* length) {
-    utf16(handle, m.seconds, 0, text, room, length);
-  });
-  ours<char>(task, "UTF-8", [=](const Moment& m, char* text, std::int64_t* length) {
-    utf8(handle, m.seconds, 0, text, room, length);
-  });
+  ours_value(task, handle, handle->services.format_time, handle->services.format_time_8bit);
   c_library(task, "de_DE.UTF-8", "%H:%M:%S");
   formatted(task, "{:%H:%M:%S}", FMT_COMPILE("{:%H:%M:%S}"));
   absl_time(task, "%H:%M:%S");
@@ -206,14 +209,7 @@ void datetime() {
   const char* task = "15.03.2024, 14:30:15";
   declare({task, 0.55, 0.025});
   LocaleHandle* handle = handle_of(u"de_DE");
-  const auto utf16 = handle->services.format_datetime;
-  const auto utf8 = handle->services.format_datetime_8bit;
-  ours<char16_t>(task, "UTF-16", [=](const Moment& m, char16_t* text, std::int64_t* length) {
-    utf16(handle, m.seconds, 1, text, room, length);
-  });
-  ours<char>(task, "UTF-8", [=](const Moment& m, char* text, std::int64_t* length) {
-    utf8(handle, m.seconds, 1, text, room, length);
-  });
+  ours_value(task, handle, handle->services.format_datetime, handle->services.format_datetime_8bit);
   c_library(task, "de_DE.UTF-8", "%d.%m.%Y, %H:%M:%S");
   formatted(task, "{:%d.%m.%Y, %H:%M:%S}", FMT_COMPILE("{:%d.%m.%Y, %H:%M:%S}"));
   absl_time(task, "%d.%m.%Y, %H:%M:%S");

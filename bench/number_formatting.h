@@ -1,4 +1,5 @@
-// Numbers and integers out, against std::to_chars, {fmt}, double-conversion, std::num_put, absl and ICU.
+// Numbers and integers out, against std::to_chars, {fmt}, double-conversion, std::num_put, absl and
+// ICU.
 
 #ifndef JWNLS_BENCH_NUMBER_FORMATTING_H_
 #define JWNLS_BENCH_NUMBER_FORMATTING_H_
