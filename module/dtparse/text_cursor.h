@@ -43,6 +43,7 @@ class AsciiCursor {
   void skip_blanks() noexcept {
     while (at(' ')) step();
   }
+  void skip_all() noexcept { at_ = end_; }
   /// The value of the next unit as a decimal digit; above 9 when it is none. Not at the end.
   std::uint32_t digit() const noexcept {
     return static_cast<std::uint32_t>(*at_) - std::uint32_t{'0'};

@@ -33,8 +33,8 @@ constexpr ServiceTable services = {
     .format_pointer = format_pointer,
     .format_currency = format_currency,
     .format_percent = format_percent,
-    .read_date = refused<ReadDate<char16_t>>,
-    .read_period = refused<ReadDate<char16_t>>,
+    .read_date = read_date<char16_t>,
+    .read_period = read_period<char16_t>,
     .read_time = read_time<char16_t>,
     .read_number = refused<ReadNumber<char16_t>>,
     .read_int64 = refused<ReadInteger<std::int64_t, char16_t>>,
@@ -84,8 +84,8 @@ constexpr ServiceTable services = {
     .format_time_8bit = format_time<char>,
     .format_date_8bit = format_date<char>,
     .format_datetime_8bit = format_datetime<char>,
-    .read_date_8bit = refused<ReadDate<char>>,
-    .read_period_8bit = refused<ReadDate<char>>,
+    .read_date_8bit = read_date<char>,
+    .read_period_8bit = read_period<char>,
     .read_time_8bit = read_time<char>,
 };
 

@@ -1,0 +1,107 @@
+// Period input: labels of months, weeks and quarters.
+
+#include <chrono>
+
+#include "tests/reading/reading.h"
+
+namespace jwnls::test {
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::optional<double> fails;
+
+std::optional<double> day(int year, unsigned month, unsigned of_month) {
+  const sys_days date =
+      std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(of_month);
+  return static_cast<double>((date - sys_days(1960y / January / 1)).count());
+}
+
+struct PeriodRow {
+  const char16_t* text;
+  std::optional<double> value;
+};
+
+class PeriodTest : public ReadingTest {
+ protected:
+  void expect(std::u16string_view text, std::optional<double> value) {
+    expect_read(Input::period, text, 0, value, text.find_last_not_of(u' ') + 1);
+  }
+};
+
+TEST_F(PeriodTest, ReadsEveryLabel) {
+  const PeriodRow rows[] = {
+      {u"Month3, 2024", day(2024, 3, 1)},
+      {u" MONTH 12,2024  ", day(2024, 12, 1)},
+      {u"Month13, 2024", fails},
+      {u"Quarter1 2024", day(2024, 1, 1)},
+      {u"Qtr 2 2024", day(2024, 4, 1)},
+      {u"q3, 2024", day(2024, 7, 1)},
+      {u"Q4,2024", day(2024, 10, 1)},
+      {u"Q5, 2024", fails},
+      {u"Q0, 2024", fails},
+      {u"Mar-2024", day(2024, 3, 1)},
+      {u"march-24", day(2024, 3, 1)},
+      {u"3/2024", day(2024, 3, 1)},
+      {u"3/2024 x", fails},
+      {u"3/1581", fails},
+      {u"3/1582", day(1582, 3, 1)},
+      {u"Week0 2024", day(2024, 1, 1)},
+      {u"Week0 2023", fails},  // begins on a Sunday
+      {u"Week1 2023", day(2023, 1, 1)},
+      {u"Week52 2024", day(2024, 12, 29)},
+      {u"Week53 2024", fails},
+      {u"Week53 2000", day(2000, 12, 31)},
+      {u"W1, 1582", day(1582, 1, 4)},  // the year begins on a Friday
+      {u"W0, 2024", fails},
+      {u"W53, 2020", day(2020, 12, 28)},
+      {u"W53, 2021", fails},
+      {u"W1, 2020", day(2019, 12, 30)},
+      {u"W1, 2021", day(2021, 1, 4)},
+      {u"", fails},
+      {u"   ", fails},
+      {u"2024", fails},
+  };
+  for (const PeriodRow& row : rows) expect(row.text, row.value);
+}
+
+TEST_F(PeriodTest, WeeksAgreeWithAnotherCalendar) {
+  for (int y = 1583; y < 3000; y += 3) {
+    const sys_days new_year = year(y) / January / 1;
+    const sys_days next = year(y + 1) / January / 1;
+    const sys_days first_sunday = new_year + (Sunday - weekday(new_year));
+    const sys_days fourth = new_year + days(3);
+    const sys_days first_monday = fourth - (weekday(fourth) - Monday);
+    const sys_days next_fourth = next + days(3);
+    const sys_days next_monday = next_fourth - (weekday(next_fourth) - Monday);
+    for (const int week : {1, 17, 52, 53}) {
+      const auto value = [week](sys_days first, sys_days end) {
+        const sys_days start = first + days(7 * (week - 1));
+        const auto since = (start - sys_days(1960y / January / 1)).count();
+        return start < end ? std::optional(static_cast<double>(since)) : fails;
+      };
+      const std::string numbers[] = {std::to_string(week), std::to_string(y)};
+      const auto label = [&numbers](std::u16string text, std::u16string_view between) {
+        text.append(numbers[0].begin(), numbers[0].end()).append(between);
+        return text.append(numbers[1].begin(), numbers[1].end());
+      };
+      expect(label(u"Week", u" "), value(first_sunday, next));
+      expect(label(u"W", u", "), value(first_monday, next_monday));
+    }
+  }
+}
+
+TEST_F(PeriodTest, TwoDigitYearsFollowTheOption) {
+  expect(u"Mar-49", day(2049, 3, 1));
+  expect(u"Mar-50", day(1950, 3, 1));
+  host.integer_options[u"JW_NAME_YEARCUTOFF"] = 1980;
+  expect(u"Mar-79", day(2079, 3, 1));
+  expect(u"Week1 80", day(1980, 1, 6));
+  expect(u"Q1, 2079", day(2079, 1, 1));
+  host.integer_options[u"JW_NAME_YEARCUTOFF"] = 1400;
+  expect(u"Mar-79", fails);
+  expect(u"W7, 79", fails);
+}
+
+}  // namespace
+}  // namespace jwnls::test
