@@ -4,13 +4,11 @@
 
 #include "module/numfmt/number_request.h"
 #include "module/numfmt/number_services.h"
+#include "module/record/number_flags.h"
 #include "module/record/status.h"
 
 namespace jwnls {
 namespace {
-
-constexpr std::uint32_t integer_first_bit = 0x1;  // of the currency service
-constexpr std::uint32_t parentheses_bit = 0x1;    // of the percent service
 
 // A width less the places that are taken. Below 0 the formatter left-justifies.
 constexpr std::int32_t reduced(std::int32_t width, std::int64_t taken) noexcept {
@@ -30,8 +28,9 @@ std::uint32_t format_currency(LocaleHandle* handle, double value, std::int32_t w
     return code(Status::does_not_fit);
   }
   std::fill_n(out, taken, u' ');
-  const std::uint32_t kind =
-      (flags & integer_first_bit) != 0 ? number_flags::integer_first : number_flags::fixed;
+  const std::uint32_t kind = (flags & currency_flags::integer_first) != 0
+                                 ? number_flags::integer_first
+                                 : number_flags::fixed;
   *length = 0;
   const std::uint32_t status =
       format_number(handle, value, reduced(width, taken), decimals, kind | number_flags::group,
@@ -54,7 +53,7 @@ std::uint32_t format_currency(LocaleHandle* handle, double value, std::int32_t w
 std::uint32_t format_percent(LocaleHandle* handle, double value, std::int32_t width,
                              std::int32_t decimals, std::uint32_t flags, char16_t* out,
                              std::int64_t capacity, std::int64_t* length) noexcept {
-  const bool parentheses = value < 0 && (flags & parentheses_bit) != 0;
+  const bool parentheses = value < 0 && (flags & percent_flags::parentheses) != 0;
   const std::int64_t taken = parentheses ? 2 : 1;
   capacity = std::max<std::int64_t>(capacity, 0);
   *length = 0;

@@ -5,24 +5,9 @@
 #define JWNLS_MODULE_NUMFMT_INTEGER_SERVICES_H_
 
 #include "module/frame/locale_handle.h"
+#include "module/record/number_flags.h"
 
 namespace jwnls {
-
-namespace integer_flags {
-inline constexpr std::uint32_t hexadecimal_small = 0x80;     // unsigned members
-inline constexpr std::uint32_t hexadecimal_capital = 0x100;  // unsigned members
-inline constexpr std::uint32_t octal = 0x200;                // unsigned members
-inline constexpr std::uint32_t sign = 0x10000;               // signed members
-inline constexpr std::uint32_t group = 0x20000;
-inline constexpr std::uint32_t left = 0x40000;
-inline constexpr std::uint32_t zero_fill = 0x80000;
-inline constexpr std::uint32_t blank = 0x200000;   // signed members
-inline constexpr std::uint32_t prefix = 0x800000;  // "0x", "0X"
-inline constexpr std::uint32_t octal_zero = 0x1000000;
-// of the pointer member
-inline constexpr std::uint32_t pointer_prefix = 0x1;
-inline constexpr std::uint32_t pointer_left = 0x2;
-}  // namespace integer_flags
 
 /// Writes an integer into a field.
 ///   width           the field, below 1 none; in units of the output, like every count here

@@ -6,29 +6,9 @@
 #include <cstdint>
 #include <limits>
 
-namespace jwnls {
+#include "module/record/number_flags.h"
 
-// The flag bits of slots 24, 55 and 59.
-namespace number_flags {
-inline constexpr std::uint32_t general = 0x1;
-inline constexpr std::uint32_t fixed = 0x2;
-inline constexpr std::uint32_t fraction_only = 0x4;
-inline constexpr std::uint32_t integer_first = 0x8;
-inline constexpr std::uint32_t exponent_small = 0x10;    // "e"
-inline constexpr std::uint32_t exponent_capital = 0x20;  // "E"
-inline constexpr std::uint32_t general_capital = 0x400;
-inline constexpr std::uint32_t best_fit = 0x800;
-inline constexpr std::uint32_t decimal_aligned = 0x1000;
-inline constexpr std::uint32_t exponent_only = 0x2000;
-inline constexpr std::uint32_t bound_exponent = 0x4000;
-inline constexpr std::uint32_t sign = 0x10000;
-inline constexpr std::uint32_t group = 0x20000;
-inline constexpr std::uint32_t left = 0x40000;
-inline constexpr std::uint32_t zero_fill = 0x80000;
-inline constexpr std::uint32_t point = 0x100000;
-inline constexpr std::uint32_t blank = 0x200000;
-inline constexpr std::uint32_t trailing_zeros = 0x400000;
-}  // namespace number_flags
+namespace jwnls {
 
 enum class NumberKind : std::uint8_t {
   fixed,
