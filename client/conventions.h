@@ -42,13 +42,18 @@ struct Conventions {
   std::string decimal_symbol;                 //
   std::string grouping_symbol;                //
   std::string grouping;                       // group sizes from the right, as "3" or "3;2"
-  std::string currency_symbol;                //
+  std::string currency_symbol;                // as it stands in front of a number
+  std::string currency_code;                  // ISO 4217: "EUR"; "XXX" where there is none
+  int currency_decimals;                      // of the currency's minor unit: 2, for yen 0
 
   /// The pattern of a style.
   [[nodiscard]] const std::string& date_pattern(DateStyle style) const {
     return date_patterns.at(static_cast<std::size_t>(style) - 1);
   }
 };
+
+/// Digits behind the decimal symbol of an amount: the minor unit of the locale's currency.
+[[nodiscard]] int currency_decimals(const LocaleRecord& record) noexcept;
 
 /// Reads a record; no length in it is trusted.
 [[nodiscard]] Conventions conventions_of(const LocaleRecord& record);

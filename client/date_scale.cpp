@@ -1,6 +1,5 @@
 #include "client/date_scale.h"
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
 
@@ -23,10 +22,6 @@ constexpr local_days absent_days[] = {
     local_days{year{20000} / 2 / 29}};
 
 }  // namespace
-
-bool is_missing(double value) noexcept {
-  return std::bit_cast<std::uint64_t>(value) >> 48 == 0xFFFF;
-}
 
 std::optional<DateValue> date_value(year_month_day date) noexcept {
   if (!date.ok()) return std::nullopt;

@@ -31,9 +31,6 @@ inline constexpr DateValue end_date_value = {6'589'336};  // the first day that 
 inline constexpr DatetimeValue first_datetime_value = {first_date_value.days * 86'400};
 inline constexpr DatetimeValue end_datetime_value = {end_date_value.days * 86'400};
 
-/// True for the doubles that stand for a missing value: their top 16 bits are ones.
-[[nodiscard]] bool is_missing(double value) noexcept;
-
 /// The value of a date; nothing when it is no date of this calendar (30 February, 29 February 4000,
 /// a year outside 1582 to 20000).
 [[nodiscard]] std::optional<DateValue> date_value(std::chrono::year_month_day date) noexcept;

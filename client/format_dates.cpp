@@ -7,6 +7,7 @@
 
 #include "client/locale.h"
 #include "client/locale_state.h"
+#include "client/missing_value.h"
 #include "client/unit_buffer.h"
 #include "module/frame/locale_handle.h"
 

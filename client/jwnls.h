@@ -5,6 +5,7 @@
 //   const auto host = jwnls::client::Host::open().value();
 //   const auto locale = host.locale("de_DE", "Europe/Berlin").value();
 //   std::cout << locale.format_date(std::chrono::year{2024} / 3 / 15).value();  // 15.03.2024
+//   std::cout << locale.format_number(1234.5, {.decimals = 2}).value();         // 1.234,50
 //
 // Every call that can fail gives a Result: the value, or an error with a message that names what
 // failed and why. Nothing here throws but Result::value() of a failed call, and std::bad_alloc.
@@ -16,6 +17,8 @@
 #include "client/date_scale.h"
 #include "client/host.h"
 #include "client/locale.h"
+#include "client/missing_value.h"
+#include "client/number_format.h"
 #include "client/quoting.h"
 #include "client/result.h"
 #include "client/utf8.h"

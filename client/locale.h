@@ -1,16 +1,20 @@
-// A locale with a time zone: formats dates, times of day and datetimes the way the locale does.
+// A locale with a time zone: formats dates, times of day, datetimes and numbers the way the locale
+// does.
 
 #ifndef JWNLS_CLIENT_LOCALE_H_
 #define JWNLS_CLIENT_LOCALE_H_
 
 #include <chrono>
 #include <concepts>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "client/conventions.h"
 #include "client/date_scale.h"
+#include "client/number_format.h"
 #include "client/result.h"
 #include "module/record/locale_record.h"
 
@@ -37,9 +41,10 @@ struct TimeZone {
 /// Made by Host::locale(). Copies share one handle, which lives as long as any of them. Any thread
 /// may call anything at any time.
 ///
-/// Every format function gives the text as UTF-8, or with <std::u16string> as UTF-16, and fails
-/// with out_of_range for a value outside 1582 to 20000 (see client/date_scale.h for the calendar)
-/// or missing_value for a missing one.
+/// Every format function gives the text as UTF-8, or with <std::u16string> as UTF-16. Those for
+/// dates and times fail with out_of_range for a value outside 1582 to 20000 (see
+/// client/date_scale.h for the calendar) or missing_value for a missing one; those for numbers with
+/// not_possible for a format that check() refuses.
 class Locale {
  public:
   /// The canonical name: "de_DE".
@@ -108,6 +113,41 @@ class Locale {
   [[nodiscard]] Result<String> format_datetime(
       DatetimeValue value, DatetimeStyle style = DatetimeStyle::date_and_time) const;
 
+  // ---- Numbers. What may be asked for: client/number_format.h. Missing values show their
+  // character, another NaN that of the standard one, infinities "Inf" and "-Inf"; all of them
+  // stand alone, without a currency symbol or a percent sign.
+
+  /// Digits are exact, halves are rounded away from zero. Fails with not_possible for a number of
+  /// more than 350 digits, with does_not_fit where nothing of it fits a kind bound to a width.
+  /// `note`, where not null, gets ok, or what the text had to do without: decimals_dropped (a
+  /// decimal-aligned number) or grouping_failed.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_number(double value, const NumberFormat& format = {},
+                                             Status* note = nullptr) const;
+
+  /// Integers of any type. In hexadecimal and octal a negative one is its two's complement of 64
+  /// bits. Fails with not_possible where a sign is asked for above 2^63 - 1.
+  template <TextString String = std::string, std::integral Integer>
+  [[nodiscard]] Result<String> format_integer(Integer value,
+                                              const IntegerFormat& format = {}) const {
+    if constexpr (std::is_signed_v<Integer>) {
+      return format_signed<String>(value, format);
+    } else {
+      return format_unsigned<String>(value, format);
+    }
+  }
+
+  /// A grouped number with the locale's currency symbol in front: "€1.234,50". Fails as
+  /// format_number() does.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_currency(double value,
+                                               const CurrencyFormat& format = {}) const;
+
+  /// A hundredfold with "%" behind it: 0.125 gives "12.5%". Fails as format_number() does, and with
+  /// out_of_range where the hundredfold is beyond a double.
+  template <TextString String = std::string>
+  [[nodiscard]] Result<String> format_percent(double value, const PercentFormat& format = {}) const;
+
   // ---- What the locale is made of.
 
   /// Names, patterns and symbols, as UTF-8.
@@ -127,6 +167,12 @@ class Locale {
   explicit Locale(std::shared_ptr<State> state) : state_(std::move(state)) {}
   static Result<Locale> open(std::shared_ptr<host::Host> host, std::string_view name,
                              std::string_view zone, Sharing sharing);
+
+  template <TextString String>
+  [[nodiscard]] Result<String> format_signed(std::int64_t value, const IntegerFormat& format) const;
+  template <TextString String>
+  [[nodiscard]] Result<String> format_unsigned(std::uint64_t value,
+                                               const IntegerFormat& format) const;
 
   std::shared_ptr<State> state_;
 };

@@ -15,8 +15,10 @@
 namespace jwnls::client {
 
 struct UnitBuffer {
-  // The services' own work area: no date, time or datetime outgrows it.
-  static constexpr std::int64_t capacity = 512;
+  // Dates, times and datetimes have 512 units at most, the services' own work area; numbers a field
+  // of 1,000, or 350 digits, a separator between any two of them, a currency symbol of 128 and a
+  // few more.
+  static constexpr std::int64_t capacity = 1024;
 
   char16_t units[capacity];
   std::int64_t length = 0;

@@ -17,17 +17,19 @@ namespace jwnls::tool {
 namespace {
 
 constexpr const char* program_description =
-    "Writes dates, times and datetimes the way a locale does.";
+    "Writes dates, times and numbers the way a locale does.";
 
 constexpr const char* program_footer =
     "Examples:\n"
     "  jwnls format date -l de_DE -s long 2024-03-15\n"
     "  jwnls format datetime -l en_US -z America/New_York now\n"
+    "  jwnls format number -l fr_FR -d 2 1234567.891\n"
     "  jwnls show ja_JP\n"
     "  jwnls locales arab\n"
     "\n"
     "Locales are named as people write them: de_DE, de-DE, de_DE.UTF-8, german. Without one, the\n"
-    "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX.\n"
+    "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX; for\n"
+    "numbers LC_NUMERIC and for currency LC_MONETARY in place of LC_TIME.\n"
     "\n"
     "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown "
     "locale\n"
@@ -35,21 +37,24 @@ constexpr const char* program_footer =
 
 using Command = std::function<ExitCode()>;
 
-constexpr const char* values_footer =
-    "Without values, lines of standard input are read. A datetime with \"Z\" or an offset such as\n"
-    "+01:00 is an instant, written as the clock of the time zone shows it; one without is written\n"
-    "as it stands.\n\n";
+constexpr const char* values_footer = "Without values, lines of standard input are read.\n";
 
 // Stands before a word that is a value whatever it looks like.
 constexpr char shield = '\x01';
 
-// The parser takes "-5" for a value, but not "-.5", and "--" does not do in its subcommands what it
-// is for; so the words that it would mistake are shielded, and "--" goes.
+// Negative numbers that the parser does not know as such; "-5" and "-5e3" it knows.
+bool is_hidden_number(const std::string& word) {
+  constexpr std::string_view starts[] = {"-.", "-0x", "-0X", "-inf", "-Inf", "-INF", "-nan"};
+  return word.size() > 2 && std::any_of(std::begin(starts), std::end(starts),
+                                        [&](auto start) { return word.starts_with(start); });
+}
+
+// "--" does not do in the parser's subcommands what it is for; so the words that it would mistake
+// are shielded, and "--" goes.
 std::vector<std::string> with_shielded_values(std::vector<std::string> words) {
   const auto mark = std::find(words.begin(), words.end(), "--");
   for (auto word = words.begin(); word != words.end(); ++word) {
-    const bool negative_number = word->size() > 2 && word->starts_with("-.");
-    if (word > mark || negative_number) word->insert(word->begin(), shield);
+    if (word > mark || is_hidden_number(*word)) word->insert(word->begin(), shield);
   }
   if (mark != words.end()) words.erase(mark);
   return words;
@@ -101,14 +106,8 @@ class CommandLine {
            " (see --help)";
   }
 
-  static void add_locale_option(CLI::App& command, std::string& locale) {
-    command.add_option("-l,--locale", locale, "The locale; default: LC_ALL, LC_TIME or LANG")
-        ->type_name("NAME");
-  }
-
-  static void add_zone_option(CLI::App& command, std::string& zone) {
-    command.add_option("-z,--time-zone", zone, "The time zone; default: the system's")
-        ->type_name("ZONE");
+  static std::string locale_help(const char* category) {
+    return std::string("The locale; default: LC_ALL, ") + category + " or LANG";
   }
 
   void add_format() {
@@ -117,39 +116,25 @@ class CommandLine {
     format->footer(
         "Values are arguments or, without any, lines of standard input.\n"
         "\"jwnls format KIND --help\" tells what a kind takes.");
-    for (const FormatKind& kind : format_kinds()) add_format_kind(*format, kind);
+    for (const auto kinds : {date_kinds(), number_kinds()}) {
+      for (const FormatKind& kind : kinds) add_format_kind(*format, kind);
+    }
   }
 
   void add_format_kind(CLI::App& format, const FormatKind& kind) {
     CLI::App* command = format.add_subcommand(kind.name, kind.summary);
     FormatOptions& options = format_options_.emplace_back();
-    add_locale_option(*command, options.locale);
-    add_zone_option(*command, options.zone);
-    if (!kind.styles.empty()) {
-      command->add_option("-s,--style", options.style, kind.style_help)
-          ->type_name("STYLE")
-          ->check(known_style(kind));
-    }
-    command->add_flag("-r,--raw", options.raw, kind.raw_help);
+    command->add_option("-l,--locale", options.locale, locale_help(kind.locale_category))
+        ->type_name("NAME");
+    kind.add_options(*command, options);
     command->add_option("values", options.values, kind.values_help)
         ->type_name("VALUE")
         ->transform(unshielded);
-    command->footer(std::string(values_footer) + examples(kind.examples));
+    command->footer(std::string(values_footer) + kind.values_note + "\n\n" +
+                    examples(kind.examples));
     command->callback([this, &kind, &options] {
       chosen_ = [&kind, &options] { return run_format(kind, options); };
     });
-  }
-
-  static CLI::Validator known_style(const FormatKind& kind) {
-    return CLI::Validator(
-        [&kind](std::string& style) {
-          for (const char* known : kind.styles) {
-            if (style == known) return std::string();
-          }
-          return client::in_quotes(style) + " is no style of a " + kind.name + ": " +
-                 kind.style_help;
-        },
-        "");
   }
 
   void add_list(const char* name, const char* summary, const char* lines,
@@ -166,8 +151,7 @@ class CommandLine {
 
   void add_show() {
     CLI::App* command = app_.add_subcommand("show", "Show a locale's names, patterns and symbols");
-    command
-        ->add_option("locale", show_options_.locale, "The locale; default: LC_ALL, LC_TIME or LANG")
+    command->add_option("locale", show_options_.locale, locale_help("LC_TIME"))
         ->transform(unshielded);
     add_zone_option(*command, show_options_.zone);
     command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
@@ -199,6 +183,11 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
 }
 
 }  // namespace
+
+void add_zone_option(CLI::App& command, std::string& zone) {
+  command.add_option("-z,--time-zone", zone, "The time zone; default: the system's")
+      ->type_name("ZONE");
+}
 
 ExitCode run(int argument_count, const char* const* arguments) {
   try {

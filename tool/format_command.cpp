@@ -26,22 +26,24 @@ class ValueWriter {
   void write(std::string_view value, const std::string& place) {
     value = trimmed(value);
     const auto text = kind_.format(locale_, options_, value);
-    if (text) {
-      output_.line(*text);
-    } else {
-      refuse(place + client::in_quotes(value) + ": " + text.error().message);
-    }
+    if (!text) return refuse(place + client::in_quotes(value) + ": " + text.error().message);
+    output_.line(text->text);
+    if (text->note != nullptr) say(place + client::in_quotes(value) + ": note: " + text->note);
   }
 
   void refuse(const std::string& message) {
-    if (output_.is_terminal()) output_.flush();  // keeps both streams in step before one reader
-    report(message);
+    say(message);
     outcome_ = ExitCode::bad_values;
   }
 
   [[nodiscard]] ExitCode outcome() const { return outcome_; }
 
  private:
+  void say(const std::string& message) {
+    if (output_.is_terminal()) output_.flush();  // keeps both streams in step before one reader
+    report(message);
+  }
+
   const FormatKind& kind_;
   const FormatOptions& options_;
   const client::Locale& locale_;
@@ -52,8 +54,13 @@ class ValueWriter {
 }  // namespace
 
 ExitCode run_format(const FormatKind& kind, const FormatOptions& options) {
+  if (kind.check != nullptr) {
+    const auto usable = kind.check(options);
+    if (!usable) throw Failure{ExitCode::usage, usable.error().message + " (see --help)"};
+  }
   const client::Host host = open_host();
-  const client::Locale locale = open_locale(host, options.locale, options.zone);
+  const client::Locale locale =
+      open_locale(host, options.locale, kind.locale_category, options.zone);
   Output output;
   ValueWriter writer(kind, options, locale, output);
   for (const std::string& value : options.values) writer.write(value, "");

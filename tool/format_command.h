@@ -11,30 +11,56 @@
 #include "client/jwnls.h"
 #include "tool/exit_code.h"
 
+namespace CLI {
+class App;
+}
+
 namespace jwnls::tool {
 
 struct FormatOptions {
   std::string locale;               // empty: the environment's
-  std::string zone;                 // empty: the system's
-  std::string style;                // empty: the kind's default
-  bool raw = false;                 // values are the module's own numbers
   std::vector<std::string> values;  // empty: lines of standard input
+
+  // Of dates and times:
+  std::string zone;   // empty: the system's
+  std::string style;  // empty: the kind's default
+  bool raw = false;   // values are the module's own numbers
+
+  // Of numbers, a record for each kind:
+  client::NumberFormat number;
+  client::IntegerFormat integer;
+  client::CurrencyFormat currency;
+  client::PercentFormat percent;
+};
+
+struct FormattedValue {
+  FormattedValue() = default;
+  FormattedValue(std::string the_text, const char* the_note = nullptr)
+      : text(std::move(the_text)), note(the_note) {}
+
+  std::string text;
+  const char* note = nullptr;  // what the text had to do without; null: nothing
 };
 
 /// A kind of value that `format` writes: a row here is a subcommand there.
 struct FormatKind {
   const char* name;
   const char* summary;
-  const char* values_help;              // what a value may look like
-  std::span<const char* const> styles;  // what --style takes; empty: there is no such option
-  const char* style_help;
-  const char* raw_help;
+  const char* locale_category;  // "LC_TIME": the environment variable that names its locale
+  const char* values_help;      // what a value may look like
+  const char* values_note;      // the same at length
   const char* examples;
-  client::Result<std::string> (*format)(const client::Locale&, const FormatOptions&,
-                                        std::string_view value);
+  void (*add_options)(CLI::App&, FormatOptions&);
+  client::Result<void> (*check)(const FormatOptions&) = nullptr;  // of options, before any value
+  client::Result<FormattedValue> (*format)(const client::Locale&, const FormatOptions&,
+                                           std::string_view value);
 };
 
-[[nodiscard]] std::span<const FormatKind> format_kinds();
+[[nodiscard]] std::span<const FormatKind> date_kinds();
+[[nodiscard]] std::span<const FormatKind> number_kinds();
+
+/// Adds -z, of the commands that show instants.
+void add_zone_option(CLI::App& command, std::string& zone);
 
 /// Writes a line for each value and reports the values that have none.
 ExitCode run_format(const FormatKind& kind, const FormatOptions& options);

@@ -7,8 +7,9 @@
 
 namespace jwnls::tool {
 
-LocaleChoice environment_locale(const std::function<const char*(const char* name)>& variable) {
-  for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
+LocaleChoice environment_locale(const char* category,
+                                const std::function<const char*(const char* name)>& variable) {
+  for (const char* name : {"LC_ALL", category, "LANG"}) {
     const char* value = variable(name);
     if (value != nullptr && *value != '\0') return {value, name};
   }
@@ -26,9 +27,9 @@ client::Host open_host() {
 }
 
 client::Locale open_locale(const client::Host& host, const std::string& locale_name,
-                           const std::string& zone) {
-  const LocaleChoice choice =
-      locale_name.empty() ? environment_locale(std::getenv) : LocaleChoice{locale_name, {}};
+                           const char* category, const std::string& zone) {
+  const LocaleChoice choice = locale_name.empty() ? environment_locale(category, std::getenv)
+                                                  : LocaleChoice{locale_name, {}};
   const std::string origin = choice.origin.empty() ? "" : " (from " + choice.origin + ")";
   const auto match = host.match(choice.name);
   if (!match) throw Failure{ExitCode::unavailable, match.error().message + origin};

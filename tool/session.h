@@ -16,19 +16,19 @@ struct LocaleChoice {
   std::string origin;
 };
 
-/// The locale that the environment asks for: the first of LC_ALL, LC_TIME and LANG that is set and
-/// not empty, else "C". `variable` is getenv() but for tests.
+/// The locale that the environment asks for: the first of LC_ALL, `category` ("LC_TIME") and LANG
+/// that is set and not empty, else "C". `variable` is getenv() but for tests.
 [[nodiscard]] LocaleChoice environment_locale(
-    const std::function<const char*(const char* name)>& variable);
+    const char* category, const std::function<const char*(const char* name)>& variable);
 
 /// Starts the host, whose warnings go to standard error. Throws Failure{unavailable}.
 [[nodiscard]] client::Host open_host();
 
-/// Opens the locale of a command line, or the environment's when `locale_name` is empty, with a
-/// time zone (empty: the system's). Reports a name that has only a near relative. Throws
-/// Failure{unavailable}.
+/// Opens the locale of a command line, or the environment's for `category` when `locale_name` is
+/// empty, with a time zone (empty: the system's). Reports a name that has only a near relative.
+/// Throws Failure{unavailable}.
 [[nodiscard]] client::Locale open_locale(const client::Host& host, const std::string& locale_name,
-                                         const std::string& zone);
+                                         const char* category, const std::string& zone);
 
 }  // namespace jwnls::tool
 

@@ -48,6 +48,7 @@ class Report {
     names("Months", months, conventions_.full_months, conventions_.short_months);
     names("Quarters", quarters, conventions_.full_quarters, conventions_.short_quarters);
     symbols();
+    numbers();
   }
 
  private:
@@ -120,7 +121,24 @@ class Report {
     table.add(symbol("grouping", conventions_.grouping_symbol));
     table.add({"group sizes", conventions_.grouping.empty() ? "none" : conventions_.grouping});
     table.add(symbol("currency", conventions_.currency_symbol));
+    table.add({"ISO 4217", conventions_.currency_code});
     section("Symbols", table);
+  }
+
+  void numbers() {
+    Table table(2);
+    const auto add = [&table](const char* kind, const char* value,
+                              const Result<std::string>& text) {
+      table.add({kind, value, example(text)});
+    };
+    add("number", "1234567.891", locale_.format_number(1234567.891));
+    add("number", "-0.5", locale_.format_number(-0.5));
+    add("exponent", "1234567.891",
+        locale_.format_number(1234567.891, {.kind = client::NumberKind::exponent, .decimals = 2}));
+    add("integer", "1234567", locale_.format_integer(1234567));
+    add("currency", "1234.5", locale_.format_currency(1234.5));
+    add("percent", "0.125", locale_.format_percent(0.125));
+    section("Numbers", table);
   }
 
   Output& output_;
@@ -132,7 +150,7 @@ class Report {
 
 ExitCode run_show(const ShowOptions& options) {
   const client::Host host = open_host();
-  const Locale locale = open_locale(host, options.locale, options.zone);
+  const Locale locale = open_locale(host, options.locale, "LC_TIME", options.zone);
   const auto locales = host.locales();
   const auto info = std::find_if(locales.begin(), locales.end(),
                                  [&](const auto& row) { return row.name == locale.name(); });

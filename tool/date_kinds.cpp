@@ -1,11 +1,13 @@
-// The kinds of values that `format` writes, and how each takes its values.
+// The kinds of dates and times that `format` writes, and how each takes its values.
 
-#include <charconv>
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
 #include <optional>
 
 #include "tool/format_command.h"
 #include "tool/iso8601.h"
+#include "tool/number_input.h"
 
 namespace jwnls::tool {
 namespace {
@@ -46,11 +48,9 @@ Result<WallClock> read_wall_clock(const Locale& locale, std::string_view text) {
 }
 
 Result<double> read_raw(std::string_view text) {
-  double value = 0;
-  const std::string_view digits = text.starts_with('+') ? text.substr(1) : text;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (error != std::errc() || end != digits.data() + digits.size()) return refused("not a number");
-  return value;
+  const auto number = read_number(text);
+  if (!number) return refused(number.error());
+  return *number;
 }
 
 client::DateStyle date_style(const std::string& name) {
@@ -64,8 +64,8 @@ client::DatetimeStyle datetime_style(const std::string& name) {
                                        : client::DatetimeStyle::date_and_time;
 }
 
-Result<std::string> format_date(const Locale& locale, const FormatOptions& options,
-                                std::string_view text) {
+Result<FormattedValue> format_date(const Locale& locale, const FormatOptions& options,
+                                   std::string_view text) {
   const client::DateStyle style = date_style(options.style);
   if (options.raw) {
     return read_raw(text).and_then(
@@ -77,8 +77,8 @@ Result<std::string> format_date(const Locale& locale, const FormatOptions& optio
   return locale.format_date(*value->date, style);
 }
 
-Result<std::string> format_time(const Locale& locale, const FormatOptions& options,
-                                std::string_view text) {
+Result<FormattedValue> format_time(const Locale& locale, const FormatOptions& options,
+                                   std::string_view text) {
   if (options.raw) {
     return read_raw(text).and_then(
         [&](double seconds) { return locale.format_time(DatetimeValue{seconds}); });
@@ -89,8 +89,8 @@ Result<std::string> format_time(const Locale& locale, const FormatOptions& optio
   return locale.format_time(*value->time);
 }
 
-Result<std::string> format_datetime(const Locale& locale, const FormatOptions& options,
-                                    std::string_view text) {
+Result<FormattedValue> format_datetime(const Locale& locale, const FormatOptions& options,
+                                       std::string_view text) {
   const client::DatetimeStyle style = datetime_style(options.style);
   if (options.raw) {
     return read_raw(text).and_then(
@@ -104,46 +104,84 @@ Result<std::string> format_datetime(const Locale& locale, const FormatOptions& o
   return locale.format_datetime(std::chrono::local_days{*value->date} + time, style);
 }
 
-constexpr const char* date_styles[] = {"short", "medium", "long", "1", "2", "3"};
-constexpr const char* datetime_styles[] = {"medium", "time", "1", "0"};
+constexpr const char* values_note =
+    "A datetime with \"Z\" or an offset such as +01:00 is an instant, written as the clock of the\n"
+    "time zone shows it; one without is written as it stands.";
+
+void add_zone_and_raw(CLI::App& command, FormatOptions& options, const char* raw_help) {
+  add_zone_option(command, options.zone);
+  command.add_flag("-r,--raw", options.raw, raw_help);
+}
+
+// `help` tells the names in `styles`, and which is the default.
+void add_style(CLI::App& command, FormatOptions& options, std::span<const char* const> styles,
+               const char* help) {
+  const auto known_style = [styles, help, &command](std::string& style) {
+    const bool known = std::find(styles.begin(), styles.end(), style) != styles.end();
+    return known
+               ? std::string()
+               : client::in_quotes(style) + " is no style of a " + command.get_name() + ": " + help;
+  };
+  command.add_option("-s,--style", options.style, help)
+      ->type_name("STYLE")
+      ->check(CLI::Validator(known_style, ""));
+}
+
+void add_date_options(CLI::App& command, FormatOptions& options) {
+  static constexpr const char* styles[] = {"short", "medium", "long", "1", "2", "3"};
+  add_zone_and_raw(command, options, "Values are days since 1960-01-01");
+  add_style(command, options, styles, "short (1), medium (2, the default) or long (3)");
+}
+
+void add_time_options(CLI::App& command, FormatOptions& options) {
+  add_zone_and_raw(command, options,
+                   "Values are seconds since midnight or since 1960-01-01 00:00:00");
+}
+
+void add_datetime_options(CLI::App& command, FormatOptions& options) {
+  static constexpr const char* styles[] = {"medium", "time", "1", "0"};
+  add_zone_and_raw(command, options, "Values are seconds since 1960-01-01 00:00:00");
+  add_style(command, options, styles,
+            "medium (1, the default: date and time) or time (0: the time alone)");
+}
 
 constexpr FormatKind kinds[] = {
     {.name = "date",
      .summary = "Write dates",
+     .locale_category = "LC_TIME",
      .values_help = "Dates as YYYY-MM-DD or YYYYMMDD, datetimes, or \"now\"",
-     .styles = date_styles,
-     .style_help = "short (1), medium (2, the default) or long (3)",
-     .raw_help = "Values are days since 1960-01-01",
+     .values_note = values_note,
      .examples = "  jwnls format date -l de_DE -s long 2024-03-15\n"
                  "  jwnls format date -l ja_JP 2024-03-15 1999-12-31\n"
                  "  jwnls format date -l fr_FR --raw 0 -138061 23450.5\n"
                  "  cut -d, -f3 orders.csv | jwnls format date -l es_MX -s short",
+     .add_options = add_date_options,
      .format = format_date},
     {.name = "time",
      .summary = "Write times of day",
+     .locale_category = "LC_TIME",
      .values_help = "Times as HH:MM or HH:MM:SS, datetimes, or \"now\"",
-     .styles = {},
-     .style_help = "",
-     .raw_help = "Values are seconds since midnight or since 1960-01-01 00:00:00",
+     .values_note = values_note,
      .examples = "  jwnls format time -l en_US 14:30 00:05:09\n"
                  "  jwnls format time -l ko_KR -z Asia/Seoul 2024-03-15T14:30:00Z\n"
                  "  jwnls format time -l da_DK --raw 52200",
+     .add_options = add_time_options,
      .format = format_time},
     {.name = "datetime",
      .summary = "Write datetimes",
+     .locale_category = "LC_TIME",
      .values_help = "Datetimes as YYYY-MM-DDTHH:MM:SS, dates (their midnight), or \"now\"",
-     .styles = datetime_styles,
-     .style_help = "medium (1, the default: date and time) or time (0: the time alone)",
-     .raw_help = "Values are seconds since 1960-01-01 00:00:00",
+     .values_note = values_note,
      .examples = "  jwnls format datetime -l de_DE 2024-03-15T14:30:05\n"
                  "  jwnls format datetime -l hi_IN -z Asia/Kolkata now\n"
                  "  jwnls format datetime -l en_GB -z Europe/London 2024-07-01T12:00:00Z\n"
                  "  date -Iseconds | jwnls format datetime -l pt_BR -z America/Sao_Paulo",
+     .add_options = add_datetime_options,
      .format = format_datetime},
 };
 
 }  // namespace
 
-std::span<const FormatKind> format_kinds() { return kinds; }
+std::span<const FormatKind> date_kinds() { return kinds; }
 
 }  // namespace jwnls::tool
