@@ -50,7 +50,7 @@ tl::expected<double, std::string> read_number(std::string_view text) {
     case Reading::out_of_range:
       return tl::unexpected<std::string>("too large or too small for a double");
     default:
-      return no_number(text, "not a number");
+      return no_number(text, "not a number (as 1234.5)");
   }
 }
 
@@ -66,7 +66,7 @@ tl::expected<Integer, std::string> read_integer(std::string_view text) {
     case Reading::out_of_range:
       return tl::unexpected<std::string>(integer_range);
     default:
-      return no_number(text, "not an integer");
+      return no_number(text, "not an integer (as 1234 or 0xFF)");
   }
   if (negative) {
     if (magnitude > most_negative) return tl::unexpected<std::string>(integer_range);

@@ -92,10 +92,10 @@ void add_sign_options(CLI::App& command, Format& format, const char* group_defau
   CLI::Option* group = command.add_flag_callback(
       "--group", [&format] { format.group = true; },
       std::string("Group digits the way the locale does; default: ") + group_default);
-  command
-      .add_flag_callback(
-          "--no-group", [&format] { format.group = false; }, "Do not group digits")
-      ->excludes(group);
+  CLI::Option* no_group = command.add_flag_callback(
+      "--no-group", [&format] { format.group = false; }, "Do not group digits");
+  group->excludes(no_group)->option_text(" ");  // the help is not to list what excludes what
+  no_group->option_text(" ");
   command.add_flag_callback(
       "--sign", [&format] { format.sign = client::SignDisplay::always; },
       "Show \"+\" in front of numbers that are not negative");
@@ -130,8 +130,7 @@ void add_number_options(CLI::App& command, FormatOptions& options) {
                           {"aligned", NumberKind::decimal_aligned}},
                          "fixed (the default), general, exponent, best or aligned", "KIND");
   add_decimals(command, options.number.decimals,
-               "Digits behind the decimal symbol (general: significant digits); default: as many "
-               "as the number has (aligned: 2)");
+               "Digits behind the decimal symbol; default: as many as the number has");
   add_field_options(command, options.number);
   add_sign_options(command, options.number, "the fixed kind only");
   command.add_flag("--capital", options.number.capital, "Write \"E\" for \"e\"");
@@ -180,11 +179,12 @@ constexpr FormatKind kinds[] = {
      .locale_category = "LC_NUMERIC",
      .values_help = numbers_help,
      .values_note =
-         "Missing values, \".\", \".A\" to \".Z\" and\n"
-         "\"._\", show their one character.\n\n"
-         "Kinds: fixed 1234.50; general fixed or exponent notation by size; exponent\n"
-         "1.23e+03; best what tells the most in -w places, 1 to 32; aligned the decimals\n"
-         "asked for in -w places, fewer where they do not fit.",
+         "Missing values, \".\", \".A\" to \".Z\" and \"._\", are shown as their one character.\n\n"
+         "Kinds: fixed is 1234.50, exponent 1.23e+03, general the one or the other by size, with "
+         "-d\n"
+         "significant digits; best tells the most in a width of 1 to 32; aligned keeps -d "
+         "decimals\n"
+         "(default: 2) as long as they fit a width of 1 to 32.",
      .examples = "  jwnls format number -l de_DE 1234567.891 -- -5\n"
                  "  jwnls format number -l hi_IN -d 2 -w 16 1234567.891 0.5 .\n"
                  "  jwnls format number -l fr_FR -k exponent -d 3 6.02214076e23\n"

@@ -18,6 +18,10 @@ TEST(Usage, HelpIsOutputAndHasExamples) {
                              {"format", "date", "--help"},
                              {"format", "time", "-h"},
                              {"format", "datetime", "--help"},
+                             {"format", "number", "--help"},
+                             {"format", "integer", "--help"},
+                             {"format", "currency", "--help"},
+                             {"format", "percent", "--help"},
                              {"locales", "--help"},
                              {"zones", "--help"},
                              {"show", "--help"}};
@@ -40,7 +44,7 @@ TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
   } cases[] = {
       {{}, "jwnls needs one of format, locales, zones, show"},
       {{"frobnicate"}, "frobnicate"},
-      {{"format"}, "format needs one of date, time, datetime"},
+      {{"format"}, "format needs one of date, time, datetime, number"},
       {{"format", "dates"}, "dates"},
       {{"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate"},
       {{"format", "date", "-l"}, "--locale"},
@@ -140,8 +144,12 @@ TEST(Show, TellsTheWholeRecord) {
            "  datetime     %d.%m.%Y, %H:%M:%S  05.03.2024, 14:07:09\n",
            "  Saturday   Samstag     Sa.\n",
            "  March      März       März\n",
-           "  decimal      ,   U+002C\n",
-           "  currency     €   U+20AC\n",
+           "  decimal      ,    U+002C\n",
+           "  currency     €    U+20AC\n",
+           "  number    1234567.891  1.234.567,891\n",
+           "  integer   1234567      1.234.567\n",
+           "  currency  1234.5       €1.234,50\n",
+           "  percent   0.125        12,5%\n",
        }) {
     EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
   }
@@ -156,7 +164,10 @@ TEST(Show, EveryLocaleHasAnExampleForEachPattern) {
     if (shown++ % 10 != 0 && name != "ar_EG" && name != "ff_Adlm" && name != "th_TH") continue;
     const auto outcome = run_tool({{"show", name, "-z", "UTC"}});
     EXPECT_EQ(outcome.exit_code, 0) << name;
-    EXPECT_EQ(outcome.output.find("(date"), std::string::npos) << outcome.output;  // an error
+    // An example that failed stands as its message in parentheses.
+    for (const char* error : {"(date", "(number", "(integer", "(amount", "(percentage"}) {
+      EXPECT_EQ(outcome.output.find(error), std::string::npos) << outcome.output;
+    }
     EXPECT_NE(outcome.output.find("2024"), std::string::npos) << outcome.output;
   }
   EXPECT_GT(shown, 700);

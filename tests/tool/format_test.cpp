@@ -94,8 +94,8 @@ TEST(Format, SaysWhichValueIsBadAndWhy) {
        "jwnls: '0049-03-15': date 0049-03-15: outside 1582-01-01 to 20000-12-31\n"},
       {{"date", "--raw", "6589336"},
        "jwnls: '6589336': date 6589336 days: outside 1582-01-01 to 20000-12-31\n"},
-      {{"date", "--raw", "2024-03-15"}, "jwnls: '2024-03-15': not a number\n"},
-      {{"date", "--raw", ""}, "jwnls: '': not a number\n"},
+      {{"date", "--raw", "2024-03-15"}, "jwnls: '2024-03-15': not a number (as 1234.5)\n"},
+      {{"date", "--raw", ""}, "jwnls: '': no value\n"},
       {{"date", "--", "--raw", "date"},
        "jwnls: '--raw': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n"
        "jwnls: 'date': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n"},

@@ -1,0 +1,277 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+
+#include "real_host.h"
+
+namespace jwnls::client {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+
+Locale locale(std::string_view name) {
+  auto opened = real_host().locale(name, "UTC");
+  EXPECT_TRUE(opened) << opened.error().message;
+  return *opened;
+}
+
+double missing(char name) { return MissingValue::named(name).value().value(); }
+
+TEST(FormatNumber, WritesEachLocalesSymbolsAndGroups) {
+  const struct {
+    const char* locale;
+    const char* number;
+    const char* integer;
+    const char* amount;
+  } cases[] = {
+      {"de_DE", "1.234.567,891", "1.234.567", "€1.234.567,50"},
+      {"en_US", "1,234,567.891", "1,234,567", "$1,234,567.50"},
+      {"fr_FR", "1\u00A0234\u00A0567,891", "1\u00A0234\u00A0567", "€1\u00A0234\u00A0567,50"},
+      {"de_CH", "1’234’567.891", "1’234’567", "CHF\u00A01’234’567.50"},
+      {"hi_IN", "12,34,567.891", "12,34,567", "₹12,34,567.50"},
+      {"ja_JP", "1,234,567.891", "1,234,567", "￥1,234,568"},  // yen have no minor unit
+      {"en_US_POSIX", "1234567.891", "1234567", "$1,234,567.50"},
+  };
+  for (const auto& [name, number, integer, amount] : cases) {
+    const Locale at = locale(name);
+    EXPECT_EQ(text_or_error(at.format_number(1234567.891)), number) << name;
+    EXPECT_EQ(text_or_error(at.format_integer(1234567)), integer) << name;
+    EXPECT_EQ(text_or_error(at.format_currency(1234567.5)), amount) << name;
+    EXPECT_EQ(to_utf8(at.format_number<std::u16string>(1234567.891).value()), number) << name;
+    EXPECT_EQ(to_utf8(at.format_integer<std::u16string>(1234567).value()), integer) << name;
+    EXPECT_EQ(to_utf8(at.format_currency<std::u16string>(1234567.5).value()), amount) << name;
+  }
+}
+
+TEST(FormatNumber, KnowsHowManyDigitsTellANumberApart) {
+  const Locale german = locale("de_DE");
+  const struct {
+    double value;
+    const char* fixed;
+    const char* general;
+    const char* exponent;
+    const char* percent;
+  } cases[] = {
+      {0, "0", "0", "0e+00", "0%"},
+      {-0.5, "-0,5", "-0,5", "-5e-01", "-50%"},
+      {0.07, "0,07", "0,07", "7e-02", "7%"},  // its hundredfold is 7.000000000000001
+      {0.1 + 0.2, "0,30000000000000004", "0,30000000000000004", "3,0000000000000004e-01",
+       "30,000000000000004%"},
+      {1234567, "1.234.567", "1234567", "1,234567e+06", "123456700%"},
+      {1e15, "1.000.000.000.000.000", "1e+15", "1e+15", "100000000000000000%"},
+      {1e-7, "0,0000001", "1e-07", "1e-07", "0,00001%"},
+  };
+  for (const auto& [value, fixed, general, exponent, percent] : cases) {
+    EXPECT_EQ(text_or_error(german.format_number(value)), fixed);
+    EXPECT_EQ(text_or_error(german.format_number(value, {.kind = NumberKind::general})), general);
+    EXPECT_EQ(text_or_error(german.format_number(value, {.kind = NumberKind::exponent})), exponent);
+    EXPECT_EQ(text_or_error(german.format_percent(value)), percent);
+  }
+  // 324 decimals; and 99, which cannot be asked for, become 100.
+  EXPECT_EQ(german.format_number(5e-324).value().size(), 2U + 324U);
+  EXPECT_EQ(german.format_number(1e-99).value().size(), 2U + 100U);
+}
+
+TEST(FormatNumber, FollowsItsOptions) {
+  const Locale english = locale("en_US");
+  const struct {
+    double value;
+    NumberFormat format;
+    const char* text;
+  } cases[] = {
+      {2.5, {.decimals = 0}, "3"},
+      {1234.5, {.decimals = 2, .width = 10}, "  1,234.50"},
+      {1234.5, {.decimals = 2, .width = 10, .left = true}, "1,234.50  "},
+      {1234.5, {.decimals = 2, .group = false}, "1234.50"},
+      {-5.5, {.width = 8, .zero_fill = true}, "-00005.5"},
+      {5, {.width = 4, .sign = SignDisplay::always}, "  +5"},
+      {5, {.sign = SignDisplay::blank}, " 5"},
+      {1234.5, {.kind = NumberKind::general, .group = true}, "1,234.5"},
+      {1234567, {.kind = NumberKind::general, .decimals = 3, .capital = true}, "1.23E+06"},
+      {0.5, {.kind = NumberKind::general, .decimals = 3, .trailing_zeros = true}, "0.500"},
+      {1234.5, {.kind = NumberKind::exponent, .decimals = 2, .capital = true}, "1.23E+03"},
+      {1.0 / 3, {.kind = NumberKind::best_fit, .width = 8}, "0.333333"},
+      {1e100, {.kind = NumberKind::best_fit, .width = 8}, "  1E+100"},
+      {0.1, {.kind = NumberKind::best_fit}, "0.1"},
+      {0.1, {.kind = NumberKind::best_fit, .width = 5, .left = true}, "0.1  "},
+      {1.5, {.kind = NumberKind::decimal_aligned, .decimals = 3, .width = 8}, "   1.500"},
+      // What is no number stands alone, in its field.
+      {missing('.'), {.width = 3}, "  ."},
+      {missing('.'), {.missing_symbol = u'-'}, "-"},
+      {missing('A'), {.width = 3, .left = true}, "A  "},
+      {missing('_'), {.kind = NumberKind::best_fit, .width = 3}, "  _"},
+      {missing('B'), {.kind = NumberKind::decimal_aligned, .decimals = 2, .width = 8}, "     B  "},
+      {std::numeric_limits<double>::quiet_NaN(), {}, "."},
+      {infinity, {}, "Inf"},
+      {-infinity, {.width = 6}, "  -Inf"},
+      {infinity, {.width = 6, .zero_fill = true, .left = true}, "Inf   "},
+      {infinity, {.kind = NumberKind::best_fit, .width = 5}, "  Inf"},
+  };
+  for (const auto& [value, format, text] : cases) {
+    EXPECT_EQ(text_or_error(english.format_number(value, format)), text) << value;
+  }
+}
+
+TEST(FormatNumber, NotesWhatTheTextHadToDoWithout) {
+  const Locale english = locale("en_US");
+  const NumberFormat aligned = {.kind = NumberKind::decimal_aligned, .width = 6};
+  const NumberFormat grouped = {.kind = NumberKind::best_fit, .width = 4, .group = true};
+  const struct {
+    double value;
+    NumberFormat format;
+    Status note;
+    const char* text;
+  } cases[] = {
+      {1.5, aligned, Status::ok, "  1.50"},
+      {12345.678, aligned, Status::decimals_dropped, " 12346"},
+      {1234, grouped, Status::grouping_failed, "1234"},
+      {999, grouped, Status::ok, " 999"},
+  };
+  Status note = Status::ok;
+  for (const auto& [value, format, expected, text] : cases) {
+    EXPECT_EQ(text_or_error(english.format_number(value, format, &note)), text);
+    EXPECT_EQ(note, expected) << value;
+  }
+}
+
+TEST(FormatInteger, FollowsItsOptions) {
+  const Locale english = locale("en_US");
+  const struct {
+    std::int64_t value;
+    IntegerFormat format;
+    const char* text;
+  } cases[] = {
+      {std::numeric_limits<std::int64_t>::min(), {}, "-9,223,372,036,854,775,808"},
+      {-1234, {.group = false}, "-1234"},
+      {0, {}, "0"},
+      {7, {.minimum_digits = 3, .width = 5}, "  007"},
+      {7, {.width = 4, .left = true}, "7   "},
+      {7, {.width = 4, .sign = SignDisplay::always}, "  +7"},
+      {-7, {.width = 4, .zero_fill = true}, "-007"},
+      {7, {.width = 4, .sign = SignDisplay::always, .zero_fill = true}, "+007"},
+      {0, {.width = 4, .zero_fill = true}, "0000"},
+      {0, {.width = 4, .zero_fill = true, .left = true}, "0   "},
+      {255, {.radix = Radix::hexadecimal}, "ff"},
+      {255, {.radix = Radix::hexadecimal, .capital = true, .prefix = true}, "0XFF"},
+      {255,
+       {.radix = Radix::hexadecimal, .width = 8, .zero_fill = true, .prefix = true},
+       "0x0000ff"},
+      {-1, {.radix = Radix::hexadecimal}, "ffffffffffffffff"},
+      {8, {.radix = Radix::octal}, "10"},
+      {-1, {.radix = Radix::octal}, "1777777777777777777777"},
+  };
+  for (const auto& [value, format, text] : cases) {
+    EXPECT_EQ(text_or_error(english.format_integer(value, format)), text) << value;
+  }
+  EXPECT_EQ(english.format_integer(largest), "18,446,744,073,709,551,615");
+  EXPECT_EQ(english.format_integer(std::uint8_t{200}, {.sign = SignDisplay::always}), "+200");
+  EXPECT_EQ(english.format_integer(std::int16_t{-5}), "-5");
+  EXPECT_EQ(english.format_integer(5, {.width = 1000}).value(), std::string(999, ' ') + "5");
+}
+
+TEST(FormatCurrency, PutsTheSymbolInFrontOfTheDigits) {
+  const struct {
+    const char* locale;
+    double value;
+    CurrencyFormat format;
+    const char* text;
+  } cases[] = {
+      {"en_US", 1234.5, {.width = 12}, "   $1,234.50"},
+      {"en_US", 1234.5, {.width = 12, .left = true}, "$1,234.50   "},
+      {"en_US", 2.5, {.decimals = 0}, "$3"},
+      {"en_US", -5, {}, "$-5.00"},
+      {"de_CH", 5, {.decimals = 0}, "CHF\u00A05"},
+      {"de_CH", 5, {.decimals = 0, .width = 6}, " CHF\u00A05"},
+      {"de_CH", 5, {.decimals = 0, .width = 6, .left = true}, "CHF\u00A05 "},
+      {"ar_KW", 1.5, {}, "د.ك.1.500"},
+      {"en_US", missing('.'), {.width = 3}, "  ."},
+      {"en_US", infinity, {.width = 5, .left = true}, "Inf  "},
+  };
+  for (const auto& [name, value, format, text] : cases) {
+    EXPECT_EQ(text_or_error(locale(name).format_currency(value, format)), text) << name << value;
+  }
+}
+
+TEST(FormatPercent, FollowsItsOptions) {
+  const struct {
+    double value;
+    PercentFormat format;
+    const char* text;
+  } cases[] = {
+      {0.125, {.decimals = 1, .width = 6}, " 12.5%"},
+      {0.125, {.decimals = 0}, "13%"},
+      {0.5, {.width = 5, .left = true}, "50%  "},
+      {-0.5, {.parentheses = true}, "(50%)"},
+      {-0.5, {.width = 6, .parentheses = true}, "( 50%)"},
+      {-0.5, {.width = 6, .left = true, .parentheses = true}, "(50%) "},
+      {0.5, {.width = 6, .parentheses = true}, "   50%"},
+      {missing('Z'), {.width = 3}, "  Z"},
+      {-infinity, {}, "-Inf"},
+  };
+  for (const auto& [value, format, text] : cases) {
+    EXPECT_EQ(text_or_error(locale("en_US").format_percent(value, format)), text) << value;
+    EXPECT_EQ(to_utf8(locale("en_US").format_percent<std::u16string>(value, format).value()), text);
+  }
+}
+
+TEST(FormatNumber, SaysWhatIsWrong) {
+  const Locale english = locale("en_US");
+  const struct {
+    Result<std::string> result;
+    Status status;
+    const char* message;
+  } cases[] = {
+      {english.format_number(1, {.decimals = 351}), Status::not_possible,
+       "decimals 351: not 0 to 350"},
+      {english.format_number(1, {.decimals = 99}), Status::not_possible,
+       "decimals 99: the one count that cannot be asked for; ask for 98 or 100"},
+      {english.format_number(1, {.kind = NumberKind::general, .decimals = 0}), Status::not_possible,
+       "significant digits 0: not 1 to 350"},
+      {english.format_number(1, {.width = -1}), Status::not_possible, "width -1: not 0 to 1000"},
+      {english.format_number(1, {.kind = NumberKind::best_fit, .width = 33}), Status::not_possible,
+       "width of best fit 33: not 1 to 32"},
+      {english.format_number(1, {.kind = NumberKind::best_fit, .decimals = 1}),
+       Status::not_possible, "best fit: chooses the decimals itself"},
+      {english.format_number(1, {.kind = NumberKind::decimal_aligned}), Status::not_possible,
+       "width of decimal-aligned 0: not 1 to 32"},
+      {english.format_number(1, {.kind = NumberKind::decimal_aligned, .width = 5, .left = true}),
+       Status::not_possible, "decimal-aligned: cannot be left-justified"},
+      {english.format_number(1e300, {.decimals = 100}), Status::not_possible,
+       "number 1e+300: takes more than 350 digits"},
+      {english.format_number(-1e100, {.kind = NumberKind::best_fit, .width = 2}),
+       Status::does_not_fit, "number -1e+100: does not fit a width of 2"},
+      {english.format_number(missing('.'), {.missing_symbol = 0}), Status::no_missing_symbol,
+       "number: no symbol to show a missing value"},
+      {english.format_currency(1e308, {.decimals = 98}), Status::not_possible,
+       "amount 1e+308: takes more than 350 digits"},
+      {english.format_currency(1, {.width = 1001}), Status::not_possible,
+       "width 1001: not 0 to 1000"},
+      {english.format_percent(1e308), Status::out_of_range,
+       "percentage of 1e+308: its hundredfold is too large for a double"},
+      {english.format_percent(1, {.decimals = -1}), Status::not_possible,
+       "decimals -1: not 0 to 350"},
+      {english.format_integer(1, {.minimum_digits = 0}), Status::not_possible,
+       "minimum digits 0: not 1 to 1000"},
+      {english.format_integer(1, {.prefix = true}), Status::not_possible,
+       "prefix: only for hexadecimal integers"},
+      {english.format_integer(largest, {.sign = SignDisplay::always}), Status::not_possible,
+       "integer 18446744073709551615: above 9223372036854775807 no sign is shown"},
+  };
+  for (const auto& [result, status, message] : cases) {
+    ASSERT_FALSE(result) << *result;
+    EXPECT_EQ(result.error().status, status) << message;
+    EXPECT_EQ(result.error().message, message);
+  }
+}
+
+// The longest text there is: 308 digits in groups, the symbol, and decimals up to the limit.
+TEST(FormatNumber, HasRoomForTheLongestText) {
+  constexpr double most = std::numeric_limits<double>::max();
+  EXPECT_EQ(locale("hi_IN").format_number(most, {.decimals = 41}).value().size(), 309U + 153 + 42);
+  EXPECT_EQ(locale("de_CH").format_currency(1, {.width = 1000}).value().size(), 1001U);
+}
+
+}  // namespace
+}  // namespace jwnls::client
