@@ -38,10 +38,10 @@ Result<void> check_bound(const NumberFormat& format) {
 
 Result<void> check(const NumberFormat& format) {
   if (format.kind == NumberKind::general) {
-    const auto digits = in_range("significant digits", format.decimals.value_or(1), 1, most_digits);
+    auto digits = in_range("significant digits", format.decimals.value_or(1), 1, most_digits);
     if (!digits) return digits;
   }
-  const auto decimals = check_decimals(format.decimals);
+  auto decimals = check_decimals(format.decimals);
   if (!decimals) return decimals;
   if (format.kind == NumberKind::best_fit || format.kind == NumberKind::decimal_aligned) {
     return check_bound(format);
