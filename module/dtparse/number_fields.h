@@ -19,7 +19,8 @@ struct NumberField {
 
 /// Reads the digits that `width` leaves room for; true when there was at least one.
 template <typename Unit>
-bool read_digits(TextCursor<Unit>& input, std::uint32_t width, std::int32_t& value) noexcept {
+[[gnu::always_inline]] inline bool read_digits(TextCursor<Unit>& input, std::uint32_t width,
+                                               std::int32_t& value) noexcept {
   const std::uint32_t room = width;
   std::int32_t sum = 0;
   for (; width > 0 && !input.at_end() && input.digit() <= 9; --width) {
@@ -32,7 +33,8 @@ bool read_digits(TextCursor<Unit>& input, std::uint32_t width, std::int32_t& val
 
 /// Blanks, which do not count, then 1 to `width` digits with no digit behind them.
 template <typename Unit>
-bool read_free(TextCursor<Unit>& input, const NumberField& field, std::int32_t& value) noexcept {
+[[gnu::always_inline]] inline bool read_free(TextCursor<Unit>& input, const NumberField& field,
+                                             std::int32_t& value) noexcept {
   input.skip_blanks();
   if (!read_digits(input, field.width, value)) return false;
   const bool too_many = !input.at_end() && input.digit() <= 9;
@@ -42,7 +44,8 @@ bool read_free(TextCursor<Unit>& input, const NumberField& field, std::int32_t& 
 /// Exactly `width` units, blanks before the digits included; the end of the text may cut it short.
 /// A text that ends before any digit counts as 0.
 template <typename Unit>
-bool read_fixed(TextCursor<Unit>& input, const NumberField& field, std::int32_t& value) noexcept {
+[[gnu::always_inline]] inline bool read_fixed(TextCursor<Unit>& input, const NumberField& field,
+                                              std::int32_t& value) noexcept {
   std::uint32_t width = field.width;
   for (; width > 0 && input.at(' '); --width) input.step();
   if (width == 0) return false;

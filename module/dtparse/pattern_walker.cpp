@@ -9,10 +9,12 @@ namespace {
 constexpr NumberField short_year_field = {2, 0, 99};
 constexpr std::int32_t short_year_pivot = 1960;  // the lenient dialect's own
 
+// Lives in registers: everything is inlined into walk_pattern, and whatever is not gets a copy of
+// the cursor.
 template <typename Unit>
 class Walk {
  public:
-  Walk(LocaleHandle* handle, TextCursor<Unit>& input, Dialect dialect, DateTimeParts& parts,
+  Walk(LocaleHandle* handle, const TextCursor<Unit>& input, Dialect dialect, DateTimeParts& parts,
        ShortYear short_year) noexcept
       : handle_(handle),
         input_(input),
@@ -21,7 +23,7 @@ class Walk {
         dialect_(dialect),
         short_year_(short_year) {}
 
-  bool run(std::u16string_view pattern) noexcept {
+  [[gnu::always_inline]] bool run(std::u16string_view pattern) noexcept {
     input_.skip_blanks();
     std::size_t at = 0;
     bool in_directive = false;
@@ -43,8 +45,10 @@ class Walk {
     return at == pattern.size();
   }
 
+  const TextCursor<Unit>& input() const noexcept { return input_; }
+
  private:
-  bool read_literal(char16_t unit) noexcept {
+  [[gnu::always_inline]] bool read_literal(char16_t unit) noexcept {
     TextCursor<Unit> ahead = input_;
     const char16_t next = ahead.next();
     const bool lenient = dialect_ == Dialect::lenient;
@@ -55,7 +59,7 @@ class Walk {
     return lenient && unit == u' ';
   }
 
-  bool read_directive(char16_t letter) noexcept {
+  [[gnu::always_inline]] bool read_directive(char16_t letter) noexcept {
     if (letter < first_directive_letter || letter > last_directive_letter) return false;
     const InputDirective& row =
         directives_[static_cast<std::size_t>(letter - first_directive_letter)];
@@ -87,13 +91,13 @@ class Walk {
     return row.adjust == nullptr || row.adjust(parts_);
   }
 
-  bool read_padded(const NumberField& fixed, const NumberField& free,
-                   std::int32_t& value) noexcept {
+  [[gnu::always_inline]] bool read_padded(const NumberField& fixed, const NumberField& free,
+                                          std::int32_t& value) noexcept {
     return parts_.modifier == u'#' ? read_free(input_, free, value)
                                    : read_fixed(input_, fixed, value);
   }
 
-  bool read_year(const NumberField& full, std::int32_t& year) noexcept {
+  [[gnu::always_inline]] bool read_year(const NumberField& full, std::int32_t& year) noexcept {
     const TextCursor<Unit> start = input_;
     if (read_padded(full, full, year)) return true;
     input_ = start;
@@ -105,16 +109,27 @@ class Walk {
   }
 
   // The place in the list, from 1. The second list begins where the first one did.
-  bool read_listed_name(const InputDirective& row, std::int32_t& place) noexcept {
+  [[gnu::always_inline]] bool read_listed_name(const InputDirective& row,
+                                               std::int32_t& place) noexcept {
     const LocaleRecord& record = *handle_->record;
-    std::int32_t index = read_name(input_, record, row.lists[0]);
-    if (index < 0) index = read_name(input_, record, row.lists[1]);
+    TextCursor<Unit> input = input_;
+    std::int32_t index = read_name(input, record, row.lists[0]);
+    if (index < 0) index = read_name(input, record, row.lists[1]);
+    input_ = input;
     place = index + 1;
     return index >= 0;
   }
 
+  [[gnu::always_inline]] bool read_zone(Reader reader) noexcept {
+    TextCursor<Unit> input = input_;
+    const bool read = reader == Reader::zone_name ? read_zone_name(handle_, input, parts_)
+                                                  : read_zone_offset(input, dialect_, parts_);
+    input_ = input;
+    return read;
+  }
+
   LocaleHandle* handle_;
-  TextCursor<Unit>& input_;
+  TextCursor<Unit> input_;
   DateTimeParts& parts_;
   const DirectiveTable& directives_;
   Dialect dialect_;
@@ -127,7 +142,10 @@ template <typename Unit>
 bool walk_pattern(LocaleHandle* handle, TextCursor<Unit>& input, std::u16string_view pattern,
                   Dialect dialect, DateTimeParts& parts, ShortYear short_year) noexcept {
   parts = {};
-  return Walk<Unit>(handle, input, dialect, parts, short_year).run(pattern);
+  Walk<Unit> walk(handle, input, dialect, parts, short_year);
+  const bool read = walk.run(pattern);
+  input = walk.input();
+  return read;
 }
 
 template bool walk_pattern(LocaleHandle*, TextCursor<char16_t>&, std::u16string_view, Dialect,

@@ -49,7 +49,16 @@ class AsciiCursor {
     return static_cast<std::uint32_t>(*at_) - std::uint32_t{'0'};
   }
 
+  // Member by member, and the end only where a cursor begins: copies that pass through memory in
+  // vector registers wait for the narrower stores before them.
+  AsciiCursor(const AsciiCursor& other) noexcept : at_(other.at_), end_(other.end_) {}
+  AsciiCursor& operator=(const AsciiCursor& of_same_text) noexcept {
+    at_ = of_same_text.at_;
+    return *this;
+  }
+
  protected:
+  ~AsciiCursor() = default;
   AsciiCursor(const Unit* text, std::size_t length) noexcept : at_(text), end_(text + length) {}
 
   const Unit* at_;
@@ -81,7 +90,10 @@ class TextCursor<char> : public AsciiCursor<char> {
       ++at_;
       return byte;
     }
-    return next_decoded();
+    TextCursor copy = *this;  // lets the cursor itself stay in registers
+    const char16_t unit = copy.next_decoded();
+    *this = copy;
+    return unit;
   }
 
  private:
