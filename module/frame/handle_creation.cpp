@@ -9,7 +9,7 @@
 #include "module/frame/handle_teardown.h"
 #include "module/frame/service_table.h"
 #include "module/record/status.h"
-#include "module/text/joining.h"
+#include "module/text/copy_text.h"
 #include "module/text/kernel_handle.h"
 
 namespace jwnls {
@@ -28,19 +28,30 @@ constexpr std::int64_t signed_size(std::u16string_view text) {
   return static_cast<std::int64_t>(text.size());
 }
 
-// Locale name, one blank and zone name: what the handle cache knows a handle by.
-struct CacheKey {
-  static constexpr std::int64_t capacity = 110;  // units
-  char16_t units[capacity + 1];
-  std::int64_t bytes;
+// The zone's name, and the key that the handle cache knows a handle by: locale name, one blank and
+// zone name. The zone's name is written first and stays where it is; the locale's name is put
+// before it, so that the common case, a handle that exists, copies as little as possible.
+struct KeyedZone {
+  char16_t room[64];  // the locale's name ends here, with a blank
+  ZoneName name;
+  const char16_t* key = nullptr;
+  std::int64_t key_bytes = 0;
 
-  CacheKey(std::u16string_view locale, std::u16string_view zone) noexcept {
-    const std::array pieces = {locale, zone};
-    // The key is the joined length, so a zero unit behind it serves as well as a buffer of blanks.
-    bytes = static_cast<std::int64_t>(join_texts(pieces, u' ', units, -capacity - 1) *
-                                      sizeof(char16_t));
+  KeyedZone() noexcept {}  // the room stays as it is: only what is written is read
+
+  // Puts a locale name of at most 60 units before the zone's name.
+  void set_locale(std::u16string_view locale) noexcept {
+    constexpr std::int64_t longest_key = 110;  // units
+    char16_t* const blank = room + std::size(room) - 1;
+    *blank = u' ';
+    copy_text(blank - locale.size(), locale.data(), locale.size() * sizeof(char16_t));
+    key = blank - locale.size();
+    key_bytes = std::min(signed_size(locale) + 1 + name.length, longest_key) *
+                static_cast<std::int64_t>(sizeof(char16_t));
   }
 };
+static_assert(offsetof(KeyedZone, name) == sizeof(KeyedZone::room) &&
+              offsetof(ZoneName, units) == 0);
 
 // One call of the create slot. Steps return false after they have set `status_` to what the caller
 // is to see; create() then undoes what the steps so far have made, the innermost first. A failure
@@ -106,16 +117,17 @@ class Creation {
   bool choose_zone(bool may_warn) noexcept {
     if (options_ != nullptr && options_->zone != nullptr && options_->zone_length >= 1) {
       const std::uint32_t status =
-          normalise_zone(context_, options_->zone, options_->zone_length, zone_);
+          normalise_zone(context_, options_->zone, options_->zone_length, zone_.name);
       return status == code(Status::ok) || fail(status);
     }
-    zone_.length = zone_name_capacity;
+    ZoneName& name = zone_.name;
+    name.length = zone_name_capacity;
     const std::uint32_t status =
-        context_->os_zone(context_, zone_.units, &zone_.length, os_zone_flags);
-    zone_.bound_length();
+        context_->os_zone(context_, name.units, &name.length, os_zone_flags);
+    name.bound_length();
     if (status == code(Status::no_os_zone) || status == code(Status::lookup_failed)) {
-      std::copy(default_zone.begin(), default_zone.end(), zone_.units);
-      zone_.length = signed_size(default_zone);
+      std::copy(default_zone.begin(), default_zone.end(), name.units);
+      name.length = signed_size(default_zone);
       Journal* log = may_warn ? journal() : nullptr;
       if (log != nullptr) log->write(log, journal_warning, zone_warning, 0);
     }
@@ -143,14 +155,14 @@ class Creation {
     Track* cache = shared ? context_->handle_cache : nullptr;
     if (cache == nullptr) return make() ? handle_ : nullptr;
 
-    const CacheKey key(locale_, zone_.text());
-    if (TrackEntry* entry = cache->look_up(cache, track_look_up, 0, key.units, key.bytes)) {
+    zone_.set_locale(locale_);
+    if (TrackEntry* entry = cache->look_up(cache, track_look_up, 0, zone_.key, zone_.key_bytes)) {
       auto* found = static_cast<LocaleHandle*>(entry->value);
       cache->release_entry(cache, entry);
       return found;
     }
     if (!make()) return nullptr;
-    if (!enter(cache, key)) {
+    if (!enter(cache)) {
       undo();
       return nullptr;
     }
@@ -252,15 +264,15 @@ class Creation {
   }
 
   bool open_handle_zone() noexcept {
-    Zone* zone = look_up_zone(handle_, zone_.units, zone_.length);
+    Zone* zone = look_up_zone(handle_, zone_.name.units, zone_.name.length);
     set_current_zone(handle_, zone);
     return zone != nullptr || fail(Status::lookup_failed);
   }
 
-  bool enter(Track* cache, const CacheKey& key) noexcept {
+  bool enter(Track* cache) noexcept {
     std::uint32_t status = 0;
     TrackEntry* entry =
-        cache->insert(cache, track_insert, 0, handle_, 0, key.units, key.bytes, &status);
+        cache->insert(cache, track_insert, 0, handle_, 0, zone_.key, zone_.key_bytes, &status);
     if (entry == nullptr) return fail(status);
     cache->release_entry(cache, entry);
     return true;
@@ -269,7 +281,7 @@ class Creation {
   NlsContext* context_;
   const CreationOptions* options_;
   std::uint32_t status_ = 0;
-  ZoneName zone_;
+  KeyedZone zone_;
   std::u16string_view locale_;
   LocaleHandle* handle_ = nullptr;
   LocaleRecord* record_ = nullptr;

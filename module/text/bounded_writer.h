@@ -17,7 +17,7 @@
 #include "module/record/locale_record.h"
 #include "module/record/status.h"
 #include "module/text/copy_text.h"
-#include "module/text/joining.h"
+#include "module/text/trimming.h"
 #include "module/text/utf8_unit.h"
 
 namespace jwnls {

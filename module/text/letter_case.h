@@ -13,9 +13,7 @@ namespace jwnls {
 /// The classes of a host that has none.
 inline constexpr auto ascii_classes = [] {
   std::array<std::uint16_t, 128> classes{};
-  for (char letter = 'a'; letter <= 'z'; ++letter) {
-    classes[static_cast<std::size_t>(letter)] = lower_case_class;
-  }
+  for (std::size_t letter = 'a'; letter <= 'z'; ++letter) classes[letter] = lower_case_class;
   return classes;
 }();
 
