@@ -21,6 +21,7 @@ struct NumberField {
 template <typename Unit>
 [[gnu::always_inline]] inline bool read_digits(TextCursor<Unit>& input, std::uint32_t width,
                                                std::int32_t& value) noexcept {
+  if (width == 2 && input.two_digits(value)) return true;  // nearly every field
   const std::uint32_t room = width;
   std::int32_t sum = 0;
   for (; width > 0 && !input.at_end() && input.digit() <= 9; --width) {

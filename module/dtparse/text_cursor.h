@@ -49,6 +49,17 @@ class AsciiCursor {
     return static_cast<std::uint32_t>(*at_) - std::uint32_t{'0'};
   }
 
+  /// Reads two decimal digits; false, and nothing read, when the next two units are others.
+  bool two_digits(std::int32_t& value) noexcept {
+    if (remaining() < 2) return false;
+    const std::uint32_t tens = digit();
+    const std::uint32_t ones = static_cast<std::uint32_t>(at_[1]) - std::uint32_t{'0'};
+    if (tens > 9 || ones > 9) return false;
+    value = static_cast<std::int32_t>(tens * 10 + ones);
+    at_ += 2;
+    return true;
+  }
+
   // Member by member, and the end only where a cursor begins: copies that pass through memory in
   // vector registers wait for the narrower stores before them.
   AsciiCursor(const AsciiCursor& other) noexcept : at_(other.at_), end_(other.end_) {}

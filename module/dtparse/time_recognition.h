@@ -34,7 +34,8 @@ template <typename Unit>
 
 /// Seconds since midnight, the milliseconds as their fraction.
 inline double time_value(const DateTimeParts& parts) noexcept {
-  return ((parts.hour * 60 + parts.minute) * 60 + parts.second) + parts.millisecond / 1000.0;
+  const std::int32_t seconds = (parts.hour * 60 + parts.minute) * 60 + parts.second;
+  return parts.millisecond == 0 ? seconds : seconds + parts.millisecond / 1000.0;
 }
 
 }  // namespace jwnls
