@@ -63,6 +63,7 @@ class AsciiCursor {
   // Member by member, and the end only where a cursor begins: copies that pass through memory in
   // vector registers wait for the narrower stores before them.
   AsciiCursor(const AsciiCursor& other) noexcept : at_(other.at_), end_(other.end_) {}
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): a pointer onto itself is harmless.
   AsciiCursor& operator=(const AsciiCursor& of_same_text) noexcept {
     at_ = of_same_text.at_;
     return *this;
