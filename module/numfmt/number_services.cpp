@@ -64,7 +64,7 @@ template <typename Unit>
   if ((flags == number_flags::best_fit || (decimals == best_fit_decimals && flags == 0)) &&
       width >= 1 && width <= widest_field && capacity >= width + quick_overhang &&
       format_best_fit_quickly(record, value, width, out)) {
-    *length = width;
+    if (length != nullptr) *length = width;
     return code(Status::ok);
   }
   return code(format_double(record, value, number_request(width, decimals, flags), options, out,
