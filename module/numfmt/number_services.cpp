@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "module/numfmt/number_delivery.h"
 #include "module/numfmt/number_formatter.h"
 #include "module/numfmt/quick_best_fit.h"
 #include "module/numfmt/quick_number.h"
 #include "module/text/kernel_handle.h"
-#include "module/text/utf8_unit.h"
 
 namespace jwnls {
 namespace {
@@ -33,18 +33,10 @@ std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle
   std::uint32_t status =
       host->format_float(handle, value, width, decimals, flags, units, room, &produced, options);
   const std::int64_t written = std::clamp<std::int64_t>(produced, 0, room);
-  std::int64_t bytes = 0;
-  for (std::int64_t i = 0; i < written; ++i) {
-    char encoded[longest_utf8_unit];
-    const auto count = static_cast<std::int64_t>(encode_utf8_unit(units[i], encoded));
-    if (bytes + count > capacity) {
-      if (status == code(Status::ok)) status = code(Status::does_not_fit);
-      break;
-    }
-    std::copy_n(encoded, count, out + bytes);
-    bytes += count;
-  }
-  if (length != nullptr) *length = bytes;
+  EncodingWriter writer(out, capacity);
+  writer.append(units, written);
+  if (writer.full() && status == code(Status::ok)) status = code(Status::does_not_fit);
+  if (length != nullptr) *length = writer.written();
   return status;
 }
 
