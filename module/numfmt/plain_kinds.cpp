@@ -3,28 +3,12 @@
 #include <type_traits>
 
 #include "module/numfmt/decimal_text.h"
+#include "module/numfmt/exponent_suffix.h"
 #include "module/numfmt/grouped_digits.h"
 #include "module/numfmt/number_delivery.h"
 
 namespace jwnls {
 namespace {
-
-constexpr unsigned size_of(int exponent) noexcept {
-  return static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
-}
-
-// "e", the sign and at least two digits.
-constexpr int suffix_length(int exponent) noexcept { return size_of(exponent) >= 100 ? 5 : 4; }
-
-template <typename Unit>
-void write_suffix(int exponent, bool capital, Unit* out) noexcept {
-  const unsigned size = size_of(exponent);
-  *out++ = capital ? Unit{'E'} : Unit{'e'};
-  *out++ = exponent < 0 ? Unit{'-'} : Unit{'+'};
-  if (size >= 100) *out++ = static_cast<Unit>('0' + size / 100);
-  out[0] = digit_pairs<Unit>[size % 100][0];
-  out[1] = digit_pairs<Unit>[size % 100][1];
-}
 
 template <typename Unit>
 void write_point_and_rest(const LocaleRecord& record, const DecimalShape& shape, bool point,
@@ -32,7 +16,7 @@ void write_point_and_rest(const LocaleRecord& record, const DecimalShape& shape,
   if (point) *body++ = static_cast<Unit>(record.decimal_symbol);
   if (shape.decimals != 0) copy_decimals(body);
   body += shape.decimals;
-  if (shape.has_exponent) write_suffix(shape.exponent, capital, body);
+  if (shape.has_exponent) write_exponent_suffix(shape.exponent, capital, body);
 }
 
 template <typename Unit>
@@ -75,7 +59,7 @@ template <typename Unit, typename Digits>
   placement.sign = negative ? u'-' : request.sign ? u'+' : request.blank ? u' ' : u'\0';
   const bool point = shape.decimals != 0 || request.point;
   placement.body_length = shape.integers + (point ? 1 : 0) + shape.decimals +
-                          (shape.has_exponent ? suffix_length(shape.exponent) : 0);
+                          (shape.has_exponent ? exponent_suffix_length(shape.exponent) : 0);
   int separators = 0;
   if (request.group && !shape.has_exponent) {
     separators = count_separators(record, shape.integers);

@@ -10,11 +10,11 @@
 #include <limits>
 
 #include "module/numfmt/digit_block.h"
+#include "module/numfmt/exponent_suffix.h"
 #include "module/numfmt/groups_of_three.h"
 #include "module/numfmt/number_request.h"
 #include "module/numfmt/rounded_decimal.h"
 #include "module/record/locale_record.h"
-#include "module/text/bounded_writer.h"
 
 namespace jwnls {
 
@@ -47,20 +47,6 @@ template <typename Unit>
   }
   write_groups_of_three(digits, count, static_cast<Unit>(symbol), out);
   return out + count + separators_of_three(count);
-}
-
-// "e", the sign and at least two digits.
-template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_exponent(int exponent, bool capital, Unit* out) noexcept {
-  const auto size = static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
-  out[0] = capital ? Unit{'E'} : Unit{'e'};
-  out[1] = exponent < 0 ? Unit{'-'} : Unit{'+'};
-  out[2] = static_cast<Unit>('0' + size / 100);
-  out += size >= 100 ? 3 : 2;
-  const auto& pair = digit_pairs<Unit>[size % 100];
-  out[0] = pair[0];
-  out[1] = pair[1];
-  return out + 2;
 }
 
 template <typename Unit>
@@ -96,7 +82,7 @@ inline Unit* write_scientific(const LocaleRecord& record, double magnitude, int 
   *out++ = static_cast<Unit>('0' + first);
   const DigitBlock<Unit> block(rest);
   out = write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
-  return write_exponent(rounded.exponent, capital, out);
+  return write_exponent_suffix(rounded.exponent, capital, out);
 }
 
 template <typename Unit>
@@ -115,7 +101,7 @@ inline Unit* write_general(const LocaleRecord& record, double magnitude, int sig
   if (rounded.exponent < -4 || rounded.exponent >= significant) {
     *out++ = *digits;
     out = write_fraction(digits + 1, shown - 1, record.decimal_symbol, out);
-    return write_exponent(rounded.exponent + (carried ? 1 : 0), capital, out);
+    return write_exponent_suffix(rounded.exponent + (carried ? 1 : 0), capital, out);
   }
   const int integers = rounded.exponent + (carried ? 2 : 1);
   if (integers > 0) {
