@@ -1,5 +1,6 @@
 #include "bench/contest.h"
 #include "bench/date_formatting.h"
+#include "bench/date_reading.h"
 #include "bench/handles.h"
 #include "bench/number_formatting.h"
 
@@ -7,6 +8,7 @@ int main(int argc, char** argv) {
   using namespace jwnls::bench;
   if (!start_host()) return 3;
   enter_date_formatting();
+  enter_date_reading();
   enter_number_formatting();
   enter_handle_creation();
   return run_contests(argc, argv);
