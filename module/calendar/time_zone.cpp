@@ -45,16 +45,6 @@ Zone* open_and_cache(LocaleHandle* handle, const ZoneName& name) noexcept {
 
 }  // namespace
 
-std::uint32_t normalise_zone(NlsContext* context, const char16_t* name, std::int64_t length,
-                             ZoneName& out) noexcept {
-  std::uint64_t extra = 0;
-  out.length = zone_name_capacity;
-  const std::uint32_t status = context->normalise_zone(context, name, length, normalise_zone_flags,
-                                                       out.units, &out.length, &extra);
-  out.bound_length();
-  return status;
-}
-
 Zone* open_zone(LocaleHandle* handle, const ZoneName& name) noexcept {
   if (Zone* zone = cached_zone(handle->zone_track, name)) return zone;
   // Another thread may have added it meanwhile: looking again under the lock opens each zone once.
@@ -64,7 +54,7 @@ Zone* open_zone(LocaleHandle* handle, const ZoneName& name) noexcept {
 }
 
 Zone* look_up_zone(LocaleHandle* handle, const char16_t* name, std::int64_t length) noexcept {
-  ZoneName normalised;
+  ZoneName normalised = {};
   if (normalise_zone(handle->context, name, length, normalised) != code(Status::ok)) {
     return nullptr;
   }

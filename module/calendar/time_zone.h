@@ -25,8 +25,8 @@ static_assert(sizeof(ZoneEntry) == 24);
 
 /// A zone name as the host normalised it.
 struct ZoneName {
-  char16_t units[zone_name_capacity] = {};
-  std::int64_t length = 0;  // 0 to 50, whatever the host reported
+  char16_t units[zone_name_capacity];
+  std::int64_t length;  // 0 to 50, whatever the host reported
 
   std::u16string_view text() const noexcept { return {units, static_cast<std::size_t>(length)}; }
   /// Brings a length that the host wrote into the buffer's bounds.
@@ -34,8 +34,15 @@ struct ZoneName {
 };
 
 /// Asks the host for the canonical form of a zone name. Returns the host's own status, 0 = success.
-std::uint32_t normalise_zone(NlsContext*, const char16_t* name, std::int64_t length,
-                             ZoneName& out) noexcept;
+inline std::uint32_t normalise_zone(NlsContext* context, const char16_t* name, std::int64_t length,
+                                    ZoneName& out) noexcept {
+  std::uint64_t extra = 0;
+  out.length = zone_name_capacity;
+  const std::uint32_t status = context->normalise_zone(context, name, length, normalise_zone_flags,
+                                                       out.units, &out.length, &extra);
+  out.bound_length();
+  return status;
+}
 
 /// The opened zone of a normalised name, from the handle's track or else opened and added to it
 /// under the zone lock. Null when it cannot be opened or kept. The track owns it. Any thread.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <bit>
+#include <cstring>
 #include <string_view>
 
 #include "module/calendar/time_zone.h"
@@ -30,24 +32,60 @@ constexpr std::int64_t signed_size(std::u16string_view text) {
 
 // The zone's name, and the key that the handle cache knows a handle by: locale name, one blank and
 // zone name. The zone's name is written first and stays where it is; the locale's name is put
-// before it, so that the common case, a handle that exists, copies as little as possible.
+// before it, so that the common case, a handle that exists, copies as little as possible. Nothing
+// is cleared in advance either: only what was written is read.
 struct KeyedZone {
   char16_t room[64];  // the locale's name ends here, with a blank
   ZoneName name;
-  const char16_t* key = nullptr;
-  std::int64_t key_bytes = 0;
+  const char16_t* key;
+  std::int64_t key_bytes;
 
-  KeyedZone() noexcept {}  // the room stays as it is: only what is written is read
+  KeyedZone() noexcept {}
 
   // Puts a locale name of at most 60 units before the zone's name.
   void set_locale(std::u16string_view locale) noexcept {
     constexpr std::int64_t longest_key = 110;  // units
-    char16_t* const blank = room + std::size(room) - 1;
-    *blank = u' ';
-    copy_text(blank - locale.size(), locale.data(), locale.size() * sizeof(char16_t));
-    key = blank - locale.size();
+    char16_t* const start = room + std::size(room) - 1 - locale.size();
+    if (std::endian::native == std::endian::little && locale.size() < 2 * word_units) [[likely]] {
+      store_first_words(start, locale);
+    } else {
+      copy_text(start, locale.data(), locale.size() * sizeof(char16_t));
+      start[locale.size()] = u' ';
+    }
+    key = start;
     key_bytes = std::min(signed_size(locale) + 1 + name.length, longest_key) *
                 static_cast<std::int64_t>(sizeof(char16_t));
+  }
+
+ private:
+  using Word = std::uint64_t;
+  static constexpr std::size_t word_units = sizeof(Word) / sizeof(char16_t);
+  static constexpr unsigned unit_bits = 16;
+
+  static Word load(const char16_t* units) noexcept {
+    Word word = 0;
+    std::memcpy(&word, units, sizeof word);
+    return word;
+  }
+
+  // The key's first two words, from a locale name that ends in them; the zone's name goes on behind
+  // it. The host reads the key at once, to look it up: it would wait for narrower stores.
+  void store_first_words(char16_t* start, std::u16string_view locale) const noexcept {
+    const Word from_blank = load(name.units) << unit_bits | u' ';
+    Word first = 0;
+    Word second = 0;
+    if (locale.size() >= word_units) {  // "de_DE"
+      const unsigned bits = static_cast<unsigned>(locale.size() - word_units) * unit_bits;
+      first = load(locale.data());
+      second = load(locale.data() + locale.size() - word_units) >> unit_bits >> (48 - bits);
+      second |= from_blank << bits;
+    } else {  // "de"
+      for (std::size_t at = locale.size(); at-- > 0;) first = first << unit_bits | locale[at];
+      first |= from_blank << static_cast<unsigned>(locale.size()) * unit_bits;
+      second = load(name.units + word_units - 1 - locale.size());
+    }
+    std::memcpy(start, &first, sizeof first);
+    std::memcpy(start + word_units, &second, sizeof second);
   }
 };
 static_assert(offsetof(KeyedZone, name) == sizeof(KeyedZone::room) &&
@@ -121,7 +159,7 @@ class Creation {
       return status == code(Status::ok) || fail(status);
     }
     ZoneName& name = zone_.name;
-    name.length = zone_name_capacity;
+    name = {.units = {}, .length = zone_name_capacity};
     const std::uint32_t status =
         context_->os_zone(context_, name.units, &name.length, os_zone_flags);
     name.bound_length();
@@ -146,7 +184,7 @@ class Creation {
       return fail(Status::lookup_failed);
     }
     status_ = status;
-    locale_ = {resolved->name, static_cast<std::size_t>(resolved->length)};
+    locale_row_ = resolved;
     return true;
   }
 
@@ -155,7 +193,7 @@ class Creation {
     Track* cache = shared ? context_->handle_cache : nullptr;
     if (cache == nullptr) return make() ? handle_ : nullptr;
 
-    zone_.set_locale(locale_);
+    zone_.set_locale(locale());
     if (TrackEntry* entry = cache->look_up(cache, track_look_up, 0, zone_.key, zone_.key_bytes)) {
       auto* found = static_cast<LocaleHandle*>(entry->value);
       cache->release_entry(cache, entry);
@@ -212,10 +250,10 @@ class Creation {
   }
 
   bool fill_record() noexcept {
-    handle_->name_length = signed_size(locale_);
-    std::copy(locale_.begin(), locale_.end(), handle_->name);
-    record_->locale_name.length = signed_size(locale_);
-    std::copy(locale_.begin(), locale_.end(), record_->locale_name.units);
+    handle_->name_length = signed_size(locale());
+    std::copy(locale().begin(), locale().end(), handle_->name);
+    record_->locale_name.length = signed_size(locale());
+    std::copy(locale().begin(), locale().end(), record_->locale_name.units);
 
     if (context_->locale_database == nullptr) {
       Kernel* service = context_->host_service;
@@ -224,7 +262,7 @@ class Creation {
     }
     if (context_->locale_database == nullptr) return false;
     const std::uint32_t status =
-        context_->locale_database->fill(record_, locale_.data(), signed_size(locale_));
+        context_->locale_database->fill(record_, locale().data(), signed_size(locale()));
     return status == code(Status::ok) || status == code(Status::filled_with_warning) ||
            fail(status);
   }
@@ -278,13 +316,17 @@ class Creation {
     return true;
   }
 
+  std::u16string_view locale() const noexcept {
+    return {locale_row_->name, static_cast<std::size_t>(locale_row_->length)};
+  }
+
   NlsContext* context_;
   const CreationOptions* options_;
   std::uint32_t status_ = 0;
   KeyedZone zone_;
-  std::u16string_view locale_;
-  LocaleHandle* handle_ = nullptr;
-  LocaleRecord* record_ = nullptr;
+  const ResolvedLocale* locale_row_;
+  LocaleHandle* handle_;
+  LocaleRecord* record_;
 };
 
 }  // namespace

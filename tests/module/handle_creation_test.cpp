@@ -369,5 +369,20 @@ TEST_F(CreationTest, SharesAHandlePerLocaleAndZone) {
   EXPECT_EQ(sizes, (std::multiset<std::size_t>{6, 9, 19, 61, 110}));
 }
 
+TEST_F(CreationTest, NamesTheCacheEntryByLocaleBlankAndZone) {
+  make_cache();
+  auto& entries = static_cast<FakeTrack*>(host.context.handle_cache)->entries;
+  for (const std::u16string zone : {u"Z", u"UTC", u"Europe/Berlin"}) {
+    host.known_zones = {zone};
+    for (std::size_t units = 1; units <= 20; ++units) {
+      host.canonical_locale = std::u16string(u"abcdefghijklmnopqrst", units);
+      ASSERT_NE(create(zone), nullptr);
+      const std::u16string key = host.canonical_locale + u' ' + zone;
+      const std::string bytes(reinterpret_cast<const char*>(key.data()), key.size() * 2);
+      EXPECT_TRUE(entries.contains(bytes)) << units << " units";
+    }
+  }
+}
+
 }  // namespace
 }  // namespace jwnls::test
