@@ -1,0 +1,148 @@
+// Date recognition over dates written in every layout, right and spoilt, against its definition:
+// the first of the twenty candidates that reads the whole text decides.
+
+#include <random>
+
+#include "tests/reading/reading.h"
+
+namespace jwnls::test {
+namespace {
+
+using std::literals::operator""sv;
+
+constexpr std::uint32_t strict = 0;
+constexpr std::uint32_t lenient = 4;
+
+struct Order {
+  const char16_t* patterns[20];  // the record's three, then the built-in ones
+};
+constexpr Order day_first = {
+    {u"%d|%m|%Y", u"%E %b %Y", u"%A, %E. %B %Y", u"%d/%m/%Y", u"%d-%m-%Y", u"%d.%m.%Y", u"%Y/%m/%d",
+     u"%Y-%m-%d", u"%Y.%m.%d", u"%Y/%b/%d",      u"%Y-%b-%d", u"%Y.%b.%d", u"%b %d%#Y", u"%b/%d/%Y",
+     u"%b.%d.%Y", u"%b-%d-%Y", u"%a,%b%d,%#Y",   u"%m/%d/%Y", u"%m-%d-%Y", u"%m.%d.%Y"}};
+constexpr Order month_first = {
+    {u"%m/%d/%Y", u"%b %E, %Y", u"%B %E, %Y",   u"%m/%d/%Y", u"%m-%d-%Y", u"%m.%d.%Y", u"%Y/%m/%d",
+     u"%Y-%m-%d", u"%Y.%m.%d",  u"%Y/%b/%d",    u"%Y-%b-%d", u"%Y.%b.%d", u"%b %d%#Y", u"%b/%d/%Y",
+     u"%b.%d.%Y", u"%b-%d-%Y",  u"%a,%b%d,%#Y", u"%d.%m.%Y", u"%d-%m-%Y", u"%d/%m/%Y"}};
+
+class LayoutsTest : public ReadingTest {
+ protected:
+  std::size_t below(std::size_t bound) { return random_() % bound; }
+  char16_t one_of(std::u16string_view units) { return units[below(units.size())]; }
+
+  std::u16string digits(std::size_t value, std::size_t width) {
+    std::u16string text;
+    for (; value > 0; value /= 10)
+      text.insert(text.begin(), static_cast<char16_t>(u'0' + value % 10));
+    while (text.size() < width) text.insert(text.begin(), u'0');
+    return text;
+  }
+
+  // A date as the pattern writes it: its numbers padded or not, its year in two digits or four, its
+  // names full or short, in any case, and now and then another separator throughout.
+  std::u16string write(std::u16string_view pattern) {
+    const bool padded = below(2) == 0;
+    const char16_t separator = below(3) == 0 ? one_of(u"/-.,; |:") : u'\0';
+    const TextEntry* months =
+        below(2) == 0 ? handle->record->full_months : handle->record->short_months;
+    std::u16string text;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+      if (pattern[at] != u'%') {
+        text += separator != 0 ? separator : pattern[at];
+        continue;
+      }
+      if (pattern[++at] == u'#') {
+        text += u' ';  // a free-width year
+        ++at;
+      }
+      switch (pattern[at]) {
+        case u'Y':
+          text += below(4) == 0 ? digits(below(100), 2) : digits(1582 + below(8418), 4);
+          break;
+        case u'm':
+          text += digits(1 + below(13), padded ? 2 : 1);
+          break;
+        case u'd':
+        case u'E':
+          text += digits(1 + below(31), padded ? 2 : 1);
+          break;
+        case u'B':
+        case u'b':
+          text += text_of(months[below(12)]);
+          break;
+        default:
+          text += text_of(handle->record->full_weekdays[below(7)]);
+      }
+    }
+    return text;
+  }
+
+  // Changes the case of a letter, or puts in, takes out or replaces a unit.
+  void spoil(std::u16string& text) {
+    const std::size_t at = below(text.size());
+    switch (below(5)) {
+      case 0:
+        text.erase(at, 1);
+        break;
+      case 1:
+        text.insert(at, 1, one_of(u" 0123/-.,"));
+        break;
+      case 2:
+        text[at] = one_of(u"0129/-., aM\u00E9\u0131\U00010400");
+        break;
+      default:
+        if (text[at] >= u'A') text[at] ^= 0x20;
+    }
+  }
+
+  // Time input walks a pattern whatever it holds, and tells how far it got.
+  bool reads_whole(std::u16string_view pattern, std::u16string_view text, std::uint32_t dialect) {
+    set_text(handle->record->style_0_pattern, pattern);
+    const Reading walk = read_text<char16_t>(Input::time, text, dialect == lenient ? 8 : 2);
+    return walk.value && walk.consumed == text.size();
+  }
+
+  std::optional<double> by_definition(const Order& order, std::u16string_view text,
+                                      std::uint32_t dialect) {
+    text = text.substr(0, text.find_last_not_of(u' ') + 1);
+    for (const std::u16string_view pattern : order.patterns) {
+      if (!reads_whole(pattern, text, dialect)) continue;
+      set_text(handle->record->date_patterns[0], pattern);
+      return read_text<char16_t>(Input::date, text, 1 | (dialect == lenient ? 8 : 0)).value;
+    }
+    return std::nullopt;
+  }
+
+  std::mt19937 random_{20};
+};
+
+TEST_F(LayoutsTest, TheFirstCandidateThatReadsTheWholeTextDecides) {
+  constexpr int texts_of_each = 3000;
+  int read = 0;
+  for (const Order* order : {&day_first, &month_first}) {
+    for (int i = 0; i < 20 * texts_of_each; ++i) {
+      std::u16string text = write(order->patterns[i % 20]);
+      const std::size_t spoils = below(4);
+      for (std::size_t done = 0; done < spoils && !text.empty(); ++done) spoil(text);
+      for (const std::uint32_t dialect : {strict, lenient}) {
+        const std::optional<double> expected = by_definition(*order, text, dialect);
+        for (int p = 0; p < 3; ++p) {
+          set_text(handle->record->date_patterns[p], order->patterns[p]);
+        }
+        const std::size_t whole = text.find_last_not_of(u' ') + 1;
+        expect_read(Input::date, text, dialect, expected, whole);
+        if (expected) ++read;
+        // A field of fixed width and a single digit of a year need the text to end there.
+        if (!expected || dialect == strict || spoils > 0) continue;
+        if (u"0123456789"sv.find(text[whole - 2]) == std::u16string_view::npos) continue;
+        set_text(handle->record->style_0_pattern, u"%H:%M:%S");
+        expect_read(Input::date, text + u"T10:30:15", dialect | 0x200, *expected * 86400 + 37815,
+                    whole + 9);
+      }
+    }
+  }
+  EXPECT_GT(read, 10 * texts_of_each);
+}
+
+}  // namespace
+}  // namespace jwnls::test
