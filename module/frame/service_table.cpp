@@ -5,22 +5,9 @@
 #include "module/frame/handle_services.h"
 #include "module/numfmt/integer_services.h"
 #include "module/numfmt/number_services.h"
-#include "module/record/status.h"
+#include "module/numin/number_input_services.h"
 
 namespace jwnls {
-namespace {
-
-// Stands in the slots of services that this build does not have yet: says so and writes nothing.
-template <typename Service>
-struct Refusal;
-template <typename... Arguments>
-struct Refusal<std::uint32_t(Arguments...)> {
-  static std::uint32_t call(Arguments...) noexcept { return code(Status::not_possible); }
-};
-template <typename Service>
-constexpr Service* refused = Refusal<Service>::call;
-
-}  // namespace
 
 constexpr ServiceTable services = {
     .format_date = format_date<char16_t>,
@@ -36,11 +23,11 @@ constexpr ServiceTable services = {
     .read_date = read_date<char16_t>,
     .read_period = read_period<char16_t>,
     .read_time = read_time<char16_t>,
-    .read_number = refused<ReadNumber<char16_t>>,
-    .read_int64 = refused<ReadInteger<std::int64_t, char16_t>>,
-    .read_int64_too = refused<ReadInteger<std::int64_t, char16_t>>,
-    .read_uint64 = refused<ReadInteger<std::uint64_t, char16_t>>,
-    .read_uint64_too = refused<ReadInteger<std::uint64_t, char16_t>>,
+    .read_number = read_number<char16_t>,
+    .read_int64 = read_integer<std::int64_t, char16_t>,
+    .read_int64_too = read_integer<std::int64_t, char16_t>,
+    .read_uint64 = read_integer<std::uint64_t, char16_t>,
+    .read_uint64_too = read_integer<std::uint64_t, char16_t>,
     .no_operation_40 = no_operation,
     .no_operation_41 = no_operation,
     .no_operation_42 = no_operation,
@@ -50,35 +37,35 @@ constexpr ServiceTable services = {
     .copy_locale_name = copy_locale_name,
     .format_int32 = format_integer<std::int32_t, char16_t>,
     .format_uint32 = format_integer<std::uint32_t, char16_t>,
-    .read_int32 = refused<ReadInteger<std::int32_t, char16_t>>,
-    .read_uint32 = refused<ReadInteger<std::uint32_t, char16_t>>,
+    .read_int32 = read_integer<std::int32_t, char16_t>,
+    .read_uint32 = read_integer<std::uint32_t, char16_t>,
     .format_int32_too = format_integer<std::int32_t, char16_t>,
     .format_uint32_too = format_integer<std::uint32_t, char16_t>,
-    .read_int32_too = refused<ReadInteger<std::int32_t, char16_t>>,
-    .read_uint32_too = refused<ReadInteger<std::uint32_t, char16_t>>,
+    .read_int32_too = read_integer<std::int32_t, char16_t>,
+    .read_uint32_too = read_integer<std::uint32_t, char16_t>,
     .format_number_with_options = format_number_with_options,
-    .read_number_8bit = refused<ReadNumber<char>>,
-    .read_number_converted = refused<ReadConvertedNumber>,
-    .read_number_ebcdic = refused<ReadConvertedNumber>,
+    .read_number_8bit = read_number<char>,
+    .read_number_converted = read_number_converted,
+    .read_number_ebcdic = read_number_ebcdic,
     .format_number_8bit = format_number_8bit,
     .format_int64_8bit = format_integer<std::int64_t, char>,
     .format_int64_8bit_too = format_integer<std::int64_t, char>,
     .format_uint64_8bit = format_integer<std::uint64_t, char>,
     .format_uint64_8bit_too = format_integer<std::uint64_t, char>,
-    .read_int64_8bit = refused<ReadInteger<std::int64_t, char>>,
-    .read_int64_8bit_too = refused<ReadInteger<std::int64_t, char>>,
-    .read_uint64_8bit = refused<ReadInteger<std::uint64_t, char>>,
-    .read_uint64_8bit_too = refused<ReadInteger<std::uint64_t, char>>,
+    .read_int64_8bit = read_integer<std::int64_t, char>,
+    .read_int64_8bit_too = read_integer<std::int64_t, char>,
+    .read_uint64_8bit = read_integer<std::uint64_t, char>,
+    .read_uint64_8bit_too = read_integer<std::uint64_t, char>,
     .format_int32_8bit = format_integer<std::int32_t, char>,
     .format_uint32_8bit = format_integer<std::uint32_t, char>,
-    .read_int32_8bit = refused<ReadInteger<std::int32_t, char>>,
-    .read_uint32_8bit = refused<ReadInteger<std::uint32_t, char>>,
+    .read_int32_8bit = read_integer<std::int32_t, char>,
+    .read_uint32_8bit = read_integer<std::uint32_t, char>,
     .format_int32_8bit_too = format_integer<std::int32_t, char>,
     .format_uint32_8bit_too = format_integer<std::uint32_t, char>,
-    .read_int32_8bit_too = refused<ReadInteger<std::int32_t, char>>,
-    .read_uint32_8bit_too = refused<ReadInteger<std::uint32_t, char>>,
-    .read_number_with_flags = refused<ReadNumberWithFlags<char16_t>>,
-    .read_number_8bit_with_flags = refused<ReadNumberWithFlags<char>>,
+    .read_int32_8bit_too = read_integer<std::int32_t, char>,
+    .read_uint32_8bit_too = read_integer<std::uint32_t, char>,
+    .read_number_with_flags = read_number_with_flags<char16_t>,
+    .read_number_8bit_with_flags = read_number_with_flags<char>,
     .create_handle_cache = create_handle_cache,
     .set_time_zone = set_time_zone,
     .format_time_8bit = format_time<char>,

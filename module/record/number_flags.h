@@ -1,4 +1,4 @@
-// The flag bits of the services that format numbers, as every caller writes them.
+// The flag bits of the services that format and read numbers, as every caller writes them.
 
 #ifndef JWNLS_MODULE_RECORD_NUMBER_FLAGS_H_
 #define JWNLS_MODULE_RECORD_NUMBER_FLAGS_H_
@@ -55,6 +55,19 @@ inline constexpr std::uint32_t integer_first = 0x1;
 namespace percent_flags {
 inline constexpr std::uint32_t parentheses = 0x1;
 }
+
+// The flag bit of slots 76 and 77.
+namespace number_input_flags {
+inline constexpr std::uint32_t blank_groups = 0x4000;  // a space counts as the no-break space
+}
+
+// The flag bits of the services that read integers.
+namespace integer_input_flags {
+inline constexpr std::uint32_t hexadecimal = 0x1;         // unsigned members
+inline constexpr std::uint32_t trailing_blanks = 0x1000;  // may stand before the end
+inline constexpr std::uint32_t fraction = 0x2000;         // may follow, in decimal
+inline constexpr std::uint32_t blank_groups = 0x4000;     // a space counts as the no-break space
+}  // namespace integer_input_flags
 
 }  // namespace jwnls
 

@@ -1,0 +1,54 @@
+// From decimal digits to a double, by the steps that define the value: each digit is added to ten
+// times the ones before, in double arithmetic, and the sum is scaled by a power of ten.
+
+#ifndef JWNLS_MODULE_NUMIN_DECIMAL_ACCUMULATOR_H_
+#define JWNLS_MODULE_NUMIN_DECIMAL_ACCUMULATOR_H_
+
+#include <cstdint>
+
+#include "module/record/status.h"
+
+namespace jwnls {
+
+/// The doubles nearest to 10^0 to 10^308.
+inline constexpr int highest_double_power = 308;
+extern const double double_powers_of_ten[highest_double_power + 1];
+
+/// value * 10^exponent for a sum of digits, exponents up to 30,800 and down to any. out_of_range
+/// when it is beyond the doubles; one that is too small is 0.
+Status scale_far(double sum, std::int64_t exponent, double& value) noexcept;
+
+/// The same; nearly every exponent needs one multiplication or division.
+[[nodiscard]] inline Status scale(double sum, std::int64_t exponent, double& value) noexcept {
+  if (exponent <= 0 && exponent >= -highest_double_power) [[likely]] {
+    value = sum / double_powers_of_ten[-exponent];
+    return Status::ok;
+  }
+  return scale_far(sum, exponent, value);
+}
+
+/// The sum of the digits so far. Below 2^53 every step is exact, so integers take those.
+class DecimalAccumulator {
+ public:
+  /// True while another digit keeps the sum exact.
+  bool exact() const noexcept { return integer_ <= largest_exact; }
+  /// Adds a digit where that is exact.
+  void add(std::uint32_t digit) noexcept { integer_ = integer_ * 10 + digit; }
+  /// Adds a digit where it is not: rounds twice, as doubles do.
+  void add_rounded(std::uint32_t digit) noexcept {
+    if (rounded_ == 0) rounded_ = static_cast<double>(integer_);
+    rounded_ = rounded_ * 10.0 + digit;
+  }
+
+  double sum() const noexcept { return rounded_ == 0 ? static_cast<double>(integer_) : rounded_; }
+
+ private:
+  static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9) / 10;
+
+  std::int64_t integer_ = 0;
+  double rounded_ = 0;  // takes over from integer_ once it is not 0
+};
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMIN_DECIMAL_ACCUMULATOR_H_

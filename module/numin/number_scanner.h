@@ -1,0 +1,196 @@
+// The scanner of locale numbers, over every encoding.
+//
+//   text      = blanks [ number | missing ] blanks
+//   missing   = "." | "." letter | "._"
+//   number    = [ sign ] mantissa [ exponent ]
+//   mantissa  = digits and grouping symbols [ decimal digits ] | decimal digits
+//   exponent  = ( "E" | "e" | "D" | "d" ) [ sign ] digits and grouping symbols
+//
+// Blanks are spaces and tabs. Group sizes are not checked. A text that is blank or a lone period
+// is the standard missing value.
+
+#ifndef JWNLS_MODULE_NUMIN_NUMBER_SCANNER_H_
+#define JWNLS_MODULE_NUMIN_NUMBER_SCANNER_H_
+
+#include <bit>
+#include <cstdint>
+
+#include "module/calendar/missing_value.h"
+#include "module/numin/decimal_accumulator.h"
+#include "module/numin/unit_encoding.h"
+#include "module/record/status.h"
+
+namespace jwnls {
+
+/// What a text is read with, as units of its encoding. A symbol that no unit of the encoding can
+/// equal does not occur in the text.
+struct NumberSymbols {
+  std::uint32_t decimal = '.';
+  std::uint32_t grouping = ',';
+  bool blank_groups = false;  // a space with a digit behind it counts as a grouping symbol
+};
+
+/// What a number's text amounts to.
+struct NumberReading {
+  Status status = Status::ok;
+  double value = missing_value();
+  std::int64_t consumed = 0;  // units; where the text offends when it is no number
+};
+
+template <typename Encoding>
+class NumberScanner {
+ public:
+  using Unit = typename Encoding::Unit;
+
+  /// `length` is 0 or more.
+  NumberScanner(const Unit* text, std::int64_t length, const NumberSymbols& symbols) noexcept
+      : text_(text), length_(length), symbols_(symbols) {}
+
+  [[nodiscard]] NumberReading read() noexcept {
+    skip_blanks();
+    if (at_end()) return {Status::ok, missing_value(), length_};
+    bool negative = false;
+    std::int64_t fraction = no_fraction;  // where it begins
+    if (!is_digit(at_)) {
+      const std::uint32_t start = unit(at_);
+      const bool period = start == Encoding::of('.');
+      if (start == Encoding::of('+') || start == Encoding::of('-')) {
+        negative = start == Encoding::of('-');
+        if (unit_is(++at_, symbols_.decimal)) fraction = ++at_;
+      } else if (period && !is_digit(at_ + 1)) {
+        return read_missing();
+      } else if (start == symbols_.decimal) {
+        fraction = ++at_;
+      } else {
+        return invalid(period ? at_ : 0);
+      }
+      if (!is_digit(at_)) return invalid(at_);
+    }
+    return read_number(negative, fraction);
+  }
+
+ private:
+  static constexpr std::int64_t no_fraction = 0;  // a fraction has a decimal symbol before it
+  static constexpr std::int64_t stored_digits = 150;
+  static constexpr std::int64_t highest_exponent = 30800;
+
+  bool at_end() const noexcept { return at_ == length_; }
+  std::uint32_t unit(std::int64_t at) const noexcept { return unit_value(text_[at]); }
+  std::uint32_t digit(std::int64_t at) const noexcept { return unit(at) - Encoding::of('0'); }
+  // False at the end.
+  bool is_digit(std::int64_t at) const noexcept { return at < length_ && digit(at) <= 9; }
+  bool unit_is(std::int64_t at, std::uint32_t value) const noexcept {
+    return at < length_ && unit(at) == value;
+  }
+  bool is_blank(std::int64_t at) const noexcept {
+    return unit_is(at, Encoding::of(' ')) || unit_is(at, Encoding::of('\t'));
+  }
+  void skip_blanks() noexcept {
+    while (is_blank(at_)) ++at_;
+  }
+
+  static NumberReading invalid(std::int64_t at) noexcept {
+    return {Status::invalid_number, missing_value(), at};
+  }
+
+  // What follows the text's content, which ends at at_: blanks, or nothing.
+  NumberReading finish(double value) noexcept {
+    const std::int64_t end = at_;
+    skip_blanks();
+    return at_end() ? NumberReading{Status::ok, value, end} : invalid(at_);
+  }
+
+  // A period with no digit behind it.
+  NumberReading read_missing() noexcept {
+    ++at_;
+    if (at_end() || is_blank(at_)) return finish(missing_value());
+    const std::uint32_t letter = Encoding::upper_case(unit(at_));
+    if (letter == Encoding::of('_')) return finish_special(0xD2);
+    for (char each = 'A'; each <= 'Z'; ++each) {
+      if (letter == Encoding::of(each)) return finish_special(~static_cast<unsigned>(each) & 0xFF);
+    }
+    return invalid(at_);
+  }
+  NumberReading finish_special(std::uint64_t code) noexcept {
+    ++at_;
+    return finish(std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | code << 40));
+  }
+
+  NumberReading read_number(bool negative, std::int64_t fraction) noexcept {
+    while (unit_is(at_, Encoding::of('0')) ||
+           (unit_is(at_, symbols_.decimal) && fraction == no_fraction)) {
+      if (unit(at_) != Encoding::of('0')) fraction = at_ + 1;
+      ++at_;
+    }
+    DecimalAccumulator digits;
+    std::int64_t first = at_;  // less the symbols since, so that it counts the digits
+    for (; !at_end(); ++at_) {
+      const std::uint32_t value = digit(at_);
+      if (value <= 9) {
+        if (digits.exact()) [[likely]] {
+          digits.add(value);
+        } else if (at_ - first < stored_digits) {
+          digits.add_rounded(value);
+        }
+        // Deliberate: a digit past the 150th is dropped without a trace in the exponent.
+        continue;
+      }
+      const std::uint32_t symbol = unit(at_);
+      if (symbol == symbols_.decimal) {
+        if (fraction != no_fraction) return invalid(at_);
+        fraction = at_ + 1;
+      } else if (symbol == symbols_.grouping) {
+        if (fraction != no_fraction) return invalid(at_);
+        if (at_ + 1 == length_) return invalid(length_);
+      } else if (!symbols_.blank_groups || symbol != Encoding::of(' ') || fraction != no_fraction ||
+                 !is_digit(at_ + 1)) {
+        break;
+      }
+      ++first;
+    }
+    std::int64_t exponent = fraction == no_fraction ? 0 : fraction - at_;
+    if (!at_end() && !is_blank(at_)) {
+      const NumberReading failure = read_exponent(exponent);
+      if (failure.status != Status::ok) return failure;
+    }
+    double magnitude = 0;
+    const Status scaled = scale(digits.sum(), exponent, magnitude);
+    NumberReading reading = finish(negative ? -magnitude : magnitude);
+    if (reading.status == Status::ok && scaled != Status::ok) return {scaled, missing_value(), 0};
+    return reading;
+  }
+
+  // Adds what is written behind the mantissa. ok when a number may end there.
+  NumberReading read_exponent(std::int64_t& exponent) noexcept {
+    const std::uint32_t letter = unit(at_);
+    if (letter != Encoding::of('E') && letter != Encoding::of('e') && letter != Encoding::of('D') &&
+        letter != Encoding::of('d')) {
+      return invalid(at_);
+    }
+    ++at_;
+    const bool negative = unit_is(at_, Encoding::of('-'));
+    if (negative || unit_is(at_, Encoding::of('+'))) ++at_;
+    std::int64_t written = 0;
+    do {
+      if (!is_digit(at_)) return invalid(at_);
+      written = written * 10 + digit(at_++);
+      if (written > highest_exponent) return {Status::out_of_range, missing_value(), 0};
+      if (!is_digit(at_) && unit_is(at_, symbols_.grouping)) {
+        ++at_;
+        if (!is_digit(at_)) return invalid(at_);
+      }
+    } while (is_digit(at_));
+    if (!at_end() && !unit_is(at_, Encoding::of(' '))) return invalid(at_);  // a tab may not
+    exponent += negative ? -written : written;
+    return {};
+  }
+
+  const Unit* text_;
+  std::int64_t length_;
+  std::int64_t at_ = 0;
+  NumberSymbols symbols_;
+};
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_NUMIN_NUMBER_SCANNER_H_
