@@ -27,26 +27,38 @@ Status scale_far(double sum, std::int64_t exponent, double& value) noexcept;
   return scale_far(sum, exponent, value);
 }
 
-/// The sum of the digits so far. Below 2^53 every step is exact, so integers take those.
+/// The sum of a number's digits. Below 2^53 every step is exact, so integers take those.
 class DecimalAccumulator {
  public:
-  /// True while another digit keeps the sum exact.
-  bool exact() const noexcept { return integer_ <= largest_exact; }
-  /// Adds a digit where that is exact.
-  void add(std::uint32_t digit) noexcept { integer_ = integer_ * 10 + digit; }
-  /// Adds a digit where it is not: rounds twice, as doubles do.
-  void add_rounded(std::uint32_t digit) noexcept {
-    if (rounded_ == 0) rounded_ = static_cast<double>(integer_);
-    rounded_ = rounded_ * 10.0 + digit;
+  void add(std::uint32_t digit) noexcept {
+    if (integer_ <= largest_exact) [[likely]] {
+      integer_ = integer_ * 10 + digit;
+    } else {
+      add_rounded(digit);
+    }
   }
 
   double sum() const noexcept { return rounded_ == 0 ? static_cast<double>(integer_) : rounded_; }
 
  private:
   static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9) / 10;
+  static constexpr int counted_digits = 150;
+
+  // Deliberate: a digit past the 150th, leading zeros aside, is dropped without a trace in the
+  // exponent.
+  void add_rounded(std::uint32_t digit) noexcept {
+    if (rounded_ == 0) {
+      rounded_ = static_cast<double>(integer_);
+      digits_ = integer_ >= 1'000'000'000'000'000 ? 16 : 15;
+    }
+    if (digits_ == counted_digits) return;
+    ++digits_;
+    rounded_ = rounded_ * 10.0 + digit;
+  }
 
   std::int64_t integer_ = 0;
   double rounded_ = 0;  // takes over from integer_ once it is not 0
+  int digits_ = 0;      // in rounded_
 };
 
 }  // namespace jwnls

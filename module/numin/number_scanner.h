@@ -71,7 +71,6 @@ class NumberScanner {
 
  private:
   static constexpr std::int64_t no_fraction = 0;  // a fraction has a decimal symbol before it
-  static constexpr std::int64_t stored_digits = 150;
   static constexpr std::int64_t highest_exponent = 30800;
 
   bool at_end() const noexcept { return at_ == length_; }
@@ -123,16 +122,10 @@ class NumberScanner {
       ++at_;
     }
     DecimalAccumulator digits;
-    std::int64_t first = at_;  // less the symbols since, so that it counts the digits
     for (; !at_end(); ++at_) {
       const std::uint32_t value = digit(at_);
       if (value <= 9) {
-        if (digits.exact()) [[likely]] {
-          digits.add(value);
-        } else if (at_ - first < stored_digits) {
-          digits.add_rounded(value);
-        }
-        // Deliberate: a digit past the 150th is dropped without a trace in the exponent.
+        digits.add(value);
         continue;
       }
       const std::uint32_t symbol = unit(at_);
@@ -146,7 +139,6 @@ class NumberScanner {
                  !is_digit(at_ + 1)) {
         break;
       }
-      ++first;
     }
     std::int64_t exponent = fraction == no_fraction ? 0 : fraction - at_;
     if (!at_end() && !is_blank(at_)) {
