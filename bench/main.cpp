@@ -3,6 +3,7 @@
 #include "bench/date_reading.h"
 #include "bench/handles.h"
 #include "bench/number_formatting.h"
+#include "bench/number_reading.h"
 
 int main(int argc, char** argv) {
   using namespace jwnls::bench;
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
   enter_date_formatting();
   enter_date_reading();
   enter_number_formatting();
+  enter_number_reading();
   enter_handle_creation();
   return run_contests(argc, argv);
 }
