@@ -20,6 +20,7 @@
 #include "client/missing_value.h"
 #include "client/number_format.h"
 #include "client/quoting.h"
+#include "client/reading_options.h"
 #include "client/result.h"
 #include "client/utf8.h"
 

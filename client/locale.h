@@ -1,5 +1,5 @@
-// A locale with a time zone: formats dates, times of day, datetimes and numbers the way the locale
-// does.
+// A locale with a time zone: formats and reads dates, times of day, datetimes and numbers the way
+// the locale does.
 
 #ifndef JWNLS_CLIENT_LOCALE_H_
 #define JWNLS_CLIENT_LOCALE_H_
@@ -15,6 +15,7 @@
 #include "client/conventions.h"
 #include "client/date_scale.h"
 #include "client/number_format.h"
+#include "client/reading_options.h"
 #include "client/result.h"
 #include "module/record/locale_record.h"
 
@@ -147,6 +148,29 @@ class Locale {
   /// out_of_range where the hundredfold is beyond a double.
   template <TextString String = std::string>
   [[nodiscard]] Result<String> format_percent(double value, const PercentFormat& format = {}) const;
+
+  // ---- Reading. Texts are UTF-8 and read whole; blanks around them do not matter. A text that is
+  // not read is an error that tells why, and which part of it fits (Error::fitting_bytes):
+  // no_match, of numbers invalid_number, and not_possible for a choice that check() refuses.
+
+  [[nodiscard]] Result<std::chrono::year_month_day> read_date(
+      std::string_view text, const DateReading& reading = {}) const;
+
+  /// The time since midnight.
+  [[nodiscard]] Result<std::chrono::seconds> read_time(std::string_view text,
+                                                       const TimeReading& reading = {}) const;
+
+  /// The wall-clock time; a date alone is its midnight. A time zone that a pattern asks for is read
+  /// and not applied.
+  [[nodiscard]] Result<std::chrono::local_seconds> read_datetime(
+      std::string_view text, const DateReading& reading = {}) const;
+
+  /// The first day of a month, week or quarter: "Month3, 2024", "Mar-2024", "3/2024"; "Week9 2024"
+  /// (weeks from Sunday on, the year's first Sunday begins week 1), "W9, 2024" (weeks of ISO 8601);
+  /// "Quarter1 2024", "Qtr1 2024", "Q1, 2024"; in any case, with the locale's own month names.
+  /// Years of two digits are placed in the hundred from the host's option JW_NAME_YEARCUTOFF on, by
+  /// default 1950.
+  [[nodiscard]] Result<std::chrono::year_month_day> read_period(std::string_view text) const;
 
   // ---- What the locale is made of.
 

@@ -3,7 +3,7 @@
 #ifndef JWNLS_CLIENT_RESULT_H_
 #define JWNLS_CLIENT_RESULT_H_
 
-#include <cstdint>
+#include <cstddef>
 #include <string>
 #include <tl/expected.hpp>
 
@@ -16,6 +16,8 @@ namespace jwnls::client {
 struct Error {
   Status status = Status::ok;
   std::string message;
+  /// Of a text that could not be read: the bytes at its begin that fit; what follows does not.
+  std::size_t fitting_bytes = 0;
 };
 
 /// A value or an Error: `if (result) use(*result); else report(result.error().message);`. It has
@@ -26,7 +28,7 @@ using Result = tl::expected<T, Error>;
 
 /// An Error, ready to be returned where a Result is due.
 inline tl::unexpected<Error> failure(Status status, std::string message) {
-  return tl::unexpected<Error>(Error{status, std::move(message)});
+  return tl::unexpected<Error>(Error{status, std::move(message), 0});
 }
 
 }  // namespace jwnls::client
