@@ -11,19 +11,22 @@
 #include "tool/format_command.h"
 #include "tool/list_commands.h"
 #include "tool/output.h"
+#include "tool/read_command.h"
 #include "tool/show_command.h"
 
 namespace jwnls::tool {
 namespace {
 
 constexpr const char* program_description =
-    "Writes dates, times and numbers the way a locale does.";
+    "Writes and reads dates, times and numbers the way a locale does.";
 
 constexpr const char* program_footer =
     "Examples:\n"
     "  jwnls format date -l de_DE -s long 2024-03-15\n"
     "  jwnls format datetime -l en_US -z America/New_York now\n"
     "  jwnls format number -l fr_FR -d 2 1234567.891\n"
+    "  jwnls read date -l fr_FR '15 mars 2024'\n"
+    "  jwnls convert time --from en_US --to de_DE '2:30 PM'\n"
     "  jwnls show ja_JP\n"
     "  jwnls locales arab\n"
     "\n"
@@ -74,6 +77,8 @@ class CommandLine {
     app_.footer(program_footer);
     app_.failure_message(CLI::FailureMessage::simple);
     add_format();
+    add_read();
+    add_convert();
     add_list("locales", "List the locales: name, English name, own name",
              "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
     add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
@@ -96,26 +101,35 @@ class CommandLine {
   static std::string examples(const std::string& lines) { return "Examples:\n" + lines; }
 
   [[nodiscard]] std::string missing_command() const {
-    const bool format_alone = !app_.get_subcommands().empty();
-    const CLI::App* parent = format_alone ? app_.get_subcommands().front() : &app_;
+    const bool has_parent = !app_.get_subcommands().empty();
+    const CLI::App* parent = has_parent ? app_.get_subcommands().front() : &app_;
     std::string names;
     for (const CLI::App* command : parent->get_subcommands({})) {
       names.append(names.empty() ? "" : ", ").append(command->get_name());
     }
-    return std::string(format_alone ? "format" : "jwnls") + " needs one of " + names +
-           " (see --help)";
+    return parent->get_name() + " needs one of " + names + " (see --help)";
   }
 
   static std::string locale_help(const char* category) {
     return std::string("The locale; default: LC_ALL, ") + category + " or LANG";
   }
 
+  CLI::App* add_parent(const char* name, const char* summary) {
+    CLI::App* parent = app_.add_subcommand(name, summary);
+    parent->require_subcommand(0, 1);
+    parent->footer(std::string("Values are arguments or, without any, lines of standard input.\n") +
+                   "\"jwnls " + name + " KIND --help\" tells what a kind takes.");
+    return parent;
+  }
+
+  static void add_values(CLI::App& command, std::vector<std::string>& values, const char* help,
+                         const char* note, const char* lines) {
+    command.add_option("values", values, help)->type_name("VALUE")->transform(unshielded);
+    command.footer(std::string(values_footer) + note + "\n\n" + examples(lines));
+  }
+
   void add_format() {
-    CLI::App* format = app_.add_subcommand("format", "Write values the way a locale does");
-    format->require_subcommand(0, 1);
-    format->footer(
-        "Values are arguments or, without any, lines of standard input.\n"
-        "\"jwnls format KIND --help\" tells what a kind takes.");
+    CLI::App* format = add_parent("format", "Write values the way a locale does");
     for (const auto kinds : {date_kinds(), number_kinds()}) {
       for (const FormatKind& kind : kinds) add_format_kind(*format, kind);
     }
@@ -126,14 +140,71 @@ class CommandLine {
     FormatOptions& options = format_options_.emplace_back();
     command->add_option("-l,--locale", options.locale, locale_help(kind.locale_category))
         ->type_name("NAME");
-    kind.add_options(*command, options);
-    command->add_option("values", options.values, kind.values_help)
-        ->type_name("VALUE")
-        ->transform(unshielded);
-    command->footer(std::string(values_footer) + kind.values_note + "\n\n" +
-                    examples(kind.examples));
+    kind.add_value_options(*command, options);
+    if (kind.add_options != nullptr) kind.add_options(*command, options);
+    add_values(*command, options.values, kind.values_help, kind.values_note, kind.examples);
     command->callback([this, &kind, &options] {
       chosen_ = [&kind, &options] { return run_format(kind, options); };
+    });
+  }
+
+  void add_read() {
+    CLI::App* read = add_parent("read", "Read values the way a locale writes them");
+    for (const ReadKind& kind : date_read_kinds()) {
+      ReadOptions& options = read_options_.emplace_back();
+      CLI::App* command = read->add_subcommand(kind.name, kind.summary);
+      command
+          ->add_option("-l,--locale", options.locale,
+                       locale_help(written_kind(kind).locale_category))
+          ->type_name("NAME");
+      kind.add_options(*command, options);
+      CLI::Option* raw = nullptr;
+      if (kind.raw_help != nullptr) raw = command->add_flag("-r,--raw", options.raw, kind.raw_help);
+      CLI::Option* target =
+          command->add_option("--as", options.target, "Write the value the way another locale does")
+              ->type_name("NAME");
+      if (raw != nullptr) target->excludes(raw)->option_text("NAME");
+      add_written_options(*command, kind, options, target);
+      add_read_values(*command, kind, options, kind.examples);
+    }
+  }
+
+  void add_convert() {
+    CLI::App* convert = add_parent("convert", "Read values in one locale, write them in another");
+    for (const ReadKind& kind : date_read_kinds()) {
+      if (kind.convert_examples == nullptr) continue;
+      ReadOptions& options = read_options_.emplace_back();
+      CLI::App* command = convert->add_subcommand(
+          kind.name, std::string("Convert ") + kind.name + "s from one locale's text to another's");
+      command->add_option("-f,--from", options.locale, "The locale of the values")
+          ->type_name("NAME")
+          ->required();
+      command->add_option("-t,--to", options.target, "The locale to write in")
+          ->type_name("NAME")
+          ->required();
+      kind.add_options(*command, options);
+      add_written_options(*command, kind, options, nullptr);
+      add_read_values(*command, kind, options, kind.convert_examples);
+    }
+  }
+
+  // The options of `format`, which need `target` where it is not required anyway.
+  static void add_written_options(CLI::App& command, const ReadKind& kind, ReadOptions& options,
+                                  CLI::Option* target) {
+    const FormatKind& written = written_kind(kind);
+    if (written.add_options == nullptr) return;
+    const auto before = command.get_options().size();
+    written.add_options(command, options.format);
+    if (target == nullptr) return;
+    const auto all = command.get_options([](const CLI::Option*) { return true; });
+    for (auto option = before; option < all.size(); ++option) all[option]->needs(target);
+  }
+
+  void add_read_values(CLI::App& command, const ReadKind& kind, ReadOptions& options,
+                       const char* lines) {
+    add_values(command, options.values, kind.values_help, kind.values_note, lines);
+    command.callback([this, &kind, &options] {
+      chosen_ = [&kind, &options] { return run_read(kind, options); };
     });
   }
 
@@ -160,6 +231,7 @@ class CommandLine {
 
   CLI::App app_;
   std::list<FormatOptions> format_options_;  // one for each kind; CLI::App keeps references
+  std::list<ReadOptions> read_options_;
   std::list<ListOptions> list_options_;
   ShowOptions show_options_;
   Command chosen_;

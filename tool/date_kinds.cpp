@@ -64,8 +64,8 @@ client::DatetimeStyle datetime_style(const std::string& name) {
                                        : client::DatetimeStyle::date_and_time;
 }
 
-Result<FormattedValue> format_date(const Locale& locale, const FormatOptions& options,
-                                   std::string_view text) {
+Result<ValueText> format_date(const Locale& locale, const FormatOptions& options,
+                              std::string_view text) {
   const client::DateStyle style = date_style(options.style);
   if (options.raw) {
     return read_raw(text).and_then(
@@ -77,8 +77,8 @@ Result<FormattedValue> format_date(const Locale& locale, const FormatOptions& op
   return locale.format_date(*value->date, style);
 }
 
-Result<FormattedValue> format_time(const Locale& locale, const FormatOptions& options,
-                                   std::string_view text) {
+Result<ValueText> format_time(const Locale& locale, const FormatOptions& options,
+                              std::string_view text) {
   if (options.raw) {
     return read_raw(text).and_then(
         [&](double seconds) { return locale.format_time(DatetimeValue{seconds}); });
@@ -89,8 +89,8 @@ Result<FormattedValue> format_time(const Locale& locale, const FormatOptions& op
   return locale.format_time(*value->time);
 }
 
-Result<FormattedValue> format_datetime(const Locale& locale, const FormatOptions& options,
-                                       std::string_view text) {
+Result<ValueText> format_datetime(const Locale& locale, const FormatOptions& options,
+                                  std::string_view text) {
   const client::DatetimeStyle style = datetime_style(options.style);
   if (options.raw) {
     return read_raw(text).and_then(
@@ -127,20 +127,26 @@ void add_style(CLI::App& command, FormatOptions& options, std::span<const char* 
       ->check(CLI::Validator(known_style, ""));
 }
 
-void add_date_options(CLI::App& command, FormatOptions& options) {
-  static constexpr const char* styles[] = {"short", "medium", "long", "1", "2", "3"};
+void add_date_values(CLI::App& command, FormatOptions& options) {
   add_zone_and_raw(command, options, "Values are days since 1960-01-01");
-  add_style(command, options, styles, "short (1), medium (2, the default) or long (3)");
 }
 
-void add_time_options(CLI::App& command, FormatOptions& options) {
+void add_time_values(CLI::App& command, FormatOptions& options) {
   add_zone_and_raw(command, options,
                    "Values are seconds since midnight or since 1960-01-01 00:00:00");
 }
 
-void add_datetime_options(CLI::App& command, FormatOptions& options) {
-  static constexpr const char* styles[] = {"medium", "time", "1", "0"};
+void add_datetime_values(CLI::App& command, FormatOptions& options) {
   add_zone_and_raw(command, options, "Values are seconds since 1960-01-01 00:00:00");
+}
+
+void add_date_style(CLI::App& command, FormatOptions& options) {
+  static constexpr const char* styles[] = {"short", "medium", "long", "1", "2", "3"};
+  add_style(command, options, styles, "short (1), medium (2, the default) or long (3)");
+}
+
+void add_datetime_style(CLI::App& command, FormatOptions& options) {
+  static constexpr const char* styles[] = {"medium", "time", "1", "0"};
   add_style(command, options, styles,
             "medium (1, the default: date and time) or time (0: the time alone)");
 }
@@ -155,7 +161,8 @@ constexpr FormatKind kinds[] = {
                  "  jwnls format date -l ja_JP 2024-03-15 1999-12-31\n"
                  "  jwnls format date -l fr_FR --raw 0 -138061 23450.5\n"
                  "  cut -d, -f3 orders.csv | jwnls format date -l es_MX -s short",
-     .add_options = add_date_options,
+     .add_value_options = add_date_values,
+     .add_options = add_date_style,
      .format = format_date},
     {.name = "time",
      .summary = "Write times of day",
@@ -165,7 +172,7 @@ constexpr FormatKind kinds[] = {
      .examples = "  jwnls format time -l en_US 14:30 00:05:09\n"
                  "  jwnls format time -l ko_KR -z Asia/Seoul 2024-03-15T14:30:00Z\n"
                  "  jwnls format time -l da_DK --raw 52200",
-     .add_options = add_time_options,
+     .add_value_options = add_time_values,
      .format = format_time},
     {.name = "datetime",
      .summary = "Write datetimes",
@@ -176,7 +183,8 @@ constexpr FormatKind kinds[] = {
                  "  jwnls format datetime -l hi_IN -z Asia/Kolkata now\n"
                  "  jwnls format datetime -l en_GB -z Europe/London 2024-07-01T12:00:00Z\n"
                  "  date -Iseconds | jwnls format datetime -l pt_BR -z America/Sao_Paulo",
-     .add_options = add_datetime_options,
+     .add_value_options = add_datetime_values,
+     .add_options = add_datetime_style,
      .format = format_datetime},
 };
 

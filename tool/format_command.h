@@ -10,6 +10,7 @@
 
 #include "client/jwnls.h"
 #include "tool/exit_code.h"
+#include "tool/value_lines.h"
 
 namespace CLI {
 class App;
@@ -33,15 +34,6 @@ struct FormatOptions {
   client::PercentFormat percent;
 };
 
-struct FormattedValue {
-  FormattedValue() = default;
-  FormattedValue(std::string the_text, const char* the_note = nullptr)
-      : text(std::move(the_text)), note(the_note) {}
-
-  std::string text;
-  const char* note = nullptr;  // what the text had to do without; null: nothing
-};
-
 /// A kind of value that `format` writes: a row here is a subcommand there.
 struct FormatKind {
   const char* name;
@@ -50,10 +42,11 @@ struct FormatKind {
   const char* values_help;      // what a value may look like
   const char* values_note;      // the same at length
   const char* examples;
-  void (*add_options)(CLI::App&, FormatOptions&);
+  void (*add_value_options)(CLI::App&, FormatOptions&);           // what values mean
+  void (*add_options)(CLI::App&, FormatOptions&) = nullptr;       // what the text is to look like
   client::Result<void> (*check)(const FormatOptions&) = nullptr;  // of options, before any value
-  client::Result<FormattedValue> (*format)(const client::Locale&, const FormatOptions&,
-                                           std::string_view value);
+  client::Result<ValueText> (*format)(const client::Locale&, const FormatOptions&,
+                                      std::string_view value);
 };
 
 [[nodiscard]] std::span<const FormatKind> date_kinds();
@@ -61,6 +54,15 @@ struct FormatKind {
 
 /// Adds -z, of the commands that show instants.
 void add_zone_option(CLI::App& command, std::string& zone);
+
+/// Throws Failure{usage} for options that no value could be formatted with.
+void check_options(const FormatKind& kind, const FormatOptions& options);
+
+/// A value's text; errors and notes name the value.
+[[nodiscard]] client::Result<ValueText> format_value(const FormatKind& kind,
+                                                     const client::Locale& locale,
+                                                     const FormatOptions& options,
+                                                     std::string_view value);
 
 /// Writes a line for each value and reports the values that have none.
 ExitCode run_format(const FormatKind& kind, const FormatOptions& options);

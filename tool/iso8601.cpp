@@ -1,6 +1,7 @@
 #include "tool/iso8601.h"
 
 #include <cstddef>
+#include <cstdio>
 
 namespace jwnls::tool {
 namespace {
@@ -174,6 +175,27 @@ tl::expected<IsoValue, std::string> read_iso8601(std::string_view text) {
   value.offset = *offset;
   if (!input.at_end()) return because("text is left after the time");
   return value;
+}
+
+std::string iso_text(std::chrono::year_month_day date) {
+  char text[24];
+  (void)std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
+                      unsigned{date.month()}, unsigned{date.day()});
+  return text;
+}
+
+std::string iso_text(std::chrono::seconds since_midnight) {
+  const std::chrono::hh_mm_ss time(since_midnight);
+  char text[24];
+  (void)std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(time.hours().count()),
+                      static_cast<int>(time.minutes().count()),
+                      static_cast<int>(time.seconds().count()));
+  return text;
+}
+
+std::string iso_text(std::chrono::local_seconds time) {
+  const auto day = std::chrono::floor<std::chrono::days>(time);
+  return iso_text(year_month_day{day}) + "T" + iso_text(time - day);
 }
 
 }  // namespace jwnls::tool

@@ -1,4 +1,4 @@
-// Reads dates, times of day and datetimes as ISO 8601 writes them.
+// Reads and writes dates, times of day and datetimes as ISO 8601 writes them.
 //
 //   date      2024-03-15, 20240315, 12024-03-15     (a year of 4 or 5 digits)
 //   time      14:30, 14:30:05, T143005, 14:30:05.25  ("," for "." too; a "T" may come first)
@@ -25,6 +25,11 @@ struct IsoValue {
 /// Reads the whole text: a date, a time or both. The error is the reason for a person, without the
 /// text itself: "month 13 is not 01 to 12".
 [[nodiscard]] tl::expected<IsoValue, std::string> read_iso8601(std::string_view text);
+
+/// "2024-03-15", "14:30:05", "2024-03-15T14:30:05".
+[[nodiscard]] std::string iso_text(std::chrono::year_month_day date);
+[[nodiscard]] std::string iso_text(std::chrono::seconds since_midnight);
+[[nodiscard]] std::string iso_text(std::chrono::local_seconds time);
 
 }  // namespace jwnls::tool
 

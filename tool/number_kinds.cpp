@@ -19,9 +19,6 @@ using client::Result;
 constexpr const char* missing_note =
     "Missing values, \".\", \".A\" to \".Z\" and \"._\", are shown as their one character.";
 
-// No number is shown with a time.
-constexpr const char* any_zone = "UTC";
-
 tl::unexpected<client::Error> refused(std::string reason) {
   return client::failure(Status::invalid_number, std::move(reason));
 }
@@ -40,22 +37,22 @@ const char* note_of(Status status) {
     case Status::grouping_failed:
       return "shown without grouping, for which the width has no room";
     default:
-      return nullptr;
+      return "";
   }
 }
 
-Result<FormattedValue> format_number(const Locale& locale, const FormatOptions& options,
-                                     std::string_view text) {
+Result<ValueText> format_number(const Locale& locale, const FormatOptions& options,
+                                std::string_view text) {
   const auto value = read_value(text);
   if (!value) return tl::unexpected<client::Error>(value.error());
   Status status = Status::ok;
   auto shown = locale.format_number(*value, options.number, &status);
   if (!shown) return tl::unexpected<client::Error>(shown.error());
-  return FormattedValue(*std::move(shown), note_of(status));
+  return ValueText(*std::move(shown), note_of(status));
 }
 
-Result<FormattedValue> format_integer(const Locale& locale, const FormatOptions& options,
-                                      std::string_view text) {
+Result<ValueText> format_integer(const Locale& locale, const FormatOptions& options,
+                                 std::string_view text) {
   const client::IntegerFormat& format = options.integer;
   if (const auto missing = read_missing(text)) {
     return locale.format_number(missing->value(), {.width = format.width, .left = format.left});
@@ -65,14 +62,14 @@ Result<FormattedValue> format_integer(const Locale& locale, const FormatOptions&
   return std::visit([&](auto integer) { return locale.format_integer(integer, format); }, *value);
 }
 
-Result<FormattedValue> format_currency(const Locale& locale, const FormatOptions& options,
-                                       std::string_view text) {
+Result<ValueText> format_currency(const Locale& locale, const FormatOptions& options,
+                                  std::string_view text) {
   return read_value(text).and_then(
       [&](double value) { return locale.format_currency(value, options.currency); });
 }
 
-Result<FormattedValue> format_percent(const Locale& locale, const FormatOptions& options,
-                                      std::string_view text) {
+Result<ValueText> format_percent(const Locale& locale, const FormatOptions& options,
+                                 std::string_view text) {
   return read_value(text).and_then(
       [&](double value) { return locale.format_percent(value, options.percent); });
 }
@@ -120,8 +117,10 @@ void add_decimals(CLI::App& command, std::optional<int>& decimals, const char* h
   command.add_option("-d,--decimals", decimals, help)->type_name("COUNT");
 }
 
+// No number is shown with a time.
+void set_any_zone(CLI::App& /*command*/, FormatOptions& options) { options.zone = "UTC"; }
+
 void add_number_options(CLI::App& command, FormatOptions& options) {
-  options.zone = any_zone;
   add_choice<NumberKind>(command, "-k,--kind", options.number.kind,
                          {{"fixed", NumberKind::fixed},
                           {"general", NumberKind::general},
@@ -137,7 +136,6 @@ void add_number_options(CLI::App& command, FormatOptions& options) {
 }
 
 void add_integer_options(CLI::App& command, FormatOptions& options) {
-  options.zone = any_zone;
   add_choice<Radix>(command, "--radix", options.integer.radix,
                     {{"10", Radix::decimal}, {"16", Radix::hexadecimal}, {"8", Radix::octal}},
                     "10 (the default), 16 or 8", "RADIX");
@@ -151,14 +149,12 @@ void add_integer_options(CLI::App& command, FormatOptions& options) {
 }
 
 void add_currency_options(CLI::App& command, FormatOptions& options) {
-  options.zone = any_zone;
   add_decimals(command, options.currency.decimals,
                "Digits behind the decimal symbol; default: the currency's (2 for euros)");
   add_field_options(command, options.currency);
 }
 
 void add_percent_options(CLI::App& command, FormatOptions& options) {
-  options.zone = any_zone;
   add_decimals(command, options.percent.decimals,
                "Digits behind the decimal symbol; default: as many as the number has");
   add_field_options(command, options.percent);
@@ -190,6 +186,7 @@ constexpr FormatKind kinds[] = {
                  "  jwnls format number -l fr_FR -k exponent -d 3 6.02214076e23\n"
                  "  jwnls format number -l en_US -k best -w 8 3.14159265 1e100\n"
                  "  seq 0 0.25 2 | jwnls format number -l da_DK -d 2 --zero-fill -w 6",
+     .add_value_options = set_any_zone,
      .add_options = add_number_options,
      .check = check_format<&FormatOptions::number>,
      .format = format_number},
@@ -201,6 +198,7 @@ constexpr FormatKind kinds[] = {
      .examples = "  jwnls format integer -l en_IN 1234567\n"
                  "  jwnls format integer -l de_DE --sign -w 12 1234567 -5\n"
                  "  jwnls format integer --radix 16 --prefix 255 18446744073709551615",
+     .add_value_options = set_any_zone,
      .add_options = add_integer_options,
      .check = check_format<&FormatOptions::integer>,
      .format = format_integer},
@@ -212,6 +210,7 @@ constexpr FormatKind kinds[] = {
      .examples = "  jwnls format currency -l en_US 1234.5\n"
                  "  jwnls format currency -l ja_JP -w 12 1234567\n"
                  "  cut -d, -f4 orders.csv | jwnls format currency -l de_CH -w 14",
+     .add_value_options = set_any_zone,
      .add_options = add_currency_options,
      .check = check_format<&FormatOptions::currency>,
      .format = format_currency},
@@ -222,6 +221,7 @@ constexpr FormatKind kinds[] = {
      .values_note = missing_note,
      .examples = "  jwnls format percent -l de_DE 0.125\n"
                  "  jwnls format percent -l en_US -d 1 -w 8 --parentheses 0.5 -0.07",
+     .add_value_options = set_any_zone,
      .add_options = add_percent_options,
      .check = check_format<&FormatOptions::percent>,
      .format = format_percent},

@@ -16,8 +16,9 @@ LocaleChoice environment_locale(const char* category,
   return {"C", {}};
 }
 
-client::Host open_host() {
+client::Host open_host(std::map<std::string, std::string> module_options) {
   client::HostOptions options;
+  options.options = std::move(module_options);
   options.journal = [](std::string_view message) {
     report(std::string("warning: ").append(message));
   };

@@ -4,6 +4,7 @@
 #define JWNLS_TOOL_SESSION_H_
 
 #include <functional>
+#include <map>
 #include <string>
 
 #include "client/jwnls.h"
@@ -21,8 +22,9 @@ struct LocaleChoice {
 [[nodiscard]] LocaleChoice environment_locale(
     const char* category, const std::function<const char*(const char* name)>& variable);
 
-/// Starts the host, whose warnings go to standard error. Throws Failure{unavailable}.
-[[nodiscard]] client::Host open_host();
+/// Starts the host, with options of the module by name; its warnings go to standard error. Throws
+/// Failure{unavailable}.
+[[nodiscard]] client::Host open_host(std::map<std::string, std::string> module_options = {});
 
 /// Opens the locale of a command line, or the environment's for `category` when `locale_name` is
 /// empty, with a time zone (empty: the system's). Reports a name that has only a near relative.

@@ -6,6 +6,7 @@
 
 #include "client/jwnls.h"
 #include "tool/output.h"
+#include "tool/read_back.h"
 #include "tool/session.h"
 #include "tool/table.h"
 #include "tool/terminal_text.h"
@@ -44,6 +45,7 @@ class Report {
   void write(const std::string& english_name, const std::string& own_name) {
     title(english_name, own_name);
     patterns();
+    reading();
     names("Weekdays", weekdays, conventions_.full_weekdays, conventions_.short_weekdays);
     names("Months", months, conventions_.full_months, conventions_.short_months);
     names("Quarters", quarters, conventions_.full_quarters, conventions_.short_quarters);
@@ -90,6 +92,22 @@ class Report {
     table.add({"time alone", conventions_.time_only_pattern,
                example(locale_.format_datetime(example_datetime, DatetimeStyle::time_only))});
     section(std::string("Patterns, and what they make of ") + example_text, table);
+  }
+
+  void reading() {
+    Table table(2);
+    table.add({"", "leniently", "strictly"});
+    const auto date = [&](const char* name, DateStyle style) {
+      table.add(
+          {name, dates_read_back(locale_, style, false), dates_read_back(locale_, style, true)});
+    };
+    date("short date", DateStyle::short_numeric);
+    date("medium date", DateStyle::medium);
+    date("long date", DateStyle::long_form);
+    table.add({"time", times_read_back(locale_, false), times_read_back(locale_, true)});
+    table.add(
+        {"datetime", datetimes_read_back(locale_, false), datetimes_read_back(locale_, true)});
+    section("Reads what it writes, tried over the days of 2024", table);
   }
 
   template <std::size_t count>

@@ -22,6 +22,9 @@ TEST(Usage, HelpIsOutputAndHasExamples) {
                              {"format", "integer", "--help"},
                              {"format", "currency", "--help"},
                              {"format", "percent", "--help"},
+                             {"read", "--help"},
+                             {"read", "period", "--help"},
+                             {"convert", "datetime", "--help"},
                              {"locales", "--help"},
                              {"zones", "--help"},
                              {"show", "--help"}};
@@ -42,7 +45,7 @@ TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
     Arguments arguments;
     const char* part;
   } cases[] = {
-      {{}, "jwnls needs one of format, locales, zones, show"},
+      {{}, "jwnls needs one of format, read, convert, locales, zones, show"},
       {{"frobnicate"}, "frobnicate"},
       {{"format"}, "format needs one of date, time, datetime, number"},
       {{"format", "dates"}, "dates"},
@@ -51,6 +54,13 @@ TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
       {{"format", "date", "-s", "huge", "2024-03-15"}, "'huge' is no style of a date: short (1)"},
       {{"format", "datetime", "-s", "long", "2024-03-15"}, "'long' is no style of a datetime"},
       {{"format", "time", "-s", "long", "14:30"}, "-s"},
+      {{"read"}, "read needs one of date, time, datetime, period"},
+      {{"read", "date", "-s", "long", "3/4/2024"}, "--style requires --as"},
+      {{"read", "date", "--raw", "--as", "de", "3/4/2024"}, "--raw excludes --as"},
+      {{"read", "date", "--pattern", "4", "3/4/2024"}, "pattern 4: not 0 to 3"},
+      {{"read", "period", "--year-cutoff", "99", "Jan-49"}, "99"},
+      {{"convert"}, "convert needs one of date, time, datetime"},
+      {{"convert", "date", "--from", "de", "3/4/2024"}, "--to is required"},
       {{"show", "de_DE", "fr_FR"}, "fr_FR"},
   };
   for (const auto& [arguments, part] : cases) {
@@ -142,6 +152,7 @@ TEST(Show, TellsTheWholeRecord) {
            "Time zone  Asia/Tokyo (now JST, UTC+09:00)\n",
            "  short date   %d.%m.%Y            05.03.2024\n",
            "  datetime     %d.%m.%Y, %H:%M:%S  05.03.2024, 14:07:09\n",
+           "  long date    yes        yes\n",
            "  Saturday   Samstag     Sa.\n",
            "  March      März       März\n",
            "  decimal      ,    U+002C\n",

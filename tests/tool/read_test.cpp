@@ -1,0 +1,68 @@
+// `jwnls read` and `jwnls convert`.
+
+#include <gtest/gtest.h>
+
+#include "process.h"
+
+namespace jwnls::tool {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+TEST(Read, WritesValuesAsProgramsDo) {
+  const struct {
+    Arguments arguments;
+    const char* output;
+  } cases[] = {
+      {{"read", "date", "-l", "de_DE", "15. März 2024", "15.3.24"}, "2024-03-15\n2024-03-15\n"},
+      {{"read", "date", "-l", "en_US", "--raw", "1/2/1960", "12/31/1959"}, "1\n-1\n"},
+      {{"read", "date", "-l", "en_US", "--pattern", "3", "--strict", "March 15, 2024"},
+       "2024-03-15\n"},
+      {{"read", "date", "-l", "fr_FR", "--as", "ja_JP", "-s", "long", "15 mars 2024"},
+       "2024年3月15日\n"},
+      {{"read", "time", "-l", "en_US", "2:30 PM", "00:05:09"}, "14:30:00\n00:05:09\n"},
+      {{"read", "time", "-l", "da_DK", "--raw", "14.30.05"}, "52205\n"},
+      {{"read", "datetime", "-l", "de_DE", "15.03.2024, 14:30:05"}, "2024-03-15T14:30:05\n"},
+      {{"read", "datetime", "-l", "de_DE", "-r", "01.01.1960 00:01"}, "60\n"},
+      {{"read", "period", "-l", "en_US", "--year-cutoff", "1900", "Jan-49", "W1, 2025"},
+       "1949-01-01\n2024-12-30\n"},
+      {{"convert", "date", "--from", "en_US", "--to", "de_DE", "-s", "long", "Mar 15, 2024"},
+       "15. März 2024\n"},
+      {{"convert", "time", "-f", "de_DE", "-t", "en_US", "14:30"}, "2:30:00 PM\n"},
+      {{"convert", "datetime", "-f", "ko_KR", "-t", "fr_FR", "2024. 3. 15. 오후 2:30"},
+       "15 mars 2024, 14:30:00\n"},
+  };
+  for (const auto& [arguments, output] : cases) {
+    const auto outcome = run_tool({arguments});
+    EXPECT_EQ(outcome.output, output) << outcome.errors;
+    EXPECT_EQ(outcome.exit_code, 0);
+  }
+}
+
+TEST(Read, SaysWhereAndWhyAndGoesOn) {
+  const auto outcome = run_tool({{"convert", "date", "--from", "de_DE", "--to", "en_US"},
+                                 "15.3.2024\n15. Mrz 2024\r\n\n30.2.2024\n1. Mai\n1.4.2024"});
+  EXPECT_EQ(outcome.output, "Mar 15, 2024\nApr 1, 2024\n");
+  EXPECT_EQ(outcome.errors,
+            "jwnls: line 2: date '15. Mrz 2024': '15. M' fits, 'rz 2024' does not\n"
+            "jwnls: line 3: date '': no value\n"
+            "jwnls: line 4: date '30.2.2024': no such date in the calendar\n"
+            "jwnls: line 5: date '1. Mai': ends too early\n");
+  EXPECT_EQ(outcome.exit_code, 1);
+  const auto unknown = run_tool({{"convert", "date", "-f", "de", "-t", "xx_YY", "1.4.2024"}});
+  EXPECT_EQ(unknown.errors, "jwnls: locale 'xx_YY': unknown\n");
+  EXPECT_EQ(unknown.exit_code, 3);
+}
+
+TEST(Read, TakesLargeInput) {
+  const auto outcome = run_shell(
+      "seq 0 299999 | \"$jwnls\" format date -l de_DE -s long --raw |"
+      "\"$jwnls\" convert date --from de_DE --to sv_SE -s long |"
+      "\"$jwnls\" read date -l sv_SE --raw | cksum; seq 0 299999 | cksum");
+  const auto half = outcome.output.size() / 2;
+  EXPECT_EQ(outcome.output.substr(0, half), outcome.output.substr(half)) << outcome.errors;
+  EXPECT_GT(half, 8u);
+}
+
+}  // namespace
+}  // namespace jwnls::tool
