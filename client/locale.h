@@ -7,6 +7,7 @@
 #include <chrono>
 #include <concepts>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -172,6 +173,28 @@ class Locale {
   /// default 1950.
   [[nodiscard]] Result<std::chrono::year_month_day> read_period(std::string_view text) const;
 
+  /// A number: "1.234,5", "-0,5e3". "." and a blank text are the standard missing value, ".A" to
+  /// ".Z" and "._" the special ones (client/missing_value.h). Of more than 150 digits the others
+  /// count as zeros. Fails with out_of_range beyond the doubles.
+  [[nodiscard]] Result<double> read_number(std::string_view text,
+                                           const NumberReading& reading = {}) const;
+
+  /// An integer, of any type: read_integer<std::uint32_t>("1.234"). Fails with integer_overflow
+  /// beyond the type. `note`, where not null, gets ok, or does_not_fit when a fraction other than
+  /// zero was dropped.
+  template <std::integral Integer = std::int64_t>
+  [[nodiscard]] Result<Integer> read_integer(std::string_view text,
+                                             const IntegerReading& reading = {},
+                                             Status* note = nullptr) const {
+    using Limits = std::numeric_limits<Integer>;
+    const auto narrowed = [](auto wide) { return static_cast<Integer>(wide); };
+    if constexpr (std::is_signed_v<Integer>) {
+      return read_signed(text, reading, Limits::min(), Limits::max(), note).map(narrowed);
+    } else {
+      return read_unsigned(text, reading, Limits::max(), note).map(narrowed);
+    }
+  }
+
   // ---- What the locale is made of.
 
   /// Names, patterns and symbols, as UTF-8.
@@ -197,6 +220,13 @@ class Locale {
   template <TextString String>
   [[nodiscard]] Result<String> format_unsigned(std::uint64_t value,
                                                const IntegerFormat& format) const;
+
+  [[nodiscard]] Result<std::int64_t> read_signed(std::string_view text,
+                                                 const IntegerReading& reading, std::int64_t least,
+                                                 std::int64_t most, Status* note) const;
+  [[nodiscard]] Result<std::uint64_t> read_unsigned(std::string_view text,
+                                                    const IntegerReading& reading,
+                                                    std::uint64_t most, Status* note) const;
 
   std::shared_ptr<State> state_;
 };

@@ -33,6 +33,22 @@ struct TimeReading {
   int pattern = 0;
 };
 
+/// Of numbers: grouping symbols may stand anywhere in front of the decimal symbol but at the end.
+/// Digits may be those of any script up to U+FFFF, and what people type for a symbol counts as it:
+/// "'" for the apostrophe of Swiss groups, any fixed-width blank for the no-break one, U+2212 for
+/// "-".
+struct NumberReading {
+  bool blank_groups = false;  // a plain blank between digits groups them, too, where a no-break one
+                              // does; without it a blank ends the number
+};
+
+/// Of integers: likewise.
+struct IntegerReading {
+  bool hexadecimal = false;   // "FF" or "0xFF", without groups; unsigned types only
+  bool fraction = false;      // decimals may follow; they are dropped
+  bool blank_groups = false;  // as above
+};
+
 /// What is wrong with it, as reading with it would say: "pattern 4: not 0 to 3" (not_possible).
 [[nodiscard]] Result<void> check(const DateReading& reading);
 [[nodiscard]] Result<void> check(const TimeReading& reading);

@@ -37,6 +37,24 @@ std::optional<char16_t> meaning_in_date(char16_t unit) {
   return is_other_blank(unit) ? u' ' : digit_meaning(unit);
 }
 
+std::optional<char16_t> meaning_in_number(char16_t unit, char16_t decimal_symbol,
+                                          char16_t grouping_symbol) {
+  constexpr char16_t no_break_space = 0x00A0;
+  constexpr char16_t minus_sign = 0x2212;
+  constexpr char16_t arabic_decimal = 0x066B;
+  constexpr char16_t arabic_grouping = 0x066C;
+  constexpr char16_t right_quote = 0x2019;
+  if (is_direction_mark(unit)) return std::nullopt;
+  if (unit == grouping_symbol || unit == decimal_symbol) return unit;
+  if (unit == minus_sign) return u'-';
+  if (unit == arabic_decimal) return decimal_symbol;
+  if (unit == arabic_grouping) return grouping_symbol;
+  if (unit == u'\'' && grouping_symbol == right_quote) return right_quote;
+  if (!is_other_blank(unit)) return digit_meaning(unit);
+  const bool fixed_width = unit == 0x2007 || unit == 0x2009 || unit == 0x202F;
+  return fixed_width && grouping_symbol == no_break_space ? no_break_space : u' ';
+}
+
 std::optional<TextInput> TextInput::of(std::string_view text) {
   auto units = to_utf16(text);
   if (!units) return std::nullopt;

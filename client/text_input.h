@@ -11,12 +11,16 @@
 
 namespace jwnls::client {
 
-/// What a unit counts as; nothing: the unit is passed over.
-using UnitMeaning = std::optional<char16_t>(char16_t unit);
+// What a unit counts as; nothing: the unit is passed over.
 
 /// For dates and times: any script's digits as 0 to 9, any blank as a plain one; marks that only
 /// direct the display are passed over.
 std::optional<char16_t> meaning_in_date(char16_t unit);
+
+/// For numbers of a locale with these symbols: digits and marks likewise; other forms of a minus
+/// and of the symbols as these, other blanks as plain ones.
+std::optional<char16_t> meaning_in_number(char16_t unit, char16_t decimal_symbol,
+                                          char16_t grouping_symbol);
 
 class TextInput {
  public:
