@@ -150,42 +150,51 @@ class CommandLine {
 
   void add_read() {
     CLI::App* read = add_parent("read", "Read values the way a locale writes them");
-    for (const ReadKind& kind : date_read_kinds()) {
-      ReadOptions& options = read_options_.emplace_back();
-      CLI::App* command = read->add_subcommand(kind.name, kind.summary);
-      command
-          ->add_option("-l,--locale", options.locale,
-                       locale_help(written_kind(kind).locale_category))
-          ->type_name("NAME");
-      kind.add_options(*command, options);
-      CLI::Option* raw = nullptr;
-      if (kind.raw_help != nullptr) raw = command->add_flag("-r,--raw", options.raw, kind.raw_help);
-      CLI::Option* target =
-          command->add_option("--as", options.target, "Write the value the way another locale does")
-              ->type_name("NAME");
-      if (raw != nullptr) target->excludes(raw)->option_text("NAME");
-      add_written_options(*command, kind, options, target);
-      add_read_values(*command, kind, options, kind.examples);
+    for (const auto kinds : {date_read_kinds(), number_read_kinds()}) {
+      for (const ReadKind& kind : kinds) add_read_kind(*read, kind);
     }
+  }
+
+  void add_read_kind(CLI::App& read, const ReadKind& kind) {
+    CLI::App* command = read.add_subcommand(kind.name, kind.summary);
+    ReadOptions& options = read_options_.emplace_back();
+    const char* category = written_kind(kind).locale_category;
+    command->add_option("-l,--locale", options.locale, locale_help(category))->type_name("NAME");
+    kind.add_options(*command, options);
+    CLI::Option* raw = nullptr;
+    if (kind.raw_help != nullptr) raw = command->add_flag("-r,--raw", options.raw, kind.raw_help);
+    CLI::Option* target =
+        command->add_option("--as", options.target, "Write the value the way another locale does");
+    if (raw != nullptr) {  // said once in the help
+      target->excludes(raw);
+      raw->option_text(" ");
+    }
+    target->type_name("NAME");
+    add_written_options(*command, kind, options, target);
+    add_read_values(*command, kind, options, kind.examples);
   }
 
   void add_convert() {
     CLI::App* convert = add_parent("convert", "Read values in one locale, write them in another");
-    for (const ReadKind& kind : date_read_kinds()) {
-      if (kind.convert_examples == nullptr) continue;
-      ReadOptions& options = read_options_.emplace_back();
-      CLI::App* command = convert->add_subcommand(
-          kind.name, std::string("Convert ") + kind.name + "s from one locale's text to another's");
-      command->add_option("-f,--from", options.locale, "The locale of the values")
-          ->type_name("NAME")
-          ->required();
-      command->add_option("-t,--to", options.target, "The locale to write in")
-          ->type_name("NAME")
-          ->required();
-      kind.add_options(*command, options);
-      add_written_options(*command, kind, options, nullptr);
-      add_read_values(*command, kind, options, kind.convert_examples);
+    for (const auto kinds : {date_read_kinds(), number_read_kinds()}) {
+      for (const ReadKind& kind : kinds) {
+        if (kind.convert_examples != nullptr) add_convert_kind(*convert, kind);
+      }
     }
+  }
+
+  void add_convert_kind(CLI::App& convert, const ReadKind& kind) {
+    CLI::App* command = convert.add_subcommand(
+        kind.name, std::string("Convert ") + kind.name + "s from one locale's text to another's");
+    ReadOptions& options = read_options_.emplace_back();
+    const auto add_locale = [command](const char* name, std::string& locale, const char* help) {
+      command->add_option(name, locale, help)->type_name("NAME")->required();
+    };
+    add_locale("-f,--from", options.locale, "The locale of the values");
+    add_locale("-t,--to", options.target, "The locale to write in");
+    kind.add_options(*command, options);
+    add_written_options(*command, kind, options, nullptr);
+    add_read_values(*command, kind, options, kind.convert_examples);
   }
 
   // The options of `format`, which need `target` where it is not required anyway.
@@ -197,7 +206,11 @@ class CommandLine {
     written.add_options(command, options.format);
     if (target == nullptr) return;
     const auto all = command.get_options([](const CLI::Option*) { return true; });
-    for (auto option = before; option < all.size(); ++option) all[option]->needs(target);
+    for (auto at = before; at < all.size(); ++at) {
+      CLI::Option* option = all[at];
+      option->needs(target)->group("With --as");
+      option->option_text(option->get_type_name().empty() ? " " : option->get_type_name());
+    }
   }
 
   void add_read_values(CLI::App& command, const ReadKind& kind, ReadOptions& options,

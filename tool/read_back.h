@@ -1,4 +1,4 @@
-// Whether a locale reads what it writes: tried over a leap year.
+// Whether a locale reads what it writes: tried over a leap year, and numbers of every size.
 
 #ifndef JWNLS_TOOL_READ_BACK_H_
 #define JWNLS_TOOL_READ_BACK_H_
@@ -15,6 +15,8 @@ namespace jwnls::tool {
                                           bool strict);
 [[nodiscard]] std::string times_read_back(const client::Locale& locale, bool strict);
 [[nodiscard]] std::string datetimes_read_back(const client::Locale& locale, bool strict);
+[[nodiscard]] std::string numbers_read_back(const client::Locale& locale);
+[[nodiscard]] std::string integers_read_back(const client::Locale& locale);
 
 }  // namespace jwnls::tool
 

@@ -25,6 +25,9 @@ struct ReadOptions {
   client::DateReading date;
   client::TimeReading time;
   std::optional<int> year_cutoff;
+  client::NumberReading number;
+  client::IntegerReading integer;
+  bool unsigned_integer = false;
 };
 
 /// A kind of value that `read` reads: a row here is a subcommand there and, but for the kinds that
@@ -46,6 +49,7 @@ struct ReadKind {
 };
 
 [[nodiscard]] std::span<const ReadKind> date_read_kinds();
+[[nodiscard]] std::span<const ReadKind> number_read_kinds();
 
 /// The kind of `format` that writes what is read.
 [[nodiscard]] const FormatKind& written_kind(const ReadKind& kind);

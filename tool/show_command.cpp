@@ -107,7 +107,10 @@ class Report {
     table.add({"time", times_read_back(locale_, false), times_read_back(locale_, true)});
     table.add(
         {"datetime", datetimes_read_back(locale_, false), datetimes_read_back(locale_, true)});
-    section("Reads what it writes, tried over the days of 2024", table);
+    table.add({"number", numbers_read_back(locale_)});
+    table.add({"integer", integers_read_back(locale_)});
+    section("Reads what it writes, tried over the days of 2024 and numbers of 1 to 15 digits",
+            table);
   }
 
   template <std::size_t count>

@@ -29,9 +29,11 @@ TEST(ReadBack, NamesTheLocalesThatDoNot) {
         {times_read_back(*locale, true), strict_time},
         {datetimes_read_back(*locale, false), medium},
         {datetimes_read_back(*locale, true), medium && strict_time},
+        {numbers_read_back(*locale), true},
+        {integers_read_back(*locale), true},
     };
     for (const auto& [text, is_read] : rows) {
-      EXPECT_EQ(text == "yes", is_read) << info.name << ": " << text;
+      ASSERT_EQ(text == "yes", is_read) << info.name << ": " << text;
       EXPECT_EQ(text.starts_with("no: "), !is_read) << text;
     }
   }

@@ -31,6 +31,18 @@ TEST(Read, WritesValuesAsProgramsDo) {
       {{"convert", "time", "-f", "de_DE", "-t", "en_US", "14:30"}, "2:30:00 PM\n"},
       {{"convert", "datetime", "-f", "ko_KR", "-t", "fr_FR", "2024. 3. 15. 오후 2:30"},
        "15 mars 2024, 14:30:00\n"},
+      {{"read", "number", "-l", "de_DE", "1.234.567,89", "1e22", ".a", "", "-0"},
+       "1234567.89\n1e+22\n.A\n.\n-0\n"},
+      {{"read", "number", "-l", "fr_FR", "--blank-groups", "1 234,5"}, "1234.5\n"},
+      {{"read", "number", "-l", "en_US", "--as", "hi_IN", "-d", "2", "1,234,567.891"},
+       "12,34,567.89\n"},
+      {{"read", "integer", "-l", "de_DE", "-1.234", "._"}, "-1234\n._\n"},
+      {{"read", "integer", "--unsigned", "18446744073709551615"}, "18446744073709551615\n"},
+      {{"read", "integer", "--hex", "0xFF", "ffff"}, "255\n65535\n"},
+      {{"read", "integer", "-l", "en_US", "--fraction", "1,234.00"}, "1234\n"},
+      {{"convert", "number", "-f", "de_DE", "-t", "en_US", "-d", "1", "-w", "9", "1.234,25"},
+       "  1,234.3\n"},
+      {{"convert", "integer", "-f", "C", "-t", "C", "--radix", "16", "--prefix", "255"}, "0xff\n"},
   };
   for (const auto& [arguments, output] : cases) {
     const auto outcome = run_tool({arguments});
@@ -49,6 +61,14 @@ TEST(Read, SaysWhereAndWhyAndGoesOn) {
             "jwnls: line 4: date '30.2.2024': no such date in the calendar\n"
             "jwnls: line 5: date '1. Mai': ends too early\n");
   EXPECT_EQ(outcome.exit_code, 1);
+  const auto numbers =
+      run_tool({{"read", "integer", "-l", "fr_FR", "--fraction", "1,5", "x", "1 234"}});
+  EXPECT_EQ(numbers.output, "1\n");
+  EXPECT_EQ(numbers.errors,
+            "jwnls: integer '1,5': note: read without its fraction\n"
+            "jwnls: integer 'x': no integer begins so in fr_FR\n"
+            "jwnls: integer '1 234': '1' fits, ' 234' does not (with --blank-groups it is read)\n");
+  EXPECT_EQ(numbers.exit_code, 1);
   const auto unknown = run_tool({{"convert", "date", "-f", "de", "-t", "xx_YY", "1.4.2024"}});
   EXPECT_EQ(unknown.errors, "jwnls: locale 'xx_YY': unknown\n");
   EXPECT_EQ(unknown.exit_code, 3);
