@@ -91,9 +91,9 @@ std::string numbers_read_back(const Locale& locale) {
 }
 
 std::string integers_read_back(const Locale& locale) {
-  return read_back([](int n) { return static_cast<std::int64_t>(number_sample(n)); },
-                   [&](std::int64_t value) { return locale.format_integer(value); },
-                   [&](const std::string& text) { return locale.read_integer(text); });
+  return read_back(
+      integer_sample, [&](std::int64_t value) { return locale.format_integer(value); },
+      [&](const std::string& text) { return locale.read_integer(text); });
 }
 
 }  // namespace jwnls::tool
