@@ -262,6 +262,10 @@ class PatternFormatter {
     if (unit == end) [[unlikely]]
       return nullptr;
     char16_t letter = *unit++;
+    // A letter from A to Z that the host does not call lower-case is a capital: it need not be
+    // asked.
+    if (letter >= u'A' && letter <= u'Z' && !letters_.is_lower(letter))
+      return &directives_[letter][0];
     Manner manner = 0;
     if (letter >= 0x40 && letter < 0x80) [[likely]] {
       manner = letters_.is_lower(letter) ? alternate : 0;

@@ -106,7 +106,9 @@ class BoundedWriter {
 
   /// Appends the text of an entry.
   void append(const TextEntry& entry) noexcept {
-    const std::size_t length = text_of(entry).size();
+    auto length = static_cast<std::size_t>(entry.length);
+    if (length > block) [[unlikely]]
+      length = text_of(entry).size();  // a corrupt one, negative ones among them, is bounded
     if constexpr (sizeof(Unit) == 2) {
       std::memcpy(position_, entry.units, block * sizeof(Unit));
       if (length > block) [[unlikely]]
@@ -133,20 +135,24 @@ class BoundedWriter {
 
   std::size_t length() const noexcept { return static_cast<std::size_t>(position_ - begin_); }
 
+  static bool is_ascii_block(const char16_t* units) noexcept {
+    const auto word = [units](std::size_t at) {
+      std::uint64_t four_units = 0;
+      std::memcpy(&four_units, units + at, sizeof four_units);
+      return four_units;
+    };
+    static_assert(block == 16);
+    return ((word(0) | word(4) | word(8) | word(12)) & 0xFF80FF80FF80FF80) == 0;
+  }
+
   // ASCII names, the most by far, are narrowed a block at a time; others go unit by unit.
   void append_encoded(const TextEntry& entry, std::size_t length) noexcept {
-    if (length <= block) {
-      Unit narrowed[block];
-      char16_t all = 0;
-      for (std::size_t i = 0; i < block; ++i) {
-        all |= entry.units[i];
-        narrowed[i] = static_cast<Unit>(entry.units[i]);
-      }
-      std::memcpy(position_, narrowed, block);
-      if (all < 0x80) [[likely]] {
-        position_ += length;
-        return;
-      }
+    if (length <= block && is_ascii_block(entry.units)) [[likely]] {
+      std::array<Unit, block> narrowed;
+      for (std::size_t i = 0; i < block; ++i) narrowed[i] = static_cast<Unit>(entry.units[i]);
+      std::memcpy(position_, narrowed.data(), sizeof narrowed);
+      position_ += length;
+      return;
     }
     for (std::size_t i = 0; i < length; ++i) append(entry.units[i]);
   }
