@@ -25,10 +25,9 @@ struct DateTimeParts {
   // whoever reads it knows the dialect).
   std::int32_t zone_offset = no_zone_offset;
   std::int32_t designator = no_designator;
-  std::int32_t quarter = 0;   // 1 to 4
-  std::int32_t week = 0;      // 0 to 53, and 100 for %U, 200 for %V, 300 for %W
-  std::int32_t modifier = 0;  // of the directive being read: '#', '0', '?' or 0
-  Zone* zone = nullptr;       // owned by the handle's zone track
+  std::int32_t quarter = 0;  // 1 to 4
+  std::int32_t week = 0;     // 0 to 53, and 100 for %U, 200 for %V, 300 for %W
+  Zone* zone = nullptr;      // owned by the handle's zone track
 };
 
 }  // namespace jwnls

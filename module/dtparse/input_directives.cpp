@@ -54,7 +54,8 @@ bool number_week(Parts& parts) {
 
 constexpr InputDirective number(char16_t letter, Reader reader, NumberField field, PartsField kept,
                                 Adjustment* adjust = nullptr) {
-  return {letter, reader, field, field, kept, adjust, {}};
+  const bool pair = reader == Reader::free && field.width == 2;
+  return {letter, pair ? Reader::one_or_two_digits : reader, field, field, kept, adjust, {}};
 }
 constexpr InputDirective name(char16_t letter, NameList first, NameList second, PartsField kept,
                               Adjustment* adjust = nullptr) {

@@ -14,14 +14,15 @@
 namespace jwnls {
 
 enum class Reader : std::uint8_t {
-  none,         // the letter is unknown
-  fixed,        // a fixed-width number
-  padded,       // a fixed-width number; with '#' a free-width one
-  free,         // a free-width number
-  year,         // four digits or, failing that, two
-  name,         // an entry of the first list or, failing that, of the second
-  zone_name,    //
-  zone_offset,  //
+  none,               // the letter is unknown
+  fixed,              // a fixed-width number
+  padded,             // a fixed-width number; with '#' a free-width one
+  free,               // a free-width number
+  one_or_two_digits,  // a free-width number of two digits at most
+  year,               // four digits or, failing that, two
+  name,               // an entry of the first list or, failing that, of the second
+  zone_name,          //
+  zone_offset,        //
 };
 
 using PartsField = std::int32_t DateTimeParts::*;
@@ -29,7 +30,7 @@ using PartsField = std::int32_t DateTimeParts::*;
 /// What a number or name becomes once it stands in its field; false when it cannot stand.
 using Adjustment = bool(DateTimeParts&);
 
-struct InputDirective {
+struct alignas(64) InputDirective {
   char16_t letter = 0;
   Reader reader = Reader::none;
   NumberField number = {};

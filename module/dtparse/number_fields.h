@@ -21,7 +21,8 @@ struct NumberField {
 template <typename Unit>
 [[gnu::always_inline]] inline bool read_digits(TextCursor<Unit>& input, std::uint32_t width,
                                                std::int32_t& value) noexcept {
-  if (width == 2 && input.two_digits(value)) return true;  // nearly every field
+  if (width == 2) return input.one_or_two_digits(value);  // nearly every field
+  if (width == 4 && input.four_digits(value)) return true;
   const std::uint32_t room = width;
   std::int32_t sum = 0;
   for (; width > 0 && !input.at_end() && input.digit() <= 9; --width) {
@@ -30,6 +31,18 @@ template <typename Unit>
   }
   value = sum;
   return width < room;
+}
+
+/// Blanks, which do not count, then one digit or two with no digit behind them: a free-width number
+/// of width 2.
+template <typename Unit>
+[[gnu::always_inline]] inline bool read_one_or_two_digits(TextCursor<Unit>& input,
+                                                          const NumberField& field,
+                                                          std::int32_t& value) noexcept {
+  input.skip_blanks();
+  if (!input.one_or_two_digits(value)) return false;
+  const bool too_many = !input.at_end() && input.digit() <= 9;
+  return !too_many && field.holds(value);
 }
 
 /// Blanks, which do not count, then 1 to `width` digits with no digit behind them.
@@ -48,8 +61,11 @@ template <typename Unit>
 [[gnu::always_inline]] inline bool read_fixed(TextCursor<Unit>& input, const NumberField& field,
                                               std::int32_t& value) noexcept {
   std::uint32_t width = field.width;
+  if (width == 2 && input.two_digits(value)) return field.holds(value);
+  if (width == 4 && input.four_digits(value)) return field.holds(value);
   for (; width > 0 && input.at(' '); --width) input.step();
   if (width == 0) return false;
+  value = 0;
   const std::size_t before = input.remaining();
   read_digits(input, width, value);
   const bool filled = before - input.remaining() == width;

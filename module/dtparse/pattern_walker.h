@@ -33,10 +33,20 @@ enum class ShortYear : std::uint8_t {
 /// True when every unit of the pattern was read; `input` then stands behind what was read, and the
 /// text may go on. False: `input` and `parts` are somewhere on the way. A pattern that ends inside
 /// a directive has been read whole.
+template <Dialect dialect, typename Unit>
+[[nodiscard]] bool walk_pattern_in(LocaleHandle*, TextCursor<Unit>& input,
+                                   std::u16string_view pattern, DateTimeParts& parts,
+                                   ShortYear = ShortYear::widened) noexcept;
+
+/// In a dialect that is not known before.
 template <typename Unit>
-[[nodiscard]] bool walk_pattern(LocaleHandle*, TextCursor<Unit>& input, std::u16string_view pattern,
-                                Dialect, DateTimeParts& parts,
-                                ShortYear = ShortYear::widened) noexcept;
+[[nodiscard]] bool walk_pattern(LocaleHandle* handle, TextCursor<Unit>& input,
+                                std::u16string_view pattern, Dialect dialect,
+                                DateTimeParts& parts) noexcept {
+  return dialect == Dialect::lenient
+             ? walk_pattern_in<Dialect::lenient>(handle, input, pattern, parts)
+             : walk_pattern_in<Dialect::strict>(handle, input, pattern, parts);
+}
 
 }  // namespace jwnls
 

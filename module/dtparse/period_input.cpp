@@ -78,7 +78,7 @@ double read_label(LocaleHandle* handle, const InputText<Unit>& text) noexcept {
   for (const PeriodLabel& label : labels) {
     TextCursor<Unit> input = text.cursor();
     DateTimeParts parts;
-    if (walk_pattern(handle, input, label.pattern, Dialect::lenient, parts, ShortYear::kept) &&
+    if (walk_pattern_in<Dialect::lenient>(handle, input, label.pattern, parts, ShortYear::kept) &&
         input.at_end()) {
       return label.first_day(parts);
     }

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "module/dtparse/digit_words.h"
+
 namespace jwnls {
 
 inline constexpr char16_t replacement_unit = 0xFFFD;  // what malformed UTF-8 reads as
@@ -44,6 +46,11 @@ class AsciiCursor {
     while (at(' ')) step();
   }
   void skip_all() noexcept { at_ = end_; }
+  void step_over(std::size_t ascii_units) noexcept { at_ += ascii_units; }
+
+  const Unit* position() const noexcept { return at_; }
+  const Unit* end() const noexcept { return end_; }
+
   /// The value of the next unit as a decimal digit; above 9 when it is none. Not at the end.
   std::uint32_t digit() const noexcept {
     return static_cast<std::uint32_t>(*at_) - std::uint32_t{'0'};
@@ -57,6 +64,29 @@ class AsciiCursor {
     if (tens > 9 || ones > 9) return false;
     value = static_cast<std::int32_t>(tens * 10 + ones);
     at_ += 2;
+    return true;
+  }
+
+  /// Reads four decimal digits; false, and nothing read, when they are not seen at once.
+  bool four_digits(std::int32_t& value) noexcept {
+    if (remaining() < 4 || !jwnls::four_digits(at_, value)) return false;
+    at_ += 4;
+    return true;
+  }
+  /// Reads one decimal digit or two, without a branch on how many; false when there is none.
+  bool one_or_two_digits(std::int32_t& value) noexcept {
+    if (at_end()) return false;
+    const std::uint32_t first = digit();
+    if (first > 9) return false;
+    if (remaining() == 1) {
+      value = static_cast<std::int32_t>(first);
+      ++at_;
+      return true;
+    }
+    const std::uint32_t second = static_cast<std::uint32_t>(at_[1]) - std::uint32_t{'0'};
+    const std::uint32_t two = second <= 9 ? 1 : 0;
+    value = static_cast<std::int32_t>(first + (9 * first + second) * two);
+    at_ += 1 + two;
     return true;
   }
 
@@ -87,6 +117,8 @@ class TextCursor<char16_t> : public AsciiCursor<char16_t> {
 
   /// Reads a unit. Not at the end.
   char16_t next() noexcept { return *at_++; }
+  /// True when the next unit is surely `unit`. Not at the end.
+  bool at_unit(char16_t unit) const noexcept { return *at_ == unit; }
 };
 
 template <>
@@ -94,6 +126,10 @@ class TextCursor<char> : public AsciiCursor<char> {
  public:
   TextCursor(const char* text, std::size_t length) noexcept : AsciiCursor(text, length) {}
 
+  /// True when the next unit is surely `unit`: an ASCII one. Not at the end.
+  bool at_unit(char16_t unit) const noexcept {
+    return unit < 0x80 && static_cast<unsigned char>(*at_) == unit;
+  }
   /// Reads a unit. Not at the end. Of a four-byte sequence the first of the two units takes no
   /// byte, the second takes all four.
   char16_t next() noexcept {

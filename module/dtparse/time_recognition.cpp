@@ -47,7 +47,7 @@ class TimeRecognition {
  private:
   bool settles(std::u16string_view candidate) noexcept {
     TextCursor<Unit> input = text_;
-    if (!walk_pattern(handle_, input, candidate, Dialect::lenient, parts_) || !input.at_end()) {
+    if (!walk_pattern_in<Dialect::lenient>(handle_, input, candidate, parts_) || !input.at_end()) {
       return false;
     }
     outcome_ = apply_designator(parts_) ? Outcome::read : Outcome::contradiction;
