@@ -65,4 +65,16 @@ Status scale_far(double sum, std::int64_t exponent, double& value) noexcept {
   return value <= std::numeric_limits<double>::max() ? Status::ok : Status::out_of_range;
 }
 
+// One by one, as the value is defined. Deliberate: a digit past the 150th, leading zeros aside, is
+// dropped without a trace in the exponent.
+void DecimalAccumulator::add_rounded(FewDigits digits) noexcept {
+  if (rounded_ == 0) {
+    rounded_ = static_cast<double>(integer_);
+    for (std::int64_t rest = integer_; rest != 0; rest /= 10) ++digits_;
+  }
+  for (std::uint32_t behind = digits.count; behind-- > 0 && digits_ < counted_digits; ++digits_) {
+    rounded_ = rounded_ * 10.0 + digits.value / powers_of_ten_to_4[behind] % 10;
+  }
+}
+
 }  // namespace jwnls

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "module/numin/four_units.h"
 #include "module/record/status.h"
 
 namespace jwnls {
@@ -30,31 +31,21 @@ Status scale_far(double sum, std::int64_t exponent, double& value) noexcept;
 /// The sum of a number's digits. Below 2^53 every step is exact, so integers take those.
 class DecimalAccumulator {
  public:
-  void add(std::uint32_t digit) noexcept {
+  void add(FewDigits digits) noexcept {
     if (integer_ <= largest_exact) [[likely]] {
-      integer_ = integer_ * 10 + digit;
+      integer_ = integer_ * powers_of_ten_to_4[digits.count] + digits.value;
     } else {
-      add_rounded(digit);
+      add_rounded(digits);
     }
   }
 
   double sum() const noexcept { return rounded_ == 0 ? static_cast<double>(integer_) : rounded_; }
 
  private:
-  static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9) / 10;
+  static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9'999) / 10'000;
   static constexpr int counted_digits = 150;
 
-  // Deliberate: a digit past the 150th, leading zeros aside, is dropped without a trace in the
-  // exponent.
-  void add_rounded(std::uint32_t digit) noexcept {
-    if (rounded_ == 0) {
-      rounded_ = static_cast<double>(integer_);
-      digits_ = integer_ >= 1'000'000'000'000'000 ? 16 : 15;
-    }
-    if (digits_ == counted_digits) return;
-    ++digits_;
-    rounded_ = rounded_ * 10.0 + digit;
-  }
+  void add_rounded(FewDigits digits) noexcept;
 
   std::int64_t integer_ = 0;
   double rounded_ = 0;  // takes over from integer_ once it is not 0

@@ -15,6 +15,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "module/numin/four_units.h"
 #include "module/numin/unit_encoding.h"
 #include "module/record/locale_record.h"
 #include "module/record/number_flags.h"
@@ -22,21 +23,6 @@
 #include "module/text/utf8_unit.h"
 
 namespace jwnls {
-
-/// A symbol of the record as units of a text.
-template <typename Unit>
-struct EncodedSymbol {
-  Unit units[longest_utf8_unit] = {};
-  std::int64_t length = 1;
-
-  explicit EncodedSymbol(char16_t symbol) noexcept {
-    if constexpr (sizeof(Unit) == 1) {
-      length = static_cast<std::int64_t>(encode_utf8_unit(symbol, units));
-    } else {
-      units[0] = symbol;
-    }
-  }
-};
 
 template <typename Integer>
 struct IntegerReading {
@@ -48,7 +34,6 @@ struct IntegerReading {
 template <typename Integer, typename Unit>
 class IntegerScanner {
   static constexpr bool is_signed = std::is_signed_v<Integer>;
-  using Magnitude = std::make_unsigned_t<Integer>;
 
  public:
   using Reading = IntegerReading<Integer>;
@@ -60,44 +45,38 @@ class IntegerScanner {
         length_(length),
         flags_(flags),
         decimal_(record.decimal_symbol),
-        grouping_(record.grouping_symbol),
-        blank_groups_(has(integer_input_flags::blank_groups) && record.grouping_symbol == 0xA0) {}
+        grouping_(record.grouping_symbol) {}
 
-  [[nodiscard]] Reading read() noexcept {
-    skip_blanks();
-    if (at_end()) return finish(Status::ok);
-    if constexpr (!is_signed) {
-      if (at('-')) return finish(Status::invalid_number);
-      if (has(integer_input_flags::hexadecimal)) return read_hexadecimal();
-    }
-    if (at('-') || at('+')) {
-      negative_ = at('-');
-      ++at_;
-      skip_blanks();
-    }
-    return read_decimal();
+  [[nodiscard, gnu::always_inline]] Reading read() noexcept {
+    const bool hexadecimal = !is_signed && has(integer_input_flags::hexadecimal);
+    if (digit() <= 9 && !hexadecimal) [[likely]]
+      return read_decimal();
+    return read_start(*this);
   }
 
  private:
-  static constexpr Magnitude largest = std::numeric_limits<Integer>::max();
+  static constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
 
   bool has(std::uint32_t flag) const noexcept { return (flags_ & flag) != 0; }
   bool at_end() const noexcept { return at_ == length_; }
   bool at(char ascii) const noexcept { return !at_end() && text_[at_] == static_cast<Unit>(ascii); }
-  bool at(const EncodedSymbol<Unit>& symbol) const noexcept {
-    if (length_ - at_ < symbol.length || text_[at_] != symbol.units[0]) return false;
-    return symbol.length == 1 ||
-           std::memcmp(text_ + at_, symbol.units,
-                       static_cast<std::size_t>(symbol.length) * sizeof(Unit)) == 0;
-  }
   void skip_blanks() noexcept {
     while (at(' ')) ++at_;
   }
-
-  // The units of the grouping symbol here; 0 when there is none.
+  // The units of a symbol that stands here; 0 when it does not.
+  std::int64_t symbol_units(char16_t symbol) const noexcept {
+    if (at_end()) return 0;
+    if (sizeof(Unit) == 2 || symbol < 0x80) return unit_value(text_[at_]) == symbol ? 1 : 0;
+    char encoded[longest_utf8_unit];
+    const auto bytes = static_cast<std::int64_t>(encode_utf8_unit(symbol, encoded));
+    const bool here = length_ - at_ >= bytes &&
+                      std::memcmp(text_ + at_, encoded, static_cast<std::size_t>(bytes)) == 0;
+    return here ? bytes : 0;
+  }
   std::int64_t grouping_units() const noexcept {
-    if (at(grouping_)) return grouping_.length;
-    return blank_groups_ && at(' ') ? 1 : 0;
+    const std::int64_t units = symbol_units(grouping_);
+    if (units != 0 || !at(' ')) return units;
+    return has(integer_input_flags::blank_groups) && grouping_ == 0xA0 ? 1 : 0;
   }
   // The value of the unit here as a digit; above 9, or above 15, when it is none.
   std::uint32_t digit() const noexcept {
@@ -109,63 +88,105 @@ class IntegerScanner {
     return letter < 6 ? letter + 10 : 99;
   }
 
-  Reading finish(Status status) const noexcept {
-    const Magnitude magnitude = negative_ ? Magnitude{0} - sum_ : sum_;
-    return {status, static_cast<Integer>(magnitude), at_};
+  // Takes what stands before the digits. Of a copy, so that the scanner itself can stay in
+  // registers.
+  [[gnu::noinline]] static Reading read_start(IntegerScanner copy) noexcept {
+    copy.skip_blanks();
+    if (copy.at_end()) return copy.finish(Status::ok);
+    if constexpr (!is_signed) {
+      if (copy.at('-')) return copy.finish(Status::invalid_number);
+      if (copy.has(integer_input_flags::hexadecimal)) return copy.read_hexadecimal();
+    }
+    if (copy.at('-') || copy.at('+')) {
+      copy.negative_ = copy.at('-');
+      ++copy.at_;
+      copy.skip_blanks();
+    }
+    return copy.read_decimal();
   }
 
-  Reading read_decimal() noexcept {
-    if (grouping_units() != 0) return finish(Status::invalid_number);
-    // The magnitude of the lowest value is one above that of the highest.
-    const std::uint32_t last_digit = largest % 10 + (negative_ ? 1 : 0);
+  [[gnu::always_inline]] Reading read_decimal() noexcept {
     const std::int64_t first = at_;
-    bool overflow = false;
-    while (!at_end()) {
-      if (const std::int64_t units = grouping_units(); units != 0) {
-        at_ += units;
-        continue;
-      }
-      const std::uint32_t value = digit();
-      if (value > 9) break;
-      overflow |= sum_ > largest / 10 || (sum_ == largest / 10 && value > last_digit);
-      sum_ = static_cast<Magnitude>(sum_ * 10 + value);
-      ++at_;
+    const bool grouping_is_digit = grouping_ >= u'0' && grouping_ <= u'9';
+    if (grouping_is_digit) [[unlikely]]
+      return read_single_digits(*this);
+    if (digit() > 9 && grouping_units() != 0) return finish(Status::invalid_number);
+    for (;;) {
+      add_digits();
+      if (at_end()) break;
+      const std::int64_t units = grouping_units();
+      if (units == 0) break;
+      at_ += units;
     }
-    if (overflow) {
-      sum_ = 0;
-      return finish(Status::integer_overflow);
-    }
-    if (has(integer_input_flags::fraction) && at(decimal_)) return read_fraction(at_ != first);
-    return end(at_ != first, Status::ok);
+    if (overflowed()) [[unlikely]]
+      return finish_overflow();
+    if (at_end() && at_ != first) [[likely]]
+      return finish(Status::ok);
+    return read_rest(*this, at_ != first);
   }
 
-  // The fraction's digits are dropped.
-  Reading read_fraction(bool has_digits) noexcept {
-    at_ += decimal_.length;
-    Status status = Status::ok;
-    for (; digit() <= 9; ++at_) {
-      has_digits = true;
-      if (digit() != 0) status = Status::does_not_fit;
+  // Where a digit is the grouping symbol.
+  [[gnu::noinline]] static Reading read_single_digits(IntegerScanner copy) noexcept {
+    const std::int64_t first = copy.at_;
+    for (; copy.digit() <= 9; ++copy.at_) {
+      if (copy.grouping_units() == 0) {
+        copy.add({copy.digit(), 1});
+      } else if (copy.at_ == first) {
+        return copy.finish(Status::invalid_number);
+      }
     }
-    return end(has_digits, status);
+    if (copy.overflowed()) return copy.finish_overflow();
+    return read_rest(copy, copy.at_ != first);
+  }
+
+  void add_digits() noexcept {
+    FewDigits few = {};
+    do {
+      few = leading_digits(four_units_at(text_, length_, at_), '0');
+      add(few);
+      at_ += few.count;
+    } while (few.count == 4);
+  }
+
+  void add(FewDigits few) noexcept {
+    const std::uint64_t scale = powers_of_ten_to_4[few.count];
+    constexpr std::uint64_t safe = (std::numeric_limits<std::int64_t>::max() - 9'999) / 10'000;
+    if (sum_ <= safe) [[likely]] {
+      sum_ = sum_ * scale + few.value;
+    } else {
+      add_carefully(few.value, scale);
+    }
+  }
+  void add_carefully(std::uint64_t value, std::uint64_t scale) noexcept {
+    overflow_ |= __builtin_mul_overflow(sum_, scale, &sum_);
+    overflow_ |= __builtin_add_overflow(sum_, value, &sum_);
+  }
+  // The magnitude of the lowest value is one above that of the highest.
+  bool overflowed() const noexcept { return overflow_ || sum_ > largest + (negative_ ? 1 : 0); }
+
+  // Behind the integer's digits: a fraction, whose digits are dropped, and the end.
+  [[gnu::noinline]] static Reading read_rest(IntegerScanner copy, bool has_digits) noexcept {
+    const std::int64_t units =
+        copy.has(integer_input_flags::fraction) ? copy.symbol_units(copy.decimal_) : 0;
+    Status status = Status::ok;
+    if (units != 0) {
+      copy.at_ += units;
+      for (; copy.digit() <= 9; ++copy.at_) {
+        has_digits = true;
+        if (copy.digit() != 0) status = Status::does_not_fit;
+      }
+    }
+    return copy.end(has_digits, status);
   }
 
   Reading read_hexadecimal() noexcept {
     if (length_ - at_ >= 2 && at('0') && (text_[at_ + 1] | 0x20) == 'x') at_ += 2;
     const std::int64_t first = at_;
-    bool overflow = false;
-    for (; hexadecimal_digit() <= 15; ++at_) {
-      overflow |= sum_ > largest / 16;
-      sum_ = static_cast<Magnitude>(sum_ * 16 + hexadecimal_digit());
-    }
-    if (overflow) {
-      sum_ = 0;
-      return finish(Status::integer_overflow);
-    }
-    return end(at_ != first, Status::ok);
+    for (; hexadecimal_digit() <= 15; ++at_) add_carefully(hexadecimal_digit(), 16);
+    return overflowed() ? finish_overflow() : end(at_ != first, Status::ok);
   }
 
-  // Behind the digits: the end, a zero unit, or blanks; `status` is that of a text which may end
+  // Behind all digits: the end, a zero unit, or blanks; `status` is that of a text which may end
   // here. Blanks are not counted as read.
   Reading end(bool has_digits, Status status) noexcept {
     Reading reading = finish(status);
@@ -176,15 +197,21 @@ class IntegerScanner {
     return reading;
   }
 
+  Reading finish(Status status) const noexcept {
+    const std::uint64_t magnitude = negative_ ? 0 - sum_ : sum_;
+    return {status, static_cast<Integer>(magnitude), at_};
+  }
+  Reading finish_overflow() const noexcept { return {Status::integer_overflow, 0, at_}; }
+
   const Unit* text_;
   std::int64_t length_;
   std::int64_t at_ = 0;
   std::uint32_t flags_;
-  EncodedSymbol<Unit> decimal_;
-  EncodedSymbol<Unit> grouping_;
-  bool blank_groups_;
+  char16_t decimal_;
+  char16_t grouping_;
   bool negative_ = false;
-  Magnitude sum_ = 0;
+  bool overflow_ = false;  // of sum_
+  std::uint64_t sum_ = 0;
 };
 
 }  // namespace jwnls

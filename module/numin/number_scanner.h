@@ -17,6 +17,7 @@
 
 #include "module/calendar/missing_value.h"
 #include "module/numin/decimal_accumulator.h"
+#include "module/numin/four_units.h"
 #include "module/numin/unit_encoding.h"
 #include "module/record/status.h"
 
@@ -46,27 +47,10 @@ class NumberScanner {
   NumberScanner(const Unit* text, std::int64_t length, const NumberSymbols& symbols) noexcept
       : text_(text), length_(length), symbols_(symbols) {}
 
-  [[nodiscard]] NumberReading read() noexcept {
-    skip_blanks();
-    if (at_end()) return {Status::ok, missing_value(), length_};
-    bool negative = false;
-    std::int64_t fraction = no_fraction;  // where it begins
-    if (!is_digit(at_)) {
-      const std::uint32_t start = unit(at_);
-      const bool period = start == Encoding::of('.');
-      if (start == Encoding::of('+') || start == Encoding::of('-')) {
-        negative = start == Encoding::of('-');
-        if (unit_is(++at_, symbols_.decimal)) fraction = ++at_;
-      } else if (period && !is_digit(at_ + 1)) {
-        return read_missing();
-      } else if (start == symbols_.decimal) {
-        fraction = ++at_;
-      } else {
-        return invalid(period ? at_ : 0);
-      }
-      if (!is_digit(at_)) return invalid(at_);
-    }
-    return read_number(negative, fraction);
+  [[nodiscard, gnu::always_inline]] NumberReading read() noexcept {
+    if (is_digit(0)) [[likely]]
+      return read_number(false, no_fraction);
+    return read_start();
   }
 
  private:
@@ -115,28 +99,55 @@ class NumberScanner {
     return finish(std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | code << 40));
   }
 
-  NumberReading read_number(bool negative, std::int64_t fraction) noexcept {
-    while (unit_is(at_, Encoding::of('0')) ||
-           (unit_is(at_, symbols_.decimal) && fraction == no_fraction)) {
-      if (unit(at_) != Encoding::of('0')) fraction = at_ + 1;
-      ++at_;
-    }
-    DecimalAccumulator digits;
-    for (; !at_end(); ++at_) {
-      const std::uint32_t value = digit(at_);
-      if (value <= 9) {
-        digits.add(value);
-        continue;
+  // Everything before the first digit.
+  [[gnu::noinline]] NumberReading read_start() noexcept {
+    skip_blanks();
+    if (at_end()) return {Status::ok, missing_value(), length_};
+    bool negative = false;
+    std::int64_t fraction = no_fraction;
+    if (!is_digit(at_)) {
+      const std::uint32_t start = unit(at_);
+      const bool period = start == Encoding::of('.');
+      if (start == Encoding::of('+') || start == Encoding::of('-')) {
+        negative = start == Encoding::of('-');
+        if (unit_is(++at_, symbols_.decimal)) fraction = ++at_;
+      } else if (period && !is_digit(at_ + 1)) {
+        return read_missing();
+      } else if (start == symbols_.decimal) {
+        fraction = ++at_;
+      } else {
+        return invalid(period ? at_ : 0);
       }
+      if (!is_digit(at_)) return invalid(at_);
+    }
+    return read_number(negative, fraction);
+  }
+
+  void read_digits(DecimalAccumulator& digits) noexcept {
+    FewDigits few = {};
+    do {
+      few = leading_digits(four_units_at(text_, length_, at_), Encoding::of('0'));
+      digits.add(few);
+      at_ += few.count;
+    } while (few.count == 4);
+  }
+
+  // From the first digit on; the fraction begins at `fraction`, or nowhere so far.
+  [[gnu::always_inline]] NumberReading read_number(bool negative, std::int64_t fraction) noexcept {
+    DecimalAccumulator digits;
+    read_digits(digits);
+    for (; !at_end(); read_digits(digits)) {
       const std::uint32_t symbol = unit(at_);
       if (symbol == symbols_.decimal) {
         if (fraction != no_fraction) return invalid(at_);
-        fraction = at_ + 1;
+        fraction = ++at_;
       } else if (symbol == symbols_.grouping) {
         if (fraction != no_fraction) return invalid(at_);
-        if (at_ + 1 == length_) return invalid(length_);
-      } else if (!symbols_.blank_groups || symbol != Encoding::of(' ') || fraction != no_fraction ||
-                 !is_digit(at_ + 1)) {
+        if (++at_ == length_) return invalid(length_);
+      } else if (symbols_.blank_groups && symbol == Encoding::of(' ') && fraction == no_fraction &&
+                 is_digit(at_ + 1)) {
+        ++at_;
+      } else {
         break;
       }
     }
@@ -153,7 +164,7 @@ class NumberScanner {
   }
 
   // Adds what is written behind the mantissa. ok when a number may end there.
-  NumberReading read_exponent(std::int64_t& exponent) noexcept {
+  [[gnu::noinline]] NumberReading read_exponent(std::int64_t& exponent) noexcept {
     const std::uint32_t letter = unit(at_);
     if (letter != Encoding::of('E') && letter != Encoding::of('e') && letter != Encoding::of('D') &&
         letter != Encoding::of('d')) {

@@ -65,7 +65,7 @@ const IntegerCase integer_cases[] = {
     {u".,", u"1 234", blank_groups, ok, 1, 1},
     {u".-", u"1-2", 0, ok, 12, 3},
     {u". ", u" 1 2", 0, ok, 12, 4},
-    {u".5", u"152", 0, ok, 12, 3},
+    {u".5", u"15525", 0, ok, 12, 5},
     {u".5", u"52", 0, invalid, 0, 0},
     // The end.
     {u".,", u"12 x", 0, ok, 12, 2},
