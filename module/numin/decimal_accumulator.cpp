@@ -49,32 +49,32 @@ const double double_powers_of_ten[highest_double_power + 1] = {JWNLS_TEN_POWERS(
                                                                1e308};
 #undef JWNLS_TEN_POWERS
 
-Status scale_far(double sum, std::int64_t exponent, double& value) noexcept {
-  value = sum;
-  if (sum == 0) return Status::ok;
+Scaled scale_far(double sum, std::int64_t exponent) noexcept {
+  if (sum == 0) return {Status::ok, sum};
   // Two steps reach past both ends of the doubles, wherever the sum of 150 digits lies; what is
   // left beyond them changes nothing.
   const std::int64_t distance = exponent < 0 ? -exponent : exponent;
   const auto first = std::min<std::int64_t>(distance, highest_double_power);
   const auto second = std::min<std::int64_t>(distance - first, highest_double_power);
   if (exponent < 0) {
-    value = value / double_powers_of_ten[first] / double_powers_of_ten[second];
-  } else {
-    value = value * double_powers_of_ten[first] * double_powers_of_ten[second];
+    return {Status::ok, sum / double_powers_of_ten[first] / double_powers_of_ten[second]};
   }
-  return value <= std::numeric_limits<double>::max() ? Status::ok : Status::out_of_range;
+  const double value = sum * double_powers_of_ten[first] * double_powers_of_ten[second];
+  const bool in_range = value <= std::numeric_limits<double>::max();
+  return {in_range ? Status::ok : Status::out_of_range, value};
 }
 
 // One by one, as the value is defined. Deliberate: a digit past the 150th, leading zeros aside, is
 // dropped without a trace in the exponent.
-void DecimalAccumulator::add_rounded(FewDigits digits) noexcept {
-  if (rounded_ == 0) {
-    rounded_ = static_cast<double>(integer_);
-    for (std::int64_t rest = integer_; rest != 0; rest /= 10) ++digits_;
+DecimalAccumulator DecimalAccumulator::rounded(DecimalAccumulator copy, FewDigits digits) noexcept {
+  if (copy.rounded_ == 0) {
+    copy.rounded_ = static_cast<double>(copy.integer_);
+    for (std::int64_t rest = copy.integer_; rest != 0; rest /= 10) ++copy.digits_;
   }
-  for (std::uint32_t behind = digits.count; behind-- > 0 && digits_ < counted_digits; ++digits_) {
-    rounded_ = rounded_ * 10.0 + digits.value / powers_of_ten_to_4[behind] % 10;
+  for (auto behind = digits.count; behind-- > 0 && copy.digits_ < counted_digits; ++copy.digits_) {
+    copy.rounded_ = copy.rounded_ * 10.0 + digits.value / powers_of_ten_to_4[behind] % 10;
   }
+  return copy;
 }
 
 }  // namespace jwnls

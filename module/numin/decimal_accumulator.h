@@ -15,17 +15,21 @@ namespace jwnls {
 inline constexpr int highest_double_power = 308;
 extern const double double_powers_of_ten[highest_double_power + 1];
 
-/// value * 10^exponent for a sum of digits, exponents up to 30,800 and down to any. out_of_range
-/// when it is beyond the doubles; one that is too small is 0.
-Status scale_far(double sum, std::int64_t exponent, double& value) noexcept;
+struct Scaled {
+  Status status;
+  double value;
+};
 
-/// The same; nearly every exponent needs one multiplication or division.
-[[nodiscard]] inline Status scale(double sum, std::int64_t exponent, double& value) noexcept {
+/// sum * 10^exponent for a sum of digits, exponents up to 30,800 and down to any. out_of_range when
+/// it is beyond the doubles; one that is too small is 0.
+Scaled scale_far(double sum, std::int64_t exponent) noexcept;
+
+/// The same; nearly every exponent needs one division.
+[[nodiscard]] inline Scaled scale(double sum, std::int64_t exponent) noexcept {
   if (exponent <= 0 && exponent >= -highest_double_power) [[likely]] {
-    value = sum / double_powers_of_ten[-exponent];
-    return Status::ok;
+    return {Status::ok, sum / double_powers_of_ten[-exponent]};
   }
-  return scale_far(sum, exponent, value);
+  return scale_far(sum, exponent);
 }
 
 /// The sum of a number's digits. Below 2^53 every step is exact, so integers take those.
@@ -35,7 +39,7 @@ class DecimalAccumulator {
     if (integer_ <= largest_exact) [[likely]] {
       integer_ = integer_ * powers_of_ten_to_4[digits.count] + digits.value;
     } else {
-      add_rounded(digits);
+      *this = rounded(*this, digits);
     }
   }
 
@@ -45,7 +49,8 @@ class DecimalAccumulator {
   static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9'999) / 10'000;
   static constexpr int counted_digits = 150;
 
-  void add_rounded(FewDigits digits) noexcept;
+  // Of a copy, so that the accumulator itself can stay in registers.
+  static DecimalAccumulator rounded(DecimalAccumulator copy, FewDigits digits) noexcept;
 
   std::int64_t integer_ = 0;
   double rounded_ = 0;  // takes over from integer_ once it is not 0

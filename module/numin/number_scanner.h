@@ -50,12 +50,12 @@ class NumberScanner {
   [[nodiscard, gnu::always_inline]] NumberReading read() noexcept {
     if (is_digit(0)) [[likely]]
       return read_number(false, no_fraction);
-    return read_start();
+    return read_start(*this);
   }
 
  private:
   static constexpr std::int64_t no_fraction = 0;  // a fraction has a decimal symbol before it
-  static constexpr std::int64_t highest_exponent = 30800;
+  static constexpr std::int32_t highest_exponent = 30800;
 
   bool at_end() const noexcept { return at_ == length_; }
   std::uint32_t unit(std::int64_t at) const noexcept { return unit_value(text_[at]); }
@@ -99,8 +99,12 @@ class NumberScanner {
     return finish(std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | code << 40));
   }
 
-  // Everything before the first digit.
-  [[gnu::noinline]] NumberReading read_start() noexcept {
+  // Everything before the first digit. Of a copy, as in the other steps that few numbers take, so
+  // that the scanner itself can stay in registers.
+  [[gnu::noinline]] static NumberReading read_start(NumberScanner copy) noexcept {
+    return copy.read_any();
+  }
+  NumberReading read_any() noexcept {
     skip_blanks();
     if (at_end()) return {Status::ok, missing_value(), length_};
     bool negative = false;
@@ -151,41 +155,54 @@ class NumberScanner {
         break;
       }
     }
-    std::int64_t exponent = fraction == no_fraction ? 0 : fraction - at_;
-    if (!at_end() && !is_blank(at_)) {
-      const NumberReading failure = read_exponent(exponent);
-      if (failure.status != Status::ok) return failure;
-    }
-    double magnitude = 0;
-    const Status scaled = scale(digits.sum(), exponent, magnitude);
-    NumberReading reading = finish(negative ? -magnitude : magnitude);
-    if (reading.status == Status::ok && scaled != Status::ok) return {scaled, missing_value(), 0};
-    return reading;
+    const std::int64_t exponent = fraction == no_fraction ? 0 : fraction - at_;
+    const Exponent end = at_end() ? Exponent{} : read_exponent(*this);
+    if (end.status != Status::ok) return {end.status, missing_value(), end.place};
+    const Scaled scaled = scale(digits.sum(), exponent + end.value);
+    if (scaled.status != Status::ok) return {scaled.status, missing_value(), 0};
+    return {Status::ok, negative ? -scaled.value : scaled.value, at_end() ? at_ : end.place};
   }
 
-  // Adds what is written behind the mantissa. ok when a number may end there.
-  [[gnu::noinline]] NumberReading read_exponent(std::int64_t& exponent) noexcept {
+  // What is written behind the mantissa.
+  struct Exponent {
+    Status status = Status::ok;
+    std::int32_t value = 0;
+    std::int64_t place = 0;  // where the number ends; where the text offends
+  };
+  [[gnu::noinline]] static Exponent read_exponent(NumberScanner copy) noexcept {
+    return copy.read_behind();
+  }
+  Exponent read_behind() noexcept {
+    Exponent exponent;
+    if (!is_blank(at_)) exponent = read_written_exponent();
+    if (exponent.status != Status::ok) return exponent;
+    const NumberReading rest = finish(0);
+    return {rest.status, exponent.value, rest.consumed};
+  }
+
+  Exponent read_written_exponent() noexcept {
+    const auto offends = [this] { return Exponent{Status::invalid_number, 0, at_}; };
     const std::uint32_t letter = unit(at_);
     if (letter != Encoding::of('E') && letter != Encoding::of('e') && letter != Encoding::of('D') &&
         letter != Encoding::of('d')) {
-      return invalid(at_);
+      return offends();
     }
     ++at_;
     const bool negative = unit_is(at_, Encoding::of('-'));
     if (negative || unit_is(at_, Encoding::of('+'))) ++at_;
-    std::int64_t written = 0;
+    std::int32_t value = 0;
     do {
-      if (!is_digit(at_)) return invalid(at_);
-      written = written * 10 + digit(at_++);
-      if (written > highest_exponent) return {Status::out_of_range, missing_value(), 0};
+      if (!is_digit(at_)) return offends();
+      value = value * 10 + static_cast<std::int32_t>(digit(at_++));
+      if (value > highest_exponent) return {Status::out_of_range, 0, 0};
       if (!is_digit(at_) && unit_is(at_, symbols_.grouping)) {
         ++at_;
-        if (!is_digit(at_)) return invalid(at_);
+        if (!is_digit(at_)) return offends();
       }
     } while (is_digit(at_));
-    if (!at_end() && !unit_is(at_, Encoding::of(' '))) return invalid(at_);  // a tab may not
-    exponent += negative ? -written : written;
-    return {};
+    if (!at_end() && !unit_is(at_, Encoding::of(' ')))
+      return offends();  // a tab may not stand here
+    return {Status::ok, negative ? -value : value, at_};
   }
 
   const Unit* text_;
