@@ -66,13 +66,14 @@ Scaled scale_far(double sum, std::int64_t exponent) noexcept {
 
 // One by one, as the value is defined. Deliberate: a digit past the 150th, leading zeros aside, is
 // dropped without a trace in the exponent.
-DecimalAccumulator DecimalAccumulator::rounded(DecimalAccumulator copy, FewDigits digits) noexcept {
+DecimalAccumulator DecimalAccumulator::rounded(DecimalAccumulator copy, std::uint32_t value,
+                                               std::uint32_t count) noexcept {
   if (copy.rounded_ == 0) {
     copy.rounded_ = static_cast<double>(copy.integer_);
     for (std::int64_t rest = copy.integer_; rest != 0; rest /= 10) ++copy.digits_;
   }
-  for (auto behind = digits.count; behind-- > 0 && copy.digits_ < counted_digits; ++copy.digits_) {
-    copy.rounded_ = copy.rounded_ * 10.0 + digits.value / powers_of_ten_to_4[behind] % 10;
+  for (; count-- > 0 && copy.digits_ < counted_digits; ++copy.digits_) {
+    copy.rounded_ = copy.rounded_ * 10.0 + value / powers_of_ten_to_4[count] % 10;
   }
   return copy;
 }

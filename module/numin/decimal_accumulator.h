@@ -39,7 +39,7 @@ class DecimalAccumulator {
     if (integer_ <= largest_exact) [[likely]] {
       integer_ = integer_ * powers_of_ten_to_4[digits.count] + digits.value;
     } else {
-      *this = rounded(*this, digits);
+      *this = rounded(*this, digits.value, digits.count);
     }
   }
 
@@ -50,7 +50,8 @@ class DecimalAccumulator {
   static constexpr int counted_digits = 150;
 
   // Of a copy, so that the accumulator itself can stay in registers.
-  static DecimalAccumulator rounded(DecimalAccumulator copy, FewDigits digits) noexcept;
+  static DecimalAccumulator rounded(DecimalAccumulator copy, std::uint32_t value,
+                                    std::uint32_t count) noexcept;
 
   std::int64_t integer_ = 0;
   double rounded_ = 0;  // takes over from integer_ once it is not 0

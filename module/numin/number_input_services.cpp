@@ -8,13 +8,13 @@ namespace {
 
 constexpr char16_t no_break_space = 0xA0;
 
-NumberSymbols symbols_of(const LocaleHandle* handle) noexcept {
+inline NumberSymbols symbols_of(const LocaleHandle* handle) noexcept {
   if (handle == nullptr) return {};
   const LocaleRecord& record = *handle->record;
   return {record.decimal_symbol, record.grouping_symbol};
 }
 
-NumberSymbols symbols_of(const LocaleHandle* handle, std::uint32_t flags) noexcept {
+inline NumberSymbols symbols_of(const LocaleHandle* handle, std::uint32_t flags) noexcept {
   NumberSymbols symbols = symbols_of(handle);
   symbols.blank_groups =
       (flags & number_input_flags::blank_groups) != 0 && symbols.grouping == no_break_space;
@@ -36,9 +36,11 @@ std::uint32_t ebcdic_symbol(std::uint32_t symbol, Converter* converter) noexcept
   return converted(converter, symbol, EbcdicEncoding::of(','));
 }
 
+// Inlined with what makes the symbols, which then never go through memory.
 template <typename Encoding>
-std::uint32_t read(const typename Encoding::Unit* text, std::int32_t length,
-                   const NumberSymbols& symbols, double* value, std::int64_t* consumed) noexcept {
+[[gnu::always_inline]] inline std::uint32_t read(const typename Encoding::Unit* text,
+                                                 std::int32_t length, const NumberSymbols& symbols,
+                                                 double* value, std::int64_t* consumed) noexcept {
   NumberReading reading = {Status::invalid_number};
   if (length >= 0) reading = NumberScanner<Encoding>(text, length, symbols).read();
   *value = reading.value;
