@@ -4,6 +4,7 @@
 #define JWNLS_MODULE_DTPARSE_INPUT_DIRECTIVES_H_
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "module/dtparse/date_time_parts.h"
@@ -41,11 +42,15 @@ struct alignas(64) InputDirective {
 };
 
 inline constexpr char16_t first_directive_letter = u'A';
-inline constexpr char16_t last_directive_letter = u'z';
+inline constexpr std::size_t directive_letters = 64;  // up to the end of ASCII
+
+/// Whether the tables have a row for it; rows of unknown letters say so.
+constexpr bool is_directive_letter(char16_t letter) noexcept {
+  return static_cast<char16_t>(letter - first_directive_letter) < directive_letters;
+}
 
 /// By letter, from 'A'.
-using DirectiveTable =
-    std::array<InputDirective, last_directive_letter - first_directive_letter + 1>;
+using DirectiveTable = std::array<InputDirective, directive_letters>;
 
 extern const DirectiveTable strict_directives;
 extern const DirectiveTable lenient_directives;

@@ -13,25 +13,25 @@ namespace {
 
 #if defined(__SSE2__)
 
-constexpr std::size_t block_units = 8;
+constexpr std::ptrdiff_t block_units = 8;
 
 // The eight units from `at` on, zeros behind the end of the text; false when they cannot be loaded
 // or, in UTF-8, are not ASCII.
 bool load_block(const char16_t* start, const char16_t* at, const char16_t* end,
                 __m128i& block) noexcept {
-  if (end - at >= static_cast<std::ptrdiff_t>(block_units)) [[likely]] {
+  if (end - at >= block_units) [[likely]] {
     block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     return true;
   }
-  if (end - start < static_cast<std::ptrdiff_t>(block_units)) return false;
+  if (end - start < block_units) return false;
   unsigned __int128 units = 0;
   std::memcpy(&units, end - block_units, sizeof units);
-  units >>= 16 * (block_units - static_cast<std::size_t>(end - at));
+  units >>= 16 * (block_units - (end - at));
   std::memcpy(&block, &units, sizeof block);
   return true;
 }
 bool load_block(const char* start, const char* at, const char* end, __m128i& block) noexcept {
-  if (end - start < static_cast<std::ptrdiff_t>(block_units)) return false;
+  if (end - start < block_units) return false;
   const char* from = std::min(at, end - block_units);
   std::uint64_t units = 0;
   std::memcpy(&units, from, sizeof units);
@@ -65,7 +65,7 @@ class NameSearch {
     key_ = _mm_set1_epi32(static_cast<int>((two | both_small) & key_bits_));
   }
 
-  NameMatch run(const LocaleRecord& record, NameList list) const noexcept {
+  [[gnu::always_inline]] NameMatch run(const LocaleRecord& record, NameList list) const noexcept {
     const TextEntry* entries = &list_entry(record, list.offset, 0);
     const Possible possible = list.count == 12  ? filter<12>(entries)
                               : list.count == 7 ? filter<7>(entries)
@@ -102,11 +102,12 @@ class NameSearch {
   [[gnu::always_inline]] Possible filter(const TextEntry* entries) const noexcept {
     const __m128i bits = _mm_set1_epi32(static_cast<int>(key_bits_));
     const __m128i small = _mm_set1_epi32(both_small);
-    __m128i all = _mm_setzero_si128();  // lengths less 2, and units, of all names
+    __m128i least = _mm_set1_epi16(0x7FFF);  // of each 16-bit lane of all names' heads
+    __m128i all_units = _mm_setzero_si128();
     const auto head = [&](std::size_t index) noexcept {
       const TextEntry& name = entries[std::min(index, count - 1)];
       const __m128i length_and_units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&name));
-      all = _mm_or_si128(all, _mm_sub_epi64(length_and_units, _mm_set_epi64x(0, 2)));
+      least = _mm_min_epi16(least, length_and_units);
       return length_and_units;
     };
     std::uint32_t names = 0;
@@ -114,31 +115,37 @@ class NameSearch {
     for (std::size_t i = 0; i < count; i += 4) {
       const __m128i two = _mm_unpackhi_epi32(head(i), head(i + 1));
       const __m128i two_more = _mm_unpackhi_epi32(head(i + 2), head(i + 3));
-      const __m128i units = _mm_or_si128(_mm_unpacklo_epi64(two, two_more), small);
-      const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(units, bits), key_);
+      const __m128i units = _mm_unpacklo_epi64(two, two_more);
+      all_units = _mm_or_si128(all_units, units);
+      const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(_mm_or_si128(units, small), bits), key_);
       names |= static_cast<std::uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(same))) << i;
     }
-    const std::int64_t lengths = _mm_cvtsi128_si64(all);
-    const std::int64_t units = _mm_cvtsi128_si64(_mm_unpackhi_epi64(all, all));
-    return {lengths >= 0 && (units & 0x01000100) == 0, names & ((1u << count) - 1)};
+    // The lowest lane of a length is its value, the highest one has its sign; what the lanes
+    // between hold can only make it longer.
+    const std::int64_t lengths = _mm_cvtsi128_si64(least);
+    const bool long_enough = lengths >= 0 && static_cast<std::int16_t>(lengths) >= 2;
+    const std::uint32_t beyond_latin = lanes(_mm_slli_epi16(all_units, 7)) & 0xAAAA;
+    return {long_enough && beyond_latin == 0, names & ((1u << count) - 1)};
   }
 
   Verdict compare(std::u16string_view name) const noexcept {
-    const std::size_t remaining = static_cast<std::size_t>(end_ - at_);
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(name.data()));
-    const std::uint32_t wanted = name.size() < block_units ? (1u << 2 * name.size()) - 1 : 0xFFFF;
+    // Spelled so that it is no branch.
+    const std::ptrdiff_t excess = static_cast<std::ptrdiff_t>(name.size()) - block_units;
+    const std::ptrdiff_t compared = block_units + (excess & excess >> 63);
+    const std::uint32_t wanted = (1u << 2 * compared) - 1;
     const std::uint32_t other = wanted & ~lanes(_mm_cmpeq_epi16(ascii_upper_case(units), text_));
     if (other != 0) {
       const __m128i upper = _mm_and_si128(_mm_or_si128(units, text_), _mm_set1_epi16(~0x7F));
       const std::uint32_t ascii = lanes(_mm_cmpeq_epi16(upper, _mm_setzero_si128()));
       return (other & ascii) != 0 ? Verdict::other : Verdict::undecided;
     }
-    if (name.size() > remaining) return Verdict::undecided;
-    return name.size() <= block_units ? Verdict::same : compare_rest(name);
+    if (name.size() > static_cast<std::size_t>(end_ - at_)) return Verdict::undecided;
+    return excess <= 0 ? Verdict::same : compare_rest(name);
   }
 
   Verdict compare_rest(std::u16string_view name) const noexcept {
-    for (std::size_t i = block_units; i < name.size(); ++i) {
+    for (std::size_t i = std::size_t{block_units}; i < name.size(); ++i) {
       const auto unit = static_cast<std::make_unsigned_t<Unit>>(at_[i]);
       if (name[i] >= 0x80 || unit >= 0x80) return Verdict::undecided;
       if (simple_upper_case(name[i]) != simple_upper_case(unit)) return Verdict::other;
@@ -166,9 +173,12 @@ NameMatch match_name(const Unit* start, const Unit* at, const Unit* end, const L
     return NameMatch::undecided();
   }
   const NameSearch<Unit> search(block, at, end);
-  const NameMatch match = search.run(record, lists[0]);
-  if (!match.is_none() || lists[1].count == 0) return match;
-  return search.run(record, lists[1]);
+  for (const NameList list : lists) {
+    if (list.count == 0) break;
+    const NameMatch match = search.run(record, list);
+    if (!match.is_none()) return match;
+  }
+  return NameMatch::none();
 #else
   (void)start, (void)at, (void)end, (void)record, (void)lists;
   return NameMatch::undecided();

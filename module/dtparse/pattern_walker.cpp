@@ -1,6 +1,7 @@
 #include "module/dtparse/pattern_walker.h"
 
 #include "module/calendar/calendar.h"
+#include "module/dtparse/clock_field.h"
 #include "module/dtparse/input_directives.h"
 #include "module/dtparse/name_match.h"
 
@@ -38,12 +39,16 @@ class Walk {
       if (at == end) return true;
       char16_t letter = *at++;
       bool sharp = false;
-      while (letter < first_directive_letter) [[unlikely]] {
+      while (!is_directive_letter(letter)) [[unlikely]] {
           if (!is_modifier(letter)) return false;
           if (at == end) return true;
           sharp = letter == u'#';
           letter = *at++;
         }
+      if (letter == u'H' && is_clock_pattern_rest(at, end) && read_clock(input_, parts_)) {
+        at += clock_pattern_rest.size();
+        continue;
+      }
       if (!read_directive(letter, sharp)) return false;
     }
     return at == end;
@@ -68,7 +73,6 @@ class Walk {
   }
 
   [[gnu::always_inline]] bool read_directive(char16_t letter, bool sharp) noexcept {
-    if (letter > last_directive_letter) return false;
     constexpr const DirectiveTable& directives =
         dialect == Dialect::lenient ? lenient_directives : strict_directives;
     const InputDirective& row =
@@ -77,6 +81,8 @@ class Walk {
     switch (row.reader) {
       case Reader::none:
         return false;
+      default:
+        __builtin_unreachable();
       case Reader::fixed:
         if (!read_fixed(input_, row.number, value)) return false;
         break;
