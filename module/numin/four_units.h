@@ -1,4 +1,4 @@
-// Four units of a text at once, as the 16-bit lanes of a word: the first unit in the lowest lane.
+// Four units of a text at once, as the lanes of a word: the first unit in the lowest lane.
 //
 // Digits are found and summed up a word at a time, whatever their number, so that numbers of
 // unforeseen lengths cost few mispredicted branches. Nothing outside the text is read.
@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "module/numin/unit_encoding.h"
 
@@ -24,56 +25,61 @@ struct FewDigits {
   std::uint32_t count;
 };
 
-namespace four_units {
-
-inline constexpr std::uint64_t every_lane = 0x0001'0001'0001'0001;
-
-inline std::uint64_t load(const char16_t* text) noexcept {
-  std::uint64_t word = 0;
-  std::memcpy(&word, text, sizeof word);
-  return word;
-}
-inline std::uint64_t load(const char* text) noexcept {
-  std::uint32_t bytes = 0;
-  std::memcpy(&bytes, text, sizeof bytes);
-  const std::uint64_t pairs = (std::uint64_t{bytes} << 16 | bytes) & 0x0000'FFFF'0000'FFFF;
-  return (pairs << 8 | pairs) & 0x00FF'00FF'00FF'00FF;
-}
-
-}  // namespace four_units
-
-/// The four units from `at` on, which is at most `length`; those behind the end are 0.
 template <typename Unit>
-[[gnu::always_inline]] inline std::uint64_t four_units_at(const Unit* text, std::int64_t length,
-                                                          std::int64_t at) noexcept {
-  const std::int64_t rest = length - at;
-  if (rest >= 4) [[likely]]
-    return four_units::load(text + at);
-  if (length >= 4) {
-    // The last four, less those before `at`; in two steps, for the word has no shift by 64.
-    const auto half = static_cast<unsigned>(4 - rest) * 8;
-    return four_units::load(text + (length - 4)) >> half >> half;
-  }
-  std::uint64_t word = 0;
-  for (std::int64_t i = length; i-- > at;) word = word << 16 | unit_value(text[i]);
-  return word;
-}
+struct FourUnits {
+  using Word = std::conditional_t<sizeof(Unit) == 2, std::uint64_t, std::uint32_t>;
 
-/// The digits that four units begin with; `zero` is the unit of the digit 0.
-[[gnu::always_inline]] inline FewDigits leading_digits(std::uint64_t units,
-                                                       std::uint32_t zero) noexcept {
-  using four_units::every_lane;
-  // In each lane a digit becomes its value, and everything else 10 or more, which reaches the
-  // lane's top bit. A lane that overflows has that bit itself and disturbs none before it.
-  const std::uint64_t values = units ^ zero * every_lane;
-  const std::uint64_t others =
-      (values | (values + (0x8000 - 10) * every_lane)) & 0x8000 * every_lane;
-  // The digits go to the upper lanes, where one multiplication sums them up.
-  constexpr std::uint64_t weights = 1 | 10ULL << 16 | 100ULL << 32 | 1000ULL << 48;
-  if (others == 0) return {static_cast<std::uint32_t>(values * weights >> 48), 4};
-  const auto count = static_cast<std::uint32_t>(std::countr_zero(others)) / 16;
-  return {static_cast<std::uint32_t>((values << 16 << (48 - 16 * count)) * weights >> 48), count};
-}
+  static constexpr unsigned lane_bits = 8 * sizeof(Unit);
+  static constexpr Word ones = static_cast<Word>(~Word{0}) / ((Word{1} << lane_bits) - 1);
+  static constexpr Word top_bits = ones << (lane_bits - 1);
+
+  Word word = 0;
+
+  /// The four units from `at` on, which is at most `length`; those behind the end are 0.
+  [[gnu::always_inline]] static FourUnits load(const Unit* text, std::int64_t length,
+                                               std::int64_t at) noexcept {
+    const std::int64_t rest = length - at;
+    if (rest >= 4) [[likely]]
+      return load_whole(text + at);
+    if (length >= 4) {
+      // The last four, less those before `at`; in two steps, for a word has no shift by its width.
+      const auto half = static_cast<unsigned>(4 - rest) * (lane_bits / 2);
+      return {load_whole(text + (length - 4)).word >> half >> half};
+    }
+    Word word = 0;
+    for (std::int64_t i = length; i-- > at;) word = word << lane_bits | unit_value(text[i]);
+    return {word};
+  }
+
+  /// The digits that the units begin with; `zero` is the unit of the digit 0.
+  [[gnu::always_inline]] FewDigits leading_digits(std::uint32_t zero) const noexcept {
+    // In each lane a digit becomes its value, and everything else 10 or more, which reaches the
+    // lane's top bit. A lane that overflows has that bit itself and disturbs none before it.
+    const Word values = word ^ zero * ones;
+    const Word others = (values | (values + top_bits - 10 * ones)) & top_bits;
+    if (others == 0) return {sum(values), 4};
+    const auto count = static_cast<std::uint32_t>(std::countr_zero(others)) / lane_bits;
+    return {sum(values << lane_bits << lane_bits * (3 - count)), count};
+  }
+
+ private:
+  [[gnu::always_inline]] static FourUnits load_whole(const Unit* text) noexcept {
+    FourUnits units;
+    std::memcpy(&units.word, text, sizeof units.word);
+    return units;
+  }
+
+  // The number that four lanes of digits are. Each product gathers its sums in upper lanes.
+  static std::uint32_t sum(Word values) noexcept {
+    if constexpr (lane_bits == 16) {
+      return static_cast<std::uint32_t>(values * (1 | 10ULL << 16 | 100ULL << 32 | 1000ULL << 48) >>
+                                        48);
+    } else {
+      const Word pairs = (values * (1 | 10u << 8) >> 8) & 0x00FF'00FF;
+      return pairs * (1 | 100u << 16) >> 16;
+    }
+  }
+};
 
 }  // namespace jwnls
 

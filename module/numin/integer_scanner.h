@@ -142,7 +142,7 @@ class IntegerScanner {
   void add_digits() noexcept {
     FewDigits few = {};
     do {
-      few = leading_digits(four_units_at(text_, length_, at_), '0');
+      few = FourUnits<Unit>::load(text_, length_, at_).leading_digits('0');
       add(few);
       at_ += few.count;
     } while (few.count == 4);

@@ -130,7 +130,7 @@ class NumberScanner {
   void read_digits(DecimalAccumulator& digits) noexcept {
     FewDigits few = {};
     do {
-      few = leading_digits(four_units_at(text_, length_, at_), Encoding::of('0'));
+      few = FourUnits<Unit>::load(text_, length_, at_).leading_digits(Encoding::of('0'));
       digits.add(few);
       at_ += few.count;
     } while (few.count == 4);
