@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/input.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
 #include "module/text/utf8_unit.h"
@@ -30,25 +31,9 @@ namespace {
 constexpr std::int64_t full_room = 600;  // more than any text
 constexpr std::int64_t untouched_length = -77;
 
-void require(bool right, const char* what) {
-  if (right) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
-
-// Takes an input apart; zeros once it is used up.
-class Input {
+class PatternInput : public Input {
  public:
-  Input(const std::uint8_t* data, std::size_t size) : next_(data), end_(data + size) {}
-
-  std::uint8_t byte() { return next_ == end_ ? std::uint8_t{0} : *next_++; }
-
-  template <typename Number>
-  Number number() {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < sizeof(Number); ++i) value = value << 8 | byte();
-    return static_cast<Number>(value);
-  }
+  using Input::Input;
 
   // Mostly units that mean something in a pattern.
   char16_t unit() {
@@ -56,13 +41,6 @@ class Input {
         u"%%%%%%%%%%%%AaBbCcDdEeFfHhIiKkLlMmNnOoPpSsUuWwYyZzGgJjQqRrTtVvXx??##    ,.:/-x09%%";
     const std::uint8_t choice = byte();
     return choice < 0xF0 ? likely[choice % likely.size()] : number<char16_t>();
-  }
-
-  // A length that is right, or anything.
-  std::int64_t length(std::int64_t right) {
-    const std::uint8_t choice = byte();
-    if (choice < 0xC0) return right;
-    return choice < 0xE0 ? std::int64_t{choice} - 0xD0 : number<std::int64_t>();
   }
 
   void entry(TextEntry& text, std::uint8_t longest) {
@@ -81,10 +59,6 @@ class Input {
         return static_cast<double>(number<std::uint32_t>()) * 128 - 11928470400.0;
     }
   }
-
- private:
-  const std::uint8_t* next_;
-  const std::uint8_t* end_;
 };
 
 struct Call {
@@ -177,7 +151,7 @@ struct Subject {
     handle = factory->create_handle(&host.context, u"xx", 2, nullptr, &options);
   }
 
-  void prepare(Input& input) {
+  void prepare(PatternInput& input) {
     const std::uint8_t choices = input.byte();
     host.kernel.character_classes = (choices & 1) != 0 ? classes : nullptr;
     if ((choices & 1) != 0) {
@@ -219,7 +193,7 @@ struct Subject {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace jwnls::test;
   static Subject subject;
-  Input input(data, size);
+  PatternInput input(data, size);
   Call call = {};
   call.service = input.byte() % 3;
   call.style = input.byte() % 4;

@@ -1,4 +1,4 @@
-// A short deterministic run of the formatting fuzzer, whose checks abort.
+// A short deterministic run of the fuzzer that is linked in, whose checks abort.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-TEST(FormatFuzzer, FindsNothingInRandomInputs) {
+TEST(Fuzzer, FindsNothingInRandomInputs) {
   std::mt19937 random(40248);
   std::vector<std::uint8_t> input;
   for (int i = 0; i < 20'000; ++i) {
