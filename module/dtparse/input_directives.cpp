@@ -2,8 +2,6 @@
 
 #include <cstddef>
 
-#include "module/calendar/civil.h"
-
 namespace jwnls {
 namespace {
 
@@ -18,7 +16,6 @@ constexpr NameList full_quarters = {offsetof(LocaleRecord, full_quarters), 4};
 constexpr NameList short_quarters = {offsetof(LocaleRecord, short_quarters), 4};
 constexpr NameList designators = {offsetof(LocaleRecord, before_noon), 2};
 
-constexpr NumberField year_field = {4, first_year, last_year};
 constexpr NumberField month_field = {2, 1, 12};
 constexpr NumberField day_field = {2, 1, 31};
 constexpr NumberField hour_field = {2, 0, 23};
@@ -66,8 +63,8 @@ constexpr InputDirective zone(char16_t letter, Reader reader) {
 }
 
 constexpr InputDirective strict_rows[] = {
-    number(u'Y', Reader::padded, year_field, &Parts::year),
-    number(u'y', Reader::padded, year_field, &Parts::year),
+    number(u'Y', Reader::year, year_field, &Parts::year),
+    number(u'y', Reader::year, year_field, &Parts::year),
     number(u'm', Reader::padded, month_field, &Parts::month),
     number(u'O', Reader::free, month_field, &Parts::month),
     number(u'o', Reader::free, month_field, &Parts::month),
@@ -82,7 +79,7 @@ constexpr InputDirective strict_rows[] = {
     name(u'a', full_weekdays, no_list, nullptr),
     number(u'u', Reader::fixed, weekday_from_1, nullptr),
     number(u'w', Reader::fixed, weekday_from_0, nullptr),
-    number(u'H', Reader::padded, hour_field, &Parts::hour),
+    number(u'H', Reader::hour, hour_field, &Parts::hour),
     number(u'I', Reader::padded, {2, 1, 12}, &Parts::hour, hour_12_is_0),
     {u'k', Reader::padded, hour_field, hour_24_field, &Parts::hour, hour_24_is_0, {}},
     number(u'l', Reader::padded, {2, 0, 11}, &Parts::hour),
@@ -116,7 +113,7 @@ constexpr InputDirective lenient_rows[] = {
     number(u'U', Reader::free, week_field, &Parts::week, number_week<100>),
     number(u'V', Reader::free, week_field, &Parts::week, number_week<200>),
     number(u'W', Reader::free, week_field, &Parts::week, number_week<300>),
-    number(u'H', Reader::free, hour_field, &Parts::hour),
+    number(u'H', Reader::hour, hour_field, &Parts::hour),
     number(u'I', Reader::free, hour_field, &Parts::hour),
     number(u'k', Reader::free, hour_24_field, &Parts::hour, hour_24_is_0),
     number(u'l', Reader::free, hour_24_field, &Parts::hour, hour_0_is_12),

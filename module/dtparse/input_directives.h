@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "module/calendar/civil.h"
 #include "module/dtparse/date_time_parts.h"
 #include "module/dtparse/name_lists.h"
 #include "module/dtparse/number_fields.h"
@@ -17,14 +18,17 @@ namespace jwnls {
 enum class Reader : std::uint8_t {
   none,               // the letter is unknown
   fixed,              // a fixed-width number
-  padded,             // a fixed-width number; with '#' a free-width one
   free,               // a free-width number
   one_or_two_digits,  // a free-width number of two digits at most
-  year,               // four digits or, failing that, two
+  padded,             // strict: a fixed-width number, with '#' a free-width one; lenient: as before
+  hour,               // as before, and with a whole time of day where pattern and text have one
+  year,               // four digits or, failing that in the lenient dialect, two
   name,               // an entry of the first list or, failing that, of the second
   zone_name,          //
   zone_offset,        //
 };
+
+inline constexpr NumberField year_field = {4, first_year, last_year};
 
 using PartsField = std::int32_t DateTimeParts::*;
 

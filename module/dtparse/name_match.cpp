@@ -58,11 +58,13 @@ template <typename Unit>
 class NameSearch {
  public:
   NameSearch(__m128i block, const Unit* at, const Unit* end) noexcept
-      : text_(ascii_upper_case(block)), at_(at), end_(end) {
+      : text_(block), at_(at), end_(end) {
     // Of the first two units, the second counts only if it is an ASCII one.
     const auto two = static_cast<std::uint32_t>(_mm_cvtsi128_si32(block));
-    key_bits_ = two >> 16 < 0x80 ? 0xFFFFFFFF : 0xFFFF;
-    key_ = _mm_set1_epi32(static_cast<int>((two | both_small) & key_bits_));
+    counted_ = _mm_set1_epi32(-1);
+    if (two >= 0x80 << 16) [[unlikely]]
+      counted_ = _mm_set1_epi32(0xFFFF);
+    key_ = _mm_and_si128(counted_, small(_mm_shuffle_epi32(block, 0)));
   }
 
   [[gnu::always_inline]] NameMatch run(const LocaleRecord& record, NameList list) const noexcept {
@@ -74,21 +76,23 @@ class NameSearch {
     if (!possible.known) return NameMatch::undecided();
     for (std::uint32_t names = possible.names; names != 0; names &= names - 1) {
       const int index = std::countr_zero(names);
-      const std::u16string_view name = text_of(entries[index]);
-      switch (compare(name)) {
-        case Verdict::same:
-          return NameMatch::of(index, name.size());
-        case Verdict::other:
-          break;
-        case Verdict::undecided:
-          return NameMatch::undecided();
-      }
+      // The filter has seen that it is no less than 2.
+      const std::int64_t length = entries[index].length;
+      if (length > text_entry_capacity) [[unlikely]]
+        return NameMatch::undecided();
+      const std::u16string_view name(entries[index].units, static_cast<std::size_t>(length));
+      const Verdict verdict = compare(name);
+      if (verdict == Verdict::other) continue;
+      if (verdict == Verdict::undecided) return NameMatch::undecided();
+      if (length > block_units && !same_rest(name, at_)) return NameMatch::undecided();
+      return NameMatch::of(index, name.size());
     }
     return NameMatch::none();
   }
 
  private:
-  static constexpr std::uint32_t both_small = 0x00200020;
+  // Small letters for capitals; other units may change, alike in text and names.
+  static __m128i small(__m128i units) noexcept { return _mm_or_si128(units, _mm_set1_epi16(0x20)); }
 
   struct Possible {
     bool known;
@@ -100,8 +104,6 @@ class NameSearch {
   // that no Latin-1 unit has).
   template <std::size_t count>
   [[gnu::always_inline]] Possible filter(const TextEntry* entries) const noexcept {
-    const __m128i bits = _mm_set1_epi32(static_cast<int>(key_bits_));
-    const __m128i small = _mm_set1_epi32(both_small);
     __m128i least = _mm_set1_epi16(0x7FFF);  // of each 16-bit lane of all names' heads
     __m128i all_units = _mm_setzero_si128();
     const auto head = [&](std::size_t index) noexcept {
@@ -110,16 +112,18 @@ class NameSearch {
       least = _mm_min_epi16(least, length_and_units);
       return length_and_units;
     };
-    std::uint32_t names = 0;
-#pragma GCC unroll 3
-    for (std::size_t i = 0; i < count; i += 4) {
+    const auto four_names = [&](std::size_t i) noexcept {
       const __m128i two = _mm_unpackhi_epi32(head(i), head(i + 1));
       const __m128i two_more = _mm_unpackhi_epi32(head(i + 2), head(i + 3));
       const __m128i units = _mm_unpacklo_epi64(two, two_more);
       all_units = _mm_or_si128(all_units, units);
-      const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(_mm_or_si128(units, small), bits), key_);
-      names |= static_cast<std::uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(same))) << i;
-    }
+      return _mm_cmpeq_epi32(_mm_and_si128(small(units), counted_), key_);
+    };
+    const __m128i first_eight =
+        _mm_packs_epi32(four_names(0), count > 4 ? four_names(4) : _mm_setzero_si128());
+    const __m128i others = count > 8 ? four_names(8) : _mm_setzero_si128();
+    const __m128i same = _mm_packs_epi16(first_eight, _mm_packs_epi32(others, others));
+    const auto names = static_cast<std::uint32_t>(_mm_movemask_epi8(same));
     // The lowest lane of a length is its value, the highest one has its sign; what the lanes
     // between hold can only make it longer.
     const std::int64_t lengths = _mm_cvtsi128_si64(least);
@@ -128,36 +132,41 @@ class NameSearch {
     return {long_enough && beyond_latin == 0, names & ((1u << count) - 1)};
   }
 
+  // The units that the block holds.
   Verdict compare(std::u16string_view name) const noexcept {
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(name.data()));
     // Spelled so that it is no branch.
     const std::ptrdiff_t excess = static_cast<std::ptrdiff_t>(name.size()) - block_units;
     const std::ptrdiff_t compared = block_units + (excess & excess >> 63);
     const std::uint32_t wanted = (1u << 2 * compared) - 1;
-    const std::uint32_t other = wanted & ~lanes(_mm_cmpeq_epi16(ascii_upper_case(units), text_));
-    if (other != 0) {
+    if ((wanted & ~lanes(_mm_cmpeq_epi16(units, text_))) != 0) {
+      const __m128i same = _mm_cmpeq_epi16(ascii_upper_case(units), ascii_upper_case(text_));
+      const std::uint32_t other = wanted & ~lanes(same);
       const __m128i upper = _mm_and_si128(_mm_or_si128(units, text_), _mm_set1_epi16(~0x7F));
       const std::uint32_t ascii = lanes(_mm_cmpeq_epi16(upper, _mm_setzero_si128()));
-      return (other & ascii) != 0 ? Verdict::other : Verdict::undecided;
+      if ((other & ascii) != 0) return Verdict::other;
+      if (other != 0) return Verdict::undecided;
     }
-    if (name.size() > static_cast<std::size_t>(end_ - at_)) return Verdict::undecided;
-    return excess <= 0 ? Verdict::same : compare_rest(name);
+    if (name.size() > static_cast<std::size_t>(end_ - at_)) [[unlikely]]
+      return Verdict::undecided;
+    return Verdict::same;
   }
 
-  Verdict compare_rest(std::u16string_view name) const noexcept {
+  // Whether the units behind the block are the same, ASCII alone.
+  [[gnu::noinline]] static bool same_rest(std::u16string_view name, const Unit* text) noexcept {
     for (std::size_t i = std::size_t{block_units}; i < name.size(); ++i) {
-      const auto unit = static_cast<std::make_unsigned_t<Unit>>(at_[i]);
-      if (name[i] >= 0x80 || unit >= 0x80) return Verdict::undecided;
-      if (simple_upper_case(name[i]) != simple_upper_case(unit)) return Verdict::other;
+      const auto unit = static_cast<std::make_unsigned_t<Unit>>(text[i]);
+      if (name[i] >= 0x80 || unit >= 0x80) return false;
+      if (simple_upper_case(name[i]) != simple_upper_case(unit)) return false;
     }
-    return Verdict::same;
+    return true;
   }
 
   __m128i text_;  // its eight units
   const Unit* at_;
   const Unit* end_;
-  std::uint32_t key_bits_;
-  __m128i key_;  // what a name's first two units must be, small letters and capitals alike
+  __m128i key_;      // what small() makes of the first two units that count, four times
+  __m128i counted_;  // the bits of them
 };
 
 #endif

@@ -17,6 +17,13 @@ constexpr bool is_modifier(char16_t unit) noexcept {
   return unit == u'#' || unit == u'0' || unit == u'?' || unit == u'%';
 }
 
+// Fixed width or, with '#', free.
+template <typename Unit>
+bool read_padded(TextCursor<Unit>& input, const NumberField& field, bool sharp,
+                 std::int32_t& value) noexcept {
+  return sharp ? read_free(input, field, value) : read_fixed(input, field, value);
+}
+
 // Lives in registers: everything is inlined into walk_pattern, and whatever is not gets a copy of
 // the cursor.
 template <typename Unit, Dialect dialect>
@@ -45,11 +52,7 @@ class Walk {
           sharp = letter == u'#';
           letter = *at++;
         }
-      if (letter == u'H' && is_clock_pattern_rest(at, end) && read_clock(input_, parts_)) {
-        at += clock_pattern_rest.size();
-        continue;
-      }
-      if (!read_directive(letter, sharp)) return false;
+      if (!read_directive(letter, sharp, at, end)) return false;
     }
     return at == end;
   }
@@ -72,7 +75,9 @@ class Walk {
     return lenient && unit == u' ';
   }
 
-  [[gnu::always_inline]] bool read_directive(char16_t letter, bool sharp) noexcept {
+  // `at` stands behind the letter; what follows it in the pattern may be taken together with it.
+  [[gnu::always_inline]] bool read_directive(char16_t letter, bool sharp, const char16_t*& at,
+                                             const char16_t* end) noexcept {
     constexpr const DirectiveTable& directives =
         dialect == Dialect::lenient ? lenient_directives : strict_directives;
     const InputDirective& row =
@@ -81,23 +86,31 @@ class Walk {
     switch (row.reader) {
       case Reader::none:
         return false;
-      default:
-        __builtin_unreachable();
       case Reader::fixed:
         if (!read_fixed(input_, row.number, value)) return false;
-        break;
-      case Reader::padded:
-        if (!read_padded(row.number, row.sharp_number, sharp, value)) return false;
-        break;
-      case Reader::one_or_two_digits:
-        if (!read_one_or_two_digits(input_, row.number, value)) return false;
         break;
       case Reader::free:
         if (!read_free(input_, row.number, value)) return false;
         break;
-      case Reader::year:
-        if (!read_year(row.number, sharp, value)) return false;
+      case Reader::one_or_two_digits:
+        if (!read_one_or_two_digits(input_, row.number, value)) return false;
         break;
+      case Reader::hour:
+        if (is_clock_pattern_rest(at, end) && read_clock(input_, parts_)) {
+          at += clock_pattern_rest.size();
+          return true;
+        }
+        [[fallthrough]];
+      case Reader::padded:
+        if (dialect == Dialect::lenient
+                ? !read_one_or_two_digits(input_, row.number, value)
+                : !read_padded(input_, sharp ? row.sharp_number : row.number, sharp, value)) {
+          return false;
+        }
+        break;
+      case Reader::year:
+        if (!sharp && read_common_year()) return true;
+        return read_any_year(sharp);
       case Reader::name:
         if (!read_listed_name(row, value)) return false;
         break;
@@ -109,48 +122,63 @@ class Walk {
     return row.adjust == nullptr || row.adjust(parts_);
   }
 
-  [[gnu::always_inline]] bool read_padded(const NumberField& fixed, const NumberField& free,
-                                          bool sharp, std::int32_t& value) noexcept {
-    return sharp ? read_free(input_, free, value) : read_fixed(input_, fixed, value);
+  // Four digits at once, in range.
+  [[gnu::always_inline]] bool read_common_year() noexcept {
+    TextCursor<Unit> ahead = input_;
+    std::int32_t year = 0;
+    if (!ahead.four_digits(year) || !year_field.holds(year)) return false;
+    parts_.year = year;
+    input_ = ahead;
+    return true;
   }
 
-  [[gnu::always_inline]] bool read_year(const NumberField& full, bool sharp,
-                                        std::int32_t& year) noexcept {
-    const TextCursor<Unit> start = input_;
-    if (read_padded(full, full, sharp, year)) return true;
-    input_ = start;
-    if (!read_padded(short_year_field, short_year_field, sharp, year)) return false;
-    if (short_year_ == ShortYear::widened) {
+  [[gnu::always_inline]] bool read_any_year(bool sharp) noexcept {
+    TextCursor<Unit> input = input_;
+    const bool read = uncommon_year(input, sharp, short_year_, parts_.year);
+    input_ = input;
+    return read;
+  }
+
+  [[gnu::noinline]] static bool uncommon_year(TextCursor<Unit>& input, bool sharp,
+                                              ShortYear short_year, std::int32_t& year) noexcept {
+    const TextCursor<Unit> start = input;
+    if (read_padded(input, year_field, sharp, year)) return true;
+    if (dialect == Dialect::strict) return false;
+    input = start;
+    if (!read_padded(input, short_year_field, sharp, year)) return false;
+    if (short_year == ShortYear::widened) {
       year = static_cast<std::int32_t>(widen_year(year, short_year_pivot));
     }
     return true;
   }
 
-  // The place in the list, from 1. The second list begins where the first one did.
+  // The place in the list, from 1.
   [[gnu::always_inline]] bool read_listed_name(const InputDirective& row,
                                                std::int32_t& place) noexcept {
     const LocaleRecord& record = *handle_->record;
     input_.skip_blanks();
-    if (input_.at_end()) return read_any_name(row, place);
-    const NameMatch match =
-        match_name(start_.position(), input_.position(), input_.end(), record, row.lists);
-    if (match.is_none()) return false;
-    if (match.is_undecided()) [[unlikely]]
-      return read_any_name(row, place);
-    place = match.index() + 1;
-    input_.step_over(match.units());
-    return true;
+    if (!input_.at_end()) [[likely]] {
+      const NameMatch match =
+          match_name(start_.position(), input_.position(), input_.end(), record, row.lists);
+      if (match.is_none()) return false;
+      if (!match.is_undecided()) [[likely]] {
+        place = match.index() + 1;
+        input_.step_over(match.units());
+        return true;
+      }
+    }
+    TextCursor<Unit> input = input_;
+    place = uncommon_name(input, record, row.lists) + 1;
+    input_ = input;
+    return place > 0;
   }
 
-  [[gnu::always_inline]] bool read_any_name(const InputDirective& row,
-                                            std::int32_t& place) noexcept {
-    const LocaleRecord& record = *handle_->record;
-    TextCursor<Unit> input = input_;
-    std::int32_t index = read_name(input, record, row.lists[0]);
-    if (index < 0) index = read_name(input, record, row.lists[1]);
-    input_ = input;
-    place = index + 1;
-    return index >= 0;
+  // The second list begins where the first one did.
+  [[gnu::noinline]] static std::int32_t uncommon_name(TextCursor<Unit>& input,
+                                                      const LocaleRecord& record,
+                                                      const NameList (&lists)[2]) noexcept {
+    const std::int32_t index = read_name(input, record, lists[0]);
+    return index >= 0 ? index : read_name(input, record, lists[1]);
   }
 
   [[gnu::always_inline]] bool read_zone(Reader reader) noexcept {
@@ -173,7 +201,7 @@ class Walk {
 template <Dialect dialect, typename Unit>
 bool walk_pattern_in(LocaleHandle* handle, TextCursor<Unit>& input, std::u16string_view pattern,
                      DateTimeParts& parts, ShortYear short_year) noexcept {
-  parts = {};
+  parts = nothing_read;
   Walk<Unit, dialect> walk(handle, input, parts, short_year);
   const bool read = walk.run(pattern);
   input = walk.input();
