@@ -53,9 +53,16 @@ class DateReading {
     const LocaleRecord& record = *handle_->record;
     const std::uint32_t number = mode_ & pattern_bits;
     if (number != 0) return settled_by(text_of(record.date_patterns[number - 1]));
+    TextCursor<Unit> start = text_.cursor();
+    start.skip_blanks();
     return any_date_candidate(
-        record, text_.text, text_.length,
-        [this](std::u16string_view candidate) noexcept { return settled_by(candidate); });
+        record, start.position(), start.remaining(),
+        [this](std::u16string_view candidate) noexcept { return settled_by(candidate); },
+        [this, start]() noexcept {
+          TextCursor<Unit> input = start;
+          DateTimeParts parts;
+          return walk_pattern(handle_, input, u"%b", dialect_, parts);
+        });
   }
 
   // Tries one pattern. Once it reads what it must, it decides, even when its parts are no date.

@@ -4,23 +4,23 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+
+#include "module/dtparse/unit_block.h"
 
 namespace jwnls {
 namespace {
 
 #if defined(__SSE2__)
 
-constexpr std::ptrdiff_t block_units = 8;
+using unit_block::lanes;
+constexpr std::ptrdiff_t block_units = unit_block::units;
 
 // The eight units from `at` on, zeros behind the end of the text; false when they cannot be loaded
 // or, in UTF-8, are not ASCII.
 bool load_block(const char16_t* start, const char16_t* at, const char16_t* end,
                 __m128i& block) noexcept {
   if (end - at >= block_units) [[likely]] {
-    block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    block = unit_block::load(at);
     return true;
   }
   if (end - start < block_units) return false;
@@ -45,11 +45,6 @@ __m128i ascii_upper_case(__m128i units) noexcept {
   const __m128i moved = _mm_add_epi16(units, _mm_set1_epi16(0x7FFF - 'z'));
   const __m128i small = _mm_cmpgt_epi16(moved, _mm_set1_epi16(0x7FFF - 26));
   return _mm_sub_epi16(units, _mm_and_si128(small, _mm_set1_epi16(0x20)));
-}
-
-// Two bits for each of the eight units.
-std::uint32_t lanes(__m128i mask) noexcept {
-  return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
 }
 
 enum class Verdict : std::uint8_t { same, other, undecided };
