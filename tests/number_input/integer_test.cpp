@@ -128,8 +128,7 @@ const IntegerCase integer_cases[] = {
     {u".,", u"1.0", hex | fraction, invalid, 1, 1},
     {u".,", u"0x0FFFFFFFF", hex, ok, 0xFFFFFFFF, 11},
     {u".,", u"FFFFFFFFFFFFFFFF", hex, ok, (Wide{1} << 64) - 1, 16},
-    {u".,", u"10000000000000000 x", hex, ok, Wide{1} << 64, 17},
-};
+    {u".,", u"10000000000000000 x", hex, ok, Wide{1} << 64, 17}};
 
 class IntegerInputTest : public NumberInputTest {
  protected:
