@@ -187,11 +187,7 @@ TEST(IcuComparison, EveryLocaleWritesWhatIcuWrites) {
     const IcuFormat time = icu.format(UDAT_NONE, UDAT_MEDIUM, clock);
     const IcuFormat datetime = icu.format(UDAT_MEDIUM, UDAT_MEDIUM, clock);
     for (const Moment& moment : moments) {
-      if (has_roman_months) {
-        EXPECT_NE(module.date(moment, 0), icu_text(short_date, moment));
-      } else {
-        EXPECT_EQ(module.date(moment, 0), icu_text(short_date, moment));
-      }
+      EXPECT_EQ(module.date(moment, 0) == icu_text(short_date, moment), !has_roman_months);
       EXPECT_EQ(module.date(moment, 1), icu_text(medium_date, moment));
       EXPECT_EQ(module.date(moment, 2), icu_text(long_date, moment));
       EXPECT_EQ(module.time(moment), icu_text(time, moment));

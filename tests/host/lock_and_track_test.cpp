@@ -1,25 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "host/host.h"
 #include "module/record/status.h"
+#include "tests/host/hosts.h"
 
 namespace jwnls::host {
 namespace {
-
-constexpr int thread_count = 4;
-
-void in_threads(const std::function<void(int)>& work) {
-  std::vector<std::thread> threads;
-  threads.reserve(thread_count);
-  for (int number = 0; number < thread_count; ++number) threads.emplace_back(work, number);
-  for (std::thread& thread : threads) thread.join();
-}
 
 Track* make_track(Host& host) {
   Kernel* kernel = host.kernel();
@@ -119,9 +108,7 @@ TEST(Track, DestroysEachElementOnceUnlessItIsTheHostsOwnRelease) {
 }
 
 TEST(Track, ThreadsLookUpWhileOthersInsert) {
-  HostConfiguration configuration;
-  configuration.check_pools = true;
-  Host host(std::move(configuration));
+  Host host(checking());
   Track* track = make_track(host);
   constexpr int key_count = 500;
   std::vector<int> values(key_count);

@@ -5,19 +5,12 @@
 #include <cstring>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "host/host.h"
+#include "tests/host/hosts.h"
 
 namespace jwnls::host {
 namespace {
-
-HostConfiguration checking() {
-  HostConfiguration configuration;
-  configuration.check_pools = true;
-  return configuration;
-}
 
 Pool* make_pool(Host& host, const char* name = "test pool") {
   Kernel* kernel = host.kernel();
@@ -50,17 +43,13 @@ TEST(Pool, GivesAlignedBlocksZeroedOnRequestAndTakesThemAllWithIt) {
 TEST(Pool, ThreadsShareIt) {
   Host host(checking());
   Pool* pool = make_pool(host);
-  std::vector<std::thread> threads(4);
-  for (std::thread& thread : threads) {
-    thread = std::thread([pool] {
-      for (std::uint64_t round = 0; round < 500; ++round) {
-        char* block = take(pool, round);
-        std::memset(block, 1, round);
-        pool->free(pool, block);
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  in_threads([pool](int) {
+    for (std::uint64_t round = 0; round < 500; ++round) {
+      char* block = take(pool, round);
+      std::memset(block, 1, round);
+      pool->free(pool, block);
+    }
+  });
   pool->destroy(pool);
   EXPECT_EQ(host.faults(), std::vector<std::string>());
 }
@@ -101,26 +90,18 @@ TEST(Pool, FaultsAreFoundAndDoNoHarm) {
        "pool 'first' destroyed twice"},
   };
   for (const auto& row : cases) {
-    std::u16string journal;
-    HostConfiguration configuration = checking();
-    configuration.journal = [&](std::uint32_t level, std::u16string_view message) {
-      if (level == journal_fault && journal.empty()) journal = message;
-    };
-    Host host(std::move(configuration));
+    Messages journal;
+    Host host(checking(&journal));
     row.act(make_pool(host, "first"), make_pool(host, "second"));
     EXPECT_EQ(host.faults(), std::vector<std::string>{row.fault});
-    EXPECT_EQ(journal, std::u16string(row.fault.begin(), row.fault.end()));
+    EXPECT_EQ(journal.at(0), std::pair(journal_fault, row.fault));
   }
 }
 
 TEST(Pool, WhatIsLeftIsReportedWhenTheHostEnds) {
-  std::vector<std::string> faults;
+  Messages journal;
   {
-    HostConfiguration configuration = checking();
-    configuration.journal = [&](std::uint32_t, std::u16string_view message) {
-      faults.emplace_back(message.begin(), message.end());
-    };
-    Host host(std::move(configuration));
+    Host host(checking(&journal));
     Kernel* kernel = host.kernel();
     make_pool(host, "forgotten");
     kernel->create_lock(kernel, nullptr, nullptr, "forgotten");
@@ -134,6 +115,8 @@ TEST(Pool, WhatIsLeftIsReportedWhenTheHostEnds) {
     take(pool, 96);
     pool->destroy(pool);
   }
+  std::vector<std::string> faults;
+  for (const auto& [level, message] : journal) faults.push_back(message);
   std::sort(faults.begin(), faults.end());
   EXPECT_EQ(faults, (std::vector<std::string>{
                         "1 time zones never closed",

@@ -81,6 +81,13 @@ class GuardedBuffer {
   std::size_t units_ = 0;
 };
 
+/// The buffer of a kind of unit, one for all tests.
+template <typename Unit>
+GuardedBuffer<Unit>& guarded_buffer() {
+  static GuardedBuffer<Unit> buffer(1 << 16);
+  return buffer;
+}
+
 }  // namespace jwnls::test
 
 #endif  // JWNLS_TESTS_SUPPORT_GUARDED_BUFFER_H_
