@@ -17,8 +17,9 @@
 #include "fuzz/input.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
-#include "module/text/utf8_unit.h"
+#include "tests/support/encoded.h"
 #include "tests/support/fake_host.h"
+#include "tests/support/formatting_call.h"
 #include "tests/support/guarded_buffer.h"
 
 extern "C" jwnls::JwExtent jwextent;
@@ -62,29 +63,10 @@ class PatternInput : public Input {
 };
 
 struct Call {
-  int service;
-  std::int32_t parts[3];  // month, day, year
-  double value;
-  std::uint32_t style;
+  Service service = Service::date;
+  Value value = Value(0.0);
+  std::uint32_t style = 0;
 };
-
-template <typename Unit>
-std::uint32_t run(LocaleHandle* handle, const Call& call, Unit* out, std::int64_t capacity,
-                  std::int64_t* length) {
-  const ServiceTable& slots = handle->services;
-  FormatDate<Unit>* date = nullptr;
-  FormatDatetime<Unit>* value = nullptr;
-  if constexpr (sizeof(Unit) == 2) {
-    date = slots.format_date;
-    value = call.service == 1 ? slots.format_time : slots.format_datetime;
-  } else {
-    date = slots.format_date_8bit;
-    value = call.service == 1 ? slots.format_time_8bit : slots.format_datetime_8bit;
-  }
-  if (call.service != 0) return value(handle, call.value, call.style, out, capacity, length);
-  const auto& [month, day, year] = call.parts;
-  return date(handle, month, day, year, call.style, out, capacity, length);
-}
 
 template <typename Unit>
 struct Text {
@@ -94,11 +76,12 @@ struct Text {
 
 template <typename Unit>
 Text<Unit> checked(LocaleHandle* handle, const Call& call, std::int64_t capacity) {
-  static GuardedBuffer<Unit> buffer;
+  auto& buffer = guarded_buffer<Unit>();
   const std::int64_t room = capacity < 0 ? 0 : capacity;
   Unit* out = buffer.reset(static_cast<std::size_t>(room));
   std::int64_t length = untouched_length;
-  const auto status = static_cast<Status>(run(handle, call, out, capacity, &length));
+  const auto status = static_cast<Status>(
+      jwnls::test::call(handle, call.service, call.value, call.style, out, capacity, &length));
   const bool delivered = status == Status::ok || status == Status::does_not_fit;
   require(delivered || status == Status::missing_value || status == Status::out_of_range ||
               status == Status::not_possible,
@@ -126,15 +109,6 @@ Text<Unit> check_cut(LocaleHandle* handle, const Call& call, std::int64_t capaci
   const bool fits = whole.status == code(Status::ok) && whole.units.size() <= room;
   require((cut.status == code(Status::ok)) == fits, "a status that does not tell of the cut");
   return whole;
-}
-
-std::string encode(const std::u16string& text) {
-  std::string bytes;
-  for (const char16_t unit : text) {
-    char encoded[longest_utf8_unit];
-    bytes.append(encoded, encode_utf8_unit(unit, encoded));
-  }
-  return bytes;
 }
 
 // A handle whose record, zone and host are rewritten for each input.
@@ -194,17 +168,19 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace jwnls::test;
   static Subject subject;
   PatternInput input(data, size);
-  Call call = {};
-  call.service = input.byte() % 3;
+  Call call;
+  call.service = static_cast<Service>(input.byte() % 3);
   call.style = input.byte() % 4;
   const bool plausible = input.byte() % 8 != 0;
-  for (std::int32_t& part : call.parts) part = input.number<std::int32_t>();
+  int parts[3];
+  for (int& part : parts) part = input.number<std::int32_t>();
+  const auto& [month, day, year] = parts;
   if (plausible) {
-    call.parts[0] = call.parts[0] % 14;
-    call.parts[1] = call.parts[1] % 33;
-    call.parts[2] = call.parts[2] % 20002;
+    call.value.parts = {year % 20002, month % 14, day % 33};
+  } else {
+    call.value.parts = {year, month, day};
   }
-  call.value = input.value();
+  call.value.seconds = input.value();
   const std::int64_t capacity = input.number<std::uint16_t>() % 530 - 1;
   subject.prepare(input);
 
@@ -214,6 +190,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto outgrown = jwnls::code(jwnls::Status::does_not_fit);
   if (wide.status == outgrown || narrow.status == outgrown || narrow.units.size() > 400) return 0;
   require(wide.status == narrow.status, "a status that depends on the unit");
-  require(encode(wide.units) == narrow.units, "a text that depends on the unit");
+  require(encoded(wide.units) == narrow.units, "a text that depends on the unit");
   return 0;
 }

@@ -16,7 +16,7 @@
 #include "module/frame/service_table.h"
 #include "module/record/number_flags.h"
 #include "module/record/status.h"
-#include "module/text/utf8_unit.h"
+#include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -34,15 +34,6 @@ char16_t unit_of(Input& input) {
   return choice < 0xF0 ? likely[choice % likely.size()] : input.number<char16_t>();
 }
 
-std::string encoded(std::u16string_view text) {
-  std::string bytes;
-  for (const char16_t unit : text) {
-    char out[longest_utf8_unit];
-    bytes.append(out, encode_utf8_unit(unit, out));
-  }
-  return bytes;
-}
-
 template <typename Value>
 struct Reading {
   Status status;
@@ -50,18 +41,13 @@ struct Reading {
   std::int64_t consumed;
 };
 
-template <typename Unit>
-const Unit* guarded(std::basic_string_view<Unit> text) {
-  static GuardedBuffer<Unit> buffer{longest_utf8_unit * longest_text};
-  return buffer.hold(text);
-}
-
 template <typename Unit, typename Service, typename... Flags>
 Reading<double> read_number(LocaleHandle* handle, Service* service,
                             std::basic_string_view<Unit> text, Flags... flags) {
   Reading<double> reading = {{}, 0, -1};
-  reading.status = Status{service(handle, guarded(text), static_cast<std::int32_t>(text.size()),
-                                  &reading.value, &reading.consumed, flags...)};
+  reading.status = Status{service(handle, guarded_buffer<Unit>().hold(text),
+                                  static_cast<std::int32_t>(text.size()), &reading.value,
+                                  &reading.consumed, flags...)};
   const auto length = static_cast<std::int64_t>(text.size());
   require(reading.consumed >= 0 && reading.consumed <= length, "consumed outside the text");
   if (reading.status == Status::ok) {
@@ -96,8 +82,8 @@ Reading<Integer> read_integer(LocaleHandle* handle, ReadInteger<Integer, Unit>* 
                               std::basic_string_view<Unit> text, std::uint32_t flags) {
   Reading<Integer> reading = {{}, 77, -1};
   const auto length = static_cast<std::int64_t>(text.size());
-  reading.status =
-      Status{service(handle, guarded(text), length, flags, &reading.value, &reading.consumed)};
+  reading.status = Status{service(handle, guarded_buffer<Unit>().hold(text), length, flags,
+                                  &reading.value, &reading.consumed)};
   require(reading.consumed >= 0 && reading.consumed <= length, "consumed outside the text");
   require(reading.status == Status::ok || reading.status == Status::invalid_number ||
               reading.status == Status::does_not_fit ||
