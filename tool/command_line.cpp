@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cctype>
 #include <functional>
 #include <list>
 #include <sstream>
@@ -45,11 +46,15 @@ constexpr const char* values_footer = "Without values, lines of standard input a
 // Stands before a word that is a value whatever it looks like.
 constexpr char shield = '\x01';
 
-// Negative numbers that the parser does not know as such; "-5" and "-5e3" it knows.
+// Values that the parser takes for options, whose names begin with a letter; "-5" and "-5e3" it
+// knows.
 bool is_hidden_number(const std::string& word) {
-  constexpr std::string_view starts[] = {"-.", "-0x", "-0X", "-inf", "-Inf", "-INF", "-nan"};
-  return word.size() > 2 && std::any_of(std::begin(starts), std::end(starts),
-                                        [&](auto start) { return word.starts_with(start); });
+  constexpr std::string_view starts[] = {"-0x", "-0X", "-inf", "-Inf", "-INF", "-nan"};
+  if (word.size() < 2 || word[0] != '-') return false;
+  const bool named = std::isalnum(static_cast<unsigned char>(word[1])) != 0 || word[1] == '-';
+  return !named ||
+         (word.size() > 2 && std::any_of(std::begin(starts), std::end(starts),
+                                         [&](auto start) { return word.starts_with(start); }));
 }
 
 // "--" does not do in the parser's subcommands what it is for; so the words that it would mistake

@@ -44,7 +44,7 @@ ExitCode run_read(const ReadKind& kind, const ReadOptions& options) {
   }
   const client::Locale target = open_locale(host, options.target, category, any_zone);
   return write_values(options.values, [&](std::string_view text) -> client::Result<ValueText> {
-    const auto value = kind.read(source, options, text);
+    auto value = kind.read(source, options, text);
     if (!value) return value;
     auto written_text = format_value(written, target, options.format, value->text);
     if (!written_text) return written_text;

@@ -33,7 +33,7 @@ TEST(Read, WritesValuesAsProgramsDo) {
        "15 mars 2024, 14:30:00\n"},
       {{"read", "number", "-l", "de_DE", "1.234.567,89", "1e22", ".a", "", "-0"},
        "1234567.89\n1e+22\n.A\n.\n-0\n"},
-      {{"read", "number", "-l", "fr_FR", "--blank-groups", "1 234,5"}, "1234.5\n"},
+      {{"read", "number", "-l", "fr_FR", "--blank-groups", "1 234,5", "-,5"}, "1234.5\n-0.5\n"},
       {{"read", "number", "-l", "en_US", "--as", "hi_IN", "-d", "2", "1,234,567.891"},
        "12,34,567.89\n"},
       {{"read", "integer", "-l", "de_DE", "-1.234", "._"}, "-1234\n._\n"},
