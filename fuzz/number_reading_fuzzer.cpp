@@ -6,7 +6,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -72,9 +71,10 @@ void check_numbers(LocaleHandle* handle, std::u16string_view text, std::uint32_t
   }
   const auto narrow =
       read_number(handle, slots.read_number_8bit_with_flags, std::string_view(bytes), flags);
-  require(wide.status == narrow.status && wide.consumed == narrow.consumed &&
-              std::memcmp(&wide.value, &narrow.value, sizeof wide.value) == 0,
-          "encodings that differ");
+  require(
+      wide.status == narrow.status && wide.consumed == narrow.consumed &&
+          std::bit_cast<std::uint64_t>(wide.value) == std::bit_cast<std::uint64_t>(narrow.value),
+      "encodings that differ");
 }
 
 template <typename Integer, typename Unit>

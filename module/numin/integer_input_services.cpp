@@ -13,6 +13,7 @@ std::uint32_t read_integer(LocaleHandle* handle, const Unit* text, std::int64_t 
   return code(reading.status);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types stand without parentheses
 #define JWNLS_READ_INTEGER(Integer, Unit)                                                      \
   template std::uint32_t read_integer(LocaleHandle*, const Unit*, std::int64_t, std::uint32_t, \
                                       Integer*, std::int64_t*) noexcept
@@ -25,5 +26,6 @@ JWNLS_READ_INTEGER(std::uint64_t, char);
 JWNLS_READ_INTEGER(std::int32_t, char);
 JWNLS_READ_INTEGER(std::uint32_t, char);
 #undef JWNLS_READ_INTEGER
+// NOLINTEND(bugprone-macro-parentheses)
 
 }  // namespace jwnls

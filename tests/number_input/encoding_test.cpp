@@ -12,7 +12,7 @@ std::uint8_t ebcdic_of(char16_t unit) {
   if (unit == u'[') return 0xAD;
   if (unit == u']') return 0xBD;
   if (unit == u'^') return 0x5F;
-  static const iconv_t converter = iconv_open("IBM037", "ISO-8859-1");
+  static iconv_t converter = iconv_open("IBM037", "ISO-8859-1");
   char in = static_cast<char>(unit);
   char out = 0;
   char* from = &in;
@@ -35,7 +35,7 @@ namespace {
 
 // One byte among others: 1<byte>5, and a period with the byte behind it.
 TEST_F(NumberInputTest, EveryEbcdicCode) {
-  const auto read = [this](std::string text) {
+  const auto read = [this](const std::string& text) {
     return number(handle->services.read_number_ebcdic, std::string_view(text), nullptr);
   };
   for (char16_t unit = 0; unit < 256; ++unit) {

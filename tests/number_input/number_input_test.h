@@ -12,6 +12,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "module/calendar/missing_value.h"
 #include "module/frame/service_table.h"
@@ -29,12 +30,16 @@ struct Answer {
   std::int64_t consumed;
 
   friend bool operator==(const Answer& a, const Answer& b) {
-    return a.status == b.status && a.consumed == b.consumed &&
-           std::memcmp(&a.value, &b.value, sizeof(Value)) == 0;
+    const bool same = a.status == b.status && a.consumed == b.consumed;
+    if constexpr (std::is_same_v<Value, double>) {
+      return same && std::bit_cast<std::uint64_t>(a.value) == std::bit_cast<std::uint64_t>(b.value);
+    } else {
+      return same && a.value == b.value;
+    }
   }
   friend std::ostream& operator<<(std::ostream& out, const Answer& a) {
     out << std::hex << code(a.status) << std::dec << ", value " << a.value;
-    if constexpr (sizeof(Value) == 8)
+    if constexpr (std::is_same_v<Value, double>)
       out << " = " << std::hex << std::bit_cast<std::uint64_t>(a.value);
     return out << std::dec << ", consumed " << a.consumed;
   }
