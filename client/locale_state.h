@@ -8,6 +8,7 @@
 #include <string>
 
 #include "client/locale.h"
+#include "client/text_samples.h"
 #include "host/host.h"
 #include "module/frame/locale_handle.h"
 
@@ -29,6 +30,12 @@ struct Locale::State {
   const std::shared_ptr<host::Host> host;
   LocaleHandle* const handle;  // the host's cache owns it when shared
   const Sharing sharing;
+
+  // By which the reading members tell how far a text fits.
+  SampleEndings date_endings{add_date_samples};
+  SampleEndings time_endings{add_time_samples};
+  SampleEndings datetime_endings{add_datetime_samples};
+  SampleEndings period_endings{add_period_samples};
 
   std::mutex zone_mutex;  // set_time_zone() changes the name together with the handle's zone
   std::u16string zone;    // normalised name

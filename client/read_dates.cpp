@@ -9,7 +9,6 @@
 #include "client/locale.h"
 #include "client/locale_state.h"
 #include "client/text_input.h"
-#include "client/text_samples.h"
 #include "client/unread_text.h"
 #include "module/frame/locale_handle.h"
 
@@ -108,7 +107,7 @@ class Reader {
 // Reads as the services do and, unless strictly, what people mean by the text: as it stands first,
 // since names hold digits of their script, too.
 Result<double> read(const Reader& reader, const char* kind, std::string_view text, bool strict,
-                    const Locale& locale, void (*add_samples)(const Locale&, Endings&)) {
+                    const Locale& locale, SampleEndings& samples) {
   const auto input = TextInput::of(text);
   if (!input) return unread(kind, text, Status::no_match, "not valid UTF-8");
   if (const auto value = reader.value(input->units())) return *value;
@@ -119,8 +118,7 @@ Result<double> read(const Reader& reader, const char* kind, std::string_view tex
   if (const char* mistake = reader.mistake_in((meant ? *meant : *input).units())) {
     return unread(kind, text, Status::no_match, mistake, text.size());
   }
-  Endings endings;
-  add_samples(locale, endings);
+  const Endings& endings = samples.of(locale);
   std::size_t fitting_bytes = reader.fitting_bytes(*input, endings);
   if (meant) fitting_bytes = std::max(fitting_bytes, reader.fitting_bytes(*meant, endings));
   return unread_behind(kind, text, locale.name(), Status::no_match, fitting_bytes);
@@ -160,9 +158,10 @@ Result<std::chrono::year_month_day> Locale::read_date(std::string_view text,
                                                       const DateReading& reading) const {
   if (const auto usable = check(reading); !usable) return tl::unexpected<Error>(usable.error());
   const Reader reader(handle(), handle()->services.read_date, mode_of(reading));
-  return read(reader, "date", text, reading.strict, *this, add_date_samples).map([](double days) {
-    return civil_date(DateValue{days}).value_or(std::chrono::year_month_day{});
-  });
+  return read(reader, "date", text, reading.strict, *this, state_->date_endings)
+      .map([](double days) {
+        return civil_date(DateValue{days}).value_or(std::chrono::year_month_day{});
+      });
 }
 
 Result<std::chrono::seconds> Locale::read_time(std::string_view text,
@@ -176,7 +175,7 @@ Result<std::chrono::seconds> Locale::read_time(std::string_view text,
     const auto usable = check_strict(pattern, *this);
     if (!usable) return tl::unexpected<Error>(usable.error());
   }
-  return read(reader, "time", text, strict, *this, add_time_samples).map([](double seconds) {
+  return read(reader, "time", text, strict, *this, state_->time_endings).map([](double seconds) {
     return std::chrono::seconds{static_cast<std::int64_t>(seconds)};
   });
 }
@@ -189,7 +188,7 @@ Result<std::chrono::local_seconds> Locale::read_datetime(std::string_view text,
     if (!usable) return tl::unexpected<Error>(usable.error());
   }
   const Reader reader(handle(), handle()->services.read_date, mode_of(reading) | datetime_bit);
-  return read(reader, "datetime", text, reading.strict, *this, add_datetime_samples)
+  return read(reader, "datetime", text, reading.strict, *this, state_->datetime_endings)
       .map([](double seconds) {
         return civil_time(DatetimeValue{seconds}).value_or(std::chrono::local_seconds{});
       });
@@ -197,7 +196,7 @@ Result<std::chrono::local_seconds> Locale::read_datetime(std::string_view text,
 
 Result<std::chrono::year_month_day> Locale::read_period(std::string_view text) const {
   const Reader reader(handle(), handle()->services.read_period, lenient_bit);
-  return read(reader, "period", text, false, *this, add_period_samples).map([](double days) {
+  return read(reader, "period", text, false, *this, state_->period_endings).map([](double days) {
     return civil_date(DateValue{days}).value_or(std::chrono::year_month_day{});
   });
 }
