@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "fuzz/input.h"
+#include "fuzz/pattern_input.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
 #include "tests/support/encoded.h"
@@ -32,23 +32,9 @@ namespace {
 constexpr std::int64_t full_room = 600;  // more than any text
 constexpr std::int64_t untouched_length = -77;
 
-class PatternInput : public Input {
+class FormattingInput : public PatternInput {
  public:
-  using Input::Input;
-
-  // Mostly units that mean something in a pattern.
-  char16_t unit() {
-    constexpr std::u16string_view likely =
-        u"%%%%%%%%%%%%AaBbCcDdEeFfHhIiKkLlMmNnOoPpSsUuWwYyZzGgJjQqRrTtVvXx??##    ,.:/-x09%%";
-    const std::uint8_t choice = byte();
-    return choice < 0xF0 ? likely[choice % likely.size()] : number<char16_t>();
-  }
-
-  void entry(TextEntry& text, std::uint8_t longest) {
-    const std::uint8_t units = static_cast<std::uint8_t>(byte() % (longest + 1));
-    for (std::uint8_t i = 0; i < units; ++i) text.units[i] = unit();
-    text.length = length(units);
-  }
+  using PatternInput::PatternInput;
 
   double value() {
     switch (byte() % 4) {
@@ -125,7 +111,7 @@ struct Subject {
     handle = factory->create_handle(&host.context, u"xx", 2, nullptr, &options);
   }
 
-  void prepare(PatternInput& input) {
+  void prepare(FormattingInput& input) {
     const std::uint8_t choices = input.byte();
     host.kernel.character_classes = (choices & 1) != 0 ? classes : nullptr;
     if ((choices & 1) != 0) {
@@ -167,7 +153,7 @@ struct Subject {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace jwnls::test;
   static Subject subject;
-  PatternInput input(data, size);
+  FormattingInput input(data, size);
   Call call;
   call.service = static_cast<Service>(input.byte() % 3);
   call.style = input.byte() % 4;

@@ -99,28 +99,42 @@ TEST_F(DateTest, RecognisesInTheOrderOfTheLocale) {
     const std::u16string bare = row.text;
     const std::size_t whole = bare.size();
     for (const std::u16string& text : {bare, bare + u"  "}) {
-      expect_read(Input::date, text, strict, row.strict_value, whole);
-      expect_read(Input::date, text, lenient, row.lenient_value, whole);
+      expect_read(Service::date, text, strict, row.strict_value, whole);
+      expect_read(Service::date, text, lenient, row.lenient_value, whole);
       if (row.text == std::u16string_view(u"03/04/2024 10:30")) continue;
       const auto midnight = [](std::optional<double> date) {
         return date ? std::optional(second(*date)) : date;
       };
-      expect_read(Input::date, text, strict | datetime, midnight(row.strict_value), whole);
-      expect_read(Input::date, text, lenient | datetime, midnight(row.lenient_value), whole);
+      expect_read(Service::date, text, strict | datetime, midnight(row.strict_value), whole);
+      expect_read(Service::date, text, lenient | datetime, midnight(row.lenient_value), whole);
     }
   }
 }
 
+TEST_F(DateTest, MonthsMayBeNamedByNumbers) {
+  set_date_patterns(none);
+  LocaleRecord& record = *handle->record;
+  for (int i = 0; i < 12; ++i) {
+    const char16_t name[] = {static_cast<char16_t>(u'1' + i % 9), u'\0'};
+    set_text(record.full_months[i], name);
+    set_text(record.short_months[i], name);
+  }
+  expect_read(Service::date, u"3 04 2024", strict, march_4, 9);
+  expect_read(Service::date, u"3 4 2024", lenient, march_4, 8);
+  expect_read(Service::date, u" 3/4/2024", lenient, april_3, 9);
+}
+
 TEST_F(DateTest, ASinglePatternLeavesTheRestToTheCaller) {
   set_date_patterns(u"%d.%m.%Y", u"%E %b %Y", u"%A, %E %B %Y");
-  expect_read(Input::date, u"03.04.2024 and more", 1, april_3, 10);
-  expect_read(Input::date, u"3.4.24 and more", 1, fails, 0);
-  expect_read(Input::date, u"3.4.24 and more  ", 1 | 8, april_3, 6);
-  expect_read(Input::date, u" 3 Apr 2024  ", 2, april_3, 11);
-  expect_read(Input::date, u"Wednesday, 3 April 2024", 3, april_3, 23);
-  expect_read(Input::date, u"Sunday, 3 April 2024", 3, april_3, 20);  // the weekday is not checked
-  expect_read(Input::date, u"2024-04-03", 3, fails, 0);
-  expect_read(Input::date, u"31.04.2024", 1, fails, 0);
+  expect_read(Service::date, u"03.04.2024 and more", 1, april_3, 10);
+  expect_read(Service::date, u"3.4.24 and more", 1, fails, 0);
+  expect_read(Service::date, u"3.4.24 and more  ", 1 | 8, april_3, 6);
+  expect_read(Service::date, u" 3 Apr 2024  ", 2, april_3, 11);
+  expect_read(Service::date, u"Wednesday, 3 April 2024", 3, april_3, 23);
+  expect_read(Service::date, u"Sunday, 3 April 2024", 3, april_3,
+              20);  // the weekday is not checked
+  expect_read(Service::date, u"2024-04-03", 3, fails, 0);
+  expect_read(Service::date, u"31.04.2024", 1, fails, 0);
 }
 
 struct DatetimeRow {
@@ -153,14 +167,15 @@ TEST_F(DateTest, DatetimesAreADateAndATime) {
   set_time_patterns(u"%E %b %Y, %I:%M:%S %p", u"%#I:%M:%S %p");
   for (const DatetimeRow& row : datetimes) {
     const std::u16string_view text = row.text;
-    expect_read(Input::date, text, lenient | datetime, row.value, text.find_last_not_of(u' ') + 1);
+    expect_read(Service::date, text, lenient | datetime, row.value,
+                text.find_last_not_of(u' ') + 1);
   }
   // One date pattern; its time is recognised all the same.
-  expect_read(Input::date, u"04/03/2024 9:05", 1 | datetime, second(april_3, 9, 5), 15);
-  expect_read(Input::date, u"04/03/2024", 1 | datetime, second(april_3), 10);
-  expect_read(Input::date, u"04/03/2024 more", 1 | datetime, fails, 0);
-  expect_read(Input::date, u"2024-04-03 9:05", 1 | datetime, fails, 0);
-  expect_read(Input::date, u"3 Apr 2024, 10:30:15 PM", 1 | datetime, second(april_3, 22, 30, 15),
+  expect_read(Service::date, u"04/03/2024 9:05", 1 | datetime, second(april_3, 9, 5), 15);
+  expect_read(Service::date, u"04/03/2024", 1 | datetime, second(april_3), 10);
+  expect_read(Service::date, u"04/03/2024 more", 1 | datetime, fails, 0);
+  expect_read(Service::date, u"2024-04-03 9:05", 1 | datetime, fails, 0);
+  expect_read(Service::date, u"3 Apr 2024, 10:30:15 PM", 1 | datetime, second(april_3, 22, 30, 15),
               23);
 }
 
@@ -171,16 +186,16 @@ TEST_F(DateTest, BadInputStaysInBounds) {
   const std::string bytes = utf8(whole);
   for (const std::uint32_t mode : {0u, 1u, 2u, 3u, 4u, 0x200u, 0x201u, 0x204u, ~0u}) {
     for (std::size_t length = 0; length <= whole.size(); ++length) {
-      (void)read_text<char16_t>(Input::date, std::u16string_view(whole).substr(0, length), mode);
-      (void)read_text<char16_t>(Input::date, std::u16string_view(whole).substr(length), mode);
+      (void)read_text<char16_t>(Service::date, std::u16string_view(whole).substr(0, length), mode);
+      (void)read_text<char16_t>(Service::date, std::u16string_view(whole).substr(length), mode);
     }
     for (std::size_t length = 0; length <= bytes.size(); ++length) {
-      (void)read_text<char>(Input::date, std::string_view(bytes).substr(0, length), mode);
-      (void)read_text<char>(Input::date, std::string_view(bytes).substr(length), mode);
+      (void)read_text<char>(Service::date, std::string_view(bytes).substr(0, length), mode);
+      (void)read_text<char>(Service::date, std::string_view(bytes).substr(length), mode);
     }
-    expect_read(Input::date, std::u16string(9000, u' '), mode, fails, 0);
-    expect_read(Input::date, u"2024" + std::u16string(9000, u' ') + u"x", mode, fails, 0);
-    EXPECT_EQ(read_units<char>(Input::date, nullptr, -1, mode).value, fails);
+    expect_read(Service::date, std::u16string(9000, u' '), mode, fails, 0);
+    expect_read(Service::date, u"2024" + std::u16string(9000, u' ') + u"x", mode, fails, 0);
+    EXPECT_EQ(read_units<char>(Service::date, nullptr, -1, mode).value, fails);
   }
 }
 

@@ -29,8 +29,8 @@ class DirectiveTest : public ReadingTest {
     const std::u16string_view text = row.text;
     const int consumed = row.consumed < 0 ? static_cast<int>(text.size()) : row.consumed;
     const int lenient_consumed = row.lenient_consumed < 0 ? consumed : row.lenient_consumed;
-    expect_read(Input::time, text, strict, row.strict_value, static_cast<std::size_t>(consumed));
-    expect_read(Input::time, text, lenient, row.lenient_value,
+    expect_read(Service::time, text, strict, row.strict_value, static_cast<std::size_t>(consumed));
+    expect_read(Service::time, text, lenient, row.lenient_value,
                 static_cast<std::size_t>(lenient_consumed));
   }
 };
@@ -78,6 +78,15 @@ constexpr DirectiveRow number_fields[] = {
     {u"%U/%V/%W", u"0/53/7", fails, 0},
     {u"%U", u"54", fails, fails},
     {u"%H", u"\uFF11", fails, fails},  // a full-width digit is none
+    {u"%H:%M:%S", u"23:59:59", 86399, 86399},
+    {u"%H:%M:%S", u" 00:00:07x", 7, 7, 9},
+    {u"%#H:%M:%S", u"23:59:59", 86399, 86399},
+    {u"%H:%M:%S", u"24:00:00", fails, fails},
+    {u"%H:%M:%S", u"23:60:00", fails, fails},
+    {u"%H:%M:%S", u"23:59:60", fails, fails},
+    {u"%H:%M:%S", u"23:59:591", 86399, fails, 8},
+    {u"%H:%M:%S", u"2:03:04", fails, 2 * h + 3 * m + 4},
+    {u"%H:%M:%S", u"23:59:\u0135\u0139", fails, fails},
     {u"%H", u"\u0131", fails, fails},  // its low byte is that of "1"
 };
 
@@ -133,9 +142,9 @@ TEST_F(DirectiveTest, KnowsNoOtherLetters) {
     set_time_patterns(pattern, pattern);
     const std::u16string_view text = text_for(letter);
     const auto known = [letter](std::u16string_view set) { return set.find(letter) != set.npos; };
-    EXPECT_EQ(read_text<char16_t>(Input::time, text, strict).value.has_value(), known(strictly))
+    EXPECT_EQ(read_text<char16_t>(Service::time, text, strict).value.has_value(), known(strictly))
         << unsigned{letter};
-    EXPECT_EQ(read_text<char16_t>(Input::time, text, lenient).value.has_value(), known(leniently))
+    EXPECT_EQ(read_text<char16_t>(Service::time, text, lenient).value.has_value(), known(leniently))
         << unsigned{letter};
   }
 }

@@ -1,9 +1,11 @@
 // Date recognition over dates written in every layout, right and spoilt, against its definition:
 // the first of the twenty candidates that reads the whole text decides.
 
+#include <array>
 #include <random>
 
 #include "tests/reading/reading.h"
+#include "tests/support/date_candidates.h"
 
 namespace jwnls::test {
 namespace {
@@ -13,17 +15,10 @@ using std::literals::operator""sv;
 constexpr std::uint32_t strict = 0;
 constexpr std::uint32_t lenient = 4;
 
-struct Order {
-  const char16_t* patterns[20];  // the record's three, then the built-in ones
-};
-constexpr Order day_first = {
-    {u"%d|%m|%Y", u"%E %b %Y", u"%A, %E. %B %Y", u"%d/%m/%Y", u"%d-%m-%Y", u"%d.%m.%Y", u"%Y/%m/%d",
-     u"%Y-%m-%d", u"%Y.%m.%d", u"%Y/%b/%d",      u"%Y-%b-%d", u"%Y.%b.%d", u"%b %d%#Y", u"%b/%d/%Y",
-     u"%b.%d.%Y", u"%b-%d-%Y", u"%a,%b%d,%#Y",   u"%m/%d/%Y", u"%m-%d-%Y", u"%m.%d.%Y"}};
-constexpr Order month_first = {
-    {u"%m/%d/%Y", u"%b %E, %Y", u"%B %E, %Y",   u"%m/%d/%Y", u"%m-%d-%Y", u"%m.%d.%Y", u"%Y/%m/%d",
-     u"%Y-%m-%d", u"%Y.%m.%d",  u"%Y/%b/%d",    u"%Y-%b-%d", u"%Y.%b.%d", u"%b %d%#Y", u"%b/%d/%Y",
-     u"%b.%d.%Y", u"%b-%d-%Y",  u"%a,%b%d,%#Y", u"%d.%m.%Y", u"%d-%m-%Y", u"%d/%m/%Y"}};
+constexpr std::array<const char16_t*, 3> day_first = {u"%d|%m|%Y", u"%E %b %Y", u"%A, %E. %B %Y"};
+constexpr std::array<const char16_t*, 3> month_first = {u"%m/%d/%Y", u"%b %E, %Y", u"%B %E, %Y"};
+
+using Patterns = std::vector<std::u16string>;
 
 class LayoutsTest : public ReadingTest {
  protected:
@@ -98,17 +93,17 @@ class LayoutsTest : public ReadingTest {
   // Time input walks a pattern whatever it holds, and tells how far it got.
   bool reads_whole(std::u16string_view pattern, std::u16string_view text, std::uint32_t dialect) {
     set_text(handle->record->style_0_pattern, pattern);
-    const Reading walk = read_text<char16_t>(Input::time, text, dialect == lenient ? 8 : 2);
+    const Reading walk = read_text<char16_t>(Service::time, text, dialect == lenient ? 8 : 2);
     return walk.value && walk.consumed == text.size();
   }
 
-  std::optional<double> by_definition(const Order& order, std::u16string_view text,
+  std::optional<double> by_definition(const Patterns& candidates, std::u16string_view text,
                                       std::uint32_t dialect) {
     text = text.substr(0, text.find_last_not_of(u' ') + 1);
-    for (const std::u16string_view pattern : order.patterns) {
+    for (const std::u16string& pattern : candidates) {
       if (!reads_whole(pattern, text, dialect)) continue;
       set_text(handle->record->date_patterns[0], pattern);
-      return read_text<char16_t>(Input::date, text, 1 | (dialect == lenient ? 8 : 0)).value;
+      return read_text<char16_t>(Service::date, text, 1 | (dialect == lenient ? 8 : 0)).value;
     }
     return std::nullopt;
   }
@@ -119,24 +114,28 @@ class LayoutsTest : public ReadingTest {
 TEST_F(LayoutsTest, TheFirstCandidateThatReadsTheWholeTextDecides) {
   constexpr int texts_of_each = 3000;
   int read = 0;
-  for (const Order* order : {&day_first, &month_first}) {
+  for (const auto& locale : {day_first, month_first}) {
+    const auto use_patterns = [&] {
+      for (int p = 0; p < 3; ++p) set_text(handle->record->date_patterns[p], locale[p]);
+    };
+    use_patterns();
+    const Patterns candidates = date_candidates(*handle->record);
+    ASSERT_EQ(candidates.size(), 20u);
     for (int i = 0; i < 20 * texts_of_each; ++i) {
-      std::u16string text = write(order->patterns[i % 20]);
+      std::u16string text = write(candidates[static_cast<std::size_t>(i % 20)]);
       const std::size_t spoils = below(4);
       for (std::size_t done = 0; done < spoils && !text.empty(); ++done) spoil(text);
       for (const std::uint32_t dialect : {strict, lenient}) {
-        const std::optional<double> expected = by_definition(*order, text, dialect);
-        for (int p = 0; p < 3; ++p) {
-          set_text(handle->record->date_patterns[p], order->patterns[p]);
-        }
+        const std::optional<double> expected = by_definition(candidates, text, dialect);
+        use_patterns();
         const std::size_t whole = text.find_last_not_of(u' ') + 1;
-        expect_read(Input::date, text, dialect, expected, whole);
+        expect_read(Service::date, text, dialect, expected, whole);
         if (expected) ++read;
         // A field of fixed width and a single digit of a year need the text to end there.
         if (!expected || dialect == strict || spoils > 0) continue;
         if (u"0123456789"sv.find(text[whole - 2]) == std::u16string_view::npos) continue;
         set_text(handle->record->style_0_pattern, u"%H:%M:%S");
-        expect_read(Input::date, text + u"T10:30:15", dialect | 0x200, *expected * 86400 + 37815,
+        expect_read(Service::date, text + u"T10:30:15", dialect | 0x200, *expected * 86400 + 37815,
                     whole + 9);
       }
     }

@@ -25,7 +25,7 @@ struct PeriodRow {
 class PeriodTest : public ReadingTest {
  protected:
   void expect(std::u16string_view text, std::optional<double> value) {
-    expect_read(Input::period, text, 0, value, text.find_last_not_of(u' ') + 1);
+    expect_read(Service::period, text, 0, value, text.find_last_not_of(u' ') + 1);
   }
 };
 

@@ -14,7 +14,7 @@
 
 namespace jwnls::test {
 
-enum class Input { date, period, time };
+enum class Service { date, period, time };
 
 /// UTF-16 as UTF-8, surrogate pairs joined.
 inline std::string utf8(std::u16string_view text) {
@@ -75,19 +75,19 @@ class ReadingTest : public ModuleTest {
   }
 
   template <typename Unit>
-  Reading read_text(Input input, std::basic_string_view<Unit> text, std::uint32_t mode) {
-    return read_units(input, buffer<Unit>().hold(text), static_cast<std::int64_t>(text.size()),
+  Reading read_text(Service service, std::basic_string_view<Unit> text, std::uint32_t mode) {
+    return read_units(service, buffer<Unit>().hold(text), static_cast<std::int64_t>(text.size()),
                       mode);
   }
   template <typename Unit>
-  Reading read_units(Input input, const Unit* text, std::int64_t length, std::uint32_t mode) {
+  Reading read_units(Service service, const Unit* text, std::int64_t length, std::uint32_t mode) {
     double value = untouched_value;
     std::uint64_t consumed = 9999;
-    const std::uint32_t result = slot<Unit>(input)(handle, text, length, mode, &value, &consumed);
+    const std::uint32_t result = slot<Unit>(service)(handle, text, length, mode, &value, &consumed);
     if (result == code(Status::ok)) return {value, consumed};
     EXPECT_EQ(result, code(Status::no_match));
     EXPECT_EQ(consumed, 0u);
-    if (input == Input::time && mode != 4) {
+    if (service == Service::time && mode != 4) {
       EXPECT_EQ(value, untouched_value);
     } else {
       EXPECT_EQ(std::bit_cast<std::uint64_t>(value), missing_value_bits);
@@ -96,11 +96,11 @@ class ReadingTest : public ModuleTest {
   }
 
   /// Reads the text in both encodings and compares; `consumed` counts UTF-16 units.
-  void expect_read(Input input, std::u16string_view text, std::uint32_t mode,
+  void expect_read(Service service, std::u16string_view text, std::uint32_t mode,
                    std::optional<double> value, std::size_t consumed) {
     const std::string bytes = utf8(text);
-    const Reading wide = read_text<char16_t>(input, text, mode);
-    const Reading narrow = read_text<char>(input, bytes, mode);
+    const Reading wide = read_text<char16_t>(service, text, mode);
+    const Reading narrow = read_text<char>(service, bytes, mode);
     EXPECT_EQ(wide.value, value) << describe(bytes, mode);
     EXPECT_EQ(narrow.value, value) << describe(bytes, mode) << " (UTF-8)";
     if (!value) return;
@@ -113,16 +113,16 @@ class ReadingTest : public ModuleTest {
 
  private:
   template <typename Unit>
-  ReadDate<Unit>* slot(Input input) {
+  ReadDate<Unit>* slot(Service service) {
     const ServiceTable& slots = handle->services;
     if constexpr (sizeof(Unit) == 2) {
-      return input == Input::date     ? slots.read_date
-             : input == Input::period ? slots.read_period
-                                      : slots.read_time;
+      return service == Service::date     ? slots.read_date
+             : service == Service::period ? slots.read_period
+                                          : slots.read_time;
     } else {
-      return input == Input::date     ? slots.read_date_8bit
-             : input == Input::period ? slots.read_period_8bit
-                                      : slots.read_time_8bit;
+      return service == Service::date     ? slots.read_date_8bit
+             : service == Service::period ? slots.read_period_8bit
+                                          : slots.read_time_8bit;
     }
   }
   template <typename Unit>

@@ -60,8 +60,8 @@ TEST_F(TimeTest, RecognisesCandidatesInOrder) {
   for (const TimeRow& row : recognised) {
     set_time_patterns(row.pattern_1, row.pattern_2);
     const std::u16string text = row.text;
-    expect_read(Input::time, text, recognition, row.value, text.size());
-    expect_read(Input::time, text + u"   ", recognition, row.value, text.size());
+    expect_read(Service::time, text, recognition, row.value, text.size());
+    expect_read(Service::time, text + u"   ", recognition, row.value, text.size());
   }
 }
 
@@ -71,30 +71,30 @@ TEST_F(TimeTest, LeavesOutDerivedPatternsThatNoEntryCouldHold) {
     const std::u16string head(filling, u'a');
     set_time_patterns(none, head + u"%M%p%S");
     const std::u16string text = head + u"05AM AM";
-    expect_read(Input::time, text, recognition, filling == 53 ? std::optional(300.0) : fails,
+    expect_read(Service::time, text, recognition, filling == 53 ? std::optional(300.0) : fails,
                 text.size());
   }
 }
 
 TEST_F(TimeTest, ASinglePatternLeavesTheRestToTheCaller) {
   set_time_patterns(clock_24, clock_12);
-  expect_read(Input::time, u"10:30", 1, fails, 0);
-  expect_read(Input::time, u" 10:30:15 PM", 1, 37815, 9);
-  expect_read(Input::time, u"10:30:15 pm!", 8, 81015, 11);
-  expect_read(Input::time, u"10:30:15 pm!", 2, 81015, 11);
-  expect_read(Input::time, u"1:30:15 pm", 2, fails, 0);  // fixed width
-  expect_read(Input::time, u"1:30:15 pm", 6, 48615, 10);
-  expect_read(Input::time, u"1:30:15 pm", 0x200, fails, 0);
+  expect_read(Service::time, u"10:30", 1, fails, 0);
+  expect_read(Service::time, u" 10:30:15 PM", 1, 37815, 9);
+  expect_read(Service::time, u"10:30:15 pm!", 8, 81015, 11);
+  expect_read(Service::time, u"10:30:15 pm!", 2, 81015, 11);
+  expect_read(Service::time, u"1:30:15 pm", 2, fails, 0);  // fixed width
+  expect_read(Service::time, u"1:30:15 pm", 6, 48615, 10);
+  expect_read(Service::time, u"1:30:15 pm", 0x200, fails, 0);
 }
 
 TEST_F(TimeTest, LengthsBelowOneAreEmptyTexts) {
   set_time_patterns(clock_24, clock_24);
   for (const std::int64_t length : {std::int64_t{0}, std::int64_t{-1}, INT64_MIN}) {
-    EXPECT_EQ(read_units<char16_t>(Input::time, nullptr, length, recognition).value, fails);
-    EXPECT_EQ(read_units<char>(Input::time, nullptr, length, 1).value, fails);
+    EXPECT_EQ(read_units<char16_t>(Service::time, nullptr, length, recognition).value, fails);
+    EXPECT_EQ(read_units<char>(Service::time, nullptr, length, 1).value, fails);
   }
   set_time_patterns(u"", u"");
-  EXPECT_EQ(read_units<char16_t>(Input::time, nullptr, -5, recognition).value, 0);
+  EXPECT_EQ(read_units<char16_t>(Service::time, nullptr, -5, recognition).value, 0);
 }
 
 struct Utf8Row {
@@ -114,21 +114,21 @@ TEST_F(TimeTest, MalformedUtf8ReadsAsReplacementUnits) {
                                     {"7\xC3\xC3", 25200},     {"7\xFF", fails}};
   set_time_patterns(none, u"%H\uFFFD");
   for (const auto& [text, value] : one_piece) {
-    EXPECT_EQ(read_text<char>(Input::time, text, recognition).value, value) << text;
+    EXPECT_EQ(read_text<char>(Service::time, text, recognition).value, value) << text;
   }
   set_time_patterns(none, u"%H\uFFFD\uFFFD");
   for (const auto& [text, value] : two_pieces) {
-    EXPECT_EQ(read_text<char>(Input::time, text, recognition).value, value) << text;
+    EXPECT_EQ(read_text<char>(Service::time, text, recognition).value, value) << text;
   }
   // Surrogates, one by one in three bytes or paired in four.
   set_time_patterns(none, u"\U0001F319%H");
-  EXPECT_EQ(read_text<char>(Input::time,
+  EXPECT_EQ(read_text<char>(Service::time,
                             "\xED\xA0\xBC\xED\xBC\x99"
                             "7",
                             recognition)
                 .value,
             25200);
-  EXPECT_EQ(read_text<char>(Input::time,
+  EXPECT_EQ(read_text<char>(Service::time,
                             "\xF0\x9F\x8C\x99"
                             "7",
                             recognition)
@@ -142,15 +142,15 @@ TEST_F(TimeTest, TextsCutAnywhereStayInBounds) {
   const std::string bytes = utf8(whole);
   for (const std::uint32_t mode : {1u, 2u, 4u, 8u}) {
     for (std::size_t length = 0; length <= whole.size(); ++length) {
-      (void)read_text<char16_t>(Input::time, std::u16string_view(whole).substr(0, length), mode);
+      (void)read_text<char16_t>(Service::time, std::u16string_view(whole).substr(0, length), mode);
     }
     for (std::size_t length = 0; length <= bytes.size(); ++length) {
-      (void)read_text<char>(Input::time, std::string_view(bytes).substr(0, length), mode);
+      (void)read_text<char>(Service::time, std::string_view(bytes).substr(0, length), mode);
     }
   }
-  expect_read(Input::time, std::u16string(9000, u' '), recognition, fails, 0);
+  expect_read(Service::time, std::u16string(9000, u' '), recognition, fails, 0);
   set_text(handle->record->style_0_pattern, u"%H:%M:%S", INT64_MAX);
-  expect_read(Input::time, u"10:30:15", recognition, 37815, 8);
+  expect_read(Service::time, u"10:30:15", recognition, 37815, 8);
 }
 
 }  // namespace

@@ -51,6 +51,13 @@ class GuardedBuffer {
     return units;
   }
 
+  /// The same, but the first unit comes right behind the unreadable page before the buffer.
+  const Unit* hold_at_front(std::basic_string_view<Unit> text) {
+    units_ = bytes_ / sizeof(Unit);
+    std::copy(text.begin(), text.end(), data());
+    return data();
+  }
+
   Unit* data() const { return reinterpret_cast<Unit*>(end()) - units_; }
   std::basic_string_view<Unit> text(std::size_t length) const { return {data(), length}; }
 
