@@ -152,7 +152,8 @@ class Locale {
 
   // ---- Reading. Texts are UTF-8 and read whole; blanks around them do not matter. A text that is
   // not read is an error that tells why, and which part of it fits (Error::fitting_bytes):
-  // no_match, of numbers invalid_number, and not_possible for a choice that check() refuses.
+  // no_match, of numbers invalid_number, and not_possible for a choice that check() refuses. To
+  // find out what of a date fits takes some 30 microseconds, to read one a fraction of one.
 
   [[nodiscard]] Result<std::chrono::year_month_day> read_date(
       std::string_view text, const DateReading& reading = {}) const;
