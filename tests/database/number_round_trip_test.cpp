@@ -9,7 +9,6 @@
 #include <random>
 #include <string>
 #include <type_traits>
-#include <vector>
 
 #include "host/locale_names.h"
 #include "module/frame/service_table.h"
@@ -22,32 +21,21 @@ namespace {
 
 constexpr std::int64_t room = 512;
 
-class NumberRoundTrip : public testing::Test {
- protected:
-  NumberRoundTrip() {
-    store_kernel_handle(nullptr);
-    handle_.services = services;
+/// Calls `check` with a handle of each locale.
+template <typename Check>
+void in_every_locale(Check check) {
+  store_kernel_handle(nullptr);
+  const Database database;
+  LocaleHandle handle = {};
+  handle.services = services;
+  for (const host::LocaleRow& row : host::available_locales()) {
+    SCOPED_TRACE(row.name);
+    const auto record = database.record(row.name);
+    handle.record = record.get();
+    check(&handle, *record);
+    if (testing::Test::HasFailure()) break;  // one locale's rows are enough to read
   }
-
-  /// Calls `check` with the handle of each locale.
-  template <typename Check>
-  void in_every_locale(Check check) {
-    const Database database;
-    std::size_t locales = 0;
-    for (const host::LocaleRow& row : host::available_locales()) {
-      SCOPED_TRACE(row.name);
-      const auto record = database.record(row.name);
-      handle_.record = record.get();
-      check(&handle_, *record);
-      ++locales;
-      if (HasFailure()) break;  // one locale's rows are enough to read
-    }
-    EXPECT_GT(locales, 700u);
-  }
-
- private:
-  LocaleHandle handle_ = {};
-};
+}
 
 // The double that a number's digits say, by the C library.
 double value_of(std::u16string_view text, const LocaleRecord& record) {
@@ -78,75 +66,71 @@ const NumberKind number_kinds[] = {
     {number_flags::best_fit, 0, 1e12, 0},
 };
 
-TEST_F(NumberRoundTrip, Numbers) {
-  in_every_locale(
-      [random = std::mt19937_64(1)](LocaleHandle* handle, const LocaleRecord& record) mutable {
-        const ServiceTable& slots = handle->services;
-        const auto read_all = [](auto slot, LocaleHandle* with, const auto& text, auto... more) {
+TEST(NumberRoundTrip, Numbers) {
+  std::mt19937_64 random(1);
+  in_every_locale([&random](LocaleHandle* handle, const LocaleRecord& record) {
+    const ServiceTable& slots = handle->services;
+    for (const NumberKind& kind : number_kinds) {
+      for (int i = 0; i < 24; ++i) {
+        std::uniform_real_distribution<double> magnitude(-5, std::log10(kind.largest));
+        const double number = (i % 2 == 0 ? 1 : -1) * std::pow(10, magnitude(random));
+        char16_t out[room];
+        std::int64_t length = 0;
+        const std::int32_t width = kind.flags == number_flags::best_fit ? 15 : 0;
+        ASSERT_EQ(slots.format_number(handle, number, width, kind.decimals, kind.flags, out, room,
+                                      &length),
+                  0u);
+        std::u16string text(out, static_cast<std::size_t>(length));
+        const double expected = value_of(text, record);
+        const auto reads = [&](auto slot, const auto& read_text, auto... more) {
           double value = 0;
           std::int64_t consumed = 0;
-          const auto length = static_cast<std::int32_t>(text.size());
-          EXPECT_EQ(slot(with, text.data(), length, &value, &consumed, more...), 0u);
+          EXPECT_EQ(slot(handle, read_text.data(), static_cast<std::int32_t>(read_text.size()),
+                         &value, &consumed, more...),
+                    0u);
           EXPECT_EQ(consumed, length);
-          return value;
+          EXPECT_NEAR(value, expected, std::abs(expected) * kind.tolerance) << number;
         };
-        for (const NumberKind& kind : number_kinds) {
-          for (int i = 0; i < 24; ++i) {
-            std::uniform_real_distribution<double> magnitude(-5, std::log10(kind.largest));
-            const double value = (i % 2 == 0 ? 1 : -1) * std::pow(10, magnitude(random));
-            char16_t out[room];
-            std::int64_t length = 0;
-            const std::int32_t width = kind.flags == number_flags::best_fit ? 15 : 0;
-            ASSERT_EQ(slots.format_number(handle, value, width, kind.decimals, kind.flags, out,
-                                          room, &length),
-                      0u);
-            std::u16string text(out, static_cast<std::size_t>(length));
-            const double expected = value_of(text, record);
-            const double tolerance = std::abs(expected) * kind.tolerance;
-            EXPECT_NEAR(read_all(slots.read_number, handle, text), expected, tolerance) << value;
-            if (record.grouping_symbol == 0xA0) {  // as it is typed
-              std::replace(text.begin(), text.end(), u'\u00A0', u' ');
-              EXPECT_NEAR(read_all(slots.read_number_with_flags, handle, text,
-                                   number_input_flags::blank_groups),
-                          expected, tolerance);
-            }
-            if (std::max(record.decimal_symbol, record.grouping_symbol) < 0x80) {
-              EXPECT_NEAR(
-                  read_all(slots.read_number_8bit, handle, std::string(text.begin(), text.end())),
-                  expected, tolerance);
-            }
-          }
+        reads(slots.read_number, text);
+        if (std::max(record.decimal_symbol, record.grouping_symbol) < 0x80) {
+          reads(slots.read_number_8bit, std::string(text.begin(), text.end()));
         }
-      });
+        if (record.grouping_symbol == 0xA0) {  // as it is typed
+          std::replace(text.begin(), text.end(), u'\u00A0', u' ');
+          reads(slots.read_number_with_flags, text, number_input_flags::blank_groups);
+        }
+      }
+    }
+  });
 }
 
-TEST_F(NumberRoundTrip, Integers) {
-  in_every_locale([random = std::mt19937_64(2)](LocaleHandle* handle, const LocaleRecord&) mutable {
+TEST(NumberRoundTrip, Integers) {
+  using namespace integer_flags;
+  std::mt19937_64 random(2);
+  in_every_locale([&random](LocaleHandle* handle, const LocaleRecord&) {
     const ServiceTable& slots = handle->services;
     const auto check = [&]<typename Integer, typename Unit>(FormatInteger<Integer, Unit>* format,
                                                             ReadInteger<Integer, Unit>* read) {
-      using namespace integer_flags;
-      const std::vector<std::uint32_t> kinds =
-          std::is_signed_v<Integer> ? std::vector<std::uint32_t>{0, group, sign}
-                                    : std::vector<std::uint32_t>{0, group, hexadecimal_small,
-                                                                 hexadecimal_capital | prefix};
-      for (const std::uint32_t kind : kinds) {
+      constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
+      for (const std::uint32_t kind :
+           {0u, group, sign, hexadecimal_small, hexadecimal_capital | prefix}) {
+        if (((kind & sign) != 0 && !std::is_signed_v<Integer>) ||
+            ((kind & hexadecimal) != 0 && std::is_signed_v<Integer>)) {
+          continue;
+        }
         for (int i = 0; i < 24; ++i) {
           using Limits = std::numeric_limits<Integer>;
-          const auto value = i == 0   ? Limits::max()
-                             : i == 1 ? Limits::min()
-                                      : static_cast<Integer>(static_cast<Integer>(random()) >>
-                                                             random() % (sizeof(Integer) * 8));
+          auto value = static_cast<Integer>(random());
+          value >>= random() % (sizeof value * 8);
+          if (i < 2) value = i == 0 ? Limits::max() : Limits::min();
           Unit out[room];
           std::int64_t length = 0;
           ASSERT_EQ(format(handle, value, 0, 1, kind, out, room, &length), 0u);
-          const bool hexadecimal = (kind & (hexadecimal_small | hexadecimal_capital)) != 0;
           Integer back = 0;
           std::int64_t consumed = 0;
-          ASSERT_EQ(read(handle, out, length, hexadecimal ? integer_input_flags::hexadecimal : 0,
-                         &back, &consumed),
-                    0u)
-              << value;
+          const std::uint32_t flags =
+              (kind & hexadecimal) != 0 ? integer_input_flags::hexadecimal : 0;
+          ASSERT_EQ(read(handle, out, length, flags, &back, &consumed), 0u) << value;
           EXPECT_EQ(back, value);
           EXPECT_EQ(consumed, length);
         }
