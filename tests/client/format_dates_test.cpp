@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <bit>
-
 #include "real_host.h"
 
 namespace jwnls::client {
@@ -46,37 +44,31 @@ TEST(FormatDate, TakesDatesAndValues) {
 
 TEST(FormatDate, SaysWhatIsWrong) {
   const Locale english = locale("en_US");
-  const struct {
-    Result<std::string> result;
-    Status status;
-    const char* message;
-  } cases[] = {
-      {english.format_date(year{2023} / 2 / 30), Status::out_of_range,
-       "date 2023-02-30: no such date in the calendar"},
-      {english.format_date(year{4000} / 2 / 29), Status::out_of_range,
-       "date 4000-02-29: no such date in the calendar"},
-      {english.format_date(year{49} / 1 / 1), Status::out_of_range,
-       "date 0049-01-01: outside 1582-01-01 to 20000-12-31"},
-      {english.format_date(end_date_value), Status::out_of_range,
-       "date 6589336 days: outside 1582-01-01 to 20000-12-31"},
-      {english.format_date(DateValue{std::bit_cast<double>(0xFFFFD10000000000U)}),
-       Status::missing_value, "date value: missing"},
-      {english.format_time(24h), Status::out_of_range,
-       "time 86400 seconds: outside 0 to 86399 seconds since midnight"},
-      {english.format_time(-1s), Status::out_of_range,
-       "time -1 seconds: outside 0 to 86399 seconds since midnight"},
-      {english.format_datetime(local_days{year{8000} / 2 / 29} + 1s), Status::out_of_range,
-       "datetime 8000-02-29: no such date in the calendar"},
-      {english.format_datetime(DatetimeValue{1e300}), Status::out_of_range,
-       "datetime 1e+300 seconds: outside 1582-01-01 to 20000-12-31"},
-      {english.format_datetime(std::chrono::sys_seconds::max()), Status::out_of_range,
-       "instant 9223372036854775807 seconds from 1970: outside 1582 to 20000"},
-  };
-  for (const auto& [result, status, message] : cases) {
+  const auto refuses = [](const Result<std::string>& result, const char* message,
+                          Status status = Status::out_of_range) {
     ASSERT_FALSE(result) << *result;
-    EXPECT_EQ(result.error().status, status) << message;
     EXPECT_EQ(result.error().message, message);
-  }
+    EXPECT_EQ(result.error().status, status) << message;
+  };
+  refuses(english.format_date(year{2023} / 2 / 30),
+          "date 2023-02-30: no such date in the calendar");
+  refuses(english.format_date(year{4000} / 2 / 29),
+          "date 4000-02-29: no such date in the calendar");
+  refuses(english.format_date(year{49} / 1 / 1),
+          "date 0049-01-01: outside 1582-01-01 to 20000-12-31");
+  refuses(english.format_date(end_date_value),
+          "date 6589336 days: outside 1582-01-01 to 20000-12-31");
+  refuses(english.format_date(DateValue{MissingValue().value()}), "date value: missing",
+          Status::missing_value);
+  refuses(english.format_time(24h),
+          "time 86400 seconds: outside 0 to 86399 seconds since midnight");
+  refuses(english.format_time(-1s), "time -1 seconds: outside 0 to 86399 seconds since midnight");
+  refuses(english.format_datetime(local_days{year{8000} / 2 / 29} + 1s),
+          "datetime 8000-02-29: no such date in the calendar");
+  refuses(english.format_datetime(DatetimeValue{1e300}),
+          "datetime 1e+300 seconds: outside 1582-01-01 to 20000-12-31");
+  refuses(english.format_datetime(std::chrono::sys_seconds::max()),
+          "instant 9223372036854775807 seconds from 1970: outside 1582 to 20000");
 }
 
 TEST(FormatTime, WritesTheLocalesClock) {

@@ -20,15 +20,12 @@ TEST(ReadDate, TakesWhatTheLocaleWritesAndPeopleType) {
     DateReading reading = {};
     year_month_day date = ides;
   } cases[] = {
-      {"de_DE", "15. März 2024"},
       {"de_DE", "  15.MÄRZ2024  "},  // no case, no blanks
       {"de_DE", "15.3.24"},
       {"de_DE", "2024-03-15"},
       {"de_DE", "03/04/2024", {}, year{2024} / 4 / 3},
       {"en_US", "03/04/2024", {}, year{2024} / 3 / 4},
-      {"en_US", "Mar 15 2024"},
       {"en_US", "3/15/60", {}, year{1960} / 3 / 15},
-      {"ja_JP", "2024年3月15日"},
       {"ff_Adlm", "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024"},  // names beyond U+FFFF
       // Digits of the script, marks of direction, and other blanks, in lenient reading.
       {"ar_EG", "⁧١٥‏/٣‏/٢٠٢٤⁩"},
