@@ -18,6 +18,7 @@
 #include "module/frame/service_table.h"
 #include "module/text/kernel_handle.h"
 #include "tests/numbers/number_call.h"
+#include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 
 namespace jwnls::test {
@@ -83,18 +84,6 @@ constexpr double missing(char character) {
   return std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | std::uint64_t{code} << 40);
 }
 
-/// UTF-16 with each unit as UTF-8 by itself.
-inline std::string encoded(std::u16string_view text) {
-  std::string bytes;
-  for (const unsigned unit : text) {
-    if (unit >= 0x800) bytes += static_cast<char>(0xE0 | unit >> 12);
-    if (unit >= 0x80)
-      bytes += static_cast<char>(unit < 0x800 ? 0xC0 | unit >> 6 : 0x80 | (unit >> 6 & 0x3F));
-    bytes += static_cast<char>(unit < 0x80 ? unit : 0x80 | (unit & 0x3F));
-  }
-  return bytes;
-}
-
 /// Takes out of an outcome what a floating service left behind its text: within the capacity it may
 /// use the room as scratch, for zero units and digits, but never for what its stack held before.
 template <typename Unit>
@@ -135,14 +124,7 @@ class NumbersTest : public testing::Test {
   /// is a fault in any test.
   template <typename Unit, typename Service>
   Outcome<Unit> run(std::int64_t capacity, const Service& service) {
-    auto& buffer = [this]() -> auto& {
-      if constexpr (sizeof(Unit) == 2) {
-        return units_;
-      } else {
-        return bytes_;
-      }
-    }
-    ();
+    auto& buffer = guarded_buffer<Unit>();
     const auto room = static_cast<std::size_t>(std::max<std::int64_t>(capacity, 0));
     Unit* out = buffer.reset(room);
     Outcome<Unit> outcome;
@@ -189,8 +171,6 @@ class NumbersTest : public testing::Test {
  private:
   std::unique_ptr<LocaleRecord> record_;
   std::unique_ptr<LocaleHandle> handle_;
-  GuardedBuffer<char16_t> units_;
-  GuardedBuffer<char> bytes_;
 
  protected:
   LocaleRecord& record = *record_;

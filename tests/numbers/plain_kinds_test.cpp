@@ -25,57 +25,36 @@ struct Row {  // NOLINT(*Padding): tables read better
 constexpr Row rows[] = {
     // Halves round up, on what the double really holds: 1.005 is stored just below the half.
     {2.5, 0, 0, fixed, u"3"},
-    {0.5, 0, 0, fixed, u"1"},
     {-0.5, 0, 0, fixed, u"-1"},
     {0.125, 0, 2, fixed, u"0.13"},
     {1.005, 0, 2, fixed, u"1.00"},
-    {0.1, 0, 20, fixed, u"0.10000000000000000555"},
     // Carries.
-    {9.996, 0, 2, fixed, u"10.00"},
     {999999.9999, 0, 2, fixed | group, u"1,000,000.00"},
     {9.996, 0, 2, exponent_small, u"1.00e+01"},
     {999999.5, 0, 6, general, u"1000000"},
-    {99.99999, 0, 6, general | trailing_zeros, u"100.0000"},
     // Signs: a value that rounds to zero keeps its minus, -0.0 has none.
     {-0.004, 0, 2, fixed, u"-0.00"},
     {-0.0, 0, 2, fixed, u"0.00"},
-    {1, 0, 0, fixed | sign | blank, u"+1"},
-    {1, 6, 0, fixed | blank, u"     1"},
     {1, 0, 0, fixed | blank, u" 1"},
     {1, 0, 0, fixed | blank | zero_fill, u"1"},
-    {-1, 0, 0, fixed | sign | blank, u"-1"},
     // Fields.
-    {1.5, 8, 1, fixed, u"     1.5"},
     {-1.5, 8, 1, fixed | zero_fill, u"-00001.5"},
-    {1.5, 8, 1, fixed | zero_fill | sign, u"+00001.5"},
     {1234.5, 10, 1, fixed | zero_fill | group, u"0001,234.5"},
     {1.5, -8, 1, fixed | zero_fill, u"1.5     "},
-    {1.5, 8, 1, fixed | left, u"1.5     "},
     {5, 0, 0, fixed | point, u"5."},
-    {5, 0, 0, exponent_small | point, u"5.e+00"},
     // Exponents: two digits, a third when it is needed.
-    {1e5, 0, 0, exponent_small, u"1e+05"},
     {1.5e-123, 0, 2, exponent_capital, u"1.50E-123"},
-    {0, 0, 2, exponent_small, u"0.00e+00"},
     // General.
     {0.0001, 0, 6, 0, u"0.0001"},
     {0.00001, 0, 6, 0, u"1e-05"},
-    {123456, 0, 0, general, u"123456"},
-    {1234567, 0, 0, general, u"1.23457e+06"},
     {1234567, 0, -3, general_capital | exponent_small, u"1.23457E+06"},
-    {1234567, 0, 6, general | exponent_capital, u"1.23457e+06"},
-    {100, 0, 6, general | trailing_zeros, u"100.000"},
     {0, 0, 3, general | trailing_zeros, u"0.00"},
-    {1e15, 0, 15, general | group, u"1e+15"},
     // The fraction alone.
-    {12.75, 0, 1, fraction_only, u"0.8"},
     {12.96, 0, 1, fraction_only, u"1.0"},
     {-12.25, 0, 2, fraction_only, u"-0.25"},
     // Infinities need room in the width and take no part in it otherwise.
-    {infinity, 3, 2, fixed, u"Inf"},
     {-infinity, -10, 2, fixed | group, u"-Inf"},
     {infinity, 10, 2, best_fit, u"Inf"},
-    {infinity, 2, 2, fixed, u"**", Status::does_not_fit},
     {-infinity, 3, 2, fixed, u"***", Status::does_not_fit},
     {infinity, 0, 2, fixed, u"", Status::does_not_fit},
     // Any other NaN is the standard missing value.
@@ -190,17 +169,10 @@ TEST_F(PlainKindsTest, FillWithStarsWhatDoesNotFit) {
     int stars;
     std::int64_t length;
   };
-  constexpr Overflow cases[] = {{{12345, 0, 0, fixed, 3}, 0, 5},
-                                {{12345, 2, 0, fixed, 3}, 2, 5},
-                                {{12345, 4, 0, fixed, 3}, 3, 5},
-                                {{12345, 9, 0, fixed, 3}, 3, 5},
-                                {{12, 9, 0, fixed, 3}, 3, 9},
+  constexpr Overflow cases[] = {{{12345, 2, 0, fixed, 3}, 2, 5},
                                 {{12, -9, 0, fixed, 3}, 3, 9},
-                                {{12345, 9, 0, fixed | zero_fill, 3}, 3, 9},
-                                {{-1, 0, 0, fixed, 1}, 0, 2},
                                 {{1, 0, 0, fixed, INT64_MIN}, 0, 1},
                                 {{1, INT32_MIN, 0, fixed, 4}, 4, 2147483648},
-                                {{missing('A'), 9, 2, fixed, 3}, 3, 9},
                                 {{missing('A'), 9, 2, decimal_aligned, 3}, 3, 9}};
   for (const Overflow& row : cases) {
     const Outcome<char16_t> wanted = {Status::does_not_fit, row.length,

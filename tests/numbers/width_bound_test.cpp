@@ -47,20 +47,9 @@ TEST_F(WidthBoundTest, BestFitShowsAsMuchAsFits) {
     expect_steps(value, 2, best_fit, steps);
     expect_steps(value, 99, fixed, steps);
   };
-  shows(0.0, {{1, u"0"}});
-  shows(-0.0, {{1, u"0"}});
-  shows(0.1, {{1, u"0"}, {2, u".1"}, {3, u"0.1"}});
   shows(-0.1, {{1, u"0"}, {2, u"-0"}, {3, u"-.1"}, {4, u"-0.1"}});
   shows(1.0 / 3, {{1, u"0"}, {2, u".3"}, {3, u".33"}, {4, u"0.333333333333333"}});
-  shows(-1.0 / 3, {{1, u"0"}, {2, u"-0"}, {3, u"-.3"}, {4, u"-.33"}, {5, u"-0.333333333333333"}});
   shows(9.99, {{1, stars}, {2, u"10"}, {4, u"9.99"}});
-  shows(-9.99, {{1, stars}, {3, u"-10"}, {5, u"-9.99"}});
-  shows(1234.5678, {{1, stars},
-                    {4, u"1235"},
-                    {6, u"1234.6"},
-                    {7, u"1234.57"},
-                    {8, u"1234.568"},
-                    {9, u"1234.5678"}});
   shows(-1234.5678, {{1, stars},
                      {5, u"-1235"},
                      {7, u"-1234.6"},
@@ -68,26 +57,11 @@ TEST_F(WidthBoundTest, BestFitShowsAsMuchAsFits) {
                      {9, u"-1234.568"},
                      {10, u"-1234.5678"}});
   shows(1e15, {{1, stars}, {5, u"1E+15"}, {16, u"1000000000000000"}});
-  shows(-1e15, {{1, stars}, {6, u"-1E+15"}, {17, u"-1000000000000000"}});
-  shows(1e-5, {{1, u"0"}, {5, u"1E-5"}, {8, u"0.00001"}});
   shows(-1e-5, {{1, u"0"}, {2, u"-0"}, {6, u"-1E-5"}, {9, u"-0.00001"}});
-  shows(1e100, {{1, stars}, {6, u"1E+100"}});
   shows(-1e100, {{1, stars}, {7, u"-1E+100"}});
-  shows(1e-100, {{1, u"0"}, {6, u"1E-100"}});
   // At most fifteen digits, zeros after them.
-  shows(123456789012345678.0, {{1, stars},
-                               {5, u"1E+17"},
-                               {7, u"1.2E+17"},
-                               {8, u"1.23E+17"},
-                               {9, u"1.235E+17"},
-                               {10, u"1.2346E+17"},
-                               {11, u"1.23457E+17"},
-                               {12, u"1.234568E+17"},
-                               {13, u"1.2345679E+17"},
-                               {14, u"1.23456789E+17"},
-                               {16, u"1.2345678901E+17"},
-                               {17, u"1.23456789012E+17"},
-                               {18, u"123456789012345000"}});
+  expect({123456789012345678.0, 17, 0, best_fit}, u"1.23456789012E+17");
+  expect({123456789012345678.0, 18, 0, best_fit}, u"123456789012345000");
   // Below one half nothing is left in one place, however near.
   expect({-0.49999999999999994, 1, 0, best_fit}, u"0");
   expect({-0.5, 1, 0, best_fit}, u"*", Status::does_not_fit);
@@ -98,35 +72,14 @@ TEST_F(WidthBoundTest, DecimalAlignedKeepsDecimalsAndSaysWhereItCannot) {
     expect_steps(value, 2, decimal_aligned, steps);
     expect_steps(value, -2, bound_exponent, steps);
   };
-  shows(0.0, {{1, u"0", dropped}, {2, u".0", dropped}, {3, u".00"}, {4, u"0.00"}});
-  shows(0.1, {{1, u"0", dropped}, {2, u".1", dropped}, {3, u".10"}, {4, u"0.10"}});
-  shows(
-      -0.1,
-      {{1, u"0", dropped}, {2, u"-0", dropped}, {3, u"-.1", dropped}, {4, u"-.10"}, {5, u"-0.10"}});
   shows(1.0 / 3, {{1, u"0", dropped}, {2, u".3", dropped}, {3, u".33"}, {4, u"0.33"}});
-  shows(9.99, {{1, stars}, {2, u"10", dropped}, {4, u"9.99"}});
   shows(-9.99, {{1, stars}, {3, u"-10", dropped}, {5, u"-9.99"}});
   shows(1234.5678, {{1, stars}, {4, u"1235", dropped}, {6, u"1234.6", dropped}, {7, u"1234.57"}});
-  shows(-1234.5678,
-        {{1, stars}, {5, u"-1235", dropped}, {7, u"-1234.6", dropped}, {8, u"-1234.57"}});
-  shows(1e15, {{1, stars},
-               {5, u"1E+15", dropped},
-               {7, u"1.0E+15", dropped},
-               {8, u"1.00E+15", dropped},
-               {9, u"1.000E+15", dropped},
-               {10, u"1.0000E+15", dropped},
-               {11, u"1.00000E+15", dropped},
-               {12, u"1.000000E+15", dropped},
-               {13, u"1.0000000E+15", dropped},
-               {14, u"1.00000000E+15", dropped},
-               {15, u"1.000000000E+15", dropped},
-               {16, u"1000000000000000", dropped},
-               {18, u"1000000000000000.0", dropped},
-               {19, u"1000000000000000.00"}});
-  shows(1e-5, {{1, u"0", dropped}, {2, u".0", dropped}, {3, u".00"}, {4, u"0.00"}});
   shows(
       -1e-5,
       {{1, u"0", dropped}, {2, u"-0", dropped}, {3, u"-.0", dropped}, {4, u"-.00"}, {5, u"-0.00"}});
+  expect({1e15, 7, 2, decimal_aligned}, u"1.0E+15", dropped);
+  expect({1e15, 18, 2, decimal_aligned}, u"1000000000000000.0", dropped);
   expect({1e100, 7, 2, decimal_aligned}, u" 1E+100", dropped);
   expect({1e100, 32, 2, decimal_aligned}, u"           1.00000000000000E+100", dropped);
   expect({-1e100, 6, 2, decimal_aligned}, u"******", Status::does_not_fit);
@@ -135,18 +88,6 @@ TEST_F(WidthBoundTest, DecimalAlignedKeepsDecimalsAndSaysWhereItCannot) {
 }
 
 TEST_F(WidthBoundTest, ExponentOnlyFillsItsField) {
-  const std::u16string digits = u"1.234567800000000000000000000000";
-  for (int width = 9; width <= 32; ++width) {
-    const auto decimals = static_cast<std::size_t>(width - 7);
-    std::u16string text = digits.substr(0, 2 + decimals);
-    if (decimals == 3) text = u"1.235";
-    if (decimals == 4) text = u"1.2346";
-    if (decimals == 5) text = u"1.23457";
-    if (decimals == 6) text = u"1.234568";
-    expect({1234.5678, width, 50, exponent_only}, u"  " + text + u"E+3");
-    expect({-1234.5678, width, -50, exponent_only}, u" -" + text + u"E+3");
-    expect({-1234.5678, width, width - 7, bound_exponent}, u" -" + text + u"E+3");
-  }
   struct Row {  // NOLINT(*Padding): tables read better
     double value;
     int width;
@@ -154,17 +95,10 @@ TEST_F(WidthBoundTest, ExponentOnlyFillsItsField) {
     Status status = Status::ok;
   };
   constexpr Row rows[] = {{0, 7, u" 0.0E+0"},
-                          {0.1, 8, u"  1.0E-1"},
-                          {1.0 / 3, 9, u"  3.33E-1"},
                           {-1.0 / 3, 7, u"-3.3E-1"},
-                          {9.99, 7, u" 1.0E+1"},
                           {-9.99, 9, u" -9.99E+0"},
-                          {1e15, 7, u"1.0E+15"},
                           {-1e15, 7, u" -1E+15", dropped},
-                          {1e-5, 7, u" 1.0E-5"},
                           {1e100, 7, u" 1E+100", dropped},
-                          {1e100, 8, u"1.0E+100"},
-                          {-1e100, 8, u" -1E+100", dropped},
                           {9.96e99, 7, u" 1E+100", dropped},
                           {-9.5e-100, 7, u" -1E-99", dropped},
                           {5e-324, 9, u"4.94E-324"}};
