@@ -35,7 +35,8 @@ struct FourUnits {
 
   Word word = 0;
 
-  /// The four units from `at` on, which is at most `length`; those behind the end are 0.
+  /// The four units from `at` on, which is at most `length`; those behind the end are 0. The text
+  /// is not empty.
   [[gnu::always_inline]] static FourUnits load(const Unit* text, std::int64_t length,
                                                std::int64_t at) noexcept {
     const std::int64_t rest = length - at;
@@ -46,9 +47,14 @@ struct FourUnits {
       const auto half = static_cast<unsigned>(4 - rest) * (lane_bits / 2);
       return {load_whole(text + (length - 4)).word >> half >> half};
     }
-    Word word = 0;
-    for (std::int64_t i = length; i-- > at;) word = word << lane_bits | unit_value(text[i]);
-    return {word};
+    // All of one to three units, each in its lane, where some may be taken twice.
+    const std::int64_t middle = length / 2;
+    const std::int64_t last = length - 1;
+    const auto in_lane = [text](std::int64_t i) {
+      return static_cast<Word>(unit_value(text[i])) << (lane_bits * static_cast<unsigned>(i));
+    };
+    return {(in_lane(0) | in_lane(middle) | in_lane(last)) >>
+            (lane_bits * static_cast<unsigned>(at))};
   }
 
   /// The digits that the units begin with; `zero` is the unit of the digit 0.

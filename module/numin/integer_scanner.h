@@ -105,14 +105,26 @@ class IntegerScanner {
     return copy.read_decimal();
   }
 
+  // Texts of this length have no more digits than any 64-bit sum holds.
+  static constexpr std::int64_t safe_length = 19;
+
   [[gnu::always_inline]] Reading read_decimal() noexcept {
-    const std::int64_t first = at_;
     const bool grouping_is_digit = grouping_ >= u'0' && grouping_ <= u'9';
     if (grouping_is_digit) [[unlikely]]
       return read_single_digits(*this);
+    return length_ <= safe_length ? read_runs<false>() : read_long(*this);
+  }
+  [[gnu::noinline]] static Reading read_long(IntegerScanner copy) noexcept {
+    return copy.read_runs<true>();
+  }
+
+  // Runs of digits with grouping symbols between them; checked: the sum may overflow.
+  template <bool checked>
+  [[gnu::always_inline]] Reading read_runs() noexcept {
+    const std::int64_t first = at_;
     if (digit() > 9 && grouping_units() != 0) return finish(Status::invalid_number);
     for (;;) {
-      add_digits();
+      add_digits<checked>();
       if (at_end()) break;
       const std::int64_t units = grouping_units();
       if (units == 0) break;
@@ -130,7 +142,7 @@ class IntegerScanner {
     const std::int64_t first = copy.at_;
     for (; copy.digit() <= 9; ++copy.at_) {
       if (copy.grouping_units() == 0) {
-        copy.add({copy.digit(), 1});
+        copy.add_checked(copy.digit(), 10);
       } else if (copy.at_ == first) {
         return copy.finish(Status::invalid_number);
       }
@@ -139,25 +151,21 @@ class IntegerScanner {
     return read_rest(copy, copy.at_ != first);
   }
 
-  void add_digits() noexcept {
+  template <bool checked>
+  [[gnu::always_inline]] void add_digits() noexcept {
     FewDigits few = {};
     do {
       few = FourUnits<Unit>::load(text_, length_, at_).leading_digits('0');
-      add(few);
+      if constexpr (checked) {
+        add_checked(few.value, powers_of_ten_to_4[few.count]);
+      } else {
+        sum_ = sum_ * powers_of_ten_to_4[few.count] + few.value;
+      }
       at_ += few.count;
     } while (few.count == 4);
   }
 
-  void add(FewDigits few) noexcept {
-    const std::uint64_t scale = powers_of_ten_to_4[few.count];
-    constexpr std::uint64_t safe = (std::numeric_limits<std::int64_t>::max() - 9'999) / 10'000;
-    if (sum_ <= safe) [[likely]] {
-      sum_ = sum_ * scale + few.value;
-    } else {
-      add_carefully(few.value, scale);
-    }
-  }
-  void add_carefully(std::uint64_t value, std::uint64_t scale) noexcept {
+  void add_checked(std::uint64_t value, std::uint64_t scale) noexcept {
     overflow_ |= __builtin_mul_overflow(sum_, scale, &sum_);
     overflow_ |= __builtin_add_overflow(sum_, value, &sum_);
   }
@@ -182,7 +190,7 @@ class IntegerScanner {
   Reading read_hexadecimal() noexcept {
     if (length_ - at_ >= 2 && at('0') && (text_[at_ + 1] | 0x20) == 'x') at_ += 2;
     const std::int64_t first = at_;
-    for (; hexadecimal_digit() <= 15; ++at_) add_carefully(hexadecimal_digit(), 16);
+    for (; hexadecimal_digit() <= 15; ++at_) add_checked(hexadecimal_digit(), 16);
     return overflowed() ? finish_overflow() : end(at_ != first, Status::ok);
   }
 
