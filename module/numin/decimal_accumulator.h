@@ -32,7 +32,21 @@ Scaled scale_far(double sum, std::int64_t exponent) noexcept;
   return scale_far(sum, exponent);
 }
 
-/// The sum of a number's digits. Below 2^53 every step is exact, so integers take those.
+/// The sum of few digits, which doubles hold exactly.
+class ExactAccumulator {
+ public:
+  static constexpr int most_digits = 15;
+
+  void add(FewDigits digits) noexcept {
+    sum_ = sum_ * powers_of_ten_to_4[digits.count] + digits.value;
+  }
+  double sum() const noexcept { return static_cast<double>(sum_); }
+
+ private:
+  std::int64_t sum_ = 0;
+};
+
+/// The sum of any number of digits. Below 2^53 every step is exact, so integers take those.
 class DecimalAccumulator {
  public:
   void add(FewDigits digits) noexcept {

@@ -48,8 +48,9 @@ class NumberScanner {
       : text_(text), length_(length), symbols_(symbols) {}
 
   [[nodiscard, gnu::always_inline]] NumberReading read() noexcept {
-    if (is_digit(0)) [[likely]]
-      return read_number(false, no_fraction);
+    if (is_digit(0) && length_ <= ExactAccumulator::most_digits) [[likely]] {
+      return read_number<ExactAccumulator>(false, no_fraction);
+    }
     return read_start(*this);
   }
 
@@ -99,8 +100,8 @@ class NumberScanner {
     return finish(std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | code << 40));
   }
 
-  // Everything before the first digit. Of a copy, as in the other steps that few numbers take, so
-  // that the scanner itself can stay in registers.
+  // Any text. Of a copy, as in the other steps that few numbers take, so that the scanner itself
+  // can stay in registers.
   [[gnu::noinline]] static NumberReading read_start(NumberScanner copy) noexcept {
     return copy.read_any();
   }
@@ -124,10 +125,11 @@ class NumberScanner {
       }
       if (!is_digit(at_)) return invalid(at_);
     }
-    return read_number(negative, fraction);
+    return read_number<DecimalAccumulator>(negative, fraction);
   }
 
-  void read_digits(DecimalAccumulator& digits) noexcept {
+  template <typename Accumulator>
+  [[gnu::always_inline]] void read_digits(Accumulator& digits) noexcept {
     FewDigits few = {};
     do {
       few = FourUnits<Unit>::load(text_, length_, at_).leading_digits(Encoding::of('0'));
@@ -137,8 +139,9 @@ class NumberScanner {
   }
 
   // From the first digit on; the fraction begins at `fraction`, or nowhere so far.
+  template <typename Accumulator>
   [[gnu::always_inline]] NumberReading read_number(bool negative, std::int64_t fraction) noexcept {
-    DecimalAccumulator digits;
+    Accumulator digits;
     read_digits(digits);
     for (; !at_end(); read_digits(digits)) {
       const std::uint32_t symbol = unit(at_);
