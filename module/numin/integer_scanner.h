@@ -49,8 +49,12 @@ class IntegerScanner {
 
   [[nodiscard, gnu::always_inline]] Reading read() noexcept {
     const bool hexadecimal = !is_signed && has(integer_input_flags::hexadecimal);
+    negative_ = is_signed && at('-');
+    at_ = negative_ ? 1 : 0;
     if (digit() <= 9 && !hexadecimal) [[likely]]
       return read_decimal();
+    negative_ = false;
+    at_ = 0;
     return read_start(*this);
   }
 

@@ -48,9 +48,12 @@ class NumberScanner {
       : text_(text), length_(length), symbols_(symbols) {}
 
   [[nodiscard, gnu::always_inline]] NumberReading read() noexcept {
-    if (is_digit(0) && length_ <= ExactAccumulator::most_digits) [[likely]] {
-      return read_number<ExactAccumulator>(false, no_fraction);
+    const bool negative = unit_is(0, Encoding::of('-'));
+    at_ = negative ? 1 : 0;
+    if (is_digit(at_) && length_ <= ExactAccumulator::most_digits) [[likely]] {
+      return read_number<ExactAccumulator>(negative, no_fraction);
     }
+    at_ = 0;
     return read_start(*this);
   }
 
@@ -163,7 +166,9 @@ class NumberScanner {
     if (end.status != Status::ok) return {end.status, missing_value(), end.place};
     const Scaled scaled = scale(digits.sum(), exponent + end.value);
     if (scaled.status != Status::ok) return {scaled.status, missing_value(), 0};
-    return {Status::ok, negative ? -scaled.value : scaled.value, at_end() ? at_ : end.place};
+    const std::uint64_t sign = std::uint64_t{negative} << 63;  // without a branch
+    return {Status::ok, std::bit_cast<double>(std::bit_cast<std::uint64_t>(scaled.value) ^ sign),
+            at_end() ? at_ : end.place};
   }
 
   // What is written behind the mantissa.
