@@ -73,8 +73,7 @@ class Moments {
 
 // What a value counts.
 double days_of(const std::tm& tm) {
-  const date::sys_days day =
-      date::year(tm.tm_year + 1900) / (tm.tm_mon + 1) / static_cast<unsigned>(tm.tm_mday);
+  const date::sys_days day = date::year(tm.tm_year + 1900) / (tm.tm_mon + 1) / tm.tm_mday;
   return static_cast<double>((day - day_zero).count());
 }
 double clock_of(const std::tm& tm) { return (tm.tm_hour * 60 + tm.tm_min) * 60 + tm.tm_sec; }
@@ -100,8 +99,8 @@ std::shared_ptr<const Texts> texts_by(const char* pattern, ValueOf value_of) {
 // A contestant. `make` gives its reader, double(const WrittenText&), which keeps what it needs
 // between texts; before the first timing it has to read every text right.
 template <typename MakeReader>
-void contestant(const char* task, Side side, const char* name, std::shared_ptr<const Texts> texts,
-                MakeReader make) {
+void contestant(const char* task, Side side, const char* name,
+                const std::shared_ptr<const Texts>& texts, MakeReader make) {
   enter(task, side, name, [=, checked = false](benchmark::State& state) mutable {
     auto read = make();
     for (std::size_t i = 0; i < value_count && !checked; ++i) {

@@ -28,9 +28,9 @@ inline std::vector<std::u16string> date_candidates(const LocaleRecord& record) {
   std::vector<std::u16string> all;
   for (const TextEntry& pattern : record.date_patterns) all.emplace_back(text_of(pattern));
   const bool month_first = is_month_first(all[0]);
-  const auto add = [&all](std::u16string pattern, std::u16string_view marks) {
+  const auto add = [&all](std::u16string_view pattern, std::u16string_view marks) {
     for (const char16_t mark : marks) {
-      std::u16string marked = pattern;
+      std::u16string marked(pattern);
       for (char16_t& unit : marked) {
         if (unit == u'|') unit = mark;
       }
