@@ -1,6 +1,13 @@
 #include "bench/date_reading.h"
 
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"  // g++ 12 suspects a variable in there
 #include <date/date.h>
+#pragma GCC diagnostic pop
+#else
+#include <date/date.h>
+#endif
 #include <locale.h>
 #include <unicode/udat.h>
 

@@ -10,8 +10,6 @@
 namespace jwnls::test {
 namespace {
 
-using std::literals::operator""sv;
-
 constexpr std::uint32_t strict = 0;
 constexpr std::uint32_t lenient = 4;
 
@@ -133,7 +131,8 @@ TEST_F(LayoutsTest, TheFirstCandidateThatReadsTheWholeTextDecides) {
         if (expected) ++read;
         // A field of fixed width and a single digit of a year need the text to end there.
         if (!expected || dialect == strict || spoils > 0) continue;
-        if (u"0123456789"sv.find(text[whole - 2]) == std::u16string_view::npos) continue;
+        if (std::u16string_view(u"0123456789").find(text[whole - 2]) == std::u16string_view::npos)
+          continue;
         set_text(handle->record->style_0_pattern, u"%H:%M:%S");
         expect_read(Service::date, text + u"T10:30:15", dialect | 0x200, *expected * 86400 + 37815,
                     whole + 9);
