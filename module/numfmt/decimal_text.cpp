@@ -78,7 +78,7 @@ bool quick_general(double magnitude, int significant, bool keep_zeros, ShortDigi
     shape = {count - decimals, decimals, 0, false};
   }
   if (!keep_zeros) {
-    const int kept = without_trailing_zeros(digits.number, digits.count, digits.count);
+    const int kept = DigitBlock(digits.number, digits.count).significant(digits.count);
     shape.decimals = std::clamp(kept - shape.integers, 0, shape.decimals);
   }
   return true;

@@ -1,13 +1,17 @@
-// Sixteen digits at once as units of either width, without tables or branches.
+// Sixteen digits at once, in a register, and from there into the caller's buffer as units of either
+// width: without tables of digits, without branches on their number, and without a local copy,
+// whose loads would wait for the stores before them.
 //
-// The sixteen digits of a number are written into a small block, zeros in front; what a text shows
-// of them is then copied in whole blocks from wherever it begins, so the number of digits costs
-// nothing.
+// The first digit of a text stands first in the block, so numbers of fewer digits are multiplied by
+// a power of ten beforehand; the digits behind the text are zeros then, and as units they become
+// zero units.
 
 #ifndef JWNLS_MODULE_NUMFMT_DIGIT_BLOCK_H_
 #define JWNLS_MODULE_NUMFMT_DIGIT_BLOCK_H_
 
+#include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #if defined(__SSE2__)
@@ -22,110 +26,226 @@ inline constexpr int block_digits = 16;
 
 namespace digit_block {
 
+// As many characters "0" as the row's index, then zeros.
+struct alignas(block_digits) CharacterRow {
+  char zeros[block_digits];
+};
+inline constexpr auto character_rows = [] {
+  std::array<CharacterRow, block_digits + 1> rows{};
+  for (std::size_t count = 0; count < rows.size(); ++count) {
+    for (std::size_t i = 0; i < count; ++i) rows[count].zeros[i] = '0';
+  }
+  return rows;
+}();
+
+// Read from any of its first places on.
+inline constexpr unsigned char first_bytes[2 * block_digits] = {
+    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+// What a small and a capital letter are above a digit of their value, sixteen times.
+inline constexpr auto letter_offsets = [] {
+  std::array<std::array<char, block_digits>, 2> offsets{};
+  offsets[0].fill('a' - '0' - 10);
+  offsets[1].fill('A' - '0' - 10);
+  return offsets;
+}();
+
+// All bits of a unit in each fourth place, four times, then zeros.
+template <typename Unit>
+inline constexpr auto separator_places = [] {
+  std::array<Unit, 2 * block_digits> places{};
+  for (std::size_t i = 3; i < block_digits; i += 4) places[i] = static_cast<Unit>(~0);
+  return places;
+}();
+
 #if defined(__SSE2__)
 
-// The eight digits of a number below 10^8, as 16-bit values.
-inline __m128i eight_values(std::uint32_t number) noexcept {
-  // Upper and lower four digits: 3518437209/2^45 is 1/10^4 for all 32-bit numbers.
-  const __m128i all = _mm_cvtsi32_si128(static_cast<int>(number));
-  const __m128i upper =
-      _mm_srli_epi64(_mm_mul_epu32(all, _mm_set1_epi32(static_cast<int>(3518437209u))), 45);
-  const __m128i lower = _mm_sub_epi32(all, _mm_mul_epu32(upper, _mm_set1_epi32(10000)));
-  // Four times each half in four lanes; the lanes divide by 1000, 100, 10 and 1, in two steps whose
-  // constants are reciprocals of 16 bits: 8389/2^23, 5243/2^19, 13108/2^17, 32768/2^15.
-  const __m128i halves = _mm_slli_epi64(_mm_unpacklo_epi16(upper, lower), 2);
-  const __m128i pairs = _mm_unpacklo_epi16(halves, halves);
-  const __m128i lanes = _mm_unpacklo_epi32(pairs, pairs);
-  const __m128i scaled =
-      _mm_mulhi_epu16(lanes, _mm_setr_epi16(8389, 5243, 13108, static_cast<short>(32768), 8389,
-                                            5243, 13108, static_cast<short>(32768)));
-  const __m128i leading = _mm_mulhi_epu16(
-      scaled, _mm_setr_epi16(1 << 7, 1 << 11, 1 << 13, static_cast<short>(1 << 15), 1 << 7, 1 << 11,
-                             1 << 13, static_cast<short>(1 << 15)));
-  // The leading digits "a", "ab", "abc", "abcd" less ten times the ones before.
-  const __m128i tenfold = _mm_mullo_epi16(leading, _mm_set1_epi16(10));
-  return _mm_sub_epi16(leading, _mm_slli_epi64(tenfold, 16));
+using Bytes = __m128i;
+
+inline Bytes load(const void* from) noexcept {
+  return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
 
-struct Values {
-  __m128i high, low;
-};
-
-inline Values sixteen_values(std::uint64_t number) noexcept {
-  const std::uint64_t upper = over_ten_to_8(number);
-  return {eight_values(static_cast<std::uint32_t>(upper)),
-          eight_values(static_cast<std::uint32_t>(number - ten_to_8 * upper))};
+inline Bytes zeros(unsigned count) noexcept {
+  return _mm_load_si128(reinterpret_cast<const __m128i*>(character_rows[count].zeros));
 }
 
-inline void store(Values values, char16_t* out) noexcept {
-  const __m128i zeros = _mm_set1_epi16('0');
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_add_epi16(values.high, zeros));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), _mm_add_epi16(values.low, zeros));
+// A factor that the compiler shall not make sums of shifts of.
+inline __m128i factor(__m128i value) noexcept {
+  asm("" : "+x"(value));
+  return value;
 }
 
-inline void store(Values values, char* out) noexcept {
-  const __m128i bytes = _mm_packus_epi16(values.high, values.low);
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_add_epi8(bytes, _mm_set1_epi8('0')));
+// The sixteen digits of a number below 10^16.
+inline Bytes decimal_digits(std::uint64_t number) noexcept {
+  const __m128i upper = _mm_cvtsi64_si128(static_cast<std::int64_t>(over_ten_to_8(number)));
+  const __m128i lower = _mm_sub_epi64(_mm_cvtsi64_si128(static_cast<std::int64_t>(number)),
+                                      _mm_mul_epu32(upper, _mm_set1_epi64x(100'000'000)));
+  const __m128i eights = _mm_unpacklo_epi64(upper, lower);
+  // Each part becomes its quotient and its rest, three times over: parts of eight digits by 10^4
+  // (3518437209/2^45 is its reciprocal for all 32-bit numbers), of four by 100 (5243/2^19), of two
+  // by 10 (6554/2^16).
+  const __m128i myriads = _mm_srli_epi64(_mm_mul_epu32(eights, _mm_set1_epi64x(3518437209)), 45);
+  const __m128i swapped = _mm_add_epi64(  // 2^32 * quotient + rest
+      eights, _mm_mul_epu32(myriads, _mm_set1_epi64x((std::int64_t{1} << 32) - 10000)));
+  const __m128i fours = _mm_shuffle_epi32(swapped, _MM_SHUFFLE(2, 3, 0, 1));
+  const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi16(5243)), 3);
+  const __m128i below =
+      _mm_sub_epi16(fours, _mm_mullo_epi16(hundreds, factor(_mm_set1_epi16(100))));
+  const __m128i twos = _mm_or_si128(hundreds, _mm_slli_epi32(below, 16));
+  const __m128i tens = _mm_mulhi_epu16(twos, _mm_set1_epi16(6554));
+  // tens + 256 * (twos - 10 * tens)
+  return _mm_sub_epi16(_mm_slli_epi16(twos, 8),
+                       _mm_mullo_epi16(tens, factor(_mm_set1_epi16(2559))));
 }
 
-// A bit for each digit that is zero, the first lowest.
-inline std::uint32_t zero_bits(Values values) noexcept {
-  const __m128i bytes = _mm_packus_epi16(values.high, values.low);
-  return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
-}
-
-template <typename Unit>
-inline void store_hexadecimal(std::uint64_t number, char ten, Unit* out) noexcept {
-  const auto bytes = static_cast<std::int64_t>(__builtin_bswap64(number));
+// The sixteen hexadecimal digits of a number; those above 9 are letters less '0'.
+inline Bytes hexadecimal_digits(std::uint64_t number, bool capital) noexcept {
   const __m128i nibble = _mm_set1_epi8(0xF);
-  const __m128i pairs = _mm_cvtsi64_si128(bytes);
+  const __m128i pairs = _mm_cvtsi64_si128(static_cast<std::int64_t>(__builtin_bswap64(number)));
   const __m128i digits = _mm_unpacklo_epi8(_mm_and_si128(_mm_srli_epi16(pairs, 4), nibble),
                                            _mm_and_si128(pairs, nibble));
   const __m128i letters = _mm_and_si128(_mm_cmpgt_epi8(digits, _mm_set1_epi8(9)),
-                                        _mm_set1_epi8(static_cast<char>(ten - '0' - 10)));
-  const __m128i text = _mm_add_epi8(_mm_add_epi8(digits, _mm_set1_epi8('0')), letters);
-  if constexpr (sizeof(Unit) == 1) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), text);
-  } else {
-    const __m128i zeros = _mm_setzero_si128();
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_unpacklo_epi8(text, zeros));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), _mm_unpackhi_epi8(text, zeros));
-  }
+                                        load(letter_offsets[capital ? 1 : 0].data()));
+  return _mm_add_epi8(digits, letters);
+}
+
+inline Bytes add(Bytes a, Bytes b) noexcept { return _mm_add_epi8(a, b); }
+
+// A bit for each byte that is zero, the first lowest.
+inline std::uint32_t zero_bits(Bytes bytes) noexcept {
+  return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
+}
+
+inline void store(Bytes bytes, char* out) noexcept {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+}
+inline void store(Bytes bytes, char16_t* out) noexcept {
+  const __m128i zeros = _mm_setzero_si128();
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_unpacklo_epi8(bytes, zeros));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), _mm_unpackhi_epi8(bytes, zeros));
+}
+
+// The first `count` bytes, then the others moved up by one; the byte between them is undefined, the
+// last is lost.
+inline Bytes parted(Bytes bytes, unsigned count) noexcept {
+  const __m128i first = load(first_bytes + (block_digits - count));
+  return _mm_or_si128(_mm_and_si128(first, bytes),
+                      _mm_andnot_si128(first, _mm_slli_si128(bytes, 1)));
+}
+
+// Fifteen bytes as groups of three in four bytes each: four groups, and the fifth.
+struct GroupPair {
+  __m128i first, last;
+};
+
+inline GroupPair split_groups(Bytes bytes) noexcept {
+  constexpr int group = 0xFFFFFF;
+  const __m128i groups[4] = {
+      _mm_and_si128(bytes, _mm_setr_epi32(group, 0, 0, 0)),
+      _mm_and_si128(_mm_slli_si128(bytes, 1), _mm_setr_epi32(0, group, 0, 0)),
+      _mm_and_si128(_mm_slli_si128(bytes, 2), _mm_setr_epi32(0, 0, group, 0)),
+      _mm_and_si128(_mm_slli_si128(bytes, 3), _mm_setr_epi32(0, 0, 0, group))};
+  return {_mm_or_si128(_mm_or_si128(groups[0], groups[1]), _mm_or_si128(groups[2], groups[3])),
+          _mm_and_si128(_mm_srli_si128(bytes, 12), _mm_setr_epi32(group, 0, 0, 0))};
+}
+
+// Fifteen characters with a separator behind each group of three but the last of `groups` (1 to 5);
+// of the first group the first `padding` characters are left out. Writes 20 - padding units.
+inline void store_groups(Bytes characters, unsigned groups, unsigned padding, char separator,
+                         char* out) noexcept {
+  const GroupPair pair = split_groups(characters);
+  const __m128i separators =
+      _mm_and_si128(load(separator_places<char>.data() + 4 * (5 - groups)),
+                    _mm_set1_epi32(static_cast<unsigned char>(separator) << 24));
+  const __m128i first = _mm_or_si128(pair.first, separators);
+  const auto front = static_cast<std::uint32_t>(_mm_cvtsi128_si32(first)) >> 8 * padding;
+  const auto last = static_cast<std::uint32_t>(_mm_cvtsi128_si32(pair.last));
+  out -= padding;
+  std::memcpy(out + padding, &front, sizeof front);
+  store(_mm_srli_si128(first, 4), out + 4);
+  std::memcpy(out + 16, &last, sizeof last);
+}
+inline void store_groups(Bytes characters, unsigned groups, unsigned padding, char16_t separator,
+                         char16_t* out) noexcept {
+  const GroupPair pair = split_groups(characters);
+  const char16_t* const places = separator_places<char16_t>.data() + 4 * (5 - groups);
+  const __m128i separators = _mm_set1_epi64x(std::int64_t{separator} << 48);
+  const __m128i zeros = _mm_setzero_si128();
+  const __m128i first =
+      _mm_or_si128(_mm_unpacklo_epi8(pair.first, zeros), _mm_and_si128(load(places), separators));
+  const __m128i second = _mm_or_si128(_mm_unpackhi_epi8(pair.first, zeros),
+                                      _mm_and_si128(load(places + 8), separators));
+  const auto front = static_cast<std::uint64_t>(_mm_cvtsi128_si64(first)) >> 16 * padding;
+  out -= padding;
+  std::memcpy(out + padding, &front, sizeof front);
+  _mm_storeh_pd(reinterpret_cast<double*>(out + 4), _mm_castsi128_pd(first));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), second);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 16), _mm_unpacklo_epi8(pair.last, zeros));
 }
 
 #else
 
-template <typename Unit>
-inline void store_hexadecimal(std::uint64_t number, char ten, Unit* out) noexcept {
-  for (int i = 0; i < block_digits; ++i) {
-    const auto digit = static_cast<int>(number >> (60 - 4 * i) & 0xF);
-    out[i] = static_cast<Unit>(digit < 10 ? '0' + digit : ten + digit - 10);
-  }
-}
-
-struct Values {
-  std::uint64_t bytes[2];
+struct Bytes {
+  unsigned char at[block_digits];
 };
 
-inline Values sixteen_values(std::uint64_t number) noexcept {
+inline Bytes load(const void* from) noexcept {
+  Bytes bytes;
+  std::memcpy(bytes.at, from, sizeof bytes.at);
+  return bytes;
+}
+
+inline Bytes zeros(unsigned count) noexcept { return load(character_rows[count].zeros); }
+
+inline Bytes decimal_digits(std::uint64_t number) noexcept {
   const std::uint64_t upper = over_ten_to_8(number);
-  return {{eight_digits(static_cast<std::uint32_t>(upper)),
-           eight_digits(static_cast<std::uint32_t>(number - ten_to_8 * upper))}};
+  const std::uint64_t halves[2] = {
+      eight_digits(static_cast<std::uint32_t>(upper)),
+      eight_digits(static_cast<std::uint32_t>(number - ten_to_8 * upper))};
+  return load(halves);
+}
+
+inline Bytes hexadecimal_digits(std::uint64_t number, bool capital) noexcept {
+  Bytes bytes;
+  for (int i = 0; i < block_digits; ++i) {
+    const auto digit = static_cast<int>(number >> (60 - 4 * i) & 0xF);
+    bytes.at[i] =
+        static_cast<unsigned char>(digit + (digit < 10 ? 0 : letter_offsets[capital ? 1 : 0][i]));
+  }
+  return bytes;
+}
+
+inline Bytes add(Bytes a, const Bytes& b) noexcept {
+  for (int i = 0; i < block_digits; ++i) a.at[i] = static_cast<unsigned char>(a.at[i] + b.at[i]);
+  return a;
+}
+
+inline std::uint32_t zero_bits(const Bytes& bytes) noexcept {
+  std::uint32_t bits = 0;
+  for (int i = 0; i < block_digits; ++i) bits |= bytes.at[i] == 0 ? 1u << i : 0;
+  return bits;
 }
 
 template <typename Unit>
-inline void store(const Values& values, Unit* out) noexcept {
-  for (int i = 0; i < block_digits; ++i) {
-    out[i] = static_cast<Unit>('0' + (values.bytes[i / 8] >> i % 8 * 8 & 0xFF));
-  }
+inline void store(const Bytes& bytes, Unit* out) noexcept {
+  for (int i = 0; i < block_digits; ++i) out[i] = static_cast<Unit>(bytes.at[i]);
 }
 
-inline std::uint32_t zero_bits(const Values& values) noexcept {
-  std::uint32_t bits = 0;
-  for (int i = 0; i < block_digits; ++i) {
-    if ((values.bytes[i / 8] >> i % 8 * 8 & 0xFF) == 0) bits |= 1u << i;
+inline Bytes parted(Bytes bytes, unsigned count) noexcept {
+  for (int i = block_digits - 1; i > count; --i) bytes.at[i] = bytes.at[i - 1];
+  return bytes;
+}
+
+template <typename Unit>
+inline void store_groups(const Bytes& characters, unsigned groups, unsigned padding, Unit separator,
+                         Unit* out) noexcept {
+  for (int i = padding; i < 20; ++i) {
+    const int group = i / 4;
+    *out++ = i % 4 < 3            ? static_cast<Unit>(characters.at[3 * group + i % 4])
+             : group + 1 < groups ? separator
+                                  : Unit{0};
   }
-  return bits;
 }
 
 #endif
@@ -134,7 +254,8 @@ inline std::uint32_t zero_bits(const Values& values) noexcept {
 
 /// Writes a number below 10^16 as sixteen digits, zeros in front.
 inline void write_16_digits(std::uint64_t number, char* out) noexcept {
-  digit_block::store(digit_block::sixteen_values(number), out);
+  using namespace digit_block;
+  store(add(decimal_digits(number), zeros(block_digits)), out);
 }
 
 /// Writes a number below 10^18 as eighteen digits, zeros in front.
@@ -145,61 +266,73 @@ inline void write_18_digits(std::uint64_t number, char* out) noexcept {
   write_16_digits(number - front * ten_to_16, out + 2);
 }
 
-/// The digits of one number; behind them a block of zero units, so that whole blocks can be copied
-/// from any digit.
-template <typename Unit>
+/// Up to sixteen digits of a number, the first of its text in front, and zeros behind.
 class DigitBlock {
  public:
-  /// A number below 10^16.
-  explicit DigitBlock(std::uint64_t number) noexcept {
-    const digit_block::Values values = digit_block::sixteen_values(number);
-    digit_block::store(values, units_);
-    std::memset(units_ + block_digits, 0, block_digits * sizeof(Unit));
-    // Without a branch, which numbers of all lengths would take at random.
-    count_ = block_digits - std::countr_zero(~digit_block::zero_bits(values) | 0x8000);
+  /// The last `count` decimal digits, 0 to 16, of a number below 10^count.
+  DigitBlock(std::uint64_t number, int count) noexcept
+      : bytes_(digit_block::decimal_digits(number * powers_of_ten[block_digits - count])) {}
+
+  /// All digits of a number below 10^16, whose row is `row`; `count` becomes how many they are.
+  DigitBlock(std::uint64_t number, const BitRow& row, int& count) noexcept {
+    const bool more = number >= row.more_from;
+    const std::uint64_t least_factor = row.least_factor, more_factor = row.more_factor;
+    bytes_ = digit_block::decimal_digits(number * (more ? more_factor : least_factor));
+    count = static_cast<int>(row.least_count) + (more ? 1 : 0);
   }
 
-  /// The hexadecimal digits of any number, in letters from `ten` on.
-  DigitBlock(std::uint64_t number, char ten) noexcept {
-    digit_block::store_hexadecimal(number, ten, units_);
-    std::memset(units_ + block_digits, 0, block_digits * sizeof(Unit));
+  /// The last `count` hexadecimal digits, 1 to 16, of a number that has no more.
+  static DigitBlock hexadecimal(std::uint64_t number, int count, bool capital) noexcept {
+    return DigitBlock(
+        digit_block::hexadecimal_digits(number << 4 * (block_digits - count), capital));
   }
 
-  /// How many digits a decimal number has; 0 has one.
-  int count() const noexcept { return count_; }
+  /// How many of the first `kept` digits are left when their trailing zeros go.
+  int significant(int kept) const noexcept {
+    return 32 - std::countl_zero(~digit_block::zero_bits(bytes_) & ((1u << kept) - 1));
+  }
 
-  /// The last `count` digits, 0 to 16.
-  const Unit* last(int count) const noexcept { return units_ + block_digits - count; }
+  /// Writes sixteen units: the first `shown` digits, behind which the block has only zeros, and
+  /// zero units.
+  template <typename Unit>
+  void write(int shown, Unit* out) const noexcept {
+    digit_block::store(characters(shown), out);
+  }
+
+  /// Writes seventeen units: the same with `symbol` behind the first `integers` (up to 15).
+  template <typename Unit>
+  void write_parted(int integers, Unit symbol, int shown, Unit* out) const noexcept {
+    const digit_block::Bytes text = characters(shown);
+    digit_block::store(text, out + 1);
+    digit_block::store(digit_block::parted(text, static_cast<unsigned>(integers)), out);
+    out[integers] = symbol;
+  }
+
+  /// Writes 20 - padding units: the first `shown` digits (up to 15) without the first `padding` (up
+  /// to 2), in groups of three, with a separator behind the first `groups` of them but the last.
+  template <typename Unit>
+  void write_groups(int groups, int padding, Unit separator, int shown, Unit* out) const noexcept {
+    digit_block::store_groups(characters(shown), static_cast<unsigned>(groups),
+                              static_cast<unsigned>(padding), separator, out);
+  }
 
  private:
-  int count_ = 0;
-  Unit units_[2 * block_digits];
+  explicit DigitBlock(digit_block::Bytes bytes) noexcept : bytes_(bytes) {}
+
+  digit_block::Bytes characters(int shown) const noexcept {
+    using namespace digit_block;
+    return add(bytes_, zeros(static_cast<unsigned>(shown)));
+  }
+
+  digit_block::Bytes bytes_;
 };
-
-/// Copies sixteen units.
-template <typename Unit>
-inline void copy_block(const Unit* from, Unit* to) noexcept {
-  Unit block[block_digits];
-  std::memcpy(block, from, sizeof block);
-  std::memcpy(to, block, sizeof block);
-}
-
-/// Of the first `kept` of a number's last `count` digits (at most 16), how many stay when their
-/// trailing zeros go.
-inline int without_trailing_zeros(std::uint64_t number, int count, int kept) noexcept {
-  const int first = block_digits - count;
-  const std::uint32_t zeros = digit_block::zero_bits(digit_block::sixteen_values(number));
-  const std::uint32_t others = ~zeros & ((1u << (first + kept)) - 1);
-  const int behind_last = 32 - std::countl_zero(others);
-  return behind_last > first ? behind_last - first : 0;
-}
 
 /// A run of ASCII digits in memory.
 struct DigitRun {
   const char* text;
 };
 
-/// Stores `count` digits from digit `i` on; up to 15 units more are overwritten.
+/// Stores `count` digits from digit `i` on, and nothing behind them.
 template <typename Unit>
 inline void store_digits(DigitRun digits, int i, int count, Unit* out) noexcept {
   const char* from = digits.text + i;
@@ -214,7 +347,7 @@ inline void store_digits(DigitRun digits, int i, int count, Unit* out) noexcept 
     out[done] = static_cast<Unit>(static_cast<unsigned char>(from[done]));
 }
 
-/// The last `count` digits of a number below 10^16, for layouts that take either kind.
+/// The last `count` digits (1 to 16) of a number, for layouts that take either kind.
 struct ShortDigits {
   std::uint64_t number = 0;
   int count = 1;

@@ -3,7 +3,9 @@
 #ifndef JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 #define JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 
+#include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 
 namespace jwnls {
@@ -15,28 +17,15 @@ inline constexpr std::uint64_t ten_to_16 = ten_to_8 * ten_to_8;
 inline constexpr std::uint64_t ten_to_18 = 100 * ten_to_16;
 
 /// Powers of ten that a 64-bit word holds.
-inline constexpr std::uint64_t powers_of_ten[20] = {
-    1ull,
-    10ull,
-    100ull,
-    1'000ull,
-    10'000ull,
-    100'000ull,
-    1'000'000ull,
-    10'000'000ull,
-    100'000'000ull,
-    1'000'000'000ull,
-    10'000'000'000ull,
-    100'000'000'000ull,
-    1'000'000'000'000ull,
-    10'000'000'000'000ull,
-    100'000'000'000'000ull,
-    1'000'000'000'000'000ull,
-    10'000'000'000'000'000ull,
-    100'000'000'000'000'000ull,
-    1'000'000'000'000'000'000ull,
-    10'000'000'000'000'000'000ull,
-};
+inline constexpr auto powers_of_ten = [] {
+  std::array<std::uint64_t, 20> powers{};
+  std::uint64_t power = 1;
+  for (std::uint64_t& entry : powers) {
+    entry = power;
+    power *= 10;
+  }
+  return powers;
+}();
 
 // Quotients by constants as the multiplications they are: where the compiler takes a block for
 // unlikely it would divide, which costs more than all the rest of a number's digits.
@@ -45,6 +34,19 @@ inline constexpr std::uint64_t powers_of_ten[20] = {
 constexpr std::uint64_t over_ten_to_8(std::uint64_t number) noexcept {
   constexpr std::uint64_t reciprocal = 0xABCC77118461CEFD;  // 2^90 / 10^8, rounded up
   return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number) * reciprocal >> 90);
+}
+
+/// number / 10^15, for any number.
+constexpr std::uint64_t over_ten_to_15(std::uint64_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 0x24075F3DCEAC3;  // 2^84 / 5^15, rounded up
+  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number >> 15) * reciprocal >>
+                                    84);
+}
+
+/// number / 10^16, for any number.
+constexpr std::uint64_t over_ten_to_16(std::uint64_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 0x39A5652FB1137857;  // 2^115 / 10^16, rounded up
+  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number) * reciprocal >> 115);
 }
 
 /// number / 10^4, for numbers below 10^8.
@@ -66,11 +68,37 @@ constexpr std::uint64_t eight_digits(std::uint32_t number) noexcept {
   return tens | (twos - 10 * tens) << 8;
 }
 
-/// How many digits a number has; 0 has none.
+/// What is known of a number by its highest bit.
+struct BitRow {
+  std::uint64_t more_from;    // from this number on it has a digit more than the least
+  std::uint64_t least_count;  // of digits
+  // What brings the first digit of a number below 10^16 to the place of the sixteenth: by the least
+  // count of digits, and by one more.
+  std::uint64_t least_factor;
+  std::uint64_t more_factor;
+};
+
+inline constexpr auto bit_rows = [] {
+  std::array<BitRow, 64> rows{};
+  std::size_t count = 1;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (count < 20 && std::uint64_t{1} << i >= powers_of_ten[count]) ++count;
+    const bool never_more = count == 20;
+    rows[i] = {never_more ? ~std::uint64_t{0} : powers_of_ten[count], count,
+               count <= 16 ? powers_of_ten[16 - count] : 1,
+               count <= 15 ? powers_of_ten[15 - count] : 1};
+  }
+  return rows;
+}();
+
+constexpr const BitRow& bit_row_of(std::uint64_t number) noexcept {
+  return bit_rows[static_cast<std::size_t>(63 - std::countl_zero(number | 1))];
+}
+
+/// How many digits a number has; 0 has one.
 constexpr int digit_count(std::uint64_t number) noexcept {
-  // 1233/2^12 approximates log10(2); the estimate is the count or one more.
-  const int estimate = (64 - std::countl_zero(number)) * 1233 >> 12;
-  return estimate + (number >= powers_of_ten[estimate] ? 1 : 0);
+  const BitRow& row = bit_row_of(number);
+  return static_cast<int>(row.least_count) + (number >= row.more_from ? 1 : 0);
 }
 
 }  // namespace jwnls

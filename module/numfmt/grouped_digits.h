@@ -10,10 +10,6 @@
 
 namespace jwnls {
 
-inline bool groups_by_three(const LocaleRecord& record) noexcept {
-  return grouping_of(record) == u"3";
-}
-
 /// The separators that `count` integer digits get, or -1 where the locale's first size is 0.
 inline int count_separators(const LocaleRecord& record, int count) noexcept {
   if (groups_by_three(record)) [[likely]]
@@ -46,19 +42,7 @@ void write_groups(const LocaleRecord& record, Digit digit, int count, int separa
   }
 }
 
-/// The same from a short number or from memory. `out` has room for 24 units and as much as is
-/// needed.
-template <typename Unit>
-void write_grouped(const LocaleRecord& record, const Unit* digits, int count, int separators,
-                   Unit* out) noexcept {
-  if (groups_by_three(record)) [[likely]] {
-    write_groups_of_three(digits, count, static_cast<Unit>(record.grouping_symbol), out);
-    return;
-  }
-  write_groups(
-      record, [&](int i) { return static_cast<char>(digits[i]); }, count, separators, out);
-}
-
+/// The same from memory.
 template <typename Unit>
 void write_grouped(const LocaleRecord& record, DigitRun digits, int count, int separators,
                    Unit* out) noexcept {

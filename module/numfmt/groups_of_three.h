@@ -4,42 +4,61 @@
 #define JWNLS_MODULE_NUMFMT_GROUPS_OF_THREE_H_
 
 #include <cstdint>
-#include <cstring>
-#include <type_traits>
 
 #include "module/numfmt/digit_block.h"
+#include "module/numfmt/grouping.h"
+#include "module/record/locale_record.h"
 
 namespace jwnls {
 
-/// The separators among `count` digits.
-constexpr int separators_of_three(int count) noexcept { return (count - 1) / 3; }
+inline bool groups_by_three(const LocaleRecord& record) noexcept {
+  return grouping_of(record) == u"3";
+}
 
-/// Writes 1 to 3 * `blocks` + 1 digits with a separator between groups of three, counted from the
-/// right. Units behind the text are overwritten, with zeros where zeros follow the digits.
-///   digits  3 * blocks + 4 units from the first on may be read
-///   out     room for 4 * blocks + 3 units
-template <int blocks = 5, typename Unit>
-inline void write_groups_of_three(const Unit* digits, int count, Unit separator,
-                                  Unit* out) noexcept {
-  // A block of four units; the separator goes where the first was, which belongs to the group
-  // before.
-  using Block = std::conditional_t<sizeof(Unit) == 1, std::uint32_t, std::uint64_t>;
-  const int separators = separators_of_three(count);
-  const int first = count - 3 * separators;
-  Block block = 0;
-  std::memcpy(&block, digits, sizeof block);
-  std::memcpy(out, &block, sizeof block);
-  digits += first;
-  out += first;
-  for (int i = 0; i < blocks; ++i) {
-    // As many blocks whatever the count, each overwriting what the one before wrote too much.
-    const auto shown = static_cast<Block>(i < separators ? separator : 0);
-    std::memcpy(&block, digits, sizeof block);
-    block = static_cast<Block>(block << 8 * sizeof(Unit) | shown);
-    std::memcpy(out, &block, sizeof block);
-    digits += 3;
-    out += 4;
+/// The separators among `count` digits, at least one.
+constexpr int separators_of_three(int count) noexcept {
+  return static_cast<int>(static_cast<unsigned>(count - 1) / 3);
+}
+
+/// The most digits that can be grouped at once.
+inline constexpr int most_grouped_digits = 15;
+
+/// Writes the last `count` digits (1 to 15) of a number with a separator between groups of three,
+/// counted from the right; behind the text zero units, 20 units in all at most. Returns its length.
+template <typename Unit>
+[[gnu::always_inline]] inline int write_groups_of_three(std::uint64_t number, int count,
+                                                        Unit separator, Unit* out) noexcept {
+  const int groups = separators_of_three(count) + 1;
+  const DigitBlock block(number, 3 * groups);
+  block.write_groups(groups, 3 * groups - count, separator, 3 * groups, out);
+  return count + groups - 1;
+}
+
+/// The same with decimals: of the last `integers` + `decimals` digits of a number below 10^16 the
+/// integers (1 to 15) in groups; then, if any are shown, the record's symbol and the first `shown`
+/// of the decimals, behind which only zeros follow. Returns the text's end.
+template <typename Unit>
+[[gnu::always_inline]] inline Unit* write_groups_of_three(const LocaleRecord& record,
+                                                          std::uint64_t number, int integers,
+                                                          int decimals, int shown,
+                                                          Unit* out) noexcept {
+  const auto separator = static_cast<Unit>(record.grouping_symbol);
+  const int groups = separators_of_three(integers) + 1;
+  const int places = 3 * groups;
+  if (decimals <= 3 && places + decimals <= most_grouped_digits) [[likely]] {
+    // The decimals are one more group, and the symbol is what separates it.
+    const DigitBlock block(number, places + decimals);
+    block.write_groups(groups, places - integers, separator, places + shown, out);
+    out += integers + groups - 1;
+  } else {
+    const std::uint64_t whole = number / powers_of_ten[decimals];
+    const std::uint64_t rest = number - whole * powers_of_ten[decimals];
+    out += write_groups_of_three(whole, integers, separator, out);
+    DigitBlock(rest, decimals).write(shown, out + 1);
   }
+  if (shown == 0) return out;
+  *out = static_cast<Unit>(record.decimal_symbol);
+  return out + 1 + shown;
 }
 
 }  // namespace jwnls

@@ -149,73 +149,90 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
   }
 }
 
-// Writes decimal digits and returns their number; whole blocks are overwritten, with zeros at the
-// end.
+// Integers without a field, as most are asked for, take a quick way: the usual radixes, a minus at
+// most, and room to spare. What the text leaves of the room is zero, so whole blocks are stored
+// with no regard to the digits' number. Each radix is a function that calls no other, and so has no
+// registers to save.
+constexpr std::int64_t quick_room = 32;
+
+// The writers return how many units they wrote, without the zero units behind them.
+
+// A number of more than sixteen digits.
 template <typename Unit>
-[[gnu::always_inline]] inline int write_decimal(std::uint64_t magnitude, Unit* out) noexcept {
-  if (magnitude < ten_to_16) [[likely]] {
-    const DigitBlock<Unit> block(magnitude);
-    copy_block(block.last(block.count()), out);
-    return block.count();
-  }
-  const std::uint64_t front = magnitude / ten_to_16;
-  const DigitBlock<Unit> first(front);
-  const DigitBlock<Unit> rest(magnitude - front * ten_to_16);
-  copy_block(first.last(first.count()), out);
-  copy_block(rest.last(block_digits), out + first.count());
-  return first.count() + block_digits;
+[[gnu::always_inline]] inline int write_long(std::uint64_t magnitude, Unit* out) noexcept {
+  const std::uint64_t front = over_ten_to_16(magnitude);
+  const int count = digit_count(front);
+  DigitBlock(front, count).write(count, out);
+  DigitBlock(magnitude - front * ten_to_16, block_digits).write(block_digits, out + count);
+  return count + block_digits;
 }
 
-// Integers without a field, as most are asked for: the usual radixes, a minus at most, and room to
-// spare. What the text leaves of the room is zero, so whole blocks are stored with no regard to the
-// digits' number. Returns the length, or 0 when it cannot.
-template <typename Integer, typename Unit>
-[[gnu::always_inline]] inline std::int64_t format_quickly(const LocaleRecord& record, Integer value,
-                                                          std::uint32_t flags, Unit* out,
-                                                          std::int64_t capacity) noexcept {
-  using namespace integer_flags;
-  constexpr std::int64_t blocks = 32;
-  constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
-  constexpr bool is_signed = std::is_signed_v<Integer>;
-  if (capacity < blocks || (flags & ~(is_signed ? group : group | hexadecimal)) != 0) return 0;
-  const bool grouped = (flags & group) != 0 && (flags & hexadecimal) == 0;
-  const char16_t separator = record.grouping_symbol;
-  if (grouped && (grouping_of(record) != u"3" || (sizeof(Unit) == 1 && separator >= 0x80))) {
-    return 0;
-  }
-  const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
-  const bool negative = is_signed && value < 0;
-  const std::uint64_t magnitude = negative ? 0 - bits : static_cast<std::uint64_t>(value);
+template <typename Unit>
+[[gnu::always_inline]] inline int write_short(std::uint64_t magnitude, Unit* out) noexcept {
+  int count = 0;
+  const DigitBlock block(magnitude, bit_row_of(magnitude), count);
+  block.write(count, out);
+  return count;
+}
 
+template <typename Unit>
+[[gnu::always_inline]] inline int write_grouped(std::uint64_t magnitude, Unit separator,
+                                                Unit* out) noexcept {
+  int count = digit_count(magnitude);
+  int front_length = 0;
+  if (count > most_grouped_digits) [[unlikely]] {
+    const std::uint64_t front = over_ten_to_15(magnitude);
+    front_length = write_groups_of_three(front, count - most_grouped_digits, separator, out);
+    out[front_length++] = separator;
+    magnitude -= front * powers_of_ten[most_grouped_digits];
+    count = most_grouped_digits;
+  }
+  return front_length + write_groups_of_three(magnitude, count, separator, out + front_length);
+}
+
+template <typename Unit>
+[[gnu::always_inline]] inline int write_hexadecimal(std::uint64_t number, bool capital,
+                                                    Unit* out) noexcept {
+  const int count =
+      static_cast<int>(static_cast<unsigned>(63 - std::countl_zero(number | 1)) / 4) + 1;
+  DigitBlock::hexadecimal(number, count, capital).write(count, out);
+  return count;
+}
+
+// Sets what lies behind the quick room to zero.
+template <typename Unit>
+[[gnu::noinline]] std::uint32_t zero_behind(Unit* out, std::int64_t capacity) noexcept {
+  zero_units(out + quick_room, capacity - quick_room);
+  return code(Status::ok);
+}
+
+template <typename Integer>
+constexpr std::uint64_t magnitude_of(Integer value) noexcept {
+  const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+  return std::is_signed_v<Integer> && value < 0 ? 0 - bits : static_cast<std::uint64_t>(value);
+}
+
+// The quick way around `write(magnitude, position)`.
+template <typename Integer, typename Unit, typename Write>
+[[gnu::always_inline]] inline std::uint32_t write_quickly(Integer value, Write write, Unit* out,
+                                                          std::int64_t capacity,
+                                                          std::int64_t* length) noexcept {
   std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
-  if (capacity > blocks) zero_units(out + blocks, capacity - blocks);
-  *out = Unit{'-'};
-  Unit* const first = out + (negative ? 1 : 0);
-  std::int64_t length = negative ? 1 : 0;
-  if (!is_signed && (flags & hexadecimal) != 0) {
-    const int count = std::max((67 - std::countl_zero(magnitude)) / 4, 1);
-    const DigitBlock<Unit> block(magnitude, (flags & hexadecimal_small) != 0 ? 'a' : 'A');
-    copy_block(block.last(count), first);
-    return count;
+  int sign = 0;
+  if constexpr (std::is_signed_v<Integer>) {
+    sign = value < 0 ? 1 : 0;
+    *out = Unit{'-'};
   }
-  if (!grouped) return length + write_decimal(magnitude, first);
-  if (magnitude < ten_to_16) [[likely]] {
-    const DigitBlock<Unit> block(magnitude);
-    const int count = block.count();
-    write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), first);
-    return length + count + separators_of_three(count);
-  }
-  Unit digits[blocks];
-  std::memset(digits + block_digits, 0, block_digits * sizeof(Unit));
-  const int count = write_decimal(magnitude, digits);
-  write_groups_of_three<6>(digits, count, static_cast<Unit>(separator), first);
-  return length + count + separators_of_three(count);
+  *length = sign + write(magnitude_of(value), out + sign);
+  if (capacity > quick_room) [[unlikely]]
+    return zero_behind(out, capacity);
+  return code(Status::ok);
 }
 
 // Any integer in any field, by the rules from the first to the last. Apart from the quick way,
 // which its buffers would burden.
 template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_in_field(const LocaleRecord& record, Integer value,
+[[gnu::noinline]] std::uint32_t format_in_field(LocaleHandle* handle, Integer value,
                                                 std::int32_t width, std::int32_t minimum_digits,
                                                 std::uint32_t flags, Unit* out,
                                                 std::int64_t capacity,
@@ -230,7 +247,7 @@ template <typename Integer, typename Unit>
   }
 
   IntegerText<Unit> text;
-  set_digits(record, value, flags, text);
+  set_digits(*handle->record, value, flags, text);
   IntegerLayout<Unit> layout;
   layout.digits = text.begin();
   layout.digits_length = static_cast<std::int64_t>(text.length());
@@ -252,22 +269,62 @@ template <typename Integer, typename Unit>
   return deliver(layout, out, capacity, length);
 }
 
+// Those quick ways that are not the shortest, with the service's arguments, so that the call is a
+// jump.
+template <typename Integer, typename Unit>
+[[gnu::noinline]] std::uint32_t format_grouped(LocaleHandle* handle, Integer value,
+                                               std::int32_t width, std::int32_t minimum_digits,
+                                               std::uint32_t flags, Unit* out,
+                                               std::int64_t capacity,
+                                               std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  if (!groups_by_three(record) || (sizeof(Unit) == 1 && record.grouping_symbol >= 0x80)) {
+    return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);
+  }
+  const auto separator = static_cast<Unit>(record.grouping_symbol);
+  return write_quickly(
+      value, [=](auto magnitude, Unit* to) { return write_grouped(magnitude, separator, to); }, out,
+      capacity, length);
+}
+
+template <typename Integer, typename Unit>
+[[gnu::noinline]] std::uint32_t format_long(LocaleHandle* /*handle*/, Integer value,
+                                            std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
+                                            std::uint32_t /*flags*/, Unit* out,
+                                            std::int64_t capacity, std::int64_t* length) noexcept {
+  return write_quickly(value, write_long<Unit>, out, capacity, length);
+}
+
 }  // namespace
 
 template <typename Integer, typename Unit>
 std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t width,
                              std::int32_t minimum_digits, std::uint32_t flags, Unit* out,
                              std::int64_t capacity, std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  const bool no_field = width < 1 && (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
-  if (no_field) [[likely]] {
-    const std::int64_t quick = format_quickly(record, value, flags, out, capacity);
-    if (quick != 0) [[likely]] {
-      *length = quick;
-      return code(Status::ok);
+  using namespace integer_flags;
+  const bool quick = width < 1 && capacity >= quick_room &&
+                     (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
+  if (quick) [[likely]] {
+    if (flags == 0) {
+      if (magnitude_of(value) < ten_to_16) [[likely]] {
+        return write_quickly(value, write_short<Unit>, out, capacity, length);
+      }
+      return format_long(handle, value, width, minimum_digits, flags, out, capacity, length);
+    }
+    if (flags == group) {
+      return format_grouped(handle, value, width, minimum_digits, flags, out, capacity, length);
+    }
+    constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
+    if (std::is_unsigned_v<Integer> && (flags & ~hexadecimal) == 0) {
+      const auto write = [](bool capital) {
+        return [=](auto magnitude, Unit* to) { return write_hexadecimal(magnitude, capital, to); };
+      };
+      return (flags & hexadecimal_small) != 0
+                 ? write_quickly(value, write(false), out, capacity, length)
+                 : write_quickly(value, write(true), out, capacity, length);
     }
   }
-  return format_in_field(record, value, width, minimum_digits, flags, out, capacity, length);
+  return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);
 }
 
 std::uint32_t format_pointer(LocaleHandle* /*handle*/, std::uint64_t value, std::int32_t width,

@@ -29,29 +29,31 @@ class IntegerText {
   std::size_t length() const noexcept { return length_; }
 
   void set_decimal(std::uint64_t value) noexcept {
-    const int count = digit_count(value);
+    int count = value == 0 ? 0 : digit_count(value);
+    length_ = static_cast<std::size_t>(count);
     Unit* position = units_;
     if (count > block_digits) [[unlikely]] {
-      position = write_front(value, count - block_digits);
+      count -= block_digits;
+      DigitBlock(over_ten_to_16(value), count).write(count, position);
+      position += count;
+      value -= over_ten_to_16(value) * ten_to_16;
+      count = block_digits;
     }
-    const DigitBlock<Unit> block(value % ten_to_16);
-    copy_block(block.last(std::min(count, block_digits)), position);
+    DigitBlock(value, count).write(count, position);
     begin_ = units_;
-    length_ = static_cast<std::size_t>(count);
   }
 
   void set_grouped(std::uint64_t value, const LocaleRecord& record) noexcept {
-    const std::u16string_view pattern = grouping_of(record);
     const char16_t separator = record.grouping_symbol;
-    const int count = digit_count(value);
+    const int count = value == 0 ? 0 : digit_count(value);
     const bool narrow = sizeof(Unit) == 2 || separator < 0x80;
-    if (pattern != u"3" || !narrow || count > block_digits || count == 0) [[unlikely]] {
-      return group_backward(value, count, pattern, separator);
+    if (!groups_by_three(record) || !narrow || count > most_grouped_digits || count == 0)
+        [[unlikely]] {
+      return group_backward(value, count, grouping_of(record), separator);
     }
-    const DigitBlock<Unit> block(value);
-    write_groups_of_three(block.last(count), count, static_cast<Unit>(separator), units_);
     begin_ = units_;
-    length_ = static_cast<std::size_t>(count + separators_of_three(count));
+    length_ = static_cast<std::size_t>(
+        write_groups_of_three(value, count, static_cast<Unit>(separator), units_));
   }
 
   /// Radix 8 or 16 (bits 3 or 4).
@@ -70,13 +72,6 @@ class IntegerText {
   static constexpr std::size_t most_digits = 20;
   // Digits, and between them separators of up to three bytes; and room for whole blocks.
   static constexpr std::size_t capacity = most_digits + (most_digits - 1) * longest_utf8_unit + 8;
-
-  // Writes the digits before the last sixteen, and returns where those begin.
-  Unit* write_front(std::uint64_t value, int count) noexcept {
-    const DigitBlock<Unit> block(value / ten_to_16);
-    copy_block(block.last(count), units_);
-    return units_ + count;
-  }
 
   void group_backward(std::uint64_t value, int count, std::u16string_view pattern,
                       char16_t separator) noexcept {

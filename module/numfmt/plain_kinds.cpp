@@ -11,31 +11,6 @@ namespace jwnls {
 namespace {
 
 template <typename Unit>
-void write_point_and_rest(const LocaleRecord& record, const DecimalShape& shape, bool point,
-                          bool capital, auto copy_decimals, Unit* body) noexcept {
-  if (point) *body++ = static_cast<Unit>(record.decimal_symbol);
-  if (shape.decimals != 0) copy_decimals(body);
-  body += shape.decimals;
-  if (shape.has_exponent) write_exponent_suffix(shape.exponent, capital, body);
-}
-
-template <typename Unit>
-void write_plain_body(const LocaleRecord& record, const ShortDigits& digits,
-                      const DecimalShape& shape, int separators, bool point, bool capital,
-                      Unit* body) noexcept {
-  const DigitBlock<Unit> block(digits.number);
-  const Unit* const first = block.last(digits.count);
-  if (separators != 0) {
-    write_grouped(record, first, shape.integers, separators, body);
-  } else {
-    copy_block(first, body);
-  }
-  write_point_and_rest(
-      record, shape, point, capital, [&](Unit* to) { copy_block(first + shape.integers, to); },
-      body + shape.integers + separators);
-}
-
-template <typename Unit>
 void write_plain_body(const LocaleRecord& record, DigitRun digits, const DecimalShape& shape,
                       int separators, bool point, bool capital, Unit* body) noexcept {
   if (separators != 0) {
@@ -43,10 +18,34 @@ void write_plain_body(const LocaleRecord& record, DigitRun digits, const Decimal
   } else {
     store_digits(digits, 0, shape.integers, body);
   }
-  write_point_and_rest(
-      record, shape, point, capital,
-      [&](Unit* to) { store_digits(digits, shape.integers, shape.decimals, to); },
-      body + shape.integers + separators);
+  body += shape.integers + separators;
+  if (point) *body++ = static_cast<Unit>(record.decimal_symbol);
+  store_digits(digits, shape.integers, shape.decimals, body);
+  body += shape.decimals;
+  if (shape.has_exponent) write_exponent_suffix(shape.exponent, capital, body);
+}
+
+// Digits in a word; whole blocks are written.
+template <typename Unit>
+void write_plain_body(const LocaleRecord& record, const ShortDigits& digits,
+                      const DecimalShape& shape, int separators, bool point, bool capital,
+                      Unit* body) noexcept {
+  const DigitBlock block(digits.number, digits.count);
+  const int shown = shape.integers + shape.decimals;
+  if (separators != 0) {
+    char text[block_digits];
+    block.write(digits.count, text);
+    return write_plain_body(record, DigitRun{text}, shape, separators, point, capital, body);
+  }
+  const auto symbol = static_cast<Unit>(record.decimal_symbol);
+  if (shape.decimals != 0) {
+    block.write_parted(shape.integers, symbol, shown, body);
+  } else {
+    block.write(shown, body);
+    if (point) body[shown] = symbol;
+  }
+  body += shown + (point ? 1 : 0);
+  if (shape.has_exponent) write_exponent_suffix(shape.exponent, capital, body);
 }
 
 // Digits of either kind, laid out and delivered.

@@ -30,42 +30,33 @@ inline bool format_best_fit_quickly(const LocaleRecord& record, double value, in
   const int estimate = estimated_digits(magnitude);
   if (estimate >= room) return false;
   int decimals = estimate < 1 && room > 2 ? best_fit_decimals_below_ten(room) : room - estimate - 1;
-  Significand leading;
-  int integers = 0;
+  const int integers_fitting = decimals > 0 ? room - 1 - decimals : room;
+  if (integers_fitting > shown_digits) return false;
   // The estimate is low for many values: those get one decimal fewer.
-  for (int attempt = 0; attempt < 2; ++attempt, --decimals) {
-    if (decimals < 0 ||
-        !truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
-      return false;
-    }
-    integers = leading.exponent + 1;
-    if (integers + (decimals > 0 ? 1 + decimals : 0) <= room) break;
-    integers = 0;
+  const double first_power = static_cast<double>(powers_of_ten[integers_fitting]);
+  decimals -= nudged(magnitude, estimate, decimals) >= first_power ? 1 : 0;
+  Significand leading;
+  if (decimals < 0 ||
+      !truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
+    return false;
   }
-  if (integers == 0 || integers > shown_digits) return false;
+  const int integers = leading.exponent + 1;
+  if (integers + (decimals > 0 ? 1 + decimals : 0) > room || integers > shown_digits) return false;
 
   // Decimals past the fifteenth digit are zeros and go with the other trailing ones.
+  const DigitBlock block(leading.digits, shown_digits);
   const int kept = std::min(integers + decimals, shown_digits);
-  const int shown =
-      std::max(without_trailing_zeros(leading.digits, shown_digits, kept) - integers, 0);
-  const DigitBlock<Unit> block(leading.digits);
-  const Unit* const digits = block.last(shown_digits);
+  const int shown = std::max(block.significant(kept), integers);
   // What whole blocks overwrite behind the field is the caller's: it is kept and put back.
   // (Composing the field elsewhere would cost more than all the rest, in loads that span fresh
   // stores.)
-  Unit kept_behind[block_digits];
+  Unit kept_behind[quick_overhang];
   std::memcpy(kept_behind, out + width, sizeof kept_behind);
   std::fill_n(out, block_digits, Unit{' '});
   if (width > block_digits) std::fill_n(out + block_digits, block_digits, Unit{' '});
-  Unit* position = out + width - sign - integers - (shown > 0 ? 1 + shown : 0);
+  Unit* const position = out + width - sign - shown - (shown > integers ? 1 : 0);
   *position = Unit{'-'};
-  position += sign;
-  copy_block(digits, position);
-  position += integers;
-  if (shown > 0) {
-    *position = static_cast<Unit>(record.decimal_symbol);
-    copy_block(digits + integers, position + 1);
-  }
+  block.write_parted(integers, static_cast<Unit>(record.decimal_symbol), shown, position + sign);
   std::memcpy(out + width, kept_behind, sizeof kept_behind);
   return true;
 }

@@ -29,24 +29,18 @@ inline constexpr std::uint32_t exponent_bits = exponent_small | exponent_capital
 inline constexpr std::uint32_t fixed_bits = fixed | integer_first;
 inline constexpr std::uint32_t known_bits = general_bits | exponent_bits | fixed_bits | group;
 
+// Digits with the decimal symbol behind the first `integers` of the `shown` ones, where more
+// follow.
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_fraction(const Unit* digits, int decimals,
-                                                   char16_t symbol, Unit* out) noexcept {
-  if (decimals == 0) return out;
-  *out++ = static_cast<Unit>(symbol);
-  copy_block(digits, out);
-  return out + decimals;
-}
-
-template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_integers(const Unit* digits, int count, bool grouped,
-                                                   char16_t symbol, Unit* out) noexcept {
-  if (!grouped) {
-    copy_block(digits, out);
-    return out + count;
+[[gnu::always_inline]] inline Unit* write_parted(const LocaleRecord& record,
+                                                 const DigitBlock& block, int integers, int shown,
+                                                 Unit* out) noexcept {
+  if (integers == shown) {
+    block.write(shown, out);
+    return out + shown;
   }
-  write_groups_of_three(digits, count, static_cast<Unit>(symbol), out);
-  return out + count + separators_of_three(count);
+  block.write_parted(integers, static_cast<Unit>(record.decimal_symbol), shown, out);
+  return out + shown + 1;
 }
 
 template <typename Unit>
@@ -57,11 +51,11 @@ inline Unit* write_fixed(const LocaleRecord& record, double magnitude, int decim
       scaled >= ten_to_16) {
     return nullptr;
   }
-  const DigitBlock<Unit> block(scaled);
-  const int count = std::max(block.count(), decimals + 1);
+  const int count = std::max(digit_count(scaled), decimals + 1);
   const int integers = count - decimals;
-  out = write_integers(block.last(count), integers, grouped, record.grouping_symbol, out);
-  return write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
+  if (!grouped) return write_parted(record, DigitBlock(scaled, count), integers, count, out);
+  if (integers > most_grouped_digits) return nullptr;
+  return write_groups_of_three(record, scaled, integers, decimals, decimals, out);
 }
 
 // One digit before the point, `decimals` up to 16 behind it.
@@ -80,8 +74,11 @@ inline Unit* write_scientific(const LocaleRecord& record, double magnitude, int 
     ++rounded.exponent;
   }
   *out++ = static_cast<Unit>('0' + first);
-  const DigitBlock<Unit> block(rest);
-  out = write_fraction(block.last(decimals), decimals, record.decimal_symbol, out);
+  if (decimals != 0) {
+    *out++ = static_cast<Unit>(record.decimal_symbol);
+    DigitBlock(rest, decimals).write(decimals, out);
+    out += decimals;
+  }
   return write_exponent_suffix(rounded.exponent, capital, out);
 }
 
@@ -95,26 +92,27 @@ inline Unit* write_general(const LocaleRecord& record, double magnitude, int sig
   }
   const bool carried = rounded.digits >= powers_of_ten[significant];
   const int count = significant + (carried ? 1 : 0);
-  const DigitBlock<Unit> block(rounded.digits);
-  const Unit* const digits = block.last(count);
-  int shown = without_trailing_zeros(rounded.digits, count, count);
+  const DigitBlock block(rounded.digits, count);
+  int shown = block.significant(count);
+  const int exponent = rounded.exponent + (carried ? 1 : 0);
   if (rounded.exponent < -4 || rounded.exponent >= significant) {
-    *out++ = *digits;
-    out = write_fraction(digits + 1, shown - 1, record.decimal_symbol, out);
-    return write_exponent_suffix(rounded.exponent + (carried ? 1 : 0), capital, out);
+    out = write_parted(record, block, 1, shown, out);
+    return write_exponent_suffix(exponent, capital, out);
   }
-  const int integers = rounded.exponent + (carried ? 2 : 1);
-  if (integers > 0) {
+  if (exponent >= 0) {
+    const int integers = exponent + 1;
     shown = std::max(shown, integers);
-    out = write_integers(digits, integers, grouped, record.grouping_symbol, out);
-    return write_fraction(digits + integers, shown - integers, record.decimal_symbol, out);
+    if (!grouped) return write_parted(record, block, integers, shown, out);
+    if (integers > most_grouped_digits) return nullptr;
+    return write_groups_of_three(record, rounded.digits, integers, count - integers,
+                                 shown - integers, out);
   }
-  // "0", the point and up to four zeros before the digits.
+  // "0", the point and up to three zeros before the digits.
   *out++ = Unit{'0'};
   *out++ = static_cast<Unit>(record.decimal_symbol);
   for (int i = 0; i < 4; ++i) out[i] = Unit{'0'};
-  out -= integers;
-  copy_block(digits, out);
+  out -= exponent + 1;
+  block.write(shown, out);
   return out + shown;
 }
 
@@ -128,9 +126,11 @@ template <typename Unit>
                                                   std::int32_t decimals, std::uint32_t flags,
                                                   Unit* out, std::int64_t* length) noexcept {
   using namespace quick_number;
-  if ((flags & ~known_bits) != 0 || static_cast<std::uint32_t>(decimals) > 17) return false;
+  if ((flags & ~known_bits) != 0 || static_cast<std::uint32_t>(decimals) > most_quick_decimals) {
+    return false;
+  }
   const bool grouped = (flags & group) != 0;
-  if (grouped && grouping_of(record) != u"3") return false;
+  if (grouped && !groups_by_three(record)) return false;
   if constexpr (sizeof(Unit) == 1) {
     if ((record.decimal_symbol | (grouped ? record.grouping_symbol : 0)) >= 0x80) return false;
   }
