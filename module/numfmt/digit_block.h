@@ -273,9 +273,11 @@ class DigitBlock {
   DigitBlock(std::uint64_t number, int count) noexcept
       : bytes_(digit_block::decimal_digits(number * powers_of_ten[block_digits - count])) {}
 
-  /// All digits of a number below 10^16, whose row is `row`; `count` becomes how many they are.
-  DigitBlock(std::uint64_t number, const BitRow& row, int& count) noexcept {
-    const bool more = number >= row.more_from;
+  /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
+  /// `count` becomes how many they are.
+  DigitBlock(std::uint64_t number, std::uint64_t counted, int& count) noexcept {
+    const BitRow& row = bit_row_of(counted);
+    const bool more = counted >= row.more_from;
     const std::uint64_t least_factor = row.least_factor, more_factor = row.more_factor;
     bytes_ = digit_block::decimal_digits(number * (more ? more_factor : least_factor));
     count = static_cast<int>(row.least_count) + (more ? 1 : 0);

@@ -170,7 +170,7 @@ template <typename Unit>
 template <typename Unit>
 [[gnu::always_inline]] inline int write_short(std::uint64_t magnitude, Unit* out) noexcept {
   int count = 0;
-  const DigitBlock block(magnitude, bit_row_of(magnitude), count);
+  const DigitBlock block(magnitude, magnitude, count);
   block.write(count, out);
   return count;
 }

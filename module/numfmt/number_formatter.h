@@ -18,6 +18,12 @@ Status format_double(const LocaleRecord& record, double value, const NumberReque
                      const FloatOptions* options, Unit* out, std::int64_t capacity,
                      std::int64_t* length) noexcept;
 
+/// The same with a service's arguments, for a finite value.
+template <typename Unit>
+std::uint32_t format_finite(LocaleHandle* handle, double value, std::int32_t width,
+                            std::int32_t decimals, std::uint32_t flags, Unit* out,
+                            std::int64_t capacity, std::int64_t* length) noexcept;
+
 }  // namespace jwnls
 
 #endif  // JWNLS_MODULE_NUMFMT_NUMBER_FORMATTER_H_

@@ -40,27 +40,42 @@ std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle
   return status;
 }
 
-// The module's own formatter, from the quick way to the general one.
+// The module's own formatter, from the quick ways to the general one.
 template <typename Unit>
 [[gnu::always_inline]] inline std::uint32_t format_here(LocaleHandle* handle, double value,
                                                         std::int32_t width, std::int32_t decimals,
                                                         std::uint32_t flags, Unit* out,
                                                         std::int64_t capacity, std::int64_t* length,
                                                         const FloatOptions* options) noexcept {
-  const LocaleRecord& record = *handle->record;
-  if (width == 0 && capacity >= quick_room &&
-      format_quickly(record, value, decimals, flags, out, length)) [[likely]] {
-    return code(Status::ok);
+  using namespace number_flags;
+  if (!is_finite(value)) [[unlikely]] {
+    return code(format_double(*handle->record, value, number_request(width, decimals, flags),
+                              options, out, std::max<std::int64_t>(capacity, 0), length));
   }
-  constexpr int widest_field = 32;
-  if ((flags == number_flags::best_fit || (decimals == best_fit_decimals && flags == 0)) &&
-      width >= 1 && width <= widest_field && capacity >= width + quick_overhang &&
-      format_best_fit_quickly(record, value, width, out)) {
-    if (length != nullptr) *length = width;
-    return code(Status::ok);
+  const auto quick = [&](auto* way) {
+    return way(handle, value, width, decimals, flags, out, capacity, length);
+  };
+  const bool grouped = (flags & group) != 0;
+  const std::uint32_t kind = flags & ~group;
+  if (width == 0 && capacity >= quick_room && static_cast<std::uint32_t>(decimals) <= 17 &&
+      (!grouped || groups_by_three(*handle->record))) [[likely]] {
+    if (kind == fixed || kind == integer_first) {
+      return grouped ? quick(quick_number::format_fixed<true, Unit>)
+                     : quick(quick_number::format_fixed<false, Unit>);
+    }
+    if (kind == 0 || kind == general || kind == general_capital) {
+      return grouped ? quick(quick_number::format_general<true, Unit>)
+                     : quick(quick_number::format_general<false, Unit>);
+    }
+    if (kind == exponent_small || kind == exponent_capital) {
+      return quick(quick_number::format_exponent<Unit>);
+    }
   }
-  return code(format_double(record, value, number_request(width, decimals, flags), options, out,
-                            std::max<std::int64_t>(capacity, 0), length));
+  if ((flags == best_fit || (decimals == best_fit_decimals && flags == 0)) && width >= 1 &&
+      width <= widest_quick_field && capacity >= width + quick_overhang) {
+    return quick(format_best_fit<Unit>);
+  }
+  return quick(format_finite<Unit>);
 }
 
 }  // namespace

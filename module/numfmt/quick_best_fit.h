@@ -11,18 +11,19 @@
 
 #include "module/numfmt/digit_block.h"
 #include "module/numfmt/fixed_rounding.h"
-#include "module/record/locale_record.h"
+#include "module/numfmt/quick_number.h"
 
 namespace jwnls {
 
+/// What is overwritten behind the field, and put back.
 inline constexpr std::int64_t quick_overhang = block_digits;
+inline constexpr int widest_quick_field = 2 * block_digits;
 
-/// Formats a value into a field of `width` places, 1 to 32, without grouping, if it can. Returns
-/// false with nothing written otherwise.
+// Returns false with nothing written where the fixed form is not certain.
 template <typename Unit>
-inline bool format_best_fit_quickly(const LocaleRecord& record, double value, int width,
-                                    Unit* out) noexcept {
-  const double magnitude = std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) << 1 >> 1);
+[[gnu::always_inline]] inline bool write_best_fit(const LocaleRecord& record, double value,
+                                                  int width, Unit* out) noexcept {
+  const double magnitude = magnitude_of(value);
   if (!(magnitude >= 1 && magnitude < 1e15)) return false;
   if (sizeof(Unit) == 1 && record.decimal_symbol >= 0x80) return false;
   const int sign = value < 0 ? 1 : 0;
@@ -59,6 +60,22 @@ inline bool format_best_fit_quickly(const LocaleRecord& record, double value, in
   block.write_parted(integers, static_cast<Unit>(record.decimal_symbol), shown, position + sign);
   std::memcpy(out + width, kept_behind, sizeof kept_behind);
   return true;
+}
+
+/// Formats a finite value into a field of `width` places, 1 to widest_quick_field, without
+/// grouping.
+template <typename Unit>
+[[gnu::noinline]] std::uint32_t format_best_fit(LocaleHandle* handle, double value,
+                                                std::int32_t width, std::int32_t decimals_asked,
+                                                std::uint32_t flags, Unit* out,
+                                                std::int64_t capacity,
+                                                std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  if (!write_best_fit(record, value, width, out)) {
+    return format_finite(handle, value, width, decimals_asked, flags, out, capacity, length);
+  }
+  if (length != nullptr) *length = width;
+  return code(Status::ok);
 }
 
 }  // namespace jwnls
