@@ -273,6 +273,11 @@ class DigitBlock {
   DigitBlock(std::uint64_t number, int count) noexcept
       : bytes_(digit_block::decimal_digits(number * powers_of_ten[block_digits - count])) {}
 
+  /// The digits of a number times a power of ten, below 10^16.
+  static DigitBlock scaled(std::uint64_t number, std::uint64_t factor) noexcept {
+    return DigitBlock(digit_block::decimal_digits(number * factor));
+  }
+
   /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
   /// `count` becomes how many they are.
   DigitBlock(std::uint64_t number, std::uint64_t counted, int& count) noexcept {

@@ -175,19 +175,24 @@ template <typename Unit>
   return count;
 }
 
+// In groups, a number of at most fifteen digits, and one of more.
 template <typename Unit>
 [[gnu::always_inline]] inline int write_grouped(std::uint64_t magnitude, Unit separator,
                                                 Unit* out) noexcept {
-  int count = digit_count(magnitude);
-  int front_length = 0;
-  if (count > most_grouped_digits) [[unlikely]] {
-    const std::uint64_t front = over_ten_to_15(magnitude);
-    front_length = write_groups_of_three(front, count - most_grouped_digits, separator, out);
-    out[front_length++] = separator;
-    magnitude -= front * powers_of_ten[most_grouped_digits];
-    count = most_grouped_digits;
-  }
-  return front_length + write_groups_of_three(magnitude, count, separator, out + front_length);
+  return write_groups_of_three(magnitude, digit_count(magnitude), 0, 0, separator, out);
+}
+
+template <typename Unit>
+[[gnu::always_inline]] inline int write_long_grouped(std::uint64_t magnitude, Unit separator,
+                                                     Unit* out) noexcept {
+  const std::uint64_t front = over_ten_to_15(magnitude);
+  int length = write_grouped(front, separator, out);
+  out[length++] = separator;
+  const std::uint64_t rest = magnitude - front * powers_of_ten[most_grouped_digits];
+  // All five groups, whatever zeros the rest begins with.
+  const DigitBlock block(rest, most_grouped_digits);
+  block.write_groups(5, 0, separator, most_grouped_digits, out + length);
+  return length + most_grouped_digits + 4;
 }
 
 template <typename Unit>
@@ -271,6 +276,25 @@ template <typename Integer, typename Unit>
 
 // Those quick ways that are not the shortest, with the service's arguments, so that the call is a
 // jump.
+
+template <typename Integer, typename Unit>
+[[gnu::noinline]] std::uint32_t format_long(LocaleHandle* /*handle*/, Integer value,
+                                            std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
+                                            std::uint32_t /*flags*/, Unit* out,
+                                            std::int64_t capacity, std::int64_t* length) noexcept {
+  return write_quickly(value, write_long<Unit>, out, capacity, length);
+}
+
+template <typename Integer, typename Unit>
+[[gnu::noinline]] std::uint32_t format_long_grouped(
+    LocaleHandle* handle, Integer value, std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
+    std::uint32_t /*flags*/, Unit* out, std::int64_t capacity, std::int64_t* length) noexcept {
+  const auto separator = static_cast<Unit>(handle->record->grouping_symbol);
+  return write_quickly(
+      value, [=](auto magnitude, Unit* to) { return write_long_grouped(magnitude, separator, to); },
+      out, capacity, length);
+}
+
 template <typename Integer, typename Unit>
 [[gnu::noinline]] std::uint32_t format_grouped(LocaleHandle* handle, Integer value,
                                                std::int32_t width, std::int32_t minimum_digits,
@@ -281,18 +305,13 @@ template <typename Integer, typename Unit>
   if (!groups_by_three(record) || (sizeof(Unit) == 1 && record.grouping_symbol >= 0x80)) {
     return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);
   }
+  if (magnitude_of(value) >= powers_of_ten[most_grouped_digits]) {
+    return format_long_grouped(handle, value, width, minimum_digits, flags, out, capacity, length);
+  }
   const auto separator = static_cast<Unit>(record.grouping_symbol);
   return write_quickly(
       value, [=](auto magnitude, Unit* to) { return write_grouped(magnitude, separator, to); }, out,
       capacity, length);
-}
-
-template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_long(LocaleHandle* /*handle*/, Integer value,
-                                            std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
-                                            std::uint32_t /*flags*/, Unit* out,
-                                            std::int64_t capacity, std::int64_t* length) noexcept {
-  return write_quickly(value, write_long<Unit>, out, capacity, length);
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ class IntegerText {
     }
     begin_ = units_;
     length_ = static_cast<std::size_t>(
-        write_groups_of_three(value, count, static_cast<Unit>(separator), units_));
+        write_groups_of_three(value, count, 0, 0, static_cast<Unit>(separator), units_));
   }
 
   /// Radix 8 or 16 (bits 3 or 4).

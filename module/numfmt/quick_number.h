@@ -72,31 +72,40 @@ template <typename Unit>
   return out + shown + 1;
 }
 
+// A value times 10^decimals, rounded. Apart from what rounds it, so that neither has registers to
+// save.
+template <bool grouped, typename Unit>
+[[gnu::noinline]] std::uint32_t write_fixed(const LocaleRecord& record, std::uint64_t scaled,
+                                            int decimals, int sign, Unit* out,
+                                            std::int64_t* length) noexcept {
+  // A digit before the point, at least.
+  const std::uint64_t counted = std::max(scaled, powers_of_ten[decimals]);
+  *out = Unit{'-'};
+  Unit* position = out + sign;
+  if constexpr (grouped) {
+    const int integers = digit_count(counted) - decimals;
+    position = write_groups_of_three(record, scaled, integers, decimals, decimals, position);
+  } else {
+    int count = 0;
+    const DigitBlock block(scaled, counted, count);
+    position = write_parted(record, block, count - decimals, count, position);
+  }
+  return done(out, position, length);
+}
+
 template <bool grouped, typename Unit>
 [[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
                                              std::int32_t decimals, std::uint32_t flags, Unit* out,
                                              std::int64_t capacity, std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
-  constexpr std::uint64_t too_large = powers_of_ten[grouped ? most_grouped_digits : block_digits];
+  constexpr int too_many = grouped ? most_grouped_digits : block_digits;
   std::uint64_t scaled = 0;
-  if (decimals >= (grouped ? most_grouped_digits : block_digits) ||
-      !has_narrow_symbols<Unit>(record, grouped) ||
-      !round_to_decimals(magnitude_of(value), decimals, scaled) || scaled >= too_large)
-      [[unlikely]] {
+  if (decimals >= too_many || !has_narrow_symbols<Unit>(record, grouped) ||
+      !round_to_decimals(magnitude_of(value), decimals, scaled) ||
+      scaled >= powers_of_ten[too_many]) [[unlikely]] {
     return format_finite(handle, value, width, decimals, flags, out, capacity, length);
   }
-  // A digit before the point, at least.
-  const std::uint64_t counted = std::max(scaled, powers_of_ten[decimals]);
-  Unit* const position = write_minus(value, out);
-  if constexpr (grouped) {
-    const int integers = digit_count(counted) - decimals;
-    return done(out, write_groups_of_three(record, scaled, integers, decimals, decimals, position),
-                length);
-  } else {
-    int count = 0;
-    const DigitBlock block(scaled, counted, count);
-    return done(out, write_parted(record, block, count - decimals, count, position), length);
-  }
+  return write_fixed<grouped>(record, scaled, decimals, value < 0 ? 1 : 0, out, length);
 }
 
 // One digit before the point, `decimals` up to 16 behind it.
