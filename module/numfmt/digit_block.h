@@ -101,10 +101,9 @@ inline Bytes decimal_digits(std::uint64_t number) noexcept {
 
 // The sixteen hexadecimal digits of a number; those above 9 are letters less '0'.
 inline Bytes hexadecimal_digits(std::uint64_t number, bool capital) noexcept {
-  const __m128i nibble = _mm_set1_epi8(0xF);
   const __m128i pairs = _mm_cvtsi64_si128(static_cast<std::int64_t>(__builtin_bswap64(number)));
-  const __m128i digits = _mm_unpacklo_epi8(_mm_and_si128(_mm_srli_epi16(pairs, 4), nibble),
-                                           _mm_and_si128(pairs, nibble));
+  const __m128i digits =
+      _mm_and_si128(_mm_unpacklo_epi8(_mm_srli_epi16(pairs, 4), pairs), _mm_set1_epi8(0xF));
   const __m128i letters = _mm_and_si128(_mm_cmpgt_epi8(digits, _mm_set1_epi8(9)),
                                         load(letter_offsets[capital ? 1 : 0].data()));
   return _mm_add_epi8(digits, letters);
@@ -288,10 +287,9 @@ class DigitBlock {
     count = static_cast<int>(row.least_count) + (more ? 1 : 0);
   }
 
-  /// The last `count` hexadecimal digits, 1 to 16, of a number that has no more.
-  static DigitBlock hexadecimal(std::uint64_t number, int count, bool capital) noexcept {
-    return DigitBlock(
-        digit_block::hexadecimal_digits(number << 4 * (block_digits - count), capital));
+  /// The sixteen hexadecimal digits of a number.
+  static DigitBlock hexadecimal(std::uint64_t number, bool capital) noexcept {
+    return DigitBlock(digit_block::hexadecimal_digits(number, capital));
   }
 
   /// How many of the first `kept` digits are left when their trailing zeros go.

@@ -14,7 +14,7 @@
 namespace jwnls {
 
 inline bool groups_by_three(const LocaleRecord& record) noexcept {
-  return grouping_of(record) == u"3";
+  return record.grouping_length == 1 && record.grouping_units[0] == u'3';
 }
 
 /// The separators among `count` digits, at least one.

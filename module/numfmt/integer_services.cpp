@@ -195,12 +195,11 @@ template <typename Unit>
   return length + most_grouped_digits + 4;
 }
 
-template <typename Unit>
-[[gnu::always_inline]] inline int write_hexadecimal(std::uint64_t number, bool capital,
-                                                    Unit* out) noexcept {
-  const int count =
-      static_cast<int>(static_cast<unsigned>(63 - std::countl_zero(number | 1)) / 4) + 1;
-  DigitBlock::hexadecimal(number, count, capital).write(count, out);
+template <bool capital, typename Unit>
+[[gnu::always_inline]] inline int write_hexadecimal(std::uint64_t number, Unit* out) noexcept {
+  const unsigned zero_bits = static_cast<unsigned>(std::countl_zero(number | 1)) & 60;
+  const int count = block_digits - static_cast<int>(zero_bits / 4);
+  DigitBlock::hexadecimal(number << zero_bits, capital).write(count, out);
   return count;
 }
 
@@ -333,14 +332,11 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
     if (flags == group) {
       return format_grouped(handle, value, width, minimum_digits, flags, out, capacity, length);
     }
-    constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
-    if (std::is_unsigned_v<Integer> && (flags & ~hexadecimal) == 0) {
-      const auto write = [](bool capital) {
-        return [=](auto magnitude, Unit* to) { return write_hexadecimal(magnitude, capital, to); };
-      };
-      return (flags & hexadecimal_small) != 0
-                 ? write_quickly(value, write(false), out, capacity, length)
-                 : write_quickly(value, write(true), out, capacity, length);
+    if (std::is_unsigned_v<Integer> && flags == hexadecimal_small) {
+      return write_quickly(value, write_hexadecimal<false, Unit>, out, capacity, length);
+    }
+    if (std::is_unsigned_v<Integer> && flags == hexadecimal_capital) {
+      return write_quickly(value, write_hexadecimal<true, Unit>, out, capacity, length);
     }
   }
   return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);

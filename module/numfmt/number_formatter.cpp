@@ -94,18 +94,19 @@ Status format_double(const LocaleRecord& record, double value, const NumberReque
 }
 
 template <typename Unit>
-std::uint32_t format_finite(LocaleHandle* handle, double value, std::int32_t width,
-                            std::int32_t decimals, std::uint32_t flags, Unit* out,
-                            std::int64_t capacity, std::int64_t* length) noexcept {
+std::uint32_t format_number_here(LocaleHandle* handle, double value, std::int32_t width,
+                                 std::int32_t decimals, std::uint32_t flags, Unit* out,
+                                 std::int64_t capacity, std::int64_t* length) noexcept {
   return code(format_double(*handle->record, value, number_request(width, decimals, flags), nullptr,
                             out, std::max<std::int64_t>(capacity, 0), length));
 }
 
-template std::uint32_t format_finite(LocaleHandle*, double, std::int32_t, std::int32_t,
-                                     std::uint32_t, char16_t*, std::int64_t,
-                                     std::int64_t*) noexcept;
-template std::uint32_t format_finite(LocaleHandle*, double, std::int32_t, std::int32_t,
-                                     std::uint32_t, char*, std::int64_t, std::int64_t*) noexcept;
+template std::uint32_t format_number_here(LocaleHandle*, double, std::int32_t, std::int32_t,
+                                          std::uint32_t, char16_t*, std::int64_t,
+                                          std::int64_t*) noexcept;
+template std::uint32_t format_number_here(LocaleHandle*, double, std::int32_t, std::int32_t,
+                                          std::uint32_t, char*, std::int64_t,
+                                          std::int64_t*) noexcept;
 
 template Status format_double(const LocaleRecord&, double, const NumberRequest&,
                               const FloatOptions*, char16_t*, std::int64_t, std::int64_t*) noexcept;

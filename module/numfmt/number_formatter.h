@@ -18,11 +18,11 @@ Status format_double(const LocaleRecord& record, double value, const NumberReque
                      const FloatOptions* options, Unit* out, std::int64_t capacity,
                      std::int64_t* length) noexcept;
 
-/// The same with a service's arguments, for a finite value.
+/// The same with a service's arguments, and no options.
 template <typename Unit>
-std::uint32_t format_finite(LocaleHandle* handle, double value, std::int32_t width,
-                            std::int32_t decimals, std::uint32_t flags, Unit* out,
-                            std::int64_t capacity, std::int64_t* length) noexcept;
+std::uint32_t format_number_here(LocaleHandle* handle, double value, std::int32_t width,
+                                 std::int32_t decimals, std::uint32_t flags, Unit* out,
+                                 std::int64_t capacity, std::int64_t* length) noexcept;
 
 }  // namespace jwnls
 

@@ -48,7 +48,7 @@ template <typename Unit>
                                                         std::int64_t capacity, std::int64_t* length,
                                                         const FloatOptions* options) noexcept {
   using namespace number_flags;
-  if (!is_finite(value)) [[unlikely]] {
+  if (options != nullptr) [[unlikely]] {
     return code(format_double(*handle->record, value, number_request(width, decimals, flags),
                               options, out, std::max<std::int64_t>(capacity, 0), length));
   }
@@ -75,7 +75,7 @@ template <typename Unit>
       width <= widest_quick_field && capacity >= width + quick_overhang) {
     return quick(format_best_fit<Unit>);
   }
-  return quick(format_finite<Unit>);
+  return quick(format_number_here<Unit>);
 }
 
 }  // namespace

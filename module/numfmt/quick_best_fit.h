@@ -62,7 +62,7 @@ template <typename Unit>
   return true;
 }
 
-/// Formats a finite value into a field of `width` places, 1 to widest_quick_field, without
+/// Formats a value into a field of `width` places, 1 to widest_quick_field, without
 /// grouping.
 template <typename Unit>
 [[gnu::noinline]] std::uint32_t format_best_fit(LocaleHandle* handle, double value,
@@ -72,7 +72,7 @@ template <typename Unit>
                                                 std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
   if (!write_best_fit(record, value, width, out)) {
-    return format_finite(handle, value, width, decimals_asked, flags, out, capacity, length);
+    return format_number_here(handle, value, width, decimals_asked, flags, out, capacity, length);
   }
   if (length != nullptr) *length = width;
   return code(Status::ok);

@@ -25,8 +25,8 @@ namespace jwnls {
 /// The room that a quick way may overwrite, whatever the number's own length.
 inline constexpr std::int64_t quick_room = 64;
 
-inline bool is_finite(double value) noexcept {
-  return std::bit_cast<std::uint64_t>(value) << 1 < std::uint64_t{0x7FF} << 53;
+inline bool is_finite_but_zero(double value) noexcept {
+  return (std::bit_cast<std::uint64_t>(value) << 1) - 1 < (std::uint64_t{0x7FF} << 53) - 1;
 }
 
 inline double magnitude_of(double value) noexcept {
@@ -93,19 +93,40 @@ template <bool grouped, typename Unit>
   return done(out, position, length);
 }
 
+// Any value.
 template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
-                                             std::int32_t decimals, std::uint32_t flags, Unit* out,
-                                             std::int64_t capacity, std::int64_t* length) noexcept {
+[[gnu::noinline]] std::uint32_t format_any_fixed(LocaleHandle* handle, double value,
+                                                 std::int32_t width, std::int32_t decimals,
+                                                 std::uint32_t flags, Unit* out,
+                                                 std::int64_t capacity,
+                                                 std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
   constexpr int too_many = grouped ? most_grouped_digits : block_digits;
   std::uint64_t scaled = 0;
   if (decimals >= too_many || !has_narrow_symbols<Unit>(record, grouped) ||
       !round_to_decimals(magnitude_of(value), decimals, scaled) ||
       scaled >= powers_of_ten[too_many]) [[unlikely]] {
-    return format_finite(handle, value, width, decimals, flags, out, capacity, length);
+    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
   return write_fixed<grouped>(record, scaled, decimals, value < 0 ? 1 : 0, out, length);
+}
+
+// Values from 2^-12 to below 2^52 with three decimals at most: one word holds them scaled.
+template <bool grouped, typename Unit>
+[[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
+                                             std::int32_t decimals, std::uint32_t flags, Unit* out,
+                                             std::int64_t capacity, std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const std::uint64_t shift = 1075 - (bits >> 52 & 0x7FF);
+  const std::uint64_t mantissa = bits << 12 >> 12 | std::uint64_t{1} << 52;
+  const std::uint64_t scaled =
+      ((mantissa * powers_of_ten[decimals] >> ((shift - 1) & 63)) + 1) >> 1;
+  if (shift - 1 >= 64 || decimals > 3 || !has_narrow_symbols<Unit>(record, grouped) ||
+      scaled >= powers_of_ten[grouped ? most_grouped_digits : block_digits]) [[unlikely]] {
+    return format_any_fixed<grouped>(handle, value, width, decimals, flags, out, capacity, length);
+  }
+  return write_fixed<grouped>(record, scaled, decimals, static_cast<int>(bits >> 63), out, length);
 }
 
 // One digit before the point, `decimals` up to 16 behind it.
@@ -117,9 +138,10 @@ template <typename Unit>
                                                 std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
   Significand rounded;
-  if (value == 0 || decimals > block_digits || !has_narrow_symbols<Unit>(record, false) ||
+  if (!is_finite_but_zero(value) || decimals > block_digits ||
+      !has_narrow_symbols<Unit>(record, false) ||
       !round_to_significant(magnitude_of(value), decimals + 1, rounded)) [[unlikely]] {
-    return format_finite(handle, value, width, decimals, flags, out, capacity, length);
+    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
   std::uint64_t first = rounded.digits / powers_of_ten[decimals];
   const std::uint64_t rest = rounded.digits - first * powers_of_ten[decimals];
@@ -147,15 +169,16 @@ template <bool grouped, typename Unit>
   const LocaleRecord& record = *handle->record;
   const int significant = decimals == 0 ? 6 : decimals;
   Significand rounded;
-  if (value == 0 || significant >= block_digits || !has_narrow_symbols<Unit>(record, grouped) ||
+  if (!is_finite_but_zero(value) || significant >= block_digits ||
+      !has_narrow_symbols<Unit>(record, grouped) ||
       !round_to_significant(magnitude_of(value), significant, rounded)) [[unlikely]] {
-    return format_finite(handle, value, width, decimals, flags, out, capacity, length);
+    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
   const int carried = rounded.digits >= powers_of_ten[significant] ? 1 : 0;
   const int count = significant + carried;
   const int exponent = rounded.exponent + carried;
   if (grouped && exponent >= most_grouped_digits) [[unlikely]] {
-    return format_finite(handle, value, width, decimals, flags, out, capacity, length);
+    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
   const DigitBlock block(rounded.digits, count);
   int shown = block.significant(count);
