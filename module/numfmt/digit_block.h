@@ -178,7 +178,9 @@ inline void store_groups(Bytes characters, unsigned groups, unsigned padding, ch
   const auto front = static_cast<std::uint64_t>(_mm_cvtsi128_si64(first)) >> 16 * padding;
   out -= padding;
   std::memcpy(out + padding, &front, sizeof front);
-  _mm_storeh_pd(reinterpret_cast<double*>(out + 4), _mm_castsi128_pd(first));
+  const __m128d upper = _mm_unpackhi_pd(_mm_castsi128_pd(first), _mm_castsi128_pd(first));
+  const double second_group = _mm_cvtsd_f64(upper);
+  std::memcpy(out + 4, &second_group, sizeof second_group);
   _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), second);
   _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 16), _mm_unpacklo_epi8(pair.last, zeros));
 }
