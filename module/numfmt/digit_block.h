@@ -234,18 +234,17 @@ inline void store(const Bytes& bytes, Unit* out) noexcept {
 }
 
 inline Bytes parted(Bytes bytes, unsigned count) noexcept {
-  for (int i = block_digits - 1; i > count; --i) bytes.at[i] = bytes.at[i - 1];
+  for (unsigned i = block_digits - 1; i > count; --i) bytes.at[i] = bytes.at[i - 1];
   return bytes;
 }
 
 template <typename Unit>
 inline void store_groups(const Bytes& characters, unsigned groups, unsigned padding, Unit separator,
                          Unit* out) noexcept {
-  for (int i = padding; i < 20; ++i) {
-    const int group = i / 4;
-    *out++ = i % 4 < 3            ? static_cast<Unit>(characters.at[3 * group + i % 4])
-             : group + 1 < groups ? separator
-                                  : Unit{0};
+  for (unsigned i = padding; i < 20; ++i) {
+    const unsigned in_group = i % 4;
+    const Unit behind = i / 4 + 1 < groups ? separator : Unit{0};
+    *out++ = in_group < 3 ? static_cast<Unit>(characters.at[i / 4 * 3 + in_group]) : behind;
   }
 }
 

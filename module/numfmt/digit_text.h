@@ -17,15 +17,28 @@ inline constexpr std::uint64_t ten_to_16 = ten_to_8 * ten_to_8;
 inline constexpr std::uint64_t ten_to_18 = 100 * ten_to_16;
 
 /// Powers of ten that a 64-bit word holds.
-inline constexpr auto powers_of_ten = [] {
-  std::array<std::uint64_t, 20> powers{};
-  std::uint64_t power = 1;
-  for (std::uint64_t& entry : powers) {
-    entry = power;
-    power *= 10;
-  }
-  return powers;
-}();
+inline constexpr std::uint64_t powers_of_ten[20] = {
+    1ull,
+    10ull,
+    100ull,
+    1'000ull,
+    10'000ull,
+    100'000ull,
+    1'000'000ull,
+    10'000'000ull,
+    100'000'000ull,
+    1'000'000'000ull,
+    10'000'000'000ull,
+    100'000'000'000ull,
+    1'000'000'000'000ull,
+    10'000'000'000'000ull,
+    100'000'000'000'000ull,
+    1'000'000'000'000'000ull,
+    10'000'000'000'000'000ull,
+    100'000'000'000'000'000ull,
+    1'000'000'000'000'000'000ull,
+    10'000'000'000'000'000'000ull,
+};
 
 // Quotients by constants as the multiplications they are: where the compiler takes a block for
 // unlikely it would divide, which costs more than all the rest of a number's digits.
