@@ -109,23 +109,24 @@ class IntegerScanner {
     return copy.read_decimal();
   }
 
-  // Texts of this length have no more digits than any 64-bit sum holds.
-  static constexpr std::int64_t safe_length = 19;
-
   [[gnu::always_inline]] Reading read_decimal() noexcept {
     const bool grouping_is_digit = grouping_ >= u'0' && grouping_ <= u'9';
     if (grouping_is_digit) [[unlikely]]
       return read_single_digits(*this);
-    return length_ <= safe_length ? read_runs<false>() : read_long(*this);
+    return read_runs<false>();
   }
-  [[gnu::noinline]] static Reading read_long(IntegerScanner copy) noexcept {
+  // Begins anew at the first digit, for there are more than any sum is sure to hold.
+  [[gnu::noinline]] static Reading read_long(IntegerScanner copy, std::int64_t first) noexcept {
+    copy.at_ = first;
+    copy.sum_ = 0;
     return copy.read_runs<true>();
   }
 
-  // Runs of digits with grouping symbols between them; checked: the sum may overflow.
+  // Runs of digits with grouping symbols between them; checked: they may overflow the sum.
   template <bool checked>
   [[gnu::always_inline]] Reading read_runs() noexcept {
     const std::int64_t first = at_;
+    std::int64_t symbols = 0;  // their units
     if (digit() > 9 && grouping_units() != 0) return finish(Status::invalid_number);
     for (;;) {
       add_digits<checked>();
@@ -133,6 +134,11 @@ class IntegerScanner {
       const std::int64_t units = grouping_units();
       if (units == 0) break;
       at_ += units;
+      symbols += units;
+    }
+    constexpr std::int64_t safe_digits = 19;
+    if (!checked && at_ - first - symbols > safe_digits) [[unlikely]] {
+      return read_long(*this, first);
     }
     if (overflowed()) [[unlikely]]
       return finish_overflow();
