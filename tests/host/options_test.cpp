@@ -23,32 +23,21 @@ Status read(Host& host, std::u16string_view name, std::int64_t& value) {
 
 TEST(Options, IntegersAreReadWholeOrNotAtAll) {
   constexpr std::int64_t untouched = -777;
-  const struct {
-    const char* text;
-    Status status;
-    std::int64_t value;
-  } cases[] = {
-      {"1980", Status::ok, 1980},
-      {"  -5\t", Status::ok, -5},
-      {"+17", Status::ok, 17},
-      {"9223372036854775807", Status::ok, INT64_MAX},
-      {"-9223372036854775808", Status::ok, INT64_MIN},
-      {"9223372036854775808", Status::integer_overflow, untouched},
-      {"1980x", Status::invalid_number, untouched},
-      {"19 80", Status::invalid_number, untouched},
-      {"+-5", Status::invalid_number, untouched},
-      {"0x10", Status::invalid_number, untouched},
-      {"1e3", Status::invalid_number, untouched},
-      {"", Status::invalid_number, untouched},
-      {" ", Status::invalid_number, untouched},
-  };
-  for (const auto& row : cases) {
-    HostConfiguration configuration;
-    configuration.options = {{"JW_NAME_YEARCUTOFF", row.text}};
-    Host host(std::move(configuration));
+  const auto expect = [](const char* text, Status status, std::int64_t expected) {
+    Host host(HostConfiguration{});
+    host.set_option("JW_NAME_YEARCUTOFF", text);
     std::int64_t value = untouched;
-    EXPECT_EQ(read(host, option, value), row.status) << row.text;
-    EXPECT_EQ(value, row.value) << row.text;
+    EXPECT_EQ(read(host, option, value), status) << text;
+    EXPECT_EQ(value, expected) << text;
+  };
+  expect("1980", Status::ok, 1980);
+  expect("  -5\t", Status::ok, -5);
+  expect("+17", Status::ok, 17);
+  expect("9223372036854775807", Status::ok, INT64_MAX);
+  expect("-9223372036854775808", Status::ok, INT64_MIN);
+  expect("9223372036854775808", Status::integer_overflow, untouched);
+  for (const char* text : {"1980x", "19 80", "+-5", "0x10", "1e3", "", " "}) {
+    expect(text, Status::invalid_number, untouched);
   }
 }
 

@@ -1,7 +1,11 @@
 // What each directive of a pattern writes, and which ones are refused.
 
 #include <array>
+#include <cmath>
+#include <cstdio>
+#include <random>
 
+#include "module/calendar/calendar.h"
 #include "tests/module/formatting.h"
 
 namespace jwnls::test {
@@ -254,6 +258,29 @@ TEST_F(DirectiveTest, ShowTheZoneOfTheMoment) {
   Zone* zone = std::exchange(handle->zone, nullptr);
   expect(u"XST", u"+0000");
   handle->zone = zone;
+}
+
+// Random values, whole or not, are split as the calendar splits them.
+TEST_F(DirectiveTest, SplitValuesLikeTheCalendar) {
+  set_pattern(u"%Y-%m-%d %W %H:%M:%S");
+  std::mt19937_64 random(1582);
+  std::uniform_real_distribution<double> any(-11928470400.0, 64'000'000'000.0);
+  for (int i = 0; i < 5'000; ++i) {
+    double value = any(random);
+    if (i % 4 != 0) value = std::floor(value);
+    if (i % 4 == 2) value = std::nextafter(std::floor(value / 86400) * 86400, -1e300);
+    const double day = datetime_to_date_value(value);
+    const CivilDate date = civil_from_day(static_cast<int>(day));
+    char expected[64];
+    std::snprintf(expected, sizeof expected, "%04d-%02d-%02d %d %02.0f:%02.0f:%02d", date.year,
+                  date.month, date.day, weekday_from_day(static_cast<int>(day)) - 1,
+                  datetime_to_hour(value), datetime_to_minute(value),
+                  static_cast<int>(datetime_to_second(value)));
+    char out[32];
+    std::int64_t length = 0;
+    ASSERT_EQ(call(handle, Service::time, Value(value), 0, out, 32, &length), 0u);
+    ASSERT_EQ(std::string(out, static_cast<std::size_t>(length)), expected) << value;
+  }
 }
 
 }  // namespace

@@ -9,32 +9,13 @@
 #include <string_view>
 
 #include "module/calendar/missing_value.h"
+#include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/module_fixture.h"
 
 namespace jwnls::test {
 
 enum class Service { date, period, time };
-
-/// UTF-16 as UTF-8, surrogate pairs joined.
-inline std::string utf8(std::u16string_view text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t point = text[i];
-    if ((point & 0xFC00) == 0xD800 && i + 1 < text.size()) {
-      point = 0x10000 + ((point & 0x3FF) << 10 | (text[++i] & 0x3FFu));
-    }
-    const auto add = [&bytes](char32_t byte) { bytes += static_cast<char>(byte); };
-    if (point < 0x80) {
-      add(point);
-      continue;
-    }
-    const int tail = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
-    add((0xFF00u >> (tail + 1) & 0xFF) | point >> (6 * tail));
-    for (int shift = 6 * (tail - 1); shift >= 0; shift -= 6) add(0x80 | (point >> shift & 0x3F));
-  }
-  return bytes;
-}
 
 /// What a service answered: the value when the status was ok, else nothing.
 struct Reading {
@@ -76,8 +57,8 @@ class ReadingTest : public ModuleTest {
 
   template <typename Unit>
   Reading read_text(Service service, std::basic_string_view<Unit> text, std::uint32_t mode) {
-    return read_units(service, buffer<Unit>().hold(text), static_cast<std::int64_t>(text.size()),
-                      mode);
+    return read_units(service, guarded_buffer<Unit>().hold(text),
+                      static_cast<std::int64_t>(text.size()), mode);
   }
   template <typename Unit>
   Reading read_units(Service service, const Unit* text, std::int64_t length, std::uint32_t mode) {
@@ -98,14 +79,14 @@ class ReadingTest : public ModuleTest {
   /// Reads the text in both encodings and compares; `consumed` counts UTF-16 units.
   void expect_read(Service service, std::u16string_view text, std::uint32_t mode,
                    std::optional<double> value, std::size_t consumed) {
-    const std::string bytes = utf8(text);
+    const std::string bytes = encoded(text);
     const Reading wide = read_text<char16_t>(service, text, mode);
     const Reading narrow = read_text<char>(service, bytes, mode);
     EXPECT_EQ(wide.value, value) << describe(bytes, mode);
     EXPECT_EQ(narrow.value, value) << describe(bytes, mode) << " (UTF-8)";
     if (!value) return;
     EXPECT_EQ(wide.consumed, consumed) << describe(bytes, mode);
-    EXPECT_EQ(narrow.consumed, utf8(text.substr(0, consumed)).size())
+    EXPECT_EQ(narrow.consumed, encoded(text.substr(0, consumed)).size())
         << describe(bytes, mode) << " (UTF-8)";
   }
 
@@ -125,24 +106,13 @@ class ReadingTest : public ModuleTest {
                                           : slots.read_time_8bit;
     }
   }
-  template <typename Unit>
-  GuardedBuffer<Unit>& buffer() {
-    if constexpr (sizeof(Unit) == 2) {
-      return units_;
-    } else {
-      return bytes_;
-    }
-  }
   std::string describe(const std::string& text, std::uint32_t mode) {
     const LocaleRecord& record = *handle->record;
     return "'" + text + "', mode " + std::to_string(mode) + ", time patterns '" +
-           utf8(text_of(record.datetime_pattern)) + "' and '" +
-           utf8(text_of(record.style_0_pattern)) + "', date pattern 1 '" +
-           utf8(text_of(record.date_patterns[0])) + "'";
+           encoded(text_of(record.datetime_pattern)) + "' and '" +
+           encoded(text_of(record.style_0_pattern)) + "', date pattern 1 '" +
+           encoded(text_of(record.date_patterns[0])) + "'";
   }
-
-  GuardedBuffer<char16_t> units_{16384};
-  GuardedBuffer<char> bytes_{16384};
 };
 
 }  // namespace jwnls::test
