@@ -73,18 +73,42 @@ template <typename Unit>
 using ReadDate = std::uint32_t(LocaleHandle*, const Unit* text, std::int64_t length,
                                std::uint32_t mode, double* value, std::uint64_t* consumed);
 
+/// Reads a number: digits with grouping symbols anywhere before the decimal symbol, an exponent
+/// ("E", "e", "D", "d"), blanks (spaces and tabs) around. An empty or blank text and "." are the
+/// standard missing value; ".A" to ".Z", in any case, and "._" the special ones. The handle may be
+/// null: then the symbols are "." and ",".
+///   text, length  units; 8-bit text is read byte by byte and compared with the record's symbols as
+///                 they are, so that a symbol above 255 does not occur in it
+///   value         always written; the standard missing value on failure
+///   consumed      units up to the blanks behind the number; the place that offends on
+///                 invalid_number, 0 on out_of_range
+/// ok; invalid_number, also for a negative length; out_of_range for an exponent above 30,800 or a
+/// value beyond the doubles. The digits are summed up in double steps, which round from the 16th
+/// digit on. Digits past the 150th are dropped, and count for nothing but a fraction's length.
 template <typename Unit>
 using ReadNumber = std::uint32_t(LocaleHandle*, const Unit* text, std::int32_t length,
                                  double* value, std::int64_t* consumed);
 
+/// The same with number_input_flags (module/record/number_flags.h).
 template <typename Unit>
 using ReadNumberWithFlags = std::uint32_t(LocaleHandle*, const Unit* text, std::int32_t length,
                                           double* value, std::int64_t* consumed,
                                           std::uint32_t flags);
 
+/// The same with a converter, which may be null, for symbols above 127 other than the no-break
+/// space; where it fails, the symbol is ",". Slot 57 reads 8-bit text and converts the grouping
+/// symbol alone; slot 58 reads EBCDIC and converts both.
 using ReadConvertedNumber = std::uint32_t(LocaleHandle*, const char* text, std::int32_t length,
                                           double* value, std::int64_t* consumed, Converter*);
 
+/// Reads an integer: a sign (not "-" for unsigned types), digits with grouping symbols anywhere but
+/// in front. Spaces may stand before the sign and the digits; a text of nothing else is 0. 8-bit
+/// text is UTF-8.
+///   flags     integer_input_flags (module/record/number_flags.h)
+///   consumed  units up to where the digits end
+/// ok, with whatever follows a space or zero unit left to the caller; invalid_number with the
+/// digits so far as value; integer_overflow with 0; does_not_fit when a fraction other than zero
+/// was dropped; negative_length with nothing written.
 template <typename Integer, typename Unit>
 using ReadInteger = std::uint32_t(LocaleHandle*, const Unit* text, std::int64_t length,
                                   std::uint32_t flags, Integer* value, std::int64_t* consumed);

@@ -77,13 +77,9 @@ class NumberTest : public NumberInputTest {
 };
 
 TEST_F(NumberTest, MissingValues) {
-  reads(u".,", {{u"", missing_value()},
-                {u" \t ", missing_value()},
-                {u" .| ", missing_value()},
-                {u".a", missing(0xBE)},
-                {u".Z|\t", missing(0xA5)},
-                {u"._", missing(0xD2)},
-                {u".\u0131", missing(0xB6)}});
+  reads(u".,", {{u"", missing_value()}, {u" \t ", missing_value()}, {u" .| ", missing_value()}});
+  reads(u".,", {{u".a", missing(0xBE)}, {u".Z|\t", missing(0xA5)}, {u"._", missing(0xD2)}});
+  reads(u".,", {{u".\u0131", missing(0xB6)}});  // the dotless i is I in upper case
   reads(u",.", {{u".", missing_value()}});
   refuses(u".,", {u".|[", u".A|B", u". |A", u"-.|", u"-.|A"});
 }
@@ -92,17 +88,13 @@ TEST_F(NumberTest, Starts) {
   reads(u".,", {{u" \t+12", 12}, {u"-0", -0.0}, {u"-.5", -0.5}});
   reads(u",.", {{u"-,5", -0.5}});
   refuses(u",.", {u"|.5", u" |.5", u",|", u",|x"});
-  refuses(u".,", {u"-|", u"-| 1", u"+|-1", u"| x1", u"|,1", u"|\u0661", u"|\u2131"});
+  refuses(u".,", {u"-|", u"-| 1", u"+|-1", u"| x1", u"|,1", u"|\u0661"});
+  refuses(u".,", {u"|\u2131"});  // its low byte is that of "1"
 }
 
 TEST_F(NumberTest, Symbols) {
-  reads(u".,", {{u"12.", 12},
-                {u"0.", 0},
-                {u"000.0050", 0.005},
-                {u"1,2,,3", 123},
-                {u"1,.5", 1.5},
-                {u"0,001,0", 10},
-                {u"1,| ", 1}});
+  reads(u".,", {{u"12.", 12}, {u"0.", 0}, {u"000.0050", 0.005}, {u"1,2,,3", 123}, {u"1,.5", 1.5}});
+  reads(u".,", {{u"0,001,0", 10}, {u"1,| ", 1}});
   refuses(u".,", {u"1,234,|", u"1.5|,0", u"1.5|.0", u"0.|.5"});
   reads(u",.", {{u"1.234.567,89", 1234567.89}});
   reads(u"\u066B\u066C", {{u"-1\u066C234\u066B5", -1234.5}});
@@ -126,9 +118,8 @@ TEST_F(NumberTest, SymbolsOfOtherMeaning) {
 }
 
 TEST_F(NumberTest, BlankGroups) {
-  reads(u",\u00A0",
-        {{u"1 234 567,5", 1234567.5}, {u"0 001", 1}, {u"1\u00A0234 567", 1234567}, {u"12| ", 12}},
-        blank_groups);
+  reads(u",\u00A0", {{u"1 234 567,5", 1234567.5}, {u"0 001", 1}}, blank_groups);
+  reads(u",\u00A0", {{u"1\u00A0234 567", 1234567}, {u"12| ", 12}}, blank_groups);
   refuses(u",\u00A0", {u"1  |2", u"1,5 |6", u"1e1 |2"}, blank_groups);
   refuses(u",\u00A0", {u"1 |234"});
   refuses(u".,", {u"1 |234"}, blank_groups);
@@ -140,43 +131,31 @@ TEST_F(NumberTest, Ends) {
 }
 
 TEST_F(NumberTest, Exponents) {
-  reads(u".,", {{u"1.5e3", 1500},
-                {u"15D-1|  ", 1.5},
-                {u"1E+1,2", 1e12},
-                {u"1d0002| \t", 100},
-                {u"1,e2", 100}});
-  refuses(u".,", {u"1e2|\t", u"1e2|.", u"1e|", u"1e-|", u"1e| ", u"1e|,1", u"1e1,|", u"1e1,|,2",
-                  u"1e1,| ", u"1 |e5", u"1|f5"});
+  reads(u".,", {{u"1.5e3", 1500}, {u"15D-1|  ", 1.5}, {u"1E+1,2", 1e12}, {u"1d0002| \t", 100}});
+  reads(u".,", {{u"1,e2", 100}});
+  refuses(u".,", {u"1e2|\t", u"1e2|.", u"1e|", u"1e-|", u"1e| ", u"1e|,1", u"1e1,|", u"1e1,|,2"});
+  refuses(u".,", {u"1e1,| ", u"1 |e5", u"1|f5"});
 }
 
 TEST_F(NumberTest, EndsOfTheDoubles) {
-  reads(u".,", {{u"1e308", 1e308},
-                {u"17976931348623157e292", std::numeric_limits<double>::max()},
-                {u"0.001e311", 1e308},
-                {u"0e30800", 0},
-                {u"1e-30800", 0},
-                {u"-1e-30800", -0.0},
-                {u"12e-324", 1e-323},
-                {u"123456789012345e-330", 123456789012345 / 1e308 / 1e22}});
-  overflows(u".,", {u"-1e309", u"1e30800", u"1e30801", u"1e-30801", u"1e99999999999999999999x",
-                    u"0e30801"});
+  reads(u".,", {{u"1e308", 1e308}, {u"17976931348623157e292", std::numeric_limits<double>::max()}});
+  reads(u".,", {{u"0.001e311", 1e308}, {u"0e30800", 0}, {u"1e-30800", 0}, {u"-1e-30800", -0.0}});
+  reads(u".,", {{u"12e-324", 1e-323}, {u"123456789012345e-330", 123456789012345 / 1e308 / 1e22}});
+  overflows(u".,", {u"-1e309", u"1e30800", u"1e30801", u"1e-30801", u"1e99999999999999999999x"});
+  overflows(u".,", {u"0e30801"});
   refuses(u".,", {u"1e309 |x"});
 }
 
 TEST_F(NumberTest, ManyDigits) {
   // Beyond 2^53 each step rounds: 9007199254740993 comes out even, 2^53 times ten is exact.
-  reads(u".,", {{u"9007199254740993", 9007199254740992.0},
-                {u"9007199254740995", 9007199254740996.0},
-                {u"90071992547409925", 90071992547409920.0 + 5}});
+  reads(u".,", {{u"9007199254740993", 9007199254740992.0}});
+  reads(u".,", {{u"9007199254740995", 9007199254740996.0}});
+  reads(u".,", {{u"90071992547409925", 90071992547409920.0 + 5}});
   // 150 digits count; the others only as a fraction's length.
-  reads(u".,", {{zeros(u"1", 149, u""), long_number},
-                {zeros(u"1", 199, u""), long_number},
-                {zeros(u"1,", 199, u""), long_number},
-                {zeros(u"", 200, u"7"), 7},
-                {zeros(u"0,", 150, u"7"), 7},
-                {zeros(u"1.", 199, u""), long_number / 1e199},
-                {zeros(u".", 400, u"1e400"), 1 / 10.0},
-                {zeros(u".", 40'000, u"1"), 0}});
+  reads(u".,", {{zeros(u"1", 149, u""), long_number}, {zeros(u"1", 199, u""), long_number}});
+  reads(u".,", {{zeros(u"1,", 199, u""), long_number}, {zeros(u"", 200, u"7"), 7}});
+  reads(u".,", {{zeros(u"0,", 150, u"7"), 7}, {zeros(u"1.", 199, u""), long_number / 1e199}});
+  reads(u".,", {{zeros(u".", 400, u"1e400"), 1 / 10.0}, {zeros(u".", 40'000, u"1"), 0}});
 }
 
 TEST_F(NumberInputTest, NegativeLengthsAndNoHandle) {
