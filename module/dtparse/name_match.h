@@ -4,7 +4,6 @@
 #ifndef JWNLS_MODULE_DTPARSE_NAME_MATCH_H_
 #define JWNLS_MODULE_DTPARSE_NAME_MATCH_H_
 
-#include <cstddef>
 #include <cstdint>
 
 #include "module/dtparse/name_lists.h"
@@ -12,26 +11,14 @@
 
 namespace jwnls {
 
-/// What became of the search, in one register.
-class NameMatch {
- public:
-  static constexpr NameMatch undecided() noexcept { return NameMatch(-2); }
-  static constexpr NameMatch none() noexcept { return NameMatch(-1); }
-  static constexpr NameMatch of(int index, std::size_t units) noexcept {
-    return NameMatch(index << 8 | static_cast<std::int32_t>(units));
-  }
+/// What became of the search, in two registers.
+struct NameMatch {
+  std::int64_t index;  // in its list, or one of those below
+  std::int64_t units;  // of the name, when there is one
 
-  bool is_undecided() const noexcept { return bits_ == -2; }  // only read_name can tell
-  bool is_none() const noexcept { return bits_ == -1; }       // no name of either list
-  std::int32_t index() const noexcept { return bits_ >> 8; }  // in its list
-  std::size_t units() const noexcept { return static_cast<std::size_t>(bits_ & 0xFF); }  // read
-
- private:
-  constexpr explicit NameMatch(std::int32_t bits) noexcept : bits_(bits) {}
-
-  std::int32_t bits_;
+  static constexpr std::int64_t none = -1;       // no name of either list
+  static constexpr std::int64_t undecided = -2;  // only read_name can tell
 };
-static_assert(text_entry_capacity <= 0xFF);
 
 /// Looks for the first entry that the text goes on with in the first list, then in the second.
 ///   start    where the text, or what was read of it, begins: units from here on may be looked at

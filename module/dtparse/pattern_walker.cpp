@@ -160,12 +160,12 @@ class Walk {
     if (!input_.at_end()) [[likely]] {
       const NameMatch match =
           match_name(start_.position(), input_.position(), input_.end(), record, row.lists);
-      if (match.is_none()) return false;
-      if (!match.is_undecided()) [[likely]] {
-        place = match.index() + 1;
-        input_.step_over(match.units());
+      if (match.index >= 0) [[likely]] {
+        place = static_cast<std::int32_t>(match.index) + 1;
+        input_.step_over(static_cast<std::size_t>(match.units));
         return true;
       }
+      if (match.index == NameMatch::none) return false;
     }
     TextCursor<Unit> input = input_;
     place = uncommon_name(input, record, row.lists) + 1;
