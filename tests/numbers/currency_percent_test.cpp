@@ -102,6 +102,7 @@ TEST_F(CurrencyPercentTest, FollowTheirStepsForAnyCall) {
     if (random.one_in(50))
       record.currency_symbol_length = random.of({UINT64_MAX, std::uint64_t{129}});
     set_grouping(random.of(groupings));
+    if (random.one_in(10)) corrupt_record(random);
     NumberCall call = {random.number(), random.between(-20, 30), random.between(-1, 8),
                        random.between(0u, 1u), random.between(-1, 40)};
     if (random.one_in(20))

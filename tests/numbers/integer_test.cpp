@@ -214,6 +214,7 @@ TEST_F(IntegerTest, FollowsTheRulesForAnyCall) {
     const std::u16string_view pattern = random.of(patterns);
     set_grouping(pattern, random.one_in(30) ? INT64_MIN : std::ssize(pattern));
     record.grouping_symbol = random.of(separators);
+    if (random.one_in(10)) corrupt_record(random);
     compare(random, services.format_int64, services.format_int64_too);
     compare(random, services.format_uint64, services.format_uint64_too);
     compare(random, services.format_int32, services.format_int32_too);

@@ -120,6 +120,18 @@ class NumbersTest : public testing::Test {
     std::copy(symbol.begin(), symbol.end(), record.currency_symbol);
   }
 
+  /// Makes every byte that a number service may read anything.
+  void corrupt_record(Random& random) {
+    for (char16_t& unit : record.grouping_units) {
+      unit = random.one_in(4) ? static_cast<char16_t>(random.bits()) : random.of(u"0123456789-;;;");
+    }
+    for (char16_t& unit : record.currency_symbol) unit = static_cast<char16_t>(random.bits());
+    record.decimal_symbol = static_cast<char16_t>(random.bits());
+    record.grouping_symbol = static_cast<char16_t>(random.bits());
+    record.grouping_length = static_cast<std::int64_t>(random.bits() >> random.between(0, 63));
+    record.currency_symbol_length = random.bits() >> random.between(0, 63);
+  }
+
   /// Calls `service(out, capacity, &length)` and takes down what it did. Writing outside the buffer
   /// is a fault in any test.
   template <typename Unit, typename Service>

@@ -122,13 +122,16 @@ TEST_F(PlainKindsTest, LayOutEveryCombinationOfFlagsAndRoom) {
                                             : std::ssize(pattern));
     record.decimal_symbol = random.of(symbols);
     record.grouping_symbol = random.of(symbols);
+    if (random.one_in(10)) corrupt_record(random);
     const auto bits = static_cast<std::uint32_t>(random.bits());
     const std::uint32_t kind = random.one_in(3) ? bits & kinds & bits >> 16 : 1u << bits % 15;
     NumberCall call = {random.number(), random.between(-25, 25), random.between(-3, 12),
                        kind | (static_cast<std::uint32_t>(random.bits()) & layout),
                        random.between(-1, 40)};
+    if (random.one_in(30)) call.value = std::bit_cast<double>(random.bits());
     if (random.one_in(30))
       call.value = random.of({infinity, -infinity, missing('.'), missing('-')});
+    if (random.one_in(10)) call.flags = bits;
     if (random.one_in(3)) call.width = 0;
     if (random.one_in(3)) call.capacity = random.between(60, 70);
     if (random.one_in(30)) call.width = random.of(extremes);
