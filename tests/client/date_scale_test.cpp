@@ -62,21 +62,16 @@ TEST(DateScale, HasNoDateForOtherValues) {
 }
 
 TEST(DateScale, CountsSecondsOnTheSameDays) {
-  const struct {
-    local_seconds time;
-    double value;
-  } cases[] = {
-      {local_days{year{1960} / 1 / 1} + 0s, 0},
-      {local_days{year{1959} / 12 / 31} + 23h + 59min + 59s, -1},
-      {local_days{year{1582} / 1 / 1} + 0s, -11'928'470'400},
-      {local_days{year{4000} / 2 / 28} + 23h, module_value(year{4000} / 2 / 28) * 86'400 + 82'800},
-      {local_days{year{4000} / 3 / 1} + 1s, module_value(year{4000} / 3 / 1) * 86'400 + 1},
-      {local_days{year{20000} / 12 / 31} + 86'399s, 569'318'630'399},
-  };
-  for (const auto& [time, value] : cases) {
+  const auto check = [&](local_seconds time, double value) {
     EXPECT_EQ(datetime_value(time), DatetimeValue{value});
     EXPECT_EQ(civil_time(DatetimeValue{value}), time) << value;
-  }
+  };
+  check(local_days{year{1960} / 1 / 1} + 0s, 0);
+  check(local_days{year{1959} / 12 / 31} + 23h + 59min + 59s, -1);
+  check(local_days{year{1582} / 1 / 1} + 0s, -11'928'470'400);
+  check(local_days{year{4000} / 2 / 28} + 23h, module_value(year{4000} / 2 / 28) * 86'400 + 82'800);
+  check(local_days{year{4000} / 3 / 1} + 1s, module_value(year{4000} / 3 / 1) * 86'400 + 1);
+  check(local_days{year{20000} / 12 / 31} + 86'399s, 569'318'630'399);
   EXPECT_EQ(civil_time(DatetimeValue{-0.25}), local_days{year{1959} / 12 / 31} + 86'399s);
   EXPECT_FALSE(datetime_value(local_days{year{8000} / 2 / 29} + 12h));
   EXPECT_FALSE(datetime_value(local_seconds::min()));

@@ -14,21 +14,15 @@ using std::chrono::year_month_day;
 const year_month_day ides = year{2024} / 3 / 15;
 
 TEST(FormatDate, WritesEachStyleAsTheLocaleDoes) {
-  const struct {
-    const char* locale;
-    DateStyle style;
-    const char* text;
-  } cases[] = {
-      {"de_DE", DateStyle::short_numeric, "15.03.2024"},
-      {"en_US", DateStyle::medium, "Mar 15, 2024"},
-      {"en_US", DateStyle::long_form, "March 15, 2024"},
-      {"ff_Adlm", DateStyle::long_form,
-       "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024"},  // names beyond U+FFFF
-  };
-  for (const auto& [name, style, text] : cases) {
+  const auto check = [&](const char* name, DateStyle style, const char* text) {
     EXPECT_EQ(text_or_error(locale(name).format_date(ides, style)), text) << name;
     EXPECT_EQ(to_utf8(locale(name).format_date<std::u16string>(ides, style).value()), text) << name;
-  }
+  };
+  check("de_DE", DateStyle::short_numeric, "15.03.2024");
+  check("en_US", DateStyle::medium, "Mar 15, 2024");
+  check("en_US", DateStyle::long_form, "March 15, 2024");
+  check("ff_Adlm", DateStyle::long_form,
+        "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024");  // names beyond U+FFFF
 }
 
 TEST(FormatDate, TakesDatesAndValues) {
@@ -72,19 +66,13 @@ TEST(FormatDate, SaysWhatIsWrong) {
 }
 
 TEST(FormatTime, WritesTheLocalesClock) {
-  const struct {
-    const char* locale;
-    std::chrono::seconds time;
-    const char* text;
-  } cases[] = {
-      {"en_US", 0s, "12:00:00 AM"},
-      {"de_DE", 24h - 1s, "23:59:59"},
-      {"ko_KR", 14h + 7min + 9s, "오후 2:07:09"},
-  };
-  for (const auto& [name, time, text] : cases) {
+  const auto check = [&](const char* name, std::chrono::seconds time, const char* text) {
     EXPECT_EQ(text_or_error(locale(name).format_time(time)), text) << name;
     EXPECT_EQ(text_or_error(locale(name).format_time(std::chrono::hh_mm_ss{time + 999ms})), text);
-  }
+  };
+  check("en_US", 0s, "12:00:00 AM");
+  check("de_DE", 24h - 1s, "23:59:59");
+  check("ko_KR", 14h + 7min + 9s, "오후 2:07:09");
   EXPECT_EQ(locale("de_DE").format_time(DatetimeValue{-1}), "23:59:59");
 }
 
@@ -98,21 +86,15 @@ TEST(FormatDatetime, WritesWallClockTimesAsTheyStand) {
 }
 
 TEST(FormatDatetime, ShowsInstantsOnTheZonesClock) {
-  const struct {
-    const char* zone;
-    std::chrono::sys_seconds instant;
-    const char* text;
-  } cases[] = {
-      {"Europe/Berlin", sys_days{ides} + 12h, "15.03.2024, 13:00:00"},
-      {"Europe/Berlin", sys_days{year{2024} / 7 / 1} + 12h, "01.07.2024, 14:00:00"},  // summer
-      {"America/New_York", sys_days{year{2050} / 7 / 1} + 3h, "30.06.2050, 23:00:00"},
-      {"Asia/Kathmandu", sys_days{ides} + 12h, "15.03.2024, 17:45:00"},
-      {"UTC+05:30", sys_days{ides} + 12h, "15.03.2024, 17:30:00"},
-  };
-  for (const auto& [zone, instant, text] : cases) {
+  const auto check = [&](const char* zone, std::chrono::sys_seconds instant, const char* text) {
     EXPECT_EQ(text_or_error(locale("de_DE", zone).format_datetime(instant)), text) << zone;
     EXPECT_EQ(text_or_error(locale("de_DE", zone).format_datetime(instant + 1ms)), text) << zone;
-  }
+  };
+  check("Europe/Berlin", sys_days{ides} + 12h, "15.03.2024, 13:00:00");
+  check("Europe/Berlin", sys_days{year{2024} / 7 / 1} + 12h, "01.07.2024, 14:00:00");  // summer
+  check("America/New_York", sys_days{year{2050} / 7 / 1} + 3h, "30.06.2050, 23:00:00");
+  check("Asia/Kathmandu", sys_days{ides} + 12h, "15.03.2024, 17:45:00");
+  check("UTC+05:30", sys_days{ides} + 12h, "15.03.2024, 17:30:00");
 }
 
 }  // namespace

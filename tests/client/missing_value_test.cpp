@@ -10,23 +10,19 @@ namespace jwnls::client {
 namespace {
 
 TEST(MissingValue, HasTheBitsThatEveryStoredOneHas) {
-  const struct {
-    char name;
-    char character;
-    std::uint64_t bits;
-  } cases[] = {
-      {'.', '.', 0xFFFFD10000000000}, {'_', '_', 0xFFFFD20000000000},
-      {'A', 'A', 0xFFFFBE0000000000}, {'a', 'A', 0xFFFFBE0000000000},
-      {'Z', 'Z', 0xFFFFA50000000000},
-  };
-  for (const auto& [name, character, bits] : cases) {
+  const auto check = [&](char name, char character, std::uint64_t bits) {
     const auto missing = MissingValue::named(name);
     ASSERT_TRUE(missing) << name;
     EXPECT_EQ(missing->character(), character);
     EXPECT_EQ(std::bit_cast<std::uint64_t>(missing->value()), bits) << name;
     EXPECT_EQ(MissingValue::of(missing->value()), missing) << name;
     EXPECT_TRUE(is_missing(missing->value())) << name;
-  }
+  };
+  check('.', '.', 0xFFFFD10000000000);
+  check('_', '_', 0xFFFFD20000000000);
+  check('A', 'A', 0xFFFFBE0000000000);
+  check('a', 'A', 0xFFFFBE0000000000);
+  check('Z', 'Z', 0xFFFFA50000000000);
   EXPECT_EQ(MissingValue(), MissingValue::named('.'));
 }
 

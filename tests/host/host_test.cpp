@@ -78,28 +78,22 @@ TEST(Host, MakesHandlesOfRealLocalesAndZonesAndNoOthers) {
 }
 
 TEST(Host, TakesTheSystemsZoneOrWarnsAndTakesTheDefault) {
-  const struct {
-    const char* tz;
-    std::set<std::string> abbreviations;
-    Messages messages;
-  } cases[] = {
-      {"Asia/Tokyo", {"JST"}, {}},
-      {"EST5EDT,M3.2.0,M11.1.0",
-       {"EST", "EDT"},
-       {{journal_warning,
-         "Invalid OS TIMEZONE value is detected. Use default TIMEZONE value instead"}}},
-  };
-  for (const auto& row : cases) {
-    setenv("TZ", row.tz, 1);
+  const auto check = [&](const char* tz, const std::set<std::string>& abbreviations,
+                         const Messages& expected) {
+    setenv("TZ", tz, 1);
     Messages messages;
     {
       Host host(checking(&messages));
       LocaleHandle* handle = host.create_handle(u"en_US", {}, false, nullptr);
       ASSERT_NE(handle, nullptr);
-      EXPECT_EQ(row.abbreviations.count(zone_abbreviation(handle)), 1U);
+      EXPECT_EQ(abbreviations.count(zone_abbreviation(handle)), 1U);
     }
-    EXPECT_EQ(messages, row.messages);
-  }
+    EXPECT_EQ(messages, expected);
+  };
+  check("Asia/Tokyo", {"JST"}, {});
+  check("EST5EDT,M3.2.0,M11.1.0", {"EST", "EDT"},
+        {{journal_warning,
+          "Invalid OS TIMEZONE value is detected. Use default TIMEZONE value instead"}});
   unsetenv("TZ");
 }
 

@@ -81,47 +81,42 @@ TEST(Calendar, AgreesWithAWalkOverEveryDay) {
 
 // Days of four-digit years are those of the walk.
 TEST(Calendar, TakesAndRefusesDateParts) {
-  struct Row {
-    double month, day, year, julian, date;
-    int cutoff = 1950;
-  };
-  const Row rows[] = {
-      // Two-digit years, and cutoffs other than the usual one.
-      {1, 1, 49, 2049001, 32508},
-      {1, 1, 50, 1950001, -3652},
-      {1, 1, 0, 2000001, 14610},
-      {1, 1, 49, 1949001, -4017, 1900},
-      {1, 1, 99, 1999001, 14245, 1999},
-      {1, 1, 98, 2098001, 50405, 1999},
-      // Fractions are cut, once the double has passed the bounds.
-      {12.0, 30.5, 2000, 2000365, 14974},
-      {1, 1.999, 1960.9, 1960001, 0},
-      {1, 1, 0.5, 2000001, 14610},
-      {12, 31.5, 2000, missing, missing},
-      {4, 30.5, 2000, missing, missing},
-      {12.5, 1, 2000, missing, missing},
-      {0.999, 1, 2000, missing, missing},
-      {1, 0.999, 2000, missing, missing},
-      {1, 1, 20000.5, missing, missing},
-      {1, 1, 99.5, missing, missing},
-      {1, 1, 1581.999, missing, missing},
-      {1, 1, -0.5, missing, missing},
-      {2, 29, 1900, missing, missing},
-      {2, 29, 4000, missing, missing},
-      {4, 31, 2000, missing, missing},
-      {1, 1, 100, missing, missing},
-      {1, 1, 20001, missing, missing},
-      // A window that reaches past the calendar.
-      {1, 1, 5, missing, missing, 20000},
-      {1, 1, 5, missing, missing, 1500},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.month << '/' << row.day << '/' << row.year);
+  const auto check = [&](double month, double day, double year, double julian, double date,
+                         int cutoff = 1950) {
+    SCOPED_TRACE(testing::Message() << month << '/' << day << '/' << year);
     CalendarScratch scratch = initial_scratch;
-    scratch.year_cutoff = row.cutoff;
-    EXPECT_SAME(date_parts_to_julian(row.month, row.day, row.year, scratch), row.julian);
-    EXPECT_SAME(date_parts_to_date_value(row.month, row.day, row.year, scratch), row.date);
-  }
+    scratch.year_cutoff = cutoff;
+    EXPECT_SAME(date_parts_to_julian(month, day, year, scratch), julian);
+    EXPECT_SAME(date_parts_to_date_value(month, day, year, scratch), date);
+  };
+  // Two-digit years, and cutoffs other than the usual one.
+  check(1, 1, 49, 2049001, 32508);
+  check(1, 1, 50, 1950001, -3652);
+  check(1, 1, 0, 2000001, 14610);
+  check(1, 1, 49, 1949001, -4017, 1900);
+  check(1, 1, 99, 1999001, 14245, 1999);
+  check(1, 1, 98, 2098001, 50405, 1999);
+  // Fractions are cut, once the double has passed the bounds.
+  check(12.0, 30.5, 2000, 2000365, 14974);
+  check(1, 1.999, 1960.9, 1960001, 0);
+  check(1, 1, 0.5, 2000001, 14610);
+  check(12, 31.5, 2000, missing, missing);
+  check(4, 30.5, 2000, missing, missing);
+  check(12.5, 1, 2000, missing, missing);
+  check(0.999, 1, 2000, missing, missing);
+  check(1, 0.999, 2000, missing, missing);
+  check(1, 1, 20000.5, missing, missing);
+  check(1, 1, 99.5, missing, missing);
+  check(1, 1, 1581.999, missing, missing);
+  check(1, 1, -0.5, missing, missing);
+  check(2, 29, 1900, missing, missing);
+  check(2, 29, 4000, missing, missing);
+  check(4, 31, 2000, missing, missing);
+  check(1, 1, 100, missing, missing);
+  check(1, 1, 20001, missing, missing);
+  // A window that reaches past the calendar.
+  check(1, 1, 5, missing, missing, 20000);
+  check(1, 1, 5, missing, missing, 1500);
   for (const double bad : {nan, -nan, infinity, -infinity, missing, other_missing, 1e300, -1e300}) {
     CalendarScratch scratch = initial_scratch;
     EXPECT_TRUE(is_standard_missing(date_parts_to_julian(bad, 1, 2000, scratch)));

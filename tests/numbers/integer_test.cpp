@@ -228,23 +228,8 @@ TEST_F(IntegerTest, FollowsTheRulesForAnyCall) {
 }
 
 TEST_F(IntegerTest, ShowsPointers) {
-  struct Row {
-    IntegerCall<std::uint64_t> call;
-    std::u16string_view text;  // what is written, without zero units behind it
-    std::int64_t length;
-  };
-  constexpr Row rows[] = {{{0}, u"NIL", 3},
-                          {{0, -5, 9, pointer_left | pointer_prefix}, u"NIL  ", 5},
-                          {{31, 0, 9, pointer_prefix}, u"0x1F", 4},
-                          {{31, -6, INT32_MAX, pointer_prefix}, u"  0x1F", 6},
-                          {{31, 6, 0, pointer_left}, u"1F    ", 6},
-                          {{UINT64_MAX, 0, 0, pointer_prefix}, u"0xFFFFFFFFFFFFFFFF", 18},
-                          {{31, 10, 0, 0, 5}, u"   1F", 10},
-                          {{0x12345678, 10, 0, pointer_left, 5}, u"45678", 10},
-                          {{0x12345678, 0, 0, pointer_prefix, 5}, u"45678", 10},
-                          {{31, INT32_MIN, 0, 0, 3}, u" 1F", 2147483648},
-                          {{0, 0, 0, 0, -1}, u"", 3}};
-  for (const auto& [call, text, length] : rows) {
+  const auto check = [&](IntegerCall<std::uint64_t> call, std::u16string_view text,
+                         std::int64_t length) {
     const auto room = static_cast<std::size_t>(std::max<std::int64_t>(call.capacity, 0));
     std::u16string written(text);
     written.resize(room, u'\0');
@@ -252,7 +237,18 @@ TEST_F(IntegerTest, ShowsPointers) {
     EXPECT_EQ((show<char16_t>(call, services.format_pointer)),
               (Outcome<char16_t>{status, length, written}))
         << call;
-  }
+  };
+  check({0}, u"NIL", 3);
+  check({0, -5, 9, pointer_left | pointer_prefix}, u"NIL  ", 5);
+  check({31, 0, 9, pointer_prefix}, u"0x1F", 4);
+  check({31, -6, INT32_MAX, pointer_prefix}, u"  0x1F", 6);
+  check({31, 6, 0, pointer_left}, u"1F    ", 6);
+  check({UINT64_MAX, 0, 0, pointer_prefix}, u"0xFFFFFFFFFFFFFFFF", 18);
+  check({31, 10, 0, 0, 5}, u"   1F", 10);
+  check({0x12345678, 10, 0, pointer_left, 5}, u"45678", 10);
+  check({0x12345678, 0, 0, pointer_prefix, 5}, u"45678", 10);
+  check({31, INT32_MIN, 0, 0, 3}, u" 1F", 2147483648);
+  check({0, 0, 0, 0, -1}, u"", 3);
 }
 
 }  // namespace

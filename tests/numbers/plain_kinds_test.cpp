@@ -167,21 +167,16 @@ TEST_F(PlainKindsTest, GroupAsThePatternSays) {
 
 // The length that would have been needed; stars as far as there is a field.
 TEST_F(PlainKindsTest, FillWithStarsWhatDoesNotFit) {
-  struct Overflow {
-    NumberCall call;
-    int stars;
-    std::int64_t length;
+  const auto check = [&](const NumberCall& call, int stars, std::int64_t length) {
+    const Outcome<char16_t> wanted = {Status::does_not_fit, length,
+                                      std::u16string(static_cast<std::size_t>(stars), u'*')};
+    ASSERT_EQ(format(call), wanted) << call;
   };
-  constexpr Overflow cases[] = {{{12345, 2, 0, fixed, 3}, 2, 5},
-                                {{12, -9, 0, fixed, 3}, 3, 9},
-                                {{1, 0, 0, fixed, INT64_MIN}, 0, 1},
-                                {{1, INT32_MIN, 0, fixed, 4}, 4, 2147483648},
-                                {{missing('A'), 9, 2, decimal_aligned, 3}, 3, 9}};
-  for (const Overflow& row : cases) {
-    const Outcome<char16_t> wanted = {Status::does_not_fit, row.length,
-                                      std::u16string(static_cast<std::size_t>(row.stars), u'*')};
-    ASSERT_EQ(format(row.call), wanted) << row.call;
-  }
+  check({12345, 2, 0, fixed, 3}, 2, 5);
+  check({12, -9, 0, fixed, 3}, 3, 9);
+  check({1, 0, 0, fixed, INT64_MIN}, 0, 1);
+  check({1, INT32_MIN, 0, fixed, 4}, 4, 2147483648);
+  check({missing('A'), 9, 2, decimal_aligned, 3}, 3, 9);
 }
 
 TEST_F(PlainKindsTest, DoWithoutALength) {
@@ -204,20 +199,19 @@ TEST_F(PlainKindsTest, ShowMissingValues) {
   EXPECT_EQ(format({standard, 3, 0, fixed, 9, &none}),
             (Outcome<char16_t>{Status::no_missing_symbol, untouched_length, u""}));
   // Decimal-aligned: below the units digit of a number, in a field of blanks as wide as the room.
-  struct Aligned {
-    int width, decimals;
-    std::u16string_view text;
-    std::int64_t length;
-  };
-  constexpr Aligned cases[] = {{8, 2, u"     Z    ", 8},  {8, 0, u"       Z  ", 8},
-                               {8, 7, u"Z         ", 8},  {8, 8, u"       Z  ", 8},
-                               {0, 0, u"Z         ", 1},  {-8, 2, u"     Z    ", 8},
-                               {3, 99, u"  Z       ", 3}, {40, 2, u"**********", 40}};
-  for (const auto& [width, decimals, text, length] : cases) {
+  const auto check = [&](int width, int decimals, std::u16string_view text, std::int64_t length) {
     const NumberCall call = {missing('Z'), width, decimals, decimal_aligned, 10};
     const Status status = length > 10 ? Status::does_not_fit : Status::ok;
     EXPECT_EQ(format(call), (Outcome<char16_t>{status, length, std::u16string(text)})) << call;
-  }
+  };
+  check(8, 2, u"     Z    ", 8);
+  check(8, 0, u"       Z  ", 8);
+  check(8, 7, u"Z         ", 8);
+  check(8, 8, u"       Z  ", 8);
+  check(0, 0, u"Z         ", 1);
+  check(-8, 2, u"     Z    ", 8);
+  check(3, 99, u"  Z       ", 3);
+  check(40, 2, u"**********", 40);
 }
 
 }  // namespace

@@ -88,23 +88,18 @@ TEST_F(WidthBoundTest, DecimalAlignedKeepsDecimalsAndSaysWhereItCannot) {
 }
 
 TEST_F(WidthBoundTest, ExponentOnlyFillsItsField) {
-  struct Row {  // NOLINT(*Padding): tables read better
-    double value;
-    int width;
-    std::u16string_view text;
-    Status status = Status::ok;
+  const auto check = [&](double value, int width, std::u16string_view text,
+                         Status status = Status::ok) {
+    expect({value, width, 0, exponent_only}, text, status);
   };
-  constexpr Row rows[] = {{0, 7, u" 0.0E+0"},
-                          {-1.0 / 3, 7, u"-3.3E-1"},
-                          {-9.99, 9, u" -9.99E+0"},
-                          {-1e15, 7, u" -1E+15", dropped},
-                          {1e100, 7, u" 1E+100", dropped},
-                          {9.96e99, 7, u" 1E+100", dropped},
-                          {-9.5e-100, 7, u" -1E-99", dropped},
-                          {5e-324, 9, u"4.94E-324"}};
-  for (const Row& row : rows) {
-    expect({row.value, row.width, 0, exponent_only}, row.text, row.status);
-  }
+  check(0, 7, u" 0.0E+0");
+  check(-1.0 / 3, 7, u"-3.3E-1");
+  check(-9.99, 9, u" -9.99E+0");
+  check(-1e15, 7, u" -1E+15", dropped);
+  check(1e100, 7, u" 1E+100", dropped);
+  check(9.96e99, 7, u" 1E+100", dropped);
+  check(-9.5e-100, 7, u" -1E-99", dropped);
+  check(5e-324, 9, u"4.94E-324");
   // Decimals past the fourteenth are zeros; without any there is no point.
   expect({1.0 / 3, 32, 20, bound_exponent}, u"       3.33333333333333000000E-1");
   expect({1.0 / 3, 10, 30, bound_exponent}, u"3.33333E-1", dropped);

@@ -35,35 +35,30 @@ TEST(Usage, HelpIsOutputAndHasExamples) {
 }
 
 TEST(Usage, WrongCommandLinesSayWhatIsWrong) {
-  const struct {
-    Arguments arguments;
-    const char* part;
-  } cases[] = {
-      {{}, "jwnls needs one of format, read, convert, locales, zones, show"},
-      {{"frobnicate"}, "frobnicate"},
-      {{"format"}, "format needs one of date, time, datetime, number"},
-      {{"format", "dates"}, "dates"},
-      {{"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate"},
-      {{"format", "date", "-l"}, "--locale"},
-      {{"format", "date", "-s", "huge", "2024-03-15"}, "'huge' is no style of a date: short (1)"},
-      {{"format", "datetime", "-s", "long", "2024-03-15"}, "'long' is no style of a datetime"},
-      {{"format", "time", "-s", "long", "14:30"}, "-s"},
-      {{"read"}, "read needs one of date, time, datetime, period"},
-      {{"read", "date", "-s", "long", "3/4/2024"}, "--style requires --as"},
-      {{"read", "date", "--raw", "--as", "de", "3/4/2024"}, "--raw excludes --as"},
-      {{"read", "date", "--pattern", "4", "3/4/2024"}, "pattern 4: not 0 to 3"},
-      {{"read", "period", "--year-cutoff", "99", "Jan-49"}, "99"},
-      {{"convert"}, "convert needs one of date, time, datetime"},
-      {{"convert", "date", "--from", "de", "3/4/2024"}, "--to is required"},
-      {{"show", "de_DE", "fr_FR"}, "fr_FR"},
-  };
-  for (const auto& [arguments, part] : cases) {
+  const auto check = [&](const Arguments& arguments, const char* part) {
     const auto outcome = run_tool({arguments});
     EXPECT_EQ(outcome.exit_code, 2) << part;
     EXPECT_EQ(outcome.output, "");
     EXPECT_NE(outcome.errors.find(part), std::string::npos) << outcome.errors;
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
-  }
+  };
+  check({}, "jwnls needs one of format, read, convert, locales, zones, show");
+  check({"frobnicate"}, "frobnicate");
+  check({"format"}, "format needs one of date, time, datetime, number");
+  check({"format", "dates"}, "dates");
+  check({"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate");
+  check({"format", "date", "-l"}, "--locale");
+  check({"format", "date", "-s", "huge", "2024-03-15"}, "'huge' is no style of a date: short (1)");
+  check({"format", "datetime", "-s", "long", "2024-03-15"}, "'long' is no style of a datetime");
+  check({"format", "time", "-s", "long", "14:30"}, "-s");
+  check({"read"}, "read needs one of date, time, datetime, period");
+  check({"read", "date", "-s", "long", "3/4/2024"}, "--style requires --as");
+  check({"read", "date", "--raw", "--as", "de", "3/4/2024"}, "--raw excludes --as");
+  check({"read", "date", "--pattern", "4", "3/4/2024"}, "pattern 4: not 0 to 3");
+  check({"read", "period", "--year-cutoff", "99", "Jan-49"}, "99");
+  check({"convert"}, "convert needs one of date, time, datetime");
+  check({"convert", "date", "--from", "de", "3/4/2024"}, "--to is required");
+  check({"show", "de_DE", "fr_FR"}, "fr_FR");
 }
 
 TEST(Failures, UnknownNamesAndMissingModules) {

@@ -28,22 +28,16 @@ TEST(Format, WritesALineForEachValue) {
 }
 
 TEST(Format, ShowsInstantsInTheTimeZone) {
-  const struct {
-    const char* kind;
-    const char* zone;
-    const char* value;
-    const char* output;
-  } cases[] = {
-      {"datetime", "Europe/Berlin", "2024-07-01T12:00:00Z", "01.07.2024, 14:00:00\n"},
-      {"datetime", "Europe/Berlin", "2024-07-01T12:00:00", "01.07.2024, 12:00:00\n"},
-      {"datetime", "Asia/Tokyo", "2024-12-31 23:30:00 -05:00", "01.01.2025, 13:30:00\n"},
-      {"date", "Asia/Tokyo", "2024-12-31T20:00:00Z", "01.01.2025\n"},
-      {"date", "Asia/Tokyo", "2024-12-31T20:00:00", "31.12.2024\n"},
-      {"time", "UTC-03:30", "2024-12-31T20:00:00Z", "16:30:00\n"},
-  };
-  for (const auto& [kind, zone, value, output] : cases) {
+  const auto check = [&](const char* kind, const char* zone, const char* value,
+                         const char* output) {
     expect({{{"format", kind, "-l", "de_DE", "-z", zone, value}, output}});
-  }
+  };
+  check("datetime", "Europe/Berlin", "2024-07-01T12:00:00Z", "01.07.2024, 14:00:00\n");
+  check("datetime", "Europe/Berlin", "2024-07-01T12:00:00", "01.07.2024, 12:00:00\n");
+  check("datetime", "Asia/Tokyo", "2024-12-31 23:30:00 -05:00", "01.01.2025, 13:30:00\n");
+  check("date", "Asia/Tokyo", "2024-12-31T20:00:00Z", "01.01.2025\n");
+  check("date", "Asia/Tokyo", "2024-12-31T20:00:00", "31.12.2024\n");
+  check("time", "UTC-03:30", "2024-12-31T20:00:00Z", "16:30:00\n");
 }
 
 TEST(Format, KnowsNow) {
@@ -85,28 +79,21 @@ TEST(Format, SaysWhichValueIsBadAndWhyAndGoesOn) {
 }
 
 TEST(Format, TakesTheLocaleOfTheEnvironment) {
-  const struct {
-    std::vector<std::string> environment;
-    const char* output;
-    const char* errors = "";
-    int exit_code = 0;
-  } cases[] = {
-      {{}, "03/15/2024\n"},
-      {{"LANG=de_DE.UTF-8"}, "15.03.2024\n"},
-      {{"LANG=de_DE", "LC_TIME=sv_SE.UTF-8", "LC_ALL="}, "2024-03-15\n"},
-      {{"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "03/15/2024\n"},
-      {{"LANG=de_US"},
-       "15.03.2024\n",
-       "jwnls: note: locale 'de_US' (from LANG) is not known as such; using de\n"},
-      {{"LC_TIME=tlh_AA"}, "", "jwnls: locale 'tlh_AA': unknown (from LC_TIME)\n", 3},
-  };
-  for (const auto& [environment, output, errors, exit_code] : cases) {
+  const auto check = [&](const std::vector<std::string>& environment, const char* output,
+                         const char* errors = "", int exit_code = 0) {
     expect({{{"format", "date", "-s", "short", "2024-03-15"},
              output,
              errors,
              exit_code,
              environment}});
-  }
+  };
+  check({}, "03/15/2024\n");
+  check({"LANG=de_DE.UTF-8"}, "15.03.2024\n");
+  check({"LANG=de_DE", "LC_TIME=sv_SE.UTF-8", "LC_ALL="}, "2024-03-15\n");
+  check({"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "03/15/2024\n");
+  check({"LANG=de_US"}, "15.03.2024\n",
+        "jwnls: note: locale 'de_US' (from LANG) is not known as such; using de\n");
+  check({"LC_TIME=tlh_AA"}, "", "jwnls: locale 'tlh_AA': unknown (from LC_TIME)\n", 3);
 }
 
 // Many lines, and one of 100 MB, under a limit that holds the program and its modules alone.

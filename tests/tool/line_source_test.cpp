@@ -43,22 +43,17 @@ std::vector<Line> lines_of(const std::string& text, std::size_t piece_bytes) {
 
 TEST(LineSource, GivesLinesWithoutTheirEnds) {
   const std::string bom = "\xEF\xBB\xBF";
-  const struct {
-    std::string text;
-    std::vector<Line> lines;
-  } cases[] = {
-      {"", {}},
-      {"\n", {{1, "", false}}},
-      {"a", {{1, "a", false}}},
-      {"a\nb", {{1, "a", false}, {2, "b", false}}},
-      {"a\r\n\r\nb\n", {{1, "a", false}, {2, "", false}, {3, "b", false}}},
-      {bom + "a\n" + bom + "b", {{1, "a", false}, {2, bom + "b", false}}},
-      {std::string("a\0b\n", 4), {{1, std::string("a\0b", 3), false}}},
-  };
-  for (const auto& [text, lines] : cases) {
+  const auto check = [&](const std::string& text, const std::vector<Line>& lines) {
     for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{1000}})
       EXPECT_EQ(lines_of(text, piece), lines);
-  }
+  };
+  check("", {});
+  check("\n", {{1, "", false}});
+  check("a", {{1, "a", false}});
+  check("a\nb", {{1, "a", false}, {2, "b", false}});
+  check("a\r\n\r\nb\n", {{1, "a", false}, {2, "", false}, {3, "b", false}});
+  check(bom + "a\n" + bom + "b", {{1, "a", false}, {2, bom + "b", false}});
+  check(std::string("a\0b\n", 4), {{1, std::string("a\0b", 3), false}});
 }
 
 TEST(LineSource, CutsLinesThatAreTooLong) {

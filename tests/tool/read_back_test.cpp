@@ -18,24 +18,19 @@ TEST(ReadBack, NamesTheLocalesThatDoNot) {
     const bool medium = test::medium_date_unread.count(info.name) == 0;
     const bool long_form = test::long_date_unread.count(info.name) == 0;
     const bool strict_time = test::designator_first.count(info.name) == 0;
-    const struct {
-      std::string text;
-      bool is_read;
-    } rows[] = {
-        {dates_read_back(*locale, client::DateStyle::short_numeric, false), true},
-        {dates_read_back(*locale, client::DateStyle::medium, false), medium},
-        {dates_read_back(*locale, client::DateStyle::long_form, true), long_form},
-        {times_read_back(*locale, false), true},
-        {times_read_back(*locale, true), strict_time},
-        {datetimes_read_back(*locale, false), medium},
-        {datetimes_read_back(*locale, true), medium && strict_time},
-        {numbers_read_back(*locale), true},
-        {integers_read_back(*locale), true},
-    };
-    for (const auto& [text, is_read] : rows) {
+    const auto check = [&](const std::string& text, bool is_read) {
       ASSERT_EQ(text == "yes", is_read) << info.name << ": " << text;
       EXPECT_EQ(text.starts_with("no: "), !is_read) << text;
-    }
+    };
+    check(dates_read_back(*locale, client::DateStyle::short_numeric, false), true);
+    check(dates_read_back(*locale, client::DateStyle::medium, false), medium);
+    check(dates_read_back(*locale, client::DateStyle::long_form, true), long_form);
+    check(times_read_back(*locale, false), true);
+    check(times_read_back(*locale, true), strict_time);
+    check(datetimes_read_back(*locale, false), medium);
+    check(datetimes_read_back(*locale, true), medium && strict_time);
+    check(numbers_read_back(*locale), true);
+    check(integers_read_back(*locale), true);
   }
 }
 

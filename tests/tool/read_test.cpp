@@ -10,45 +10,40 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 TEST(Read, WritesValuesAsProgramsDo) {
-  const struct {
-    Arguments arguments;
-    const char* output;
-  } cases[] = {
-      {{"read", "date", "-l", "de_DE", "15. März 2024", "15.3.24"}, "2024-03-15\n2024-03-15\n"},
-      {{"read", "date", "-l", "en_US", "--raw", "1/2/1960", "12/31/1959"}, "1\n-1\n"},
-      {{"read", "date", "-l", "en_US", "--pattern", "3", "--strict", "March 15, 2024"},
-       "2024-03-15\n"},
-      {{"read", "date", "-l", "fr_FR", "--as", "ja_JP", "-s", "long", "15 mars 2024"},
-       "2024年3月15日\n"},
-      {{"read", "time", "-l", "en_US", "2:30 PM", "00:05:09"}, "14:30:00\n00:05:09\n"},
-      {{"read", "time", "-l", "da_DK", "--raw", "14.30.05"}, "52205\n"},
-      {{"read", "datetime", "-l", "de_DE", "15.03.2024, 14:30:05"}, "2024-03-15T14:30:05\n"},
-      {{"read", "datetime", "-l", "de_DE", "-r", "01.01.1960 00:01"}, "60\n"},
-      {{"read", "period", "-l", "en_US", "--year-cutoff", "1900", "Jan-49", "W1, 2025"},
-       "1949-01-01\n2024-12-30\n"},
-      {{"convert", "date", "--from", "en_US", "--to", "de_DE", "-s", "long", "Mar 15, 2024"},
-       "15. März 2024\n"},
-      {{"convert", "time", "-f", "de_DE", "-t", "en_US", "14:30"}, "2:30:00 PM\n"},
-      {{"convert", "datetime", "-f", "ko_KR", "-t", "fr_FR", "2024. 3. 15. 오후 2:30"},
-       "15 mars 2024, 14:30:00\n"},
-      {{"read", "number", "-l", "de_DE", "1.234.567,89", "1e22", ".a", "", "-0"},
-       "1234567.89\n1e+22\n.A\n.\n-0\n"},
-      {{"read", "number", "-l", "fr_FR", "--blank-groups", "1 234,5", "-,5"}, "1234.5\n-0.5\n"},
-      {{"read", "number", "-l", "en_US", "--as", "hi_IN", "-d", "2", "1,234,567.891"},
-       "12,34,567.89\n"},
-      {{"read", "integer", "-l", "de_DE", "-1.234", "._"}, "-1234\n._\n"},
-      {{"read", "integer", "--unsigned", "18446744073709551615"}, "18446744073709551615\n"},
-      {{"read", "integer", "--hex", "0xFF", "ffff"}, "255\n65535\n"},
-      {{"read", "integer", "-l", "en_US", "--fraction", "1,234.00"}, "1234\n"},
-      {{"convert", "number", "-f", "de_DE", "-t", "en_US", "-d", "1", "-w", "9", "1.234,25"},
-       "  1,234.3\n"},
-      {{"convert", "integer", "-f", "C", "-t", "C", "--radix", "16", "--prefix", "255"}, "0xff\n"},
-  };
-  for (const auto& [arguments, output] : cases) {
+  const auto check = [&](const Arguments& arguments, const char* output) {
     const auto outcome = run_tool({arguments});
     EXPECT_EQ(outcome.output, output) << outcome.errors;
     EXPECT_EQ(outcome.exit_code, 0);
-  }
+  };
+  check({"read", "date", "-l", "de_DE", "15. März 2024", "15.3.24"}, "2024-03-15\n2024-03-15\n");
+  check({"read", "date", "-l", "en_US", "--raw", "1/2/1960", "12/31/1959"}, "1\n-1\n");
+  check({"read", "date", "-l", "en_US", "--pattern", "3", "--strict", "March 15, 2024"},
+        "2024-03-15\n");
+  check({"read", "date", "-l", "fr_FR", "--as", "ja_JP", "-s", "long", "15 mars 2024"},
+        "2024年3月15日\n");
+  check({"read", "time", "-l", "en_US", "2:30 PM", "00:05:09"}, "14:30:00\n00:05:09\n");
+  check({"read", "time", "-l", "da_DK", "--raw", "14.30.05"}, "52205\n");
+  check({"read", "datetime", "-l", "de_DE", "15.03.2024, 14:30:05"}, "2024-03-15T14:30:05\n");
+  check({"read", "datetime", "-l", "de_DE", "-r", "01.01.1960 00:01"}, "60\n");
+  check({"read", "period", "-l", "en_US", "--year-cutoff", "1900", "Jan-49", "W1, 2025"},
+        "1949-01-01\n2024-12-30\n");
+  check({"convert", "date", "--from", "en_US", "--to", "de_DE", "-s", "long", "Mar 15, 2024"},
+        "15. März 2024\n");
+  check({"convert", "time", "-f", "de_DE", "-t", "en_US", "14:30"}, "2:30:00 PM\n");
+  check({"convert", "datetime", "-f", "ko_KR", "-t", "fr_FR", "2024. 3. 15. 오후 2:30"},
+        "15 mars 2024, 14:30:00\n");
+  check({"read", "number", "-l", "de_DE", "1.234.567,89", "1e22", ".a", "", "-0"},
+        "1234567.89\n1e+22\n.A\n.\n-0\n");
+  check({"read", "number", "-l", "fr_FR", "--blank-groups", "1 234,5", "-,5"}, "1234.5\n-0.5\n");
+  check({"read", "number", "-l", "en_US", "--as", "hi_IN", "-d", "2", "1,234,567.891"},
+        "12,34,567.89\n");
+  check({"read", "integer", "-l", "de_DE", "-1.234", "._"}, "-1234\n._\n");
+  check({"read", "integer", "--unsigned", "18446744073709551615"}, "18446744073709551615\n");
+  check({"read", "integer", "--hex", "0xFF", "ffff"}, "255\n65535\n");
+  check({"read", "integer", "-l", "en_US", "--fraction", "1,234.00"}, "1234\n");
+  check({"convert", "number", "-f", "de_DE", "-t", "en_US", "-d", "1", "-w", "9", "1.234,25"},
+        "  1,234.3\n");
+  check({"convert", "integer", "-f", "C", "-t", "C", "--radix", "16", "--prefix", "255"}, "0xff\n");
 }
 
 TEST(Read, SaysWhereAndWhyAndGoesOn) {
