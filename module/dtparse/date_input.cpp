@@ -20,6 +20,7 @@ bool day_of_parts(const DateTimeParts& parts, std::int32_t& day) noexcept {
   return true;
 }
 
+// Everything but a date by one pattern.
 template <typename Unit>
 class DateReading {
  public:
@@ -71,10 +72,7 @@ class DateReading {
     DateTimeParts parts;
     if (!walk_pattern(handle_, input, pattern, dialect_, parts)) return false;
     double seconds = 0;
-    if (!input.at_end()) {
-      const bool single = (mode_ & pattern_bits) != 0;
-      if (wants_datetime() ? !read_rest_as_time(input, seconds) : !single) return false;
-    }
+    if (!input.at_end() && (!wants_datetime() || !read_rest_as_time(input, seconds))) return false;
     settle(parts, seconds, input);
     return true;
   }
@@ -108,15 +106,37 @@ class DateReading {
   std::uint64_t consumed_ = 0;
 };
 
+// The text has no trailing blanks.
+template <typename Unit>
+[[gnu::noinline]] std::uint32_t read_date_or_datetime(LocaleHandle* handle, const Unit* text,
+                                                      std::int64_t length, std::uint32_t mode,
+                                                      double* value,
+                                                      std::uint64_t* consumed) noexcept {
+  const InputText<Unit> whole(text, length);
+  DateReading<Unit> reading(handle, whole, mode);
+  if (!reading.run()) return deliver_no_match(value, consumed);
+  return deliver(reading.value(), reading.consumed(), value, consumed);
+}
+
 }  // namespace
 
 template <typename Unit>
 std::uint32_t read_date(LocaleHandle* handle, const Unit* text, std::int64_t length,
                         std::uint32_t mode, double* value, std::uint64_t* consumed) noexcept {
   const InputText<Unit> whole = InputText<Unit>(text, length).without_trailing_blanks();
-  DateReading<Unit> reading(handle, whole, mode);
-  if (!reading.run()) return deliver_no_match(value, consumed);
-  return deliver(reading.value(), reading.consumed(), value, consumed);
+  const std::uint32_t number = mode & pattern_bits;
+  if (number == 0 || (mode & datetime_bit) != 0) {
+    return read_date_or_datetime(handle, text, static_cast<std::int64_t>(whole.length), mode, value,
+                                 consumed);
+  }
+  TextCursor<Unit> input = whole.cursor();
+  DateTimeParts parts;
+  const std::u16string_view pattern = text_of(handle->record->date_patterns[number - 1]);
+  std::int32_t day = 0;
+  if (!walk_pattern(handle, input, pattern, dialect_of(mode), parts) || !day_of_parts(parts, day)) {
+    return deliver_no_match(value, consumed);
+  }
+  return deliver(day, whole.consumed_at(input), value, consumed);
 }
 
 template std::uint32_t read_date(LocaleHandle*, const char16_t*, std::int64_t, std::uint32_t,
