@@ -11,39 +11,34 @@
 #include <string>
 
 #include "host/locale_names.h"
-#include "module/calendar/date_services.h"
+#include "module/frame/service_table.h"
 #include "tests/database/loaded_extension.h"
+#include "tests/support/formatting_call.h"
 
 namespace jwnls::test {
 namespace {
 
 using IcuFormat = icu::LocalUDateFormatPointer;
 
-struct Moment {
-  std::int32_t year, month, day;
-  std::int32_t seconds;  // of the day
-};
-
 // Every month, every weekday, one- and two-digit days and hours, noon and midnight, leap days, both
 // ends of what both calendars know.
-constexpr Moment moments[] = {
-    {2024, 1, 1, 0},      {2024, 2, 29, 43199},  {2024, 3, 15, 43200},  {2023, 4, 30, 46805},
-    {2022, 5, 7, 86399},  {2021, 6, 9, 3661},    {2020, 7, 4, 35999},   {1999, 8, 31, 36000},
-    {1969, 9, 12, 50709}, {1900, 10, 3, 75600},  {1752, 11, 23, 32767}, {2000, 12, 31, 61200},
-    {1582, 1, 10, 12345}, {1582, 10, 10, 23456}, {3999, 12, 8, 80000},
+constexpr Instant moments[] = {
+    {2024, 1, 1},
+    {2024, 2, 29, 11, 59, 59},
+    {2024, 3, 15, 12},
+    {2023, 4, 30, 13, 0, 5},
+    {2022, 5, 7, 23, 59, 59},
+    {2021, 6, 9, 1, 1, 1},
+    {2020, 7, 4, 9, 59, 59},
+    {1999, 8, 31, 10},
+    {1969, 9, 12, 14, 5, 9},
+    {1900, 10, 3, 21},
+    {1752, 11, 23, 9, 6, 7},
+    {2000, 12, 31, 17},
+    {1582, 1, 10, 3, 25, 45},
+    {1582, 10, 10, 6, 30, 56},
+    {3999, 12, 8, 22, 13, 20},
 };
-
-constexpr double milliseconds_per_day = 86'400'000;
-
-// The value of a moment in ICU's count, and in the services': days since 1 January 1960.
-std::int32_t day_of(const Moment& moment) {
-  return day_from_civil({moment.year, moment.month, moment.day});
-}
-double icu_value(const Moment& moment) {
-  constexpr std::int32_t days_to_1970 = 3653;
-  return (day_of(moment) - days_to_1970) * milliseconds_per_day + moment.seconds * 1000.0;
-}
-double datetime_value(const Moment& moment) { return day_of(moment) * 86'400.0 + moment.seconds; }
 
 // ---- ICU's text, with the replacements made.
 
@@ -127,7 +122,12 @@ class IcuLocale {
   std::string name_;
 };
 
-std::u16string icu_text(const IcuFormat& format, const Moment& moment) {
+// Milliseconds from 1970.
+double icu_value(const Instant& moment) {
+  return (seconds_of(moment) - seconds_of({1970, 1, 1})) * 1000;
+}
+
+std::u16string icu_text(const IcuFormat& format, const Instant& moment) {
   char16_t text[512];
   UErrorCode error = U_ZERO_ERROR;
   const int32_t length =
@@ -136,48 +136,27 @@ std::u16string icu_text(const IcuFormat& format, const Moment& moment) {
   return as_typed({text, static_cast<std::size_t>(length)});
 }
 
-// ---- The module's text.
-
-class ModuleLocale {
- public:
-  ModuleLocale(FakeHost& host, LocaleRecord& record) {
-    handle_.context = &host.context;
-    handle_.record = &record;
-  }
-
-  std::u16string date(const Moment& moment, std::uint32_t style) {
-    return text(format_date<char16_t>(&handle_, moment.month, moment.day, moment.year, style, out_,
-                                      room, &length_));
-  }
-  std::u16string time(const Moment& moment) {
-    return text(format_time<char16_t>(&handle_, datetime_value(moment), 0, out_, room, &length_));
-  }
-  std::u16string datetime(const Moment& moment, std::uint32_t style) {
-    return text(
-        format_datetime<char16_t>(&handle_, datetime_value(moment), style, out_, room, &length_));
-  }
-
- private:
-  std::u16string text(std::uint32_t status) const {
-    EXPECT_EQ(status, 0u);
-    return {out_, static_cast<std::size_t>(length_)};
-  }
-
-  LocaleHandle handle_ = {};
-  static constexpr std::int64_t room = 512;
-  char16_t out_[room];
-  std::int64_t length_ = 0;
-};
+std::u16string module_text(LocaleHandle& handle, Service service, const Instant& moment,
+                           std::uint32_t style) {
+  char16_t text[512];
+  std::int64_t length = 0;
+  EXPECT_EQ(call(&handle, service, moment, style, text, std::int64_t{std::size(text)}, &length),
+            0u);
+  return {text, static_cast<std::size_t>(length)};
+}
 
 TEST(IcuComparison, EveryLocaleWritesWhatIcuWrites) {
   const Database database;
   FakeHost host;
   host.recording = false;
+  LocaleHandle handle = {};
+  handle.services = services;
+  handle.context = &host.context;
   const auto as_it_is = [](std::u16string_view pattern) { return std::u16string(pattern); };
   for (const host::LocaleRow& row : host::available_locales()) {
     SCOPED_TRACE(row.name);
     const auto record = database.record(row.name);
-    ModuleLocale module(host, *record);
+    handle.record = record.get();
     const IcuLocale icu(row.name);
     // Records know one set of digits: Hawaiian "15/iii/2024" is "15/3/2024" here.
     const bool has_roman_months = row.name.starts_with("haw");
@@ -186,13 +165,16 @@ TEST(IcuComparison, EveryLocaleWritesWhatIcuWrites) {
     const IcuFormat long_date = icu.format(UDAT_LONG, UDAT_NONE, as_it_is);
     const IcuFormat time = icu.format(UDAT_NONE, UDAT_MEDIUM, clock);
     const IcuFormat datetime = icu.format(UDAT_MEDIUM, UDAT_MEDIUM, clock);
-    for (const Moment& moment : moments) {
-      EXPECT_EQ(module.date(moment, 0) == icu_text(short_date, moment), !has_roman_months);
-      EXPECT_EQ(module.date(moment, 1), icu_text(medium_date, moment));
-      EXPECT_EQ(module.date(moment, 2), icu_text(long_date, moment));
-      EXPECT_EQ(module.time(moment), icu_text(time, moment));
-      EXPECT_EQ(module.datetime(moment, 0), icu_text(time, moment));
-      EXPECT_EQ(module.datetime(moment, 1), icu_text(datetime, moment));
+    for (const Instant& moment : moments) {
+      const auto text = [&](Service service, std::uint32_t style) {
+        return module_text(handle, service, moment, style);
+      };
+      EXPECT_EQ(text(Service::date, 0) == icu_text(short_date, moment), !has_roman_months);
+      EXPECT_EQ(text(Service::date, 1), icu_text(medium_date, moment));
+      EXPECT_EQ(text(Service::date, 2), icu_text(long_date, moment));
+      EXPECT_EQ(text(Service::time, 0), icu_text(time, moment));
+      EXPECT_EQ(text(Service::datetime, 0), icu_text(time, moment));
+      EXPECT_EQ(text(Service::datetime, 1), icu_text(datetime, moment));
     }
   }
 }

@@ -106,48 +106,37 @@ TEST_F(LocaleRecordTest, SymbolsDiffer) {
   });
 }
 
-struct Expected {
-  const char* locale;
-  const char16_t* short_date;
-  const char16_t* long_date;
-  const char16_t* time;
-  char16_t decimal;
-  char16_t grouping;
-  const char16_t* sizes;
-  const char16_t* currency;
-  const char16_t* currency_code;
-};
-
 // One locale for each replacement.
-constexpr Expected replacements[] = {
-    {"en_US", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"$", u"USD"},
-    {"de_CH", u"%d.%m.%Y", u"%E. %B %Y", u"%H:%M:%S", u'.', u'\u2019', u"3", u"CHF\u00A0", u"CHF"},
-    {"fr_FR", u"%d/%m/%Y", u"%E %B %Y", u"%H:%M:%S", u',', u'\u00A0', u"3", u"\u20AC", u"EUR"},
-    {"hi_IN", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3;2", u"\u20B9", u"INR"},
-    {"ja_JP", u"%Y/%m/%d", u"%Y年%O月%E日", u"%#H:%M:%S", u'.', u',', u"3", u"\uFFE5", u"JPY"},
-    {"vi_VN", u"%d/%m/%Y", u"%E tháng %O, %Y", u"%H:%M:%S", u',', u'.', u"3", u"\u20AB", u"VND"},
-    {"th_TH", u"%E/%O/%Y", u"%E %B ค.ศ. %Y", u"%H:%M:%S", u'.', u',', u"3", u"฿", u"THB"},
-    {"ko_KR", u"%Y. %m. %d.", u"%Y년 %O월 %E일", u"%p %#I:%M:%S", u'.', u',', u"3", u"\u20A9",
-     u"KRW"},
-    {"ar_001", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"¤", u"XXX"},
-    {"en_US_POSIX", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"", u"$", u"USD"},
-};
-
 TEST_F(LocaleRecordTest, ReplacementsAreMade) {
-  for (const Expected& row : replacements) {
-    SCOPED_TRACE(row.locale);
-    const auto record = database_.record(row.locale);
-    EXPECT_EQ(text_of(record->date_patterns[0]), row.short_date);
-    EXPECT_EQ(text_of(record->date_patterns[2]), row.long_date);
-    EXPECT_EQ(text_of(record->time_pattern), row.time);
-    EXPECT_EQ(record->decimal_symbol, row.decimal);
-    EXPECT_EQ(record->grouping_symbol, row.grouping);
-    EXPECT_EQ(grouping_of(*record), row.sizes);
-    EXPECT_EQ(currency_symbol_of(*record), row.currency);
+  const auto check = [this](const char* locale, const char16_t* short_date,
+                            const char16_t* long_date, const char16_t* time, char16_t decimal,
+                            char16_t grouping, const char16_t* sizes, const char16_t* currency,
+                            const char16_t* currency_code) {
+    SCOPED_TRACE(locale);
+    const auto record = database_.record(locale);
+    EXPECT_EQ(text_of(record->date_patterns[0]), short_date);
+    EXPECT_EQ(text_of(record->date_patterns[2]), long_date);
+    EXPECT_EQ(text_of(record->time_pattern), time);
+    EXPECT_EQ(record->decimal_symbol, decimal);
+    EXPECT_EQ(record->grouping_symbol, grouping);
+    EXPECT_EQ(grouping_of(*record), sizes);
+    EXPECT_EQ(currency_symbol_of(*record), currency);
     TextEntry code;
     std::memcpy(&code, record->area_6, sizeof code);
-    EXPECT_EQ(text_of(code), row.currency_code);
-  }
+    EXPECT_EQ(text_of(code), currency_code);
+  };
+  check("en_US", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"$", u"USD");
+  check("de_CH", u"%d.%m.%Y", u"%E. %B %Y", u"%H:%M:%S", u'.', u'\u2019', u"3", u"CHF\u00A0",
+        u"CHF");
+  check("fr_FR", u"%d/%m/%Y", u"%E %B %Y", u"%H:%M:%S", u',', u'\u00A0', u"3", u"\u20AC", u"EUR");
+  check("hi_IN", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3;2", u"\u20B9", u"INR");
+  check("ja_JP", u"%Y/%m/%d", u"%Y年%O月%E日", u"%#H:%M:%S", u'.', u',', u"3", u"\uFFE5", u"JPY");
+  check("vi_VN", u"%d/%m/%Y", u"%E tháng %O, %Y", u"%H:%M:%S", u',', u'.', u"3", u"\u20AB", u"VND");
+  check("th_TH", u"%E/%O/%Y", u"%E %B ค.ศ. %Y", u"%H:%M:%S", u'.', u',', u"3", u"฿", u"THB");
+  check("ko_KR", u"%Y. %m. %d.", u"%Y년 %O월 %E일", u"%p %#I:%M:%S", u'.', u',', u"3", u"\u20A9",
+        u"KRW");
+  check("ar_001", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"¤", u"XXX");
+  check("en_US_POSIX", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"", u"$", u"USD");
 }
 
 TEST_F(LocaleRecordTest, UnreadAreasDescribeTheLocale) {

@@ -3,7 +3,6 @@
 #include <limits>
 #include <vector>
 
-#include "module/text/utf8_unit.h"
 #include "tests/number_input/number_input_test.h"
 
 namespace jwnls::test {
@@ -14,15 +13,6 @@ constexpr Status invalid = Status::invalid_number;
 
 using namespace integer_input_flags;
 constexpr std::uint32_t hex = hexadecimal;
-
-std::string utf8(std::u16string_view text) {
-  std::string bytes;
-  for (const char16_t unit : text) {
-    char encoded[longest_utf8_unit];
-    bytes.append(encoded, encode_utf8_unit(unit, encoded));
-  }
-  return bytes;
-}
 
 using Wide = __int128;  // every integer that a row may expect
 
@@ -51,7 +41,7 @@ class IntegerInputTest : public NumberInputTest {
     std::u16string text = row.text;
     const std::size_t bar = std::min(text.find(u'|'), text.size());
     std::erase(text, u'|');
-    SCOPED_TRACE(utf8(text) + " with " + utf8(symbols));
+    SCOPED_TRACE(encoded(text) + " with " + encoded(symbols));
     set_symbols(symbols);
     const ServiceTable& slots = handle->services;
     const auto each = [&]<typename Integer>(ReadInteger<Integer, char16_t>* wide,
@@ -66,10 +56,10 @@ class IntegerInputTest : public NumberInputTest {
       } else if (row.value > Limits::max() || row.value < Limits::min()) {
         expected = {Status::integer_overflow, 0, 0};
       }
-      const std::string bytes = utf8(text);
+      const std::string bytes = encoded(text);
       expected.consumed = static_cast<std::int64_t>(end);
       EXPECT_EQ(integer(wide, std::u16string_view(text), flags), expected);
-      expected.consumed = std::ssize(utf8(std::u16string_view(text).substr(0, end)));
+      expected.consumed = std::ssize(encoded(std::u16string_view(text).substr(0, end)));
       EXPECT_EQ(integer(narrow, std::string_view(bytes), flags), expected);
     };
     each(slots.read_int64, slots.read_int64_8bit);

@@ -18,6 +18,7 @@
 #include "module/frame/service_table.h"
 #include "module/record/number_flags.h"
 #include "module/record/status.h"
+#include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 
 namespace jwnls::test {
@@ -91,9 +92,9 @@ class NumberInputTest : public testing::Test {
                                             std::int64_t*, Arguments...),
                       std::basic_string_view<Unit> text, More... more) {
     NumberAnswer answer = {{}, -77.25, -77};
-    answer.status =
-        Status{slot(handle.get(), buffer<Unit>().hold(text), static_cast<std::int32_t>(text.size()),
-                    &answer.value, &answer.consumed, more...)};
+    answer.status = Status{slot(handle.get(), guarded_buffer<Unit>().hold(text),
+                                static_cast<std::int32_t>(text.size()), &answer.value,
+                                &answer.consumed, more...)};
     return answer;
   }
   NumberAnswer number(std::u16string_view text) {
@@ -104,21 +105,14 @@ class NumberInputTest : public testing::Test {
   Answer<Integer> integer(ReadInteger<Integer, Unit>* slot, std::basic_string_view<Unit> text,
                           std::uint32_t flags) {
     Answer<Integer> answer = {{}, 77, -77};
-    answer.status =
-        Status{slot(handle.get(), buffer<Unit>().hold(text), static_cast<std::int64_t>(text.size()),
-                    flags, &answer.value, &answer.consumed)};
+    answer.status = Status{slot(handle.get(), guarded_buffer<Unit>().hold(text),
+                                static_cast<std::int64_t>(text.size()), flags, &answer.value,
+                                &answer.consumed)};
     return answer;
   }
 
   std::unique_ptr<LocaleRecord> record = std::make_unique<LocaleRecord>();
   std::unique_ptr<LocaleHandle> handle = std::make_unique<LocaleHandle>();
-
- private:
-  template <typename Unit>
-  GuardedBuffer<Unit>& buffer() {
-    static GuardedBuffer<Unit> all{1 << 16};
-    return all;
-  }
 };
 
 }  // namespace jwnls::test

@@ -13,59 +13,48 @@ using PlainKindsTest = NumbersTest;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-struct Row {  // NOLINT(*Padding): tables read better
-  double value;
-  int width;
-  int decimals;
-  std::uint32_t flags;
-  std::u16string_view text;
-  Status status = Status::ok;
-};
-
-constexpr Row rows[] = {
-    // Halves round up, on what the double really holds: 1.005 is stored just below the half.
-    {2.5, 0, 0, fixed, u"3"},
-    {-0.5, 0, 0, fixed, u"-1"},
-    {0.125, 0, 2, fixed, u"0.13"},
-    {1.005, 0, 2, fixed, u"1.00"},
-    // Carries.
-    {999999.9999, 0, 2, fixed | group, u"1,000,000.00"},
-    {9.996, 0, 2, exponent_small, u"1.00e+01"},
-    {999999.5, 0, 6, general, u"1000000"},
-    // Signs: a value that rounds to zero keeps its minus, -0.0 has none.
-    {-0.004, 0, 2, fixed, u"-0.00"},
-    {-0.0, 0, 2, fixed, u"0.00"},
-    {1, 0, 0, fixed | blank, u" 1"},
-    {1, 0, 0, fixed | blank | zero_fill, u"1"},
-    // Fields.
-    {-1.5, 8, 1, fixed | zero_fill, u"-00001.5"},
-    {1234.5, 10, 1, fixed | zero_fill | group, u"0001,234.5"},
-    {1.5, -8, 1, fixed | zero_fill, u"1.5     "},
-    {5, 0, 0, fixed | point, u"5."},
-    // Exponents: two digits, a third when it is needed.
-    {1.5e-123, 0, 2, exponent_capital, u"1.50E-123"},
-    // General.
-    {0.0001, 0, 6, 0, u"0.0001"},
-    {0.00001, 0, 6, 0, u"1e-05"},
-    {1234567, 0, -3, general_capital | exponent_small, u"1.23457E+06"},
-    {0, 0, 3, general | trailing_zeros, u"0.00"},
-    // The fraction alone.
-    {12.96, 0, 1, fraction_only, u"1.0"},
-    {-12.25, 0, 2, fraction_only, u"-0.25"},
-    // Infinities need room in the width and take no part in it otherwise.
-    {-infinity, -10, 2, fixed | group, u"-Inf"},
-    {infinity, 10, 2, best_fit, u"Inf"},
-    {-infinity, 3, 2, fixed, u"***", Status::does_not_fit},
-    {infinity, 0, 2, fixed, u"", Status::does_not_fit},
-    // Any other NaN is the standard missing value.
-    {std::numeric_limits<double>::quiet_NaN(), 3, 2, fixed, u"  ."},
-    {-std::numeric_limits<double>::quiet_NaN(), 3, 2, best_fit, u"  ."},
-};
-
 TEST_F(PlainKindsTest, ShowWhatAPersonWouldWrite) {
-  for (const Row& row : rows) {
-    expect({row.value, row.width, row.decimals, row.flags}, row.text, row.status);
-  }
+  const auto check = [this](double value, int width, int decimals, std::uint32_t flags,
+                            std::u16string_view text, Status status = Status::ok) {
+    expect({value, width, decimals, flags}, text, status);
+  };
+  // Halves round up, on what the double really holds: 1.005 is stored just below the half.
+  check(2.5, 0, 0, fixed, u"3");
+  check(-0.5, 0, 0, fixed, u"-1");
+  check(0.125, 0, 2, fixed, u"0.13");
+  check(1.005, 0, 2, fixed, u"1.00");
+  // Carries.
+  check(999999.9999, 0, 2, fixed | group, u"1,000,000.00");
+  check(9.996, 0, 2, exponent_small, u"1.00e+01");
+  check(999999.5, 0, 6, general, u"1000000");
+  // Signs: a value that rounds to zero keeps its minus, -0.0 has none.
+  check(-0.004, 0, 2, fixed, u"-0.00");
+  check(-0.0, 0, 2, fixed, u"0.00");
+  check(1, 0, 0, fixed | blank, u" 1");
+  check(1, 0, 0, fixed | blank | zero_fill, u"1");
+  // Fields.
+  check(-1.5, 8, 1, fixed | zero_fill, u"-00001.5");
+  check(1234.5, 10, 1, fixed | zero_fill | group, u"0001,234.5");
+  check(1.5, -8, 1, fixed | zero_fill, u"1.5     ");
+  check(5, 0, 0, fixed | point, u"5.");
+  // Exponents: two digits, a third when it is needed.
+  check(1.5e-123, 0, 2, exponent_capital, u"1.50E-123");
+  // General.
+  check(0.0001, 0, 6, 0, u"0.0001");
+  check(0.00001, 0, 6, 0, u"1e-05");
+  check(1234567, 0, -3, general_capital | exponent_small, u"1.23457E+06");
+  check(0, 0, 3, general | trailing_zeros, u"0.00");
+  // The fraction alone.
+  check(12.96, 0, 1, fraction_only, u"1.0");
+  check(-12.25, 0, 2, fraction_only, u"-0.25");
+  // Infinities need room in the width and take no part in it otherwise.
+  check(-infinity, -10, 2, fixed | group, u"-Inf");
+  check(infinity, 10, 2, best_fit, u"Inf");
+  check(-infinity, 3, 2, fixed, u"***", Status::does_not_fit);
+  check(infinity, 0, 2, fixed, u"", Status::does_not_fit);
+  // Any other NaN is the standard missing value.
+  check(std::numeric_limits<double>::quiet_NaN(), 3, 2, fixed, u"  .");
+  check(-std::numeric_limits<double>::quiet_NaN(), 3, 2, best_fit, u"  .");
 }
 
 TEST_F(PlainKindsTest, TakeAtMost350Digits) {

@@ -8,55 +8,43 @@ namespace {
 constexpr std::uint32_t recognition = 4;
 constexpr std::optional<double> fails;
 
-struct TimeRow {
-  const char16_t* pattern_1;
-  const char16_t* pattern_2;
-  const char16_t* text;
-  std::optional<double> value;
-};
-
 constexpr const char16_t* clock_24 = u"%H:%M:%S";
 constexpr const char16_t* clock_12 = u"%I:%M:%S %p";
 constexpr const char16_t* none = u"!";
 
-constexpr TimeRow recognised[] = {
-    {clock_24, clock_24, u"10:30", 37800},
-    {clock_24, clock_24, u"  10:30:15", 37815},
-    {clock_24, clock_24, u"10:30:15 ?", fails},
-    {clock_24, clock_24, u"10", fails},
-    {clock_24, clock_24, u"", fails},
-    {clock_12, clock_12, u"10:30 PM", 81000},
-    {clock_12, clock_12, u"10:30: pm", 81000},
-    {clock_12, clock_12, u"12:05 AM", 300},
-    {clock_12, clock_12, u"00:30 PM", fails},
-    {clock_12, clock_12, u"13:05 AM", fails},
-    {clock_12, clock_12, u"13:05:", 47100},
-    // The designator before the hour goes with the seconds.
-    {none, u"%p %I:%M:%S", u"PM 1:05:09", 47109},
-    {none, u"%p%I:%M:%S", u"1:05", 3900},
-    {none, u"%p%I:%M:%S", u"PM 1:05:", 47100},
-    // Between seconds and minutes it is in the one cut alone: nothing goes from the other.
-    {none, u"%S %p %M", u"7", fails},
-    {none, u"x%S%p%M", u"x", 0},
-    // The common patterns, whatever the locale's are.
-    {none, none, u"23:59:59Z", 86399},
-    {none, none, u"23:59", fails},
-    // Time pattern 1 is cut at its minutes and at its seconds.
-    {u"%#Hh%#M.%S", none, u"7h5.", 25500},
-    {u"%#Hh%#M.%#S", none, u"7h5", fails},
-    {u"%S %M", none, u"", 0},  // cut before its seconds, it is empty
-    {u"%d %H:%M", u"%H:%M:%S.%s", u"23:59:59.999", 86399.999},
-};
-
 class TimeTest : public ReadingTest {};
 
 TEST_F(TimeTest, RecognisesCandidatesInOrder) {
-  for (const TimeRow& row : recognised) {
-    set_time_patterns(row.pattern_1, row.pattern_2);
-    const std::u16string text = row.text;
-    expect_read(Service::time, text, recognition, row.value, text.size());
-    expect_read(Service::time, text + u"   ", recognition, row.value, text.size());
-  }
+  const auto read = [this](const char16_t* pattern_1, const char16_t* pattern_2,
+                           std::optional<double> value, auto... texts) {
+    set_time_patterns(pattern_1, pattern_2);
+    for (const std::u16string& text : {std::u16string(texts)...}) {
+      expect_read(Service::time, text, recognition, value, text.size());
+      expect_read(Service::time, text + u"   ", recognition, value, text.size());
+    }
+  };
+  read(clock_24, clock_24, 37800, u"10:30", u"10:30:");
+  read(clock_24, clock_24, 37815, u"  10:30:15");
+  read(clock_24, clock_24, fails, u"10:30:15 ?", u"10", u"");
+  read(clock_12, clock_12, 81000, u"10:30 PM", u"10:30: pm");
+  read(clock_12, clock_12, 300, u"12:05 AM");
+  read(clock_12, clock_12, 47100, u"13:05", u"13:05:");
+  read(clock_12, clock_12, fails, u"00:30 PM", u"13:05 AM");
+  // The designator before the hour goes with the seconds.
+  read(none, u"%p %I:%M:%S", 47109, u"PM 1:05:09");
+  read(none, u"%p%I:%M:%S", 3900, u"1:05");
+  read(none, u"%p%I:%M:%S", 47100, u"PM 1:05", u"PM 1:05:");
+  // Between seconds and minutes it is in the one cut alone: nothing goes from the other.
+  read(none, u"%S %p %M", fails, u"7");
+  read(none, u"x%S%p%M", 0, u"x");
+  // The common patterns, whatever the locale's are.
+  read(none, none, 86399, u"23:59:59", u"23:59:59Z", u"23:59:59z");
+  read(none, none, fails, u"23:59");
+  // Time pattern 1 is cut at its minutes and at its seconds.
+  read(u"%#Hh%#M.%S", none, 25500, u"7h5", u"7h5.");
+  read(u"%#Hh%#M.%#S", none, fails, u"7h5");
+  read(u"%S %M", none, 0, u"");  // cut before its seconds, it is empty
+  read(u"%d %H:%M", u"%H:%M:%S.%s", 86399.999, u"23:59:59.999");
 }
 
 TEST_F(TimeTest, LeavesOutDerivedPatternsThatNoEntryCouldHold) {

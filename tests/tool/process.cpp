@@ -88,14 +88,14 @@ Outcome run_tool(const Invocation& invocation) {
              invocation.output_path);
 }
 
-void expect(std::initializer_list<Run> runs) {
-  for (const Run& run : runs) {
-    SCOPED_TRACE(testing::PrintToString(run.arguments));
-    const Outcome outcome = run_tool({run.arguments, run.input, run.environment});
-    EXPECT_EQ(outcome.output, run.output);
-    EXPECT_EQ(outcome.errors, run.errors);
-    EXPECT_EQ(outcome.exit_code, run.exit_code);
-  }
+void expect(const std::vector<std::string>& arguments, const std::string& output,
+            const std::string& errors, int exit_code, const std::vector<std::string>& environment,
+            const std::string& input) {
+  SCOPED_TRACE(testing::PrintToString(arguments));
+  const Outcome outcome = run_tool({arguments, input, environment});
+  EXPECT_EQ(outcome.output, output);
+  EXPECT_EQ(outcome.errors, errors);
+  EXPECT_EQ(outcome.exit_code, exit_code);
 }
 
 Outcome run_shell(const std::string& command) {

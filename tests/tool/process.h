@@ -3,7 +3,6 @@
 #ifndef JWNLS_TESTS_TOOL_PROCESS_H_
 #define JWNLS_TESTS_TOOL_PROCESS_H_
 
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -25,16 +24,10 @@ struct Outcome {
 /// Runs `jwnls` of this build to its end.
 Outcome run_tool(const Invocation& invocation);
 
-/// A run of `jwnls` and all that is to come of it.
-struct Run {
-  std::vector<std::string> arguments;
-  std::string output;
-  std::string errors = {};
-  int exit_code = 0;
-  std::vector<std::string> environment = {};
-  std::string input = {};
-};
-void expect(std::initializer_list<Run> runs);
+/// Runs `jwnls` and compares all that came of it.
+void expect(const std::vector<std::string>& arguments, const std::string& output,
+            const std::string& errors = "", int exit_code = 0,
+            const std::vector<std::string>& environment = {}, const std::string& input = "");
 
 /// Runs a shell command with $jwnls as the program.
 Outcome run_shell(const std::string& command);
