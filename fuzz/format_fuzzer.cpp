@@ -7,23 +7,19 @@
 
 #include <bit>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <string>
 #include <string_view>
 
+#include "fuzz/fuzzed_handle.h"
 #include "fuzz/pattern_input.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
 #include "tests/support/encoded.h"
-#include "tests/support/fake_host.h"
 #include "tests/support/formatting_call.h"
 #include "tests/support/guarded_buffer.h"
 
-extern "C" jwnls::JwExtent jwextent;
-extern "C" jwnls::JwFactory jwnlsloc;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace jwnls::test {
@@ -98,18 +94,8 @@ Text<Unit> check_cut(LocaleHandle* handle, const Call& call, std::int64_t capaci
 }
 
 // A handle whose record, zone and host are rewritten for each input.
-struct Subject {
-  FakeHost host;
-  LocaleHandle* handle;
+struct Subject : FuzzedHandle {
   std::uint16_t classes[0x10000];
-
-  Subject() {
-    host.recording = false;
-    jwextent(&host.kernel);
-    Factory* factory = jwnlsloc(&host.kernel, &host.errors);
-    const CreationOptions options = {private_handle, {}, nullptr, 0};
-    handle = factory->create_handle(&host.context, u"xx", 2, nullptr, &options);
-  }
 
   void prepare(FormattingInput& input) {
     const std::uint8_t choices = input.byte();

@@ -2,10 +2,11 @@
 // the first of the twenty candidates that reads the whole text decides.
 
 #include <array>
+#include <initializer_list>
 #include <random>
+#include <vector>
 
 #include "tests/reading/reading.h"
-#include "tests/support/date_candidates.h"
 
 namespace jwnls::test {
 namespace {
@@ -17,6 +18,46 @@ constexpr std::array<const char16_t*, 3> day_first = {u"%d|%m|%Y", u"%E %b %Y", 
 constexpr std::array<const char16_t*, 3> month_first = {u"%m/%d/%Y", u"%b %E, %Y", u"%B %E, %Y"};
 
 using Patterns = std::vector<std::u16string>;
+
+bool is_month_first(std::u16string_view pattern) {
+  const auto place = [pattern](std::initializer_list<const char16_t*> directives) {
+    for (const char16_t* directive : directives) {
+      const std::size_t at = pattern.find(directive);
+      if (at != std::u16string_view::npos) return static_cast<int>(at);
+    }
+    return -1;
+  };
+  const int month = place({u"%m", u"%o"});
+  return place({u"%Y", u"%y"}) > month && place({u"%d", u"%e", u"%b"}) > month;
+}
+
+// The twenty candidates, spelled out from the rules.
+Patterns date_candidates(const LocaleRecord& record) {
+  Patterns all;
+  for (const TextEntry& pattern : record.date_patterns) all.emplace_back(text_of(pattern));
+  const bool month_first = is_month_first(all[0]);
+  const auto add = [&all](std::u16string_view pattern, std::u16string_view marks) {
+    for (const char16_t mark : marks) {
+      std::u16string marked(pattern);
+      for (char16_t& unit : marked) {
+        if (unit == u'|') unit = mark;
+      }
+      all.push_back(marked);
+    }
+  };
+  add(month_first ? u"%m|%d|%Y" : u"%d|%m|%Y", u"/-.");
+  add(u"%Y|%m|%d", u"/-.");
+  add(u"%Y|%b|%d", u"/-.");
+  all.emplace_back(u"%b %d%#Y");
+  add(u"%b|%d|%Y", u"/.-");
+  all.emplace_back(u"%a,%b%d,%#Y");
+  if (month_first) {
+    add(u"%d|%m|%Y", u".-/");
+  } else {
+    add(u"%m|%d|%Y", u"/-.");
+  }
+  return all;
+}
 
 class LayoutsTest : public ReadingTest {
  protected:
