@@ -37,13 +37,9 @@ class LeadingUnits {
  public:
   /// Takes a text's first units, the first one an ASCII unit. Of the others those count that are.
   [[gnu::always_inline]] explicit LeadingUnits(__m128i block) noexcept {
-    std::uint64_t counted = 0xFFFFFFFFFFFF;
     const auto units = static_cast<std::uint64_t>(_mm_cvtsi128_si64(block));
-    if ((units & 0xFF80FF800000) != 0) [[unlikely]] {
-      if ((units & 0xFF800000) != 0) counted &= ~std::uint64_t{0xFFFF0000};
-      if ((units & 0xFF8000000000) != 0) counted &= ~std::uint64_t{0xFFFF00000000};
-    }
-    counted_ = _mm_set1_epi64x(static_cast<long long>(counted));
+    constexpr std::uint64_t above_ascii = 0xFF80FF80FF80;
+    counted_ = (units & above_ascii) == 0 ? twice(0xFFFFFFFFFFFF) : counted_units(units);
     units_ = _mm_and_si128(small(_mm_unpacklo_epi64(block, block)), counted_);
   }
 
@@ -70,6 +66,17 @@ class LeadingUnits {
     __m128i least;  // of each 16-bit lane of a name's length
     __m128i units;  // all names', or'ed
   };
+
+  [[gnu::always_inline]] static __m128i twice(std::uint64_t units) noexcept {
+    return _mm_set1_epi64x(static_cast<long long>(units));
+  }
+
+  [[gnu::noinline]] static __m128i counted_units(std::uint64_t units) noexcept {
+    std::uint64_t counted = 0xFFFF;
+    if ((units & 0xFF800000) == 0) counted |= 0xFFFF0000;
+    if ((units & 0xFF8000000000) == 0) counted |= 0xFFFF00000000;
+    return twice(counted);
+  }
 
   // Small letters for capitals; other units may change, alike in text and names.
   [[gnu::always_inline]] static __m128i small(__m128i units) noexcept {

@@ -1,5 +1,5 @@
-// The quick way to find out which name of a list a text goes on with. It knows ASCII letters' cases
-// only, and leaves everything else undecided.
+// The quick way to find out which month's or weekday's name a text goes on with. It knows ASCII
+// letters' cases only, and leaves everything else undecided.
 //
 // All of it is inline: a call costs more than a tenth of what is done here.
 
@@ -92,19 +92,17 @@ template <typename Unit>
   return (wanted & ~lanes(same)) == 0 && is_text;
 }
 
-// Lists of other lengths than the months'. Apart, so that nothing of theirs has a place in memory
-// where months are read.
+inline constexpr std::size_t months = 12;
+inline constexpr std::size_t weekdays = 7;
+
+// Apart, so that nothing of it has a place in memory where months are read.
 struct Choice {
   bool known;
   NameSet names;
 };
-[[gnu::noinline]] inline Choice choose(__m128i block, const TextEntry* names,
-                                       std::size_t count) noexcept {
-  const LeadingUnits leading(block);
+[[gnu::noinline]] inline Choice choose_weekdays(__m128i block, const TextEntry* names) noexcept {
   Choice choice = {false, 0};
-  choice.known = count == 7   ? leading.choose<7>(names, choice.names)
-                 : count == 4 ? leading.choose<4>(names, choice.names)
-                              : leading.choose<2>(names, choice.names);
+  choice.known = LeadingUnits(block).choose<weekdays>(names, choice.names);
   return choice;
 }
 
@@ -118,6 +116,7 @@ template <typename Unit>
                                                    const Unit* end, const LocaleRecord& record,
                                                    const NameList (&lists)[2]) noexcept {
   using name_match::Verdict;
+  if (lists[0].count < name_match::weekdays) return {NameMatch::undecided, 0};  // short names, few
   __m128i block = _mm_setzero_si128();
   if (static_cast<std::make_unsigned_t<Unit>>(*at) >= 0x80 ||
       !name_match::load_block(start, at, end, block)) {
@@ -129,10 +128,10 @@ template <typename Unit>
     const TextEntry* names = &list_entry(record, list.offset, 0);
     NameSet chosen = 0;
     bool known = false;
-    if (list.count == 12) [[likely]] {
-      known = leading.choose<12>(names, chosen);
+    if (list.count == name_match::months) [[likely]] {
+      known = leading.choose<name_match::months>(names, chosen);
     } else {
-      const name_match::Choice choice = name_match::choose(block, names, list.count);
+      const name_match::Choice choice = name_match::choose_weekdays(block, names);
       known = choice.known;
       chosen = choice.names;
     }

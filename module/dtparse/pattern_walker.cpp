@@ -46,12 +46,13 @@ class Walk {
       if (at == end) return true;
       char16_t letter = *at++;
       bool sharp = false;
-      while (!is_directive_letter(letter)) [[unlikely]] {
-          if (!is_modifier(letter)) return false;
+      if (!is_directive_letter(letter)) [[unlikely]] {
+        for (; is_modifier(letter); letter = *at++) {
           if (at == end) return true;
           sharp = letter == u'#';
-          letter = *at++;
         }
+        if (!is_directive_letter(letter)) return false;
+      }
       if (!read_directive(letter, sharp, at, end)) return false;
     }
     return at == end;
