@@ -50,14 +50,6 @@ inline constexpr auto letter_offsets = [] {
   return offsets;
 }();
 
-// All bits of a unit in each fourth place, four times, then zeros.
-template <typename Unit>
-inline constexpr auto separator_places = [] {
-  std::array<Unit, 2 * block_digits> places{};
-  for (std::size_t i = 3; i < block_digits; i += 4) places[i] = static_cast<Unit>(~0);
-  return places;
-}();
-
 #if defined(__SSE2__)
 
 using Bytes = __m128i;
@@ -133,58 +125,6 @@ inline Bytes parted(Bytes bytes, unsigned count) noexcept {
                       _mm_andnot_si128(first, _mm_slli_si128(bytes, 1)));
 }
 
-// Fifteen bytes as groups of three in four bytes each: four groups, and the fifth.
-struct GroupPair {
-  __m128i first, last;
-};
-
-inline GroupPair split_groups(Bytes bytes) noexcept {
-  constexpr int group = 0xFFFFFF;
-  const __m128i groups[4] = {
-      _mm_and_si128(bytes, _mm_setr_epi32(group, 0, 0, 0)),
-      _mm_and_si128(_mm_slli_si128(bytes, 1), _mm_setr_epi32(0, group, 0, 0)),
-      _mm_and_si128(_mm_slli_si128(bytes, 2), _mm_setr_epi32(0, 0, group, 0)),
-      _mm_and_si128(_mm_slli_si128(bytes, 3), _mm_setr_epi32(0, 0, 0, group))};
-  return {_mm_or_si128(_mm_or_si128(groups[0], groups[1]), _mm_or_si128(groups[2], groups[3])),
-          _mm_and_si128(_mm_srli_si128(bytes, 12), _mm_setr_epi32(group, 0, 0, 0))};
-}
-
-// Fifteen characters with a separator behind each group of three but the last of `groups` (1 to 5);
-// of the first group the first `padding` characters are left out. Writes 20 - padding units.
-inline void store_groups(Bytes characters, unsigned groups, unsigned padding, char separator,
-                         char* out) noexcept {
-  const GroupPair pair = split_groups(characters);
-  const __m128i separators =
-      _mm_and_si128(load(separator_places<char>.data() + 4 * (5 - groups)),
-                    _mm_set1_epi32(static_cast<unsigned char>(separator) << 24));
-  const __m128i first = _mm_or_si128(pair.first, separators);
-  const auto front = static_cast<std::uint32_t>(_mm_cvtsi128_si32(first)) >> 8 * padding;
-  const auto last = static_cast<std::uint32_t>(_mm_cvtsi128_si32(pair.last));
-  out -= padding;
-  std::memcpy(out + padding, &front, sizeof front);
-  store(_mm_srli_si128(first, 4), out + 4);
-  std::memcpy(out + 16, &last, sizeof last);
-}
-inline void store_groups(Bytes characters, unsigned groups, unsigned padding, char16_t separator,
-                         char16_t* out) noexcept {
-  const GroupPair pair = split_groups(characters);
-  const char16_t* const places = separator_places<char16_t>.data() + 4 * (5 - groups);
-  const __m128i separators = _mm_set1_epi64x(std::int64_t{separator} << 48);
-  const __m128i zeros = _mm_setzero_si128();
-  const __m128i first =
-      _mm_or_si128(_mm_unpacklo_epi8(pair.first, zeros), _mm_and_si128(load(places), separators));
-  const __m128i second = _mm_or_si128(_mm_unpackhi_epi8(pair.first, zeros),
-                                      _mm_and_si128(load(places + 8), separators));
-  const auto front = static_cast<std::uint64_t>(_mm_cvtsi128_si64(first)) >> 16 * padding;
-  out -= padding;
-  std::memcpy(out + padding, &front, sizeof front);
-  const __m128d upper = _mm_unpackhi_pd(_mm_castsi128_pd(first), _mm_castsi128_pd(first));
-  const double second_group = _mm_cvtsd_f64(upper);
-  std::memcpy(out + 4, &second_group, sizeof second_group);
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8), second);
-  _mm_storel_epi64(reinterpret_cast<__m128i*>(out + 16), _mm_unpacklo_epi8(pair.last, zeros));
-}
-
 #else
 
 struct Bytes {
@@ -238,16 +178,6 @@ inline Bytes parted(Bytes bytes, unsigned count) noexcept {
   return bytes;
 }
 
-template <typename Unit>
-inline void store_groups(const Bytes& characters, unsigned groups, unsigned padding, Unit separator,
-                         Unit* out) noexcept {
-  for (unsigned i = padding; i < 20; ++i) {
-    const unsigned in_group = i % 4;
-    const Unit behind = i / 4 + 1 < groups ? separator : Unit{0};
-    *out++ = in_group < 3 ? static_cast<Unit>(characters.at[i / 4 * 3 + in_group]) : behind;
-  }
-}
-
 #endif
 
 }  // namespace digit_block
@@ -272,11 +202,6 @@ class DigitBlock {
   /// The last `count` decimal digits, 0 to 16, of a number below 10^count.
   DigitBlock(std::uint64_t number, int count) noexcept
       : bytes_(digit_block::decimal_digits(number * powers_of_ten[block_digits - count])) {}
-
-  /// The digits of a number times a power of ten, below 10^16.
-  static DigitBlock scaled(std::uint64_t number, std::uint64_t factor) noexcept {
-    return DigitBlock(digit_block::decimal_digits(number * factor));
-  }
 
   /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
   /// `count` becomes how many they are.
@@ -312,14 +237,6 @@ class DigitBlock {
     digit_block::store(text, out + 1);
     digit_block::store(digit_block::parted(text, static_cast<unsigned>(integers)), out);
     out[integers] = symbol;
-  }
-
-  /// Writes 20 - padding units: the first `shown` digits (up to 15) without the first `padding` (up
-  /// to 2), in groups of three, with a separator behind the first `groups` of them but the last.
-  template <typename Unit>
-  void write_groups(int groups, int padding, Unit separator, int shown, Unit* out) const noexcept {
-    digit_block::store_groups(characters(shown), static_cast<unsigned>(groups),
-                              static_cast<unsigned>(padding), separator, out);
   }
 
  private:

@@ -49,11 +49,17 @@ constexpr std::uint64_t over_ten_to_8(std::uint64_t number) noexcept {
   return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number) * reciprocal >> 90);
 }
 
-/// number / 10^15, for any number.
-constexpr std::uint64_t over_ten_to_15(std::uint64_t number) noexcept {
-  constexpr std::uint64_t reciprocal = 0x24075F3DCEAC3;  // 2^84 / 5^15, rounded up
-  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number >> 15) * reciprocal >>
-                                    84);
+/// number / 10^9, for numbers below 10^18.
+constexpr std::uint64_t over_ten_to_9(std::uint64_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 0x89705F4136B4A598;  // 2^93 / 10^9, rounded up
+  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number) * reciprocal >> 93);
+}
+
+/// number / 10^18, for any number.
+constexpr std::uint64_t over_ten_to_18(std::uint64_t number) noexcept {
+  constexpr std::uint64_t reciprocal = 0x9392EE8E921E;  // 2^89 / 5^18, rounded up
+  return static_cast<std::uint64_t>(static_cast<unsigned __int128>(number >> 18) * reciprocal >>
+                                    89);
 }
 
 /// number / 10^16, for any number.

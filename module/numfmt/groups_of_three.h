@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "module/numfmt/digit_block.h"
+#include "module/numfmt/digit_groups.h"
 #include "module/numfmt/grouping.h"
 #include "module/record/locale_record.h"
 
@@ -23,28 +24,35 @@ constexpr int separators_of_three(int count) noexcept {
 }
 
 /// The most digits that can be grouped at once.
-inline constexpr int most_grouped_digits = 15;
+inline constexpr int most_grouped_digits = 3 * most_groups;
 
 namespace groups_of_three {
 
 inline constexpr int most_decimals_beside = 3;
 
-// What puts a number with so many decimals in front of a block: the first group of its integers
-// padded to three digits, the decimals a group of their own.
-struct Row {
-  std::uint64_t more_from[4];  // from these on the integers have a group more
-  std::uint64_t factors[5];    // by the number of groups less one
+// How a number stands in front of eighteen digits: the first group of its integers padded to three,
+// the decimals a group of their own.
+struct Place {
+  std::uint64_t factor;  // that puts it there
+  std::uint16_t groups;
+  std::uint16_t digits;   // of all groups
+  std::uint16_t padding;  // digits that the first group has too many
+  std::uint16_t length;   // of the groups with their separators
 };
 
-inline constexpr auto rows = [] {
-  std::array<Row, most_decimals_beside + 1> made{};
-  for (std::size_t decimals = 0; decimals < made.size(); ++decimals) {
-    for (std::size_t i = 0; i < 4; ++i) {
-      made[decimals].more_from[i] = powers_of_ten[3 * (i + 1) + decimals];
-    }
-    for (std::size_t i = 0; i < 5; ++i) {
-      const std::size_t places = 3 * (i + 1) + decimals;
-      made[decimals].factors[i] = places <= block_digits ? powers_of_ten[block_digits - places] : 0;
+// By the number of decimals, and of integers.
+inline constexpr auto places = [] {
+  std::array<std::array<Place, most_grouped_digits + 1>, most_decimals_beside + 1> made{};
+  for (unsigned decimals = 0; decimals < made.size(); ++decimals) {
+    for (unsigned integers = 1; integers <= most_grouped_digits; ++integers) {
+      const unsigned groups = (integers + 2) / 3;
+      const unsigned digits = 3 * groups;
+      if (digits + decimals > most_grouped_digits) break;
+      made[decimals][integers] = {powers_of_ten[most_grouped_digits - digits - decimals],
+                                  static_cast<std::uint16_t>(groups),
+                                  static_cast<std::uint16_t>(digits),
+                                  static_cast<std::uint16_t>(digits - integers),
+                                  static_cast<std::uint16_t>(integers + groups - 1)};
     }
   }
   return made;
@@ -52,26 +60,27 @@ inline constexpr auto rows = [] {
 
 }  // namespace groups_of_three
 
-/// Writes a number of at most 15 - decimals digits, or 12 and decimals, with a separator between
-/// groups of three, counted from the right. The last `decimals` of its digits (up to 3), which its
-/// `integers` (at least 1) do not count, follow behind one unit that is left to the caller; the
-/// first `shown` of them, behind which only zeros follow. Behind the text stand zero units, 20
-/// units in all at most. Returns the length of the integers.
+/// Where the groups of a number go that has so many integers (1 to 18), and behind them decimals
+/// (up to 3; then 15 integers at most).
+inline const groups_of_three::Place& place_of_groups(int integers, int decimals) noexcept {
+  return groups_of_three::places[static_cast<unsigned>(decimals)][static_cast<unsigned>(integers)];
+}
+
+/// Writes a number with a separator between groups of three, counted from the right, as many units
+/// as its place says. Its decimals follow behind one unit that is left to the caller: the first
+/// `shown` of them, behind which only zeros follow. Behind the text stand zero units, 24 units in
+/// all at most.
 template <typename Unit>
-[[gnu::always_inline]] inline int write_groups_of_three(std::uint64_t number, int integers,
-                                                        int decimals, int shown, Unit separator,
-                                                        Unit* out) noexcept {
-  const groups_of_three::Row& row = groups_of_three::rows[static_cast<unsigned>(decimals)];
-  unsigned more = 0;  // groups than one
-  for (const std::uint64_t from : row.more_from) more += number >= from ? 1 : 0;
-  const DigitBlock block = DigitBlock::scaled(number, row.factors[more]);
-  const int places = static_cast<int>(3 * more) + 3;
-  block.write_groups(static_cast<int>(more) + 1, places - integers, separator, places + shown, out);
-  return integers + static_cast<int>(more);
+[[gnu::always_inline]] inline void write_groups_of_three(std::uint64_t number,
+                                                         const groups_of_three::Place& place,
+                                                         int shown, Unit separator,
+                                                         Unit* out) noexcept {
+  write_18_digits_in_groups(number * place.factor, place.groups, place.padding,
+                            place.digits + static_cast<unsigned>(shown), separator, out);
 }
 
 /// The last `integers` + `decimals` digits of a number below 10^16, which has no more: the integers
-/// (1 to 15) in groups; then, if any are shown, the record's symbol and the first `shown` of the
+/// in groups; then, if any are shown, the record's symbol and the first `shown` of the
 /// decimals, behind which only zeros follow. Returns the text's end.
 template <typename Unit>
 [[gnu::always_inline]] inline Unit* write_groups_of_three(const LocaleRecord& record,
@@ -79,12 +88,16 @@ template <typename Unit>
                                                           int decimals, int shown,
                                                           Unit* out) noexcept {
   const auto separator = static_cast<Unit>(record.grouping_symbol);
-  if (decimals <= groups_of_three::most_decimals_beside && integers <= 12) [[likely]] {
-    out += write_groups_of_three(number, integers, decimals, shown, separator, out);
+  if (decimals <= groups_of_three::most_decimals_beside && integers <= 15) [[likely]] {
+    const auto& place = place_of_groups(integers, decimals);
+    write_groups_of_three(number, place, shown, separator, out);
+    out += place.length;
   } else {
     const std::uint64_t whole = number / powers_of_ten[decimals];
     const std::uint64_t rest = number - whole * powers_of_ten[decimals];
-    out += write_groups_of_three(whole, integers, 0, 0, separator, out);
+    const auto& place = place_of_groups(integers, 0);
+    write_groups_of_three(whole, place, 0, separator, out);
+    out += place.length;
     DigitBlock(rest, decimals).write(shown, out + 1);
   }
   if (shown == 0) return out;

@@ -155,52 +155,58 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
 // registers to save.
 constexpr std::int64_t quick_room = 32;
 
-// The writers return how many units they wrote, without the zero units behind them.
+// The writers tell `tell` how many units they write, without the zero units behind them: before
+// they write them, while few registers are in use.
 
-// A number of more than sixteen digits.
-template <typename Unit>
-[[gnu::always_inline]] inline int write_long(std::uint64_t magnitude, Unit* out) noexcept {
-  const std::uint64_t front = over_ten_to_16(magnitude);
-  const int count = digit_count(front);
-  DigitBlock(front, count).write(count, out);
-  DigitBlock(magnitude - front * ten_to_16, block_digits).write(block_digits, out + count);
-  return count + block_digits;
-}
-
-template <typename Unit>
-[[gnu::always_inline]] inline int write_short(std::uint64_t magnitude, Unit* out) noexcept {
+template <typename Unit, typename Tell>
+[[gnu::always_inline]] inline void write_decimal(std::uint64_t magnitude, Unit* out,
+                                                 Tell tell) noexcept {
   int count = 0;
   const DigitBlock block(magnitude, magnitude, count);
+  tell(count);
   block.write(count, out);
-  return count;
 }
 
-// In groups, a number of at most fifteen digits, and one of more.
-template <typename Unit>
-[[gnu::always_inline]] inline int write_grouped(std::uint64_t magnitude, Unit separator,
-                                                Unit* out) noexcept {
-  return write_groups_of_three(magnitude, digit_count(magnitude), 0, 0, separator, out);
+// The same of more than sixteen digits.
+template <typename Unit, typename Tell>
+[[gnu::always_inline]] inline void write_long_decimal(std::uint64_t magnitude, Unit* out,
+                                                      Tell tell) noexcept {
+  const std::uint64_t front = over_ten_to_16(magnitude);
+  const int count = digit_count(front);
+  tell(count + block_digits);
+  DigitBlock(front, count).write(count, out);
+  DigitBlock(magnitude - front * ten_to_16, block_digits).write(block_digits, out + count);
 }
 
-template <typename Unit>
-[[gnu::always_inline]] inline int write_long_grouped(std::uint64_t magnitude, Unit separator,
-                                                     Unit* out) noexcept {
-  const std::uint64_t front = over_ten_to_15(magnitude);
-  int length = write_grouped(front, separator, out);
-  out[length++] = separator;
-  const std::uint64_t rest = magnitude - front * powers_of_ten[most_grouped_digits];
-  // All five groups, whatever zeros the rest begins with.
-  const DigitBlock block(rest, most_grouped_digits);
-  block.write_groups(5, 0, separator, most_grouped_digits, out + length);
-  return length + most_grouped_digits + 4;
+template <typename Unit, typename Tell>
+[[gnu::always_inline]] inline void write_grouped(std::uint64_t magnitude, Unit separator, Unit* out,
+                                                 Tell tell) noexcept {
+  const auto& place = place_of_groups(digit_count(magnitude), 0);
+  tell(place.length);
+  write_groups_of_three(magnitude, place, 0, separator, out);
 }
 
-template <bool capital, typename Unit>
-[[gnu::always_inline]] inline int write_hexadecimal(std::uint64_t number, Unit* out) noexcept {
+// The same of more than eighteen digits.
+template <typename Unit, typename Tell>
+[[gnu::always_inline]] inline void write_long_grouped(std::uint64_t magnitude, Unit separator,
+                                                      Unit* out, Tell tell) noexcept {
+  const std::uint64_t front = over_ten_to_18(magnitude);
+  const int count = digit_count(front);
+  tell(count + most_grouped_digits + most_groups);
+  DigitBlock(front, count).write(count, out);
+  out[count] = separator;
+  // All six groups, whatever zeros the rest begins with.
+  write_18_digits_in_groups(magnitude - front * ten_to_18, most_groups, 0, most_grouped_digits,
+                            separator, out + count + 1);
+}
+
+template <bool capital, typename Unit, typename Tell>
+[[gnu::always_inline]] inline void write_hexadecimal(std::uint64_t number, Unit* out,
+                                                     Tell tell) noexcept {
   const unsigned zero_bits = static_cast<unsigned>(std::countl_zero(number | 1)) & 60;
   const int count = block_digits - static_cast<int>(zero_bits / 4);
+  tell(count);
   DigitBlock::hexadecimal(number << zero_bits, capital).write(count, out);
-  return count;
 }
 
 // Sets what lies behind the quick room to zero.
@@ -216,7 +222,7 @@ constexpr std::uint64_t magnitude_of(Integer value) noexcept {
   return std::is_signed_v<Integer> && value < 0 ? 0 - bits : static_cast<std::uint64_t>(value);
 }
 
-// The quick way around `write(magnitude, position)`.
+// The quick way around `write(magnitude, position, tell)`.
 template <typename Integer, typename Unit, typename Write>
 [[gnu::always_inline]] inline std::uint32_t write_quickly(Integer value, Write write, Unit* out,
                                                           std::int64_t capacity,
@@ -227,7 +233,7 @@ template <typename Integer, typename Unit, typename Write>
     sign = value < 0 ? 1 : 0;
     *out = Unit{'-'};
   }
-  *length = sign + write(magnitude_of(value), out + sign);
+  write(magnitude_of(value), out + sign, [=](int count) { *length = sign + count; });
   if (capacity > quick_room) [[unlikely]]
     return zero_behind(out, capacity);
   return code(Status::ok);
@@ -273,44 +279,38 @@ template <typename Integer, typename Unit>
   return deliver(layout, out, capacity, length);
 }
 
-// Those quick ways that are not the shortest, with the service's arguments, so that the call is a
-// jump.
+// Those quick ways that are not the shortest are functions apart, so that the shortest has no
+// registers to save.
 
 template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_long(LocaleHandle* /*handle*/, Integer value,
-                                            std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
-                                            std::uint32_t /*flags*/, Unit* out,
-                                            std::int64_t capacity, std::int64_t* length) noexcept {
-  return write_quickly(value, write_long<Unit>, out, capacity, length);
+[[gnu::noinline]] std::uint32_t format_long(Integer value, Unit* out, std::int64_t capacity,
+                                            std::int64_t* length) noexcept {
+  return write_quickly(
+      value, [](auto... call) { write_long_decimal(call...); }, out, capacity, length);
 }
 
 template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_long_grouped(
-    LocaleHandle* handle, Integer value, std::int32_t /*width*/, std::int32_t /*minimum_digits*/,
-    std::uint32_t /*flags*/, Unit* out, std::int64_t capacity, std::int64_t* length) noexcept {
-  const auto separator = static_cast<Unit>(handle->record->grouping_symbol);
+[[gnu::noinline]] std::uint32_t format_grouped(Integer value, Unit separator, Unit* out,
+                                               std::int64_t capacity,
+                                               std::int64_t* length) noexcept {
   return write_quickly(
-      value, [=](auto magnitude, Unit* to) { return write_long_grouped(magnitude, separator, to); },
+      value,
+      [=](std::uint64_t magnitude, Unit* to, auto tell) {
+        write_grouped(magnitude, separator, to, tell);
+      },
       out, capacity, length);
 }
 
 template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_grouped(LocaleHandle* handle, Integer value,
-                                               std::int32_t width, std::int32_t minimum_digits,
-                                               std::uint32_t flags, Unit* out,
-                                               std::int64_t capacity,
-                                               std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  if (!groups_by_three(record) || (sizeof(Unit) == 1 && record.grouping_symbol >= 0x80)) {
-    return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);
-  }
-  if (magnitude_of(value) >= powers_of_ten[most_grouped_digits]) {
-    return format_long_grouped(handle, value, width, minimum_digits, flags, out, capacity, length);
-  }
-  const auto separator = static_cast<Unit>(record.grouping_symbol);
+[[gnu::noinline]] std::uint32_t format_long_grouped(Integer value, Unit separator, Unit* out,
+                                                    std::int64_t capacity,
+                                                    std::int64_t* length) noexcept {
   return write_quickly(
-      value, [=](auto magnitude, Unit* to) { return write_grouped(magnitude, separator, to); }, out,
-      capacity, length);
+      value,
+      [=](std::uint64_t magnitude, Unit* to, auto tell) {
+        write_long_grouped(magnitude, separator, to, tell);
+      },
+      out, capacity, length);
 }
 
 }  // namespace
@@ -325,18 +325,27 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
   if (quick) [[likely]] {
     if (flags == 0) {
       if (magnitude_of(value) < ten_to_16) [[likely]] {
-        return write_quickly(value, write_short<Unit>, out, capacity, length);
+        return write_quickly(
+            value, [](auto... call) { write_decimal(call...); }, out, capacity, length);
       }
-      return format_long(handle, value, width, minimum_digits, flags, out, capacity, length);
+      return format_long(value, out, capacity, length);
     }
     if (flags == group) {
-      return format_grouped(handle, value, width, minimum_digits, flags, out, capacity, length);
+      const LocaleRecord& record = *handle->record;
+      if (groups_by_three(record) && (sizeof(Unit) == 2 || record.grouping_symbol < 0x80)) {
+        const auto separator = static_cast<Unit>(record.grouping_symbol);
+        return magnitude_of(value) < ten_to_18
+                   ? format_grouped(value, separator, out, capacity, length)
+                   : format_long_grouped(value, separator, out, capacity, length);
+      }
     }
     if (std::is_unsigned_v<Integer> && flags == hexadecimal_small) {
-      return write_quickly(value, write_hexadecimal<false, Unit>, out, capacity, length);
+      return write_quickly(
+          value, [](auto... call) { write_hexadecimal<false>(call...); }, out, capacity, length);
     }
     if (std::is_unsigned_v<Integer> && flags == hexadecimal_capital) {
-      return write_quickly(value, write_hexadecimal<true, Unit>, out, capacity, length);
+      return write_quickly(
+          value, [](auto... call) { write_hexadecimal<true>(call...); }, out, capacity, length);
     }
   }
   return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);

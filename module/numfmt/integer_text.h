@@ -51,9 +51,10 @@ class IntegerText {
         [[unlikely]] {
       return group_backward(value, count, grouping_of(record), separator);
     }
+    const auto& place = place_of_groups(count, 0);
+    write_groups_of_three(value, place, 0, static_cast<Unit>(separator), units_);
     begin_ = units_;
-    length_ = static_cast<std::size_t>(
-        write_groups_of_three(value, count, 0, 0, static_cast<Unit>(separator), units_));
+    length_ = place.length;
   }
 
   /// Radix 8 or 16 (bits 3 or 4).

@@ -101,11 +101,10 @@ template <bool grouped, typename Unit>
                                                  std::int64_t capacity,
                                                  std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
-  constexpr int too_many = grouped ? most_grouped_digits : block_digits;
   std::uint64_t scaled = 0;
-  if (decimals >= too_many || !has_narrow_symbols<Unit>(record, grouped) ||
-      !round_to_decimals(magnitude_of(value), decimals, scaled) ||
-      scaled >= powers_of_ten[too_many]) [[unlikely]] {
+  if (decimals >= block_digits || !has_narrow_symbols<Unit>(record, grouped) ||
+      !round_to_decimals(magnitude_of(value), decimals, scaled) || scaled >= ten_to_16)
+      [[unlikely]] {
     return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
   return write_fixed<grouped>(record, scaled, decimals, value < 0 ? 1 : 0, out, length);
@@ -123,7 +122,7 @@ template <bool grouped, typename Unit>
   const std::uint64_t scaled =
       ((mantissa * powers_of_ten[decimals] >> ((shift - 1) & 63)) + 1) >> 1;
   if (shift - 1 >= 64 || decimals > 3 || !has_narrow_symbols<Unit>(record, grouped) ||
-      scaled >= powers_of_ten[grouped ? most_grouped_digits : block_digits]) [[unlikely]] {
+      scaled >= ten_to_16) [[unlikely]] {
     return format_any_fixed<grouped>(handle, value, width, decimals, flags, out, capacity, length);
   }
   return write_fixed<grouped>(record, scaled, decimals, static_cast<int>(bits >> 63), out, length);
@@ -177,9 +176,6 @@ template <bool grouped, typename Unit>
   const int carried = rounded.digits >= powers_of_ten[significant] ? 1 : 0;
   const int count = significant + carried;
   const int exponent = rounded.exponent + carried;
-  if (grouped && exponent >= most_grouped_digits) [[unlikely]] {
-    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
-  }
   const DigitBlock block(rounded.digits, count);
   int shown = block.significant(count);
   Unit* position = write_minus(value, out);
