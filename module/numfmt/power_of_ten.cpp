@@ -57,27 +57,23 @@ struct Significand {
   }
 };
 
-constexpr auto table = [] {
-  std::array<PowerOfTen, highest_power_of_ten - lowest_power_of_ten + 1> made{};
+}  // namespace
+
+constinit const PowersOfTen significands_of_ten = [] {
+  PowersOfTen made{};
   Significand one;
   one.words[0] = 0x80000000;
   Significand power = one;
   for (int k = 0; k <= highest_power_of_ten; ++k) {
-    made[static_cast<std::size_t>(k - lowest_power_of_ten)] = power.top();
+    made.from_lowest[k - lowest_power_of_ten] = power.top();
     power.times_ten();
   }
   power = one;
   for (int k = -1; k >= lowest_power_of_ten; --k) {
     power.over_ten();
-    made[static_cast<std::size_t>(k - lowest_power_of_ten)] = power.top();
+    made.from_lowest[k - lowest_power_of_ten] = power.top();
   }
   return made;
 }();
-
-}  // namespace
-
-PowerOfTen power_of_ten(int k) noexcept {
-  return table[static_cast<std::size_t>(k - lowest_power_of_ten)];
-}
 
 }  // namespace jwnls

@@ -17,7 +17,14 @@ struct PowerOfTen {
   std::uint64_t low;
 };
 
-PowerOfTen power_of_ten(int k) noexcept;
+struct PowersOfTen {
+  PowerOfTen from_lowest[highest_power_of_ten - lowest_power_of_ten + 1];
+};
+extern const PowersOfTen significands_of_ten;
+
+inline const PowerOfTen& power_of_ten(int k) noexcept {
+  return significands_of_ten.from_lowest[k - lowest_power_of_ten];
+}
 
 /// The binary exponent that goes with power_of_ten(k).
 constexpr int binary_exponent_of(int k) noexcept {

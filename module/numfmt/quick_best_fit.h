@@ -5,9 +5,11 @@
 #define JWNLS_MODULE_NUMFMT_QUICK_BEST_FIT_H_
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "module/numfmt/digit_block.h"
 #include "module/numfmt/fixed_rounding.h"
@@ -19,26 +21,34 @@ namespace jwnls {
 inline constexpr std::int64_t quick_overhang = block_digits;
 inline constexpr int widest_quick_field = 2 * block_digits;
 
+// The least value with more integer digits than its estimate says, by the estimate; no value has
+// where the estimate is 0 or less.
+inline constexpr auto least_underestimated = [] {
+  std::array<double, block_digits> least{};
+  for (std::size_t i = 1; i < least.size(); ++i) least[i] = static_cast<double>(powers_of_ten[i]);
+  least[0] = std::numeric_limits<double>::infinity();
+  return least;
+}();
+
 // Returns false with nothing written where the fixed form is not certain.
 template <typename Unit>
 [[gnu::always_inline]] inline bool write_best_fit(const LocaleRecord& record, double value,
                                                   int width, Unit* out) noexcept {
   const double magnitude = magnitude_of(value);
-  if (!(magnitude >= 1 && magnitude < 1e15)) return false;
+  if (!(magnitude >= 1e-5 && magnitude < 1e15)) return false;
   if (sizeof(Unit) == 1 && record.decimal_symbol >= 0x80) return false;
   const int sign = value < 0 ? 1 : 0;
   const int room = width - sign;
   const int estimate = estimated_digits(magnitude);
-  if (estimate >= room) return false;
-  int decimals = estimate < 1 && room > 2 ? best_fit_decimals_below_ten(room) : room - estimate - 1;
-  const int integers_fitting = decimals > 0 ? room - 1 - decimals : room;
-  if (integers_fitting > shown_digits) return false;
+  // In narrow fields the form depends on more.
+  constexpr int narrow = 7;
+  if (room <= narrow || estimate > room - 2) return false;
+  const int estimated = std::max(estimate, 0);
+  int decimals = room - 1 - std::max(estimate, 1);
   // The estimate is low for many values: those get one decimal fewer.
-  const double first_power = static_cast<double>(powers_of_ten[integers_fitting]);
-  decimals -= nudged(magnitude, estimate, decimals) >= first_power ? 1 : 0;
+  decimals -= nudged(magnitude, estimate, decimals) >= least_underestimated[estimated] ? 1 : 0;
   Significand leading;
-  if (decimals < 0 ||
-      !truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
+  if (!truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
     return false;
   }
   const int integers = leading.exponent + 1;
@@ -55,9 +65,22 @@ template <typename Unit>
   std::memcpy(kept_behind, out + width, sizeof kept_behind);
   std::fill_n(out, block_digits, Unit{' '});
   if (width > block_digits) std::fill_n(out + block_digits, block_digits, Unit{' '});
-  Unit* const position = out + width - sign - shown - (shown > integers ? 1 : 0);
-  *position = Unit{'-'};
-  block.write_parted(integers, static_cast<Unit>(record.decimal_symbol), shown, position + sign);
+  const auto symbol = static_cast<Unit>(record.decimal_symbol);
+  if (integers > 0) {
+    Unit* const position = out + width - sign - shown - (shown > integers ? 1 : 0);
+    *position = Unit{'-'};
+    block.write_parted(integers, symbol, shown, position + sign);
+  } else {
+    // "0", the point and up to four zeros before the digits.
+    Unit* const digits = out + width - shown;
+    Unit* position = digits + integers - 2 - sign;
+    *position = Unit{'-'};
+    position += sign;
+    *position++ = Unit{'0'};
+    *position++ = symbol;
+    for (int i = 0; i < 4; ++i) position[i] = Unit{'0'};
+    block.write(shown, digits);
+  }
   std::memcpy(out + width, kept_behind, sizeof kept_behind);
   return true;
 }

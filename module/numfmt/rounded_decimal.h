@@ -77,8 +77,11 @@ inline bool double_significand(double magnitude, int wanted, Significand& out) n
     return false;
   }
   // One digit too many where the estimate was low.
-  const bool low_estimate = doubled >= 2 * powers_of_ten[wanted];
-  out = {low_estimate ? doubled / 10 : doubled, estimate + (low_estimate ? 1 : 0)};
+  const std::uint64_t low_estimate = doubled >= 2 * powers_of_ten[wanted] ? 1 : 0;
+  // Without a branch, which values of all sizes would take at random.
+  const std::uint64_t fewer = doubled / 10;
+  out.digits = doubled ^ ((doubled ^ fewer) & (0 - low_estimate));
+  out.exponent = estimate + static_cast<int>(low_estimate);
   return true;
 }
 
