@@ -19,6 +19,16 @@ const HostFormatting* host_formatting() noexcept {
   return formatting != nullptr && formatting->format_float != nullptr ? formatting : nullptr;
 }
 
+// Apart, so that the call without options ends in a jump on every other way.
+[[gnu::noinline]] std::uint32_t format_by_host(LocaleHandle* handle, double value,
+                                               std::int32_t width, std::int32_t decimals,
+                                               std::uint32_t flags, char16_t* out,
+                                               std::int64_t capacity,
+                                               std::int64_t* length) noexcept {
+  return host_formatting()->format_float(handle, value, width, decimals, flags, out, capacity,
+                                         length, nullptr);
+}
+
 // Has the host write UTF-16 and converts what it wrote, unit by unit, as long as units fit whole.
 std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle, double value,
                                 std::int32_t width, std::int32_t decimals, std::uint32_t flags,
@@ -48,6 +58,7 @@ template <typename Unit>
                                                         std::int64_t capacity, std::int64_t* length,
                                                         const FloatOptions* options) noexcept {
   using namespace number_flags;
+  using namespace quick_number;
   if (options != nullptr) [[unlikely]] {
     return code(format_double(*handle->record, value, number_request(width, decimals, flags),
                               options, out, std::max<std::int64_t>(capacity, 0), length));
@@ -60,15 +71,18 @@ template <typename Unit>
   if (width == 0 && capacity >= quick_room && static_cast<std::uint32_t>(decimals) <= 17 &&
       (!grouped || groups_by_three(*handle->record))) [[likely]] {
     if (kind == fixed || kind == integer_first) {
-      return grouped ? quick(quick_number::format_fixed<true, Unit>)
-                     : quick(quick_number::format_fixed<false, Unit>);
+      const LocaleRecord& record = *handle->record;
+      if (is_amount(value, decimals) && has_narrow_symbols<Unit>(record, grouped)) [[likely]] {
+        return grouped ? write_amount<true>(record, value, decimals, out, length)
+                       : write_amount<false>(record, value, decimals, out, length);
+      }
+      return grouped ? quick(format_fixed<true, Unit>) : quick(format_fixed<false, Unit>);
     }
     if (kind == 0 || kind == general || kind == general_capital) {
-      return grouped ? quick(quick_number::format_general<true, Unit>)
-                     : quick(quick_number::format_general<false, Unit>);
+      return grouped ? quick(format_general<true, Unit>) : quick(format_general<false, Unit>);
     }
     if (kind == exponent_small || kind == exponent_capital) {
-      return quick(quick_number::format_exponent<Unit>);
+      return quick(format_exponent<Unit>);
     }
   }
   if ((flags == best_fit || (decimals == best_fit_decimals && flags == 0)) && width >= 1 &&
@@ -94,11 +108,10 @@ std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std
 std::uint32_t format_number(LocaleHandle* handle, double value, std::int32_t width,
                             std::int32_t decimals, std::uint32_t flags, char16_t* out,
                             std::int64_t capacity, std::int64_t* length) noexcept {
-  if (host_formatting() == nullptr) [[likely]] {
-    return format_here(handle, value, width, decimals, flags, out, capacity, length, nullptr);
+  if (host_formatting() != nullptr) [[unlikely]] {
+    return format_by_host(handle, value, width, decimals, flags, out, capacity, length);
   }
-  return format_number_with_options(handle, value, width, decimals, flags, out, capacity, length,
-                                    nullptr);
+  return format_here(handle, value, width, decimals, flags, out, capacity, length, nullptr);
 }
 
 std::uint32_t format_number_8bit(LocaleHandle* handle, double value, std::int32_t width,

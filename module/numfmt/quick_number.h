@@ -72,34 +72,53 @@ template <typename Unit>
   return out + shown + 1;
 }
 
-// A value times 10^decimals, rounded. Apart from what rounds it, so that neither has registers to
-// save.
+// Amounts, as most numbers are: from 2^-12 to below 2^39, with three decimals at most. One word
+// holds such a value times 10^decimals, and the rounded product has fifteen digits at most.
+inline bool is_amount(double value, std::int32_t decimals) noexcept {
+  const auto biased_exponent =
+      static_cast<unsigned>(std::bit_cast<std::uint64_t>(value) >> 52 & 0x7FF);
+  return biased_exponent - (1023 - 12) < 12 + 39 && static_cast<std::uint32_t>(decimals) <= 3;
+}
+
 template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t write_fixed(const LocaleRecord& record, std::uint64_t scaled,
-                                            int decimals, int sign, Unit* out,
-                                            std::int64_t* length) noexcept {
+[[gnu::noinline]] std::uint32_t write_amount(const LocaleRecord& record, double value, int decimals,
+                                             Unit* out, std::int64_t* length) noexcept {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const std::uint64_t mantissa = bits << 12 >> 12 | std::uint64_t{1} << 52;
+  const std::uint64_t shift = 1074 - (bits >> 52 & 0x7FF);
+  const std::uint64_t scaled = ((mantissa * powers_of_ten[decimals] >> (shift & 63)) + 1) >> 1;
   // A digit before the point, at least.
   const std::uint64_t counted = std::max(scaled, powers_of_ten[decimals]);
+  const int sign = static_cast<int>(bits >> 63);
+  const int behind = decimals == 0 ? 0 : decimals + 1;
   *out = Unit{'-'};
-  Unit* position = out + sign;
+  out += sign;
   if constexpr (grouped) {
-    const int integers = digit_count(counted) - decimals;
-    position = write_groups_of_three(record, scaled, integers, decimals, decimals, position);
+    const auto& place = place_of_groups(digit_count(counted) - decimals, decimals);
+    if (length != nullptr) [[likely]]
+      *length = sign + place.length + behind;
+    Unit* const point = out + place.length;
+    write_groups_of_three(scaled, place, decimals, static_cast<Unit>(record.grouping_symbol), out);
+    if (decimals != 0) *point = static_cast<Unit>(record.decimal_symbol);
   } else {
     int count = 0;
     const DigitBlock block(scaled, counted, count);
-    position = write_parted(record, block, count - decimals, count, position);
+    if (length != nullptr) [[likely]]
+      *length = sign + count + (decimals == 0 ? 0 : 1);
+    if (decimals == 0) {
+      block.write(count, out);
+    } else {
+      block.write_parted(count - decimals, static_cast<Unit>(record.decimal_symbol), count, out);
+    }
   }
-  return done(out, position, length);
+  return code(Status::ok);
 }
 
 // Any value.
 template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t format_any_fixed(LocaleHandle* handle, double value,
-                                                 std::int32_t width, std::int32_t decimals,
-                                                 std::uint32_t flags, Unit* out,
-                                                 std::int64_t capacity,
-                                                 std::int64_t* length) noexcept {
+[[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
+                                             std::int32_t decimals, std::uint32_t flags, Unit* out,
+                                             std::int64_t capacity, std::int64_t* length) noexcept {
   const LocaleRecord& record = *handle->record;
   std::uint64_t scaled = 0;
   if (decimals >= block_digits || !has_narrow_symbols<Unit>(record, grouped) ||
@@ -107,25 +126,13 @@ template <bool grouped, typename Unit>
       [[unlikely]] {
     return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
   }
-  return write_fixed<grouped>(record, scaled, decimals, value < 0 ? 1 : 0, out, length);
-}
-
-// Values from 2^-12 to below 2^52 with three decimals at most: one word holds them scaled.
-template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
-                                             std::int32_t decimals, std::uint32_t flags, Unit* out,
-                                             std::int64_t capacity, std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  const auto bits = std::bit_cast<std::uint64_t>(value);
-  const std::uint64_t shift = 1075 - (bits >> 52 & 0x7FF);
-  const std::uint64_t mantissa = bits << 12 >> 12 | std::uint64_t{1} << 52;
-  const std::uint64_t scaled =
-      ((mantissa * powers_of_ten[decimals] >> ((shift - 1) & 63)) + 1) >> 1;
-  if (shift - 1 >= 64 || decimals > 3 || !has_narrow_symbols<Unit>(record, grouped) ||
-      scaled >= ten_to_16) [[unlikely]] {
-    return format_any_fixed<grouped>(handle, value, width, decimals, flags, out, capacity, length);
-  }
-  return write_fixed<grouped>(record, scaled, decimals, static_cast<int>(bits >> 63), out, length);
+  const int count = digit_count(std::max(scaled, powers_of_ten[decimals]));
+  Unit* position = write_minus(value, out);
+  position =
+      grouped
+          ? write_groups_of_three(record, scaled, count - decimals, decimals, decimals, position)
+          : write_parted(record, DigitBlock(scaled, count), count - decimals, count, position);
+  return done(out, position, length);
 }
 
 // One digit before the point, `decimals` up to 16 behind it.
