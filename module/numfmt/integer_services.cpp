@@ -203,10 +203,11 @@ template <typename Unit, typename Tell>
 template <bool capital, typename Unit, typename Tell>
 [[gnu::always_inline]] inline void write_hexadecimal(std::uint64_t number, Unit* out,
                                                      Tell tell) noexcept {
-  const unsigned zero_bits = static_cast<unsigned>(std::countl_zero(number | 1)) & 60;
-  const int count = block_digits - static_cast<int>(zero_bits / 4);
+  const unsigned highest_bit = 63 ^ static_cast<unsigned>(std::countl_zero(number | 1));
+  const unsigned count = highest_bit / 4 + 1;
   tell(count);
-  DigitBlock::hexadecimal(number << zero_bits, capital).write(count, out);
+  DigitBlock::hexadecimal(number << (~highest_bit & 60), capital)
+      .write(static_cast<int>(count), out);
 }
 
 // Sets what lies behind the quick room to zero.
@@ -228,12 +229,13 @@ template <typename Integer, typename Unit, typename Write>
                                                           std::int64_t capacity,
                                                           std::int64_t* length) noexcept {
   std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
-  int sign = 0;
+  unsigned sign = 0;
   if constexpr (std::is_signed_v<Integer>) {
     sign = value < 0 ? 1 : 0;
     *out = Unit{'-'};
   }
-  write(magnitude_of(value), out + sign, [=](int count) { *length = sign + count; });
+  write(magnitude_of(value), out + sign,
+        [=](auto count) { *length = static_cast<std::int64_t>(sign + count); });
   if (capacity > quick_room) [[unlikely]]
     return zero_behind(out, capacity);
   return code(Status::ok);
@@ -281,6 +283,14 @@ template <typename Integer, typename Unit>
 
 // Those quick ways that are not the shortest are functions apart, so that the shortest has no
 // registers to save.
+
+template <typename Integer, typename Unit>
+[[gnu::noinline]] std::uint32_t format_capital_hexadecimal(Integer value, Unit* out,
+                                                           std::int64_t capacity,
+                                                           std::int64_t* length) noexcept {
+  return write_quickly(
+      value, [](auto... call) { write_hexadecimal<true>(call...); }, out, capacity, length);
+}
 
 template <typename Integer, typename Unit>
 [[gnu::noinline]] std::uint32_t format_long(Integer value, Unit* out, std::int64_t capacity,
@@ -344,8 +354,7 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
           value, [](auto... call) { write_hexadecimal<false>(call...); }, out, capacity, length);
     }
     if (std::is_unsigned_v<Integer> && flags == hexadecimal_capital) {
-      return write_quickly(
-          value, [](auto... call) { write_hexadecimal<true>(call...); }, out, capacity, length);
+      return format_capital_hexadecimal(value, out, capacity, length);
     }
   }
   return format_in_field(handle, value, width, minimum_digits, flags, out, capacity, length);
