@@ -206,11 +206,9 @@ class DigitBlock {
   /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
   /// `count` becomes how many they are.
   DigitBlock(std::uint64_t number, std::uint64_t counted, int& count) noexcept {
-    const BitRow& row = bit_row_of(counted);
-    const bool more = counted >= row.more_from;
-    const std::uint64_t least_factor = row.least_factor, more_factor = row.more_factor;
-    bytes_ = digit_block::decimal_digits(number * (more ? more_factor : least_factor));
-    count = static_cast<int>(row.least_count) + (more ? 1 : 0);
+    const BitRow& row = rows_of_16_digits.of(counted);
+    bytes_ = digit_block::decimal_digits(number * row.factor(counted));
+    count = row.count(counted);
   }
 
   /// The sixteen hexadecimal digits of a number.

@@ -35,7 +35,6 @@ inline constexpr int most_decimals_beside = 3;
 struct Place {
   std::uint64_t factor;  // that puts it there
   std::uint16_t groups;
-  std::uint16_t digits;   // of all groups
   std::uint16_t padding;  // digits that the first group has too many
   std::uint16_t length;   // of the groups with their separators
 };
@@ -50,7 +49,6 @@ inline constexpr auto places = [] {
       if (digits + decimals > most_grouped_digits) break;
       made[decimals][integers] = {powers_of_ten[most_grouped_digits - digits - decimals],
                                   static_cast<std::uint16_t>(groups),
-                                  static_cast<std::uint16_t>(digits),
                                   static_cast<std::uint16_t>(digits - integers),
                                   static_cast<std::uint16_t>(integers + groups - 1)};
     }
@@ -76,7 +74,7 @@ template <typename Unit>
                                                          int shown, Unit separator,
                                                          Unit* out) noexcept {
   write_18_digits_in_groups(number * place.factor, place.groups, place.padding,
-                            place.digits + static_cast<unsigned>(shown), separator, out);
+                            static_cast<unsigned>(shown), separator, out);
 }
 
 /// The last `integers` + `decimals` digits of a number below 10^16, which has no more: the integers

@@ -181,9 +181,11 @@ template <typename Unit, typename Tell>
 template <typename Unit, typename Tell>
 [[gnu::always_inline]] inline void write_grouped(std::uint64_t magnitude, Unit separator, Unit* out,
                                                  Tell tell) noexcept {
-  const auto& place = place_of_groups(digit_count(magnitude), 0);
+  const BitRow& row = rows_of_18_digits_in_groups.of(magnitude);
+  const auto& place = place_of_groups(row.count(magnitude), 0);
   tell(place.length);
-  write_groups_of_three(magnitude, place, 0, separator, out);
+  write_18_digits_in_groups(magnitude * row.factor(magnitude), place.groups, place.padding, 0,
+                            separator, out);
 }
 
 // The same of more than eighteen digits.
@@ -196,8 +198,8 @@ template <typename Unit, typename Tell>
   DigitBlock(front, count).write(count, out);
   out[count] = separator;
   // All six groups, whatever zeros the rest begins with.
-  write_18_digits_in_groups(magnitude - front * ten_to_18, most_groups, 0, most_grouped_digits,
-                            separator, out + count + 1);
+  write_18_digits_in_groups(magnitude - front * ten_to_18, most_groups, 0, 0, separator,
+                            out + count + 1);
 }
 
 template <bool capital, typename Unit, typename Tell>
@@ -229,13 +231,13 @@ template <typename Integer, typename Unit, typename Write>
                                                           std::int64_t capacity,
                                                           std::int64_t* length) noexcept {
   std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
-  unsigned sign = 0;
+  int sign = 0;
   if constexpr (std::is_signed_v<Integer>) {
     sign = value < 0 ? 1 : 0;
     *out = Unit{'-'};
   }
   write(magnitude_of(value), out + sign,
-        [=](auto count) { *length = static_cast<std::int64_t>(sign + count); });
+        [=](auto count) { *length = sign + static_cast<int>(count); });
   if (capacity > quick_room) [[unlikely]]
     return zero_behind(out, capacity);
   return code(Status::ok);
@@ -340,6 +342,10 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
       }
       return format_long(value, out, capacity, length);
     }
+    if (std::is_unsigned_v<Integer> && flags == hexadecimal_small) {
+      return write_quickly(
+          value, [](auto... call) { write_hexadecimal<false>(call...); }, out, capacity, length);
+    }
     if (flags == group) {
       const LocaleRecord& record = *handle->record;
       if (groups_by_three(record) && (sizeof(Unit) == 2 || record.grouping_symbol < 0x80)) {
@@ -348,10 +354,6 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
                    ? format_grouped(value, separator, out, capacity, length)
                    : format_long_grouped(value, separator, out, capacity, length);
       }
-    }
-    if (std::is_unsigned_v<Integer> && flags == hexadecimal_small) {
-      return write_quickly(
-          value, [](auto... call) { write_hexadecimal<false>(call...); }, out, capacity, length);
     }
     if (std::is_unsigned_v<Integer> && flags == hexadecimal_capital) {
       return format_capital_hexadecimal(value, out, capacity, length);

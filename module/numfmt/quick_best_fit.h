@@ -43,7 +43,7 @@ template <typename Unit>
   // In narrow fields the form depends on more.
   constexpr int narrow = 7;
   if (room <= narrow || estimate > room - 2) return false;
-  const int estimated = std::max(estimate, 0);
+  const auto estimated = static_cast<unsigned>(std::max(estimate, 0));
   int decimals = room - 1 - std::max(estimate, 1);
   // The estimate is low for many values: those get one decimal fewer.
   decimals -= nudged(magnitude, estimate, decimals) >= least_underestimated[estimated] ? 1 : 0;
