@@ -140,14 +140,6 @@ TEST_F(IntegerInputTest, Hexadecimal) {
 
 TEST_F(IntegerInputTest, OtherSlotsAndFlagsHoldTheSame) {
   const ServiceTable& slots = handle->services;
-  EXPECT_EQ(slots.read_int64_too, slots.read_int64);
-  EXPECT_EQ(slots.read_uint64_too, slots.read_uint64);
-  EXPECT_EQ(slots.read_int32_too, slots.read_int32);
-  EXPECT_EQ(slots.read_uint32_too, slots.read_uint32);
-  EXPECT_EQ(slots.read_int64_8bit_too, slots.read_int64_8bit);
-  EXPECT_EQ(slots.read_uint64_8bit_too, slots.read_uint64_8bit);
-  EXPECT_EQ(slots.read_int32_8bit_too, slots.read_int32_8bit);
-  EXPECT_EQ(slots.read_uint32_8bit_too, slots.read_uint32_8bit);
   using Text = std::u16string_view;
   EXPECT_EQ(integer(slots.read_int32, Text(u"11"), hex), (Answer<std::int32_t>{ok, 11, 2}));
   EXPECT_EQ(integer(slots.read_uint32, Text(u"-1"), hex), (Answer<std::uint32_t>{invalid, 0, 0}));
