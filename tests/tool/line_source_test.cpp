@@ -7,8 +7,6 @@
 #include <thread>
 #include <vector>
 
-#include "tool/exit_code.h"
-
 namespace jwnls::tool {
 namespace {
 
@@ -64,18 +62,6 @@ TEST(LineSource, CutsLinesThatAreTooLong) {
       {1, fits, false}, {2, fits, true}, {3, std::string(most, 'z'), true}, {4, "end", false}};
   for (const std::size_t piece : {std::size_t{999}, std::size_t{1'000'000}})
     EXPECT_EQ(lines_of(text, piece), expected);
-}
-
-TEST(LineSource, FailsOnInputThatCannotBeRead) {
-  LineSource source(-1, [] {});
-  std::string_view line;
-  try {
-    (void)source.next(line);
-    FAIL() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.code, ExitCode::io);
-    EXPECT_EQ(failure.message, "standard input: Bad file descriptor");
-  }
 }
 
 }  // namespace

@@ -2,35 +2,32 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/unread_locales.h"
-
 namespace jwnls::tool {
 namespace {
 
-TEST(ReadBack, NamesTheLocalesThatDoNot) {
+TEST(ReadBack, TellsWhatIsNotReadBack) {
   client::HostOptions options;
   options.extension_path = {JWNLS_BUILD_DIR};
-  const auto host = client::Host::open(std::move(options));
-  ASSERT_TRUE(host) << host.error().message;
-  for (const client::LocaleInfo& info : host->locales()) {
-    const auto locale = host->locale(info.name, "UTC");
-    ASSERT_TRUE(locale) << locale.error().message;
-    const bool medium = test::medium_date_unread.count(info.name) == 0;
-    const bool long_form = test::long_date_unread.count(info.name) == 0;
-    const bool strict_time = test::designator_first.count(info.name) == 0;
-    const auto check = [&](const std::string& text, bool is_read) {
-      ASSERT_EQ(text == "yes", is_read) << info.name << ": " << text;
+  const client::Host host = client::Host::open(std::move(options)).value();
+  // Korean writes the designator before the hour; a Cornish month's name begins another's.
+  for (const char* name : {"de_DE", "ar_EG", "hi_IN", "ko_KR", "kw_GB"}) {
+    SCOPED_TRACE(name);
+    const bool korean = std::string_view(name) == "ko_KR";
+    const bool cornish = std::string_view(name) == "kw_GB";
+    const auto expect = [](const std::string& text, bool is_read) {
+      EXPECT_EQ(text == "yes", is_read) << text;
       EXPECT_EQ(text.starts_with("no: "), !is_read) << text;
     };
-    check(dates_read_back(*locale, client::DateStyle::short_numeric, false), true);
-    check(dates_read_back(*locale, client::DateStyle::medium, false), medium);
-    check(dates_read_back(*locale, client::DateStyle::long_form, true), long_form);
-    check(times_read_back(*locale, false), true);
-    check(times_read_back(*locale, true), strict_time);
-    check(datetimes_read_back(*locale, false), medium);
-    check(datetimes_read_back(*locale, true), medium && strict_time);
-    check(numbers_read_back(*locale), true);
-    check(integers_read_back(*locale), true);
+    const client::Locale locale = host.locale(name, "UTC").value();
+    expect(dates_read_back(locale, client::DateStyle::short_numeric, false), true);
+    expect(dates_read_back(locale, client::DateStyle::medium, false), !cornish);
+    expect(dates_read_back(locale, client::DateStyle::long_form, true), !cornish);
+    expect(times_read_back(locale, false), true);
+    expect(times_read_back(locale, true), !korean);
+    expect(datetimes_read_back(locale, false), !cornish);
+    expect(datetimes_read_back(locale, true), !cornish && !korean);
+    expect(numbers_read_back(locale), true);
+    expect(integers_read_back(locale), true);
   }
 }
 
