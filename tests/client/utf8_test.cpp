@@ -39,22 +39,16 @@ TEST(Utf8, ReplacesSurrogatesWithoutPartner) {
 }
 
 TEST(Utf8, RefusesMalformedInput) {
-  const std::string cases[] = {
-      "\x80",              // a continuation byte alone
-      "a\xC3",             // cut
-      "\xE2\x82",          //
-      "\xF0\x9F\x98",      //
-      "\xC3(",             // no continuation
-      "\xE2(\x82",         //
-      "\xC0\xAF",          // overlong
-      "\xE0\x9F\xBF",      //
-      "\xF0\x8F\xBF\xBF",  //
-      "\xED\xA0\x80",      // a surrogate
-      "\xF4\x90\x80\x80",  // past U+10FFFF
-      "\xF8\x88\x80\x80\x80",
-      "\xFF",
+  const auto refuse = [](auto... texts) {
+    for (const std::string_view text : {std::string_view(texts)...}) {
+      EXPECT_FALSE(to_utf16(text)) << testing::PrintToString(text);
+    }
   };
-  for (const auto& text : cases) EXPECT_FALSE(to_utf16(text)) << testing::PrintToString(text);
+  refuse("\x80", "a\xC3", "\xE2\x82", "\xF0\x9F\x98");         // alone, and cut
+  refuse("\xC3(", "\xE2(\x82");                                // no continuation
+  refuse("\xC0\xAF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF");      // overlong
+  refuse("\xED\xA0\x80");                                      // a surrogate
+  refuse("\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF");  // past U+10FFFF
 }
 
 }  // namespace

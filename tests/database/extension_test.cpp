@@ -58,44 +58,27 @@ TEST_P(ExtensionTest, GivesNothingAndLeavesNothingWithoutMemory) {
 INSTANTIATE_TEST_SUITE_P(Extensions, ExtensionTest, testing::Values("jwnlsldb", "jwemsg"),
                          [](const auto& info) { return std::string(info.param); });
 
-class MessageTest : public testing::Test {
- protected:
-  Status message(std::uint32_t status, std::int64_t capacity) {
-    text_.assign(message_text_capacity + 1, u'~');
-    length_ = -1;
-    const Status result{
-        extension_->message(&extension_->base, status, text_.data(), capacity, &length_)};
-    EXPECT_EQ(text_.find_first_not_of(u'~', static_cast<std::size_t>(length_)), text_.npos);
-    text_.resize(static_cast<std::size_t>(length_));
-    return result;
-  }
-
-  LoadedExtension<MessageTexts> extension_{"jwemsg"};
-  std::u16string text_;
-  std::int64_t length_ = 0;
-};
-
-TEST_F(MessageTest, DeliversWhatFits) {
-  EXPECT_EQ(message(0x803FC002, message_text_capacity), Status::ok);
-  EXPECT_EQ(text_, u"out of memory");
-  EXPECT_EQ(message(0x803FC002, 13), Status::ok);
-  EXPECT_EQ(message(0x803FC002, 12), Status::does_not_fit);
-  EXPECT_EQ(text_, u"out of memor");
-  EXPECT_EQ(message(0x803FC002, -1), Status::does_not_fit);
-  EXPECT_EQ(text_, u"");
-}
-
-TEST_F(MessageTest, ShowsCodesThatItDoesNotKnow) {
-  EXPECT_EQ(message(0x8000ABCD, message_text_capacity), Status::lookup_failed);
-  EXPECT_EQ(text_, u"unknown status 0x8000ABCD");
-  EXPECT_EQ(message(0x8000ABCD, 16), Status::does_not_fit);
-  EXPECT_EQ(text_, u"unknown status 0");
-}
-
-TEST_F(MessageTest, RefusesNullArguments) {
+TEST(Messages, AreDeliveredAsFarAsTheyFit) {
+  const LoadedExtension<MessageTexts> extension("jwemsg");
+  const auto check = [&](std::uint32_t asked, std::int64_t capacity, Status status,
+                         const std::u16string& text) {
+    std::u16string out(message_text_capacity + 1, u'~');
+    std::int64_t length = -1;
+    EXPECT_EQ(extension->message(&extension->base, asked, out.data(), capacity, &length),
+              code(status));
+    EXPECT_EQ(length, std::ssize(text));
+    EXPECT_EQ(out, text + std::u16string(out.size() - text.size(), u'~'));
+  };
+  check(0x803FC002, message_text_capacity, Status::ok, u"out of memory");
+  check(0x803FC002, 13, Status::ok, u"out of memory");
+  check(0x803FC002, 12, Status::does_not_fit, u"out of memor");
+  check(0x803FC002, -1, Status::does_not_fit, u"");
+  check(0x8000ABCD, message_text_capacity, Status::lookup_failed, u"unknown status 0x8000ABCD");
+  check(0x8000ABCD, 16, Status::does_not_fit, u"unknown status 0");
   char16_t unit = 0;
-  EXPECT_EQ(extension_->message(nullptr, 0, &unit, 1, nullptr), code(Status::null_argument));
-  EXPECT_EQ(extension_->message(nullptr, 0, nullptr, 1, &length_), code(Status::null_argument));
+  std::int64_t length = 0;
+  EXPECT_EQ(extension->message(nullptr, 0, &unit, 1, nullptr), code(Status::null_argument));
+  EXPECT_EQ(extension->message(nullptr, 0, nullptr, 1, &length), code(Status::null_argument));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -55,47 +54,36 @@ TEST(Pool, ThreadsShareIt) {
 }
 
 TEST(Pool, FaultsAreFoundAndDoNoHarm) {
-  const struct {
-    std::function<void(Pool*, Pool*)> act;
-    std::string fault;
-  } cases[] = {
-      {[](Pool* pool, Pool*) {
-         char* block = take(pool, 24);
-         pool->free(pool, block);
-         pool->free(pool, block);
-       },
-       "pool 'first': block of 24 bytes freed twice"},
-      {[](Pool* pool, Pool* other) { other->free(other, take(pool, 24)); },
-       "pool 'second': block of 24 bytes freed into another pool"},
-      {[](Pool* pool, Pool*) { take(pool, 10)[10] = 'x'; },
-       "pool 'first': block of 10 bytes written past its end"},
-      {[](Pool* pool, Pool*) { take(pool, 10)[-1] = 'x'; },
-       "pool 'first': block of 10 bytes written before its start"},
-      {[](Pool* pool, Pool*) {
-         char* block = take(pool, 24);
-         pool->free(pool, block + 16);  // where no block begins
-       },
-       "pool 'first': block freed, but it is none of the pool's"},
-      {[](Pool* pool, Pool*) {
-         char* block = take(pool, 24);
-         pool->free(pool, block);
-         block[5] = 'x';
-         pool->destroy(pool);
-       },
-       "pool 'first': block of 24 bytes written after it was freed"},
-      {[](Pool* pool, Pool*) {
-         pool->destroy(pool);
-         pool->destroy(pool);
-       },
-       "pool 'first' destroyed twice"},
-  };
-  for (const auto& row : cases) {
+  const auto check = [](const std::string& fault, const auto& act) {
     Messages journal;
     Host host(checking(&journal));
-    row.act(make_pool(host, "first"), make_pool(host, "second"));
-    EXPECT_EQ(host.faults(), std::vector<std::string>{row.fault});
-    EXPECT_EQ(journal.at(0), std::pair(journal_fault, row.fault));
-  }
+    Pool* pool = make_pool(host, "first");
+    act(pool, take(pool, 24), make_pool(host, "second"));
+    EXPECT_EQ(host.faults(), std::vector<std::string>{fault});
+    EXPECT_EQ(journal.at(0), std::pair(journal_fault, fault));
+  };
+  check("pool 'first': block of 24 bytes freed twice", [](Pool* pool, char* block, Pool*) {
+    pool->free(pool, block);
+    pool->free(pool, block);
+  });
+  check("pool 'second': block of 24 bytes freed into another pool",
+        [](Pool*, char* block, Pool* other) { other->free(other, block); });
+  check("pool 'first': block of 24 bytes written past its end",
+        [](Pool*, char* block, Pool*) { block[24] = 'x'; });
+  check("pool 'first': block of 24 bytes written before its start",
+        [](Pool*, char* block, Pool*) { block[-1] = 'x'; });
+  check("pool 'first': block freed, but it is none of the pool's",
+        [](Pool* pool, char* block, Pool*) { pool->free(pool, block + 16); });
+  check("pool 'first': block of 24 bytes written after it was freed",
+        [](Pool* pool, char* block, Pool*) {
+          pool->free(pool, block);
+          block[5] = 'x';
+          pool->destroy(pool);
+        });
+  check("pool 'first' destroyed twice", [](Pool* pool, char*, Pool*) {
+    pool->destroy(pool);
+    pool->destroy(pool);
+  });
 }
 
 TEST(Pool, WhatIsLeftIsReportedWhenTheHostEnds) {

@@ -90,18 +90,14 @@ TEST(Calendar, TakesAndRefusesDateParts) {
     EXPECT_SAME(date_parts_to_date_value(month, day, year, scratch), date);
   };
   // Two-digit years, and cutoffs other than the usual one.
-  check(1, 1, 49, 2049001, 32508);
-  check(1, 1, 50, 1950001, -3652);
   check(1, 1, 0, 2000001, 14610);
   check(1, 1, 49, 1949001, -4017, 1900);
   check(1, 1, 99, 1999001, 14245, 1999);
   check(1, 1, 98, 2098001, 50405, 1999);
   // Fractions are cut, once the double has passed the bounds.
-  check(12.0, 30.5, 2000, 2000365, 14974);
   check(1, 1.999, 1960.9, 1960001, 0);
   check(1, 1, 0.5, 2000001, 14610);
   check(12, 31.5, 2000, missing, missing);
-  check(4, 30.5, 2000, missing, missing);
   check(12.5, 1, 2000, missing, missing);
   check(0.999, 1, 2000, missing, missing);
   check(1, 0.999, 2000, missing, missing);

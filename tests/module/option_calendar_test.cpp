@@ -39,52 +39,45 @@ class OptionCalendar : public testing::Test {
 };
 
 TEST_F(OptionCalendar, PlacesTwoDigitYearsByTheOption) {
-  struct Row {
-    std::optional<std::int64_t> cutoff;
-    double year, month, day, julian, date;
-  };
-  constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-  const Row rows[] = {
-      {{}, 49, 1, 1, 2049001, 32508},
-      {{}, 50, 1, 1, 1950001, -3652},
-      {1980, 79, 12, 31, 2079365, 43829},
-      {1980, 80, 1, 1, 1980001, 7305},
-      {2000, 0, 2, 29, 2000060, 14669},
-      {1900, 0, 2, 28, 1900059, -21856},
-      // The leap day is that of the widened year, the fraction of a day is cut.
-      {1900, 0, 2, 29, missing, missing},
-      {1900, 0, 2, 28.5, missing, missing},
-      {1950, 4, 2, 29.5, missing, missing},
-      {1950, 4, 3, 30.5, 2004090, 16160},
-      // Windows at the calendar's ends, and beyond them.
-      {1582, 82, 1, 1, 1582001, -138061},
-      {1582, 81, 1, 1, 1681001, -101901},
-      {1581, 81, 1, 1, missing, missing},
-      {19950, 0, 12, 31, 20000365, 6589335},
-      {19950, 1, 1, 1, missing, missing},
-      {0, 50, 1, 1, missing, missing},
-      {-1950, 50, 1, 1, missing, missing},
-      {largest, 99, 1, 1, missing, missing},
-      {-largest - 1, 0, 1, 1, missing, missing},
-      {(std::int64_t{1} << 32) + 1950, 50, 1, 1, missing, missing},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.cutoff.value_or(-1) << ": " << row.year << '-'
-                                    << row.month << '-' << row.day);
-    set(row.cutoff);
-    EXPECT_SAME(parts_to_date_value(row.year, row.month, row.day), row.date);
-    EXPECT_SAME(parts_to_julian(row.year, row.month, row.day), row.julian);
-    if (is_missing(row.date)) continue;
+  const auto places = [this](std::optional<std::int64_t> cutoff, double year, double month,
+                             double day, int full, double date) {
+    SCOPED_TRACE(testing::Message() << full);
+    set(cutoff);
+    EXPECT_EQ(parts_to_date_value(year, month, day), date);
+    EXPECT_EQ(parts_to_julian(year, month, day), full);
     // The same day of the two-digit year's Julian value.
-    const int full = static_cast<int>(row.julian);
-    const double julian = row.year * 1000 + full % 1000;
-    EXPECT_SAME(julian_to_date_value(julian), row.date);
-    double year = 0, month = 0, day = 0;
-    EXPECT_EQ(julian_to_date_parts(julian, year, month, day), 0);
-    EXPECT_EQ(year, full / 1000);
-    EXPECT_EQ(month, row.month);
-    EXPECT_EQ(day, static_cast<int>(row.day));
+    const double julian = year * 1000 + full % 1000;
+    EXPECT_EQ(julian_to_date_value(julian), date);
+    double y = 0, m = 0, d = 0;
+    EXPECT_EQ(julian_to_date_parts(julian, y, m, d), 0);
+    EXPECT_EQ(y, full / 1000);
+    EXPECT_EQ(m, month);
+    EXPECT_EQ(d, static_cast<int>(day));
+  };
+  places({}, 49, 1, 1, 2049001, 32508);
+  places({}, 50, 1, 1, 1950001, -3652);
+  places(1980, 79, 12, 31, 2079365, 43829);
+  places(1980, 80, 1, 1, 1980001, 7305);
+  places(2000, 0, 2, 29, 2000060, 14669);
+  places(1900, 0, 2, 28, 1900059, -21856);
+  places(1950, 4, 3, 30.5, 2004090, 16160);  // the fraction of a day is cut
+  places(1582, 82, 1, 1, 1582001, -138061);  // windows at the calendar's ends
+  places(1582, 81, 1, 1, 1681001, -101901);
+  places(19950, 0, 12, 31, 20000365, 6589335);
+  const auto refuses = [this](std::int64_t cutoff, double year, double month = 1, double day = 1) {
+    set(cutoff);
+    EXPECT_SAME(parts_to_date_value(year, month, day), missing) << cutoff;
+    EXPECT_SAME(parts_to_julian(year, month, day), missing) << cutoff;
+  };
+  refuses(1900, 0, 2, 29);  // the leap day is that of the widened year
+  refuses(1900, 0, 2, 28.5);
+  refuses(1950, 4, 2, 29.5);
+  constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+  for (const std::int64_t cutoff : {std::int64_t{1581}, std::int64_t{0}, std::int64_t{-1950},
+                                    largest, -largest - 1, (std::int64_t{1} << 32) + 1950}) {
+    refuses(cutoff, 81);
   }
+  refuses(19950, 1);
 }
 
 TEST_F(OptionCalendar, ReadsTheOptionOncePerTwoDigitYearAndForNoOther) {
