@@ -200,27 +200,6 @@ TEST_F(DirectiveTest, AskTheHostAboutCase) {
 }
 
 TEST_F(DirectiveTest, ShowTheZoneOfTheMoment) {
-  const std::u16string longest(50, u'Z');
-  struct Row {
-    std::u16string abbreviation;
-    std::int64_t claimed;
-    std::int64_t offset;
-    std::u16string name;
-    const char16_t* shown_offset;
-    std::uint32_t zone_info_status = 0;
-  };
-  const Row rows[] = {
-      {u"PDT", 3, -25200, u"PDT", u"-0700"},
-      {u"PDT", 2, -12600, u"PD", u"-0330"},
-      {u"", 0, 0, u"XST", u"+0000"},
-      {u"PDT", -1, 50400, u"XST", u"+1400"},
-      {u"PDT", INT64_MIN, -59, u"XST", u"-0000"},
-      {longest, 50, 3599, longest, u"+0059"},
-      {longest, 51, 100 * 3600 + 60, longest, u"+0001"},
-      {longest, INT64_MAX, INT64_MAX, longest, u"+1530"},
-      {longest, 1, INT64_MIN, u"Z", u"-1530"},
-      {u"PDT", 3, -25200, u"XST", u"+0000", 1},
-  };
   const auto expect = [&](const std::u16string& name, const char16_t* offset) {
     for (const Service service : {Service::date, Service::time, Service::datetime}) {
       set_pattern(u"%Z");
@@ -229,13 +208,26 @@ TEST_F(DirectiveTest, ShowTheZoneOfTheMoment) {
       expect_text(service, morning, offset);
     }
   };
-  for (const Row& row : rows) {
-    host.abbreviation = row.abbreviation;
-    host.abbreviation_length = row.claimed;
-    host.offset_seconds = row.offset;
-    host.zone_info_status = row.zone_info_status;
-    expect(row.name, row.shown_offset);
-  }
+  const auto check = [&](const std::u16string& abbreviation, std::int64_t claimed,
+                         std::int64_t offset, const std::u16string& name,
+                         const char16_t* shown_offset, std::uint32_t zone_info_status = 0) {
+    host.abbreviation = abbreviation;
+    host.abbreviation_length = claimed;
+    host.offset_seconds = offset;
+    host.zone_info_status = zone_info_status;
+    expect(name, shown_offset);
+  };
+  const std::u16string longest(50, u'Z');
+  check(u"PDT", 3, -25200, u"PDT", u"-0700");
+  check(u"PDT", 2, -12600, u"PD", u"-0330");
+  check(u"", 0, 0, u"XST", u"+0000");
+  check(u"PDT", -1, 50400, u"XST", u"+1400");
+  check(u"PDT", INT64_MIN, -59, u"XST", u"-0000");
+  check(longest, 50, 3599, longest, u"+0059");
+  check(longest, 51, 100 * 3600 + 60, longest, u"+0001");
+  check(longest, INT64_MAX, INT64_MAX, longest, u"+1530");
+  check(longest, 1, INT64_MIN, u"Z", u"-1530");
+  check(u"PDT", 3, -25200, u"XST", u"+0000", 1);
   host.zone_info_status = 0;
   host.abbreviation = u"+\u00E9\u0141";  // 8-bit: each unit's low byte
   host.abbreviation_length = 3;

@@ -61,25 +61,20 @@ TEST_F(NumberInputTest, EveryEbcdicCode) {
 // stays. EBCDIC: both symbols.
 TEST_F(NumberInputTest, ConvertedSymbols) {
   ArabicConverter arabic;
-  const struct {
-    const char16_t* symbols;
-    bool is_ebcdic;
-    std::string_view text;
-    Converter* converter;
-  } rows[] = {{u".\u066C", false, "1\x77\x32.5", &arabic},
-              {u".\u066C", false, "1,2.5", nullptr},
-              {u".\u0666", false, "1,2.5", &arabic},
-              {u".\u00A0", false, "1\xA0\x32.5", &arabic},
-              {u"\u066B\u066C", true, "\xF1\x77\xF2\x78\xF5", &arabic},
-              {u".\u066C", true, "\xF1\x6B\xF2\x4B\xF5", nullptr},
-              {u"\u0666\u00A0", true, "\xF1\x41\xF2\x6B\xF5", &arabic}};
-  for (const auto& row : rows) {
-    set_symbols(row.symbols);
-    const auto slot = row.is_ebcdic ? handle->services.read_number_ebcdic
-                                    : handle->services.read_number_converted;
-    EXPECT_EQ(number(slot, row.text, row.converter), (NumberAnswer{Status::ok, 12.5, 5}))
-        << &row - rows;
-  }
+  const auto check = [&](auto* slot, const char16_t* symbols, std::string_view text,
+                         Converter* converter) {
+    set_symbols(symbols);
+    EXPECT_EQ(number(slot, text, converter), (NumberAnswer{Status::ok, 12.5, 5})) << text;
+  };
+  const auto converted = handle->services.read_number_converted;
+  check(converted, u".\u066C", "1\x77\x32.5", &arabic);
+  check(converted, u".\u066C", "1,2.5", nullptr);
+  check(converted, u".\u0666", "1,2.5", &arabic);
+  check(converted, u".\u00A0", "1\xA0\x32.5", &arabic);
+  const auto ebcdic_slot = handle->services.read_number_ebcdic;
+  check(ebcdic_slot, u"\u066B\u066C", "\xF1\x77\xF2\x78\xF5", &arabic);
+  check(ebcdic_slot, u".\u066C", "\xF1\x6B\xF2\x4B\xF5", nullptr);
+  check(ebcdic_slot, u"\u0666\u00A0", "\xF1\x41\xF2\x6B\xF5", &arabic);
   set_symbols(u".\u066C");  // once converted, "," is no symbol
   EXPECT_EQ(number(handle->services.read_number_converted, std::string_view("1,2"), &arabic),
             invalid_at(1));

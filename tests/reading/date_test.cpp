@@ -1,7 +1,5 @@
 // Date and datetime input: single patterns, recognition, and what may stand behind a date.
 
-#include <chrono>
-
 #include "tests/reading/reading.h"
 
 namespace jwnls::test {
@@ -13,13 +11,6 @@ constexpr std::uint32_t datetime = 0x200;
 constexpr std::optional<double> fails;
 constexpr const char16_t* none = u"!";
 
-/// The date value of a date before 29 February 4000, where both calendars still agree.
-constexpr double day(int year, unsigned month, unsigned of_month) {
-  using namespace std::chrono;
-  const sys_days date =
-      std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(of_month);
-  return static_cast<double>((date - sys_days(1960y / January / 1)).count());
-}
 constexpr double second(double date, int hour = 0, int minute = 0, double seconds = 0) {
   return date * 86400 + hour * 3600 + minute * 60 + seconds;
 }

@@ -1,21 +1,14 @@
 // Period input: labels of months, weeks and quarters.
 
-#include <chrono>
-
 #include "tests/reading/reading.h"
 
 namespace jwnls::test {
 namespace {
 
 using namespace std::chrono;
+using test::day;
 
 constexpr std::optional<double> fails;
-
-std::optional<double> day(int year, unsigned month, unsigned of_month) {
-  const sys_days date =
-      std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(of_month);
-  return static_cast<double>((date - sys_days(1960y / January / 1)).count());
-}
 
 class PeriodTest : public ReadingTest {
  protected:

@@ -4,6 +4,7 @@
 #define JWNLS_TESTS_READING_READING_H_
 
 #include <bit>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,14 @@
 namespace jwnls::test {
 
 enum class Service { date, period, time };
+
+/// The date value of a date before 29 February 4000, where both calendars still agree.
+constexpr double day(int year, unsigned month, unsigned of_month) {
+  using namespace std::chrono;
+  const sys_days date =
+      std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(of_month);
+  return static_cast<double>((date - sys_days(1960y / January / 1)).count());
+}
 
 /// What a service answered: the value when the status was ok, else nothing.
 struct Reading {
