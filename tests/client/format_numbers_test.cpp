@@ -100,6 +100,7 @@ TEST(FormatInteger, FollowsItsOptions) {
     EXPECT_EQ(text_or_error(english.format_integer(value, format)), text) << value;
   };
   check(std::numeric_limits<std::int64_t>::min(), {}, "-9,223,372,036,854,775,808");
+  check(-1234, {.group = false}, "-1234");
   check(0, {}, "0");
   check(7, {.minimum_digits = 3, .width = 5}, "  007");
   check(7, {.width = 4, .left = true}, "7   ");

@@ -43,6 +43,8 @@ TEST(Locale, RefusesNamesThatAreNone) {
   check("tlh_AA", "UTC", "locale 'tlh_AA': unknown");
   check("de_DE", "Mars/Phobos", "time zone 'Mars/Phobos': unknown");
   check("de_DE", "\xFF", "time zone '\\xFF': unknown");
+  check("de_DE", (std::string(79, 'x') + "ä").c_str(),
+        ("time zone '" + std::string(79, 'x') + "...': unknown").c_str());
   EXPECT_FALSE(real_host().match("\xFF"));
 }
 

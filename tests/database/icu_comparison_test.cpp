@@ -93,34 +93,31 @@ std::u16string as_typed(std::u16string_view text) {
   return result.substr(0, result.find_last_not_of(u' ') + 1);
 }
 
-class IcuLocale {
- public:
-  explicit IcuLocale(std::string_view name)
-      : name_(std::string(name) + "@calendar=gregorian;numbers=latn") {}
+IcuFormat open_format(std::string_view locale, UDateFormatStyle date, UDateFormatStyle time) {
+  UErrorCode error = U_ZERO_ERROR;
+  const std::string name = std::string(locale) + "@calendar=gregorian;numbers=latn";
+  IcuFormat format(udat_open(time, date, name.c_str(), u"UTC", 3, nullptr, 0, &error));
+  EXPECT_TRUE(U_SUCCESS(error)) << u_errorName(error);
+  return format;
+}
 
-  // A format whose calendar knows no Julian dates, as the module's does not.
-  IcuFormat format(UDateFormatStyle date, UDateFormatStyle time,
-                   std::u16string (*replace)(std::u16string_view)) const {
-    UErrorCode error = U_ZERO_ERROR;
-    IcuFormat format(udat_open(time, date, name_.c_str(), u"UTC", 3, nullptr, 0, &error));
-    const icu::LocalUCalendarPointer calendar(
-        ucal_clone(udat_getCalendar(format.getAlias()), &error));
-    ucal_setGregorianChange(calendar.getAlias(), -1e15, &error);
-    udat_setCalendar(format.getAlias(), calendar.getAlias());
-
-    std::u16string pattern(256, u'\0');
-    pattern.resize(static_cast<std::size_t>(
-        udat_toPattern(format.getAlias(), false, pattern.data(), 256, &error)));
-    pattern = replace(pattern);
-    udat_applyPattern(format.getAlias(), false, pattern.data(),
-                      static_cast<int32_t>(pattern.size()));
-    EXPECT_TRUE(U_SUCCESS(error)) << u_errorName(error);
-    return format;
-  }
-
- private:
-  std::string name_;
-};
+// A format whose pattern is replaced and whose calendar knows no Julian dates, as the module's does
+// not.
+IcuFormat icu_format(std::string_view locale, UDateFormatStyle date, UDateFormatStyle time,
+                     std::u16string (*replace)(std::u16string_view)) {
+  UErrorCode error = U_ZERO_ERROR;
+  IcuFormat format = open_format(locale, date, time);
+  const icu::LocalUCalendarPointer calendar(
+      ucal_clone(udat_getCalendar(format.getAlias()), &error));
+  ucal_setGregorianChange(calendar.getAlias(), -1e15, &error);
+  udat_setCalendar(format.getAlias(), calendar.getAlias());
+  char16_t units[256];
+  const int32_t length = udat_toPattern(format.getAlias(), false, units, 256, &error);
+  const std::u16string pattern = replace({units, static_cast<std::size_t>(length)});
+  udat_applyPattern(format.getAlias(), false, pattern.data(), static_cast<int32_t>(pattern.size()));
+  EXPECT_TRUE(U_SUCCESS(error)) << u_errorName(error);
+  return format;
+}
 
 // Milliseconds from 1970.
 double icu_value(const Instant& moment) {
@@ -157,14 +154,13 @@ TEST(IcuComparison, EveryLocaleWritesWhatIcuWrites) {
     SCOPED_TRACE(row.name);
     const auto record = database.record(row.name);
     handle.record = record.get();
-    const IcuLocale icu(row.name);
     // Records know one set of digits: Hawaiian "15/iii/2024" is "15/3/2024" here.
     const bool has_roman_months = row.name.starts_with("haw");
-    const IcuFormat short_date = icu.format(UDAT_SHORT, UDAT_NONE, numeric_date);
-    const IcuFormat medium_date = icu.format(UDAT_MEDIUM, UDAT_NONE, as_it_is);
-    const IcuFormat long_date = icu.format(UDAT_LONG, UDAT_NONE, as_it_is);
-    const IcuFormat time = icu.format(UDAT_NONE, UDAT_MEDIUM, clock);
-    const IcuFormat datetime = icu.format(UDAT_MEDIUM, UDAT_MEDIUM, clock);
+    const IcuFormat short_date = icu_format(row.name, UDAT_SHORT, UDAT_NONE, numeric_date);
+    const IcuFormat medium_date = icu_format(row.name, UDAT_MEDIUM, UDAT_NONE, as_it_is);
+    const IcuFormat long_date = icu_format(row.name, UDAT_LONG, UDAT_NONE, as_it_is);
+    const IcuFormat time = icu_format(row.name, UDAT_NONE, UDAT_MEDIUM, clock);
+    const IcuFormat datetime = icu_format(row.name, UDAT_MEDIUM, UDAT_MEDIUM, clock);
     for (const Instant& moment : moments) {
       const auto text = [&](Service service, std::uint32_t style) {
         return module_text(handle, service, moment, style);
@@ -186,9 +182,7 @@ TEST(IcuComparison, EveryLocaleHasIcusNames) {
     SCOPED_TRACE(row.name);
     const auto record = database.record(row.name);
     UErrorCode error = U_ZERO_ERROR;
-    const IcuFormat format(udat_open(
-        UDAT_NONE, UDAT_LONG, (std::string(row.name) + "@calendar=gregorian;numbers=latn").c_str(),
-        u"UTC", 3, nullptr, 0, &error));
+    const IcuFormat format = open_format(row.name, UDAT_LONG, UDAT_NONE);
     const auto expect_names = [&](const TextEntry* list, int count, UDateFormatSymbolType type,
                                   int first) {
       for (int i = 0; i < count; ++i) {

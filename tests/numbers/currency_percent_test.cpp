@@ -110,7 +110,7 @@ TEST_F(CurrencyPercentTest, FollowTheirStepsForAnyCall) {
     if (random.one_in(20)) call.decimals = random.of({99, 350, INT32_MIN, INT32_MAX});
     if (random.one_in(20)) call.width = random.of({INT32_MIN, INT32_MIN + 2, INT32_MAX});
     if (random.one_in(5)) call.capacity = 400;
-    const auto symbol = printable(currency_symbol_of(record));
+    const auto symbol = printable(std::u16string(currency_symbol_of(record)));
     ASSERT_EQ(show(services.format_currency, call), expected_currency(call)) << call << symbol;
     ASSERT_EQ(show(services.format_percent, call), expected_percent(call)) << call;
   }

@@ -76,11 +76,5 @@ TEST_F(EightBitTest, AgreesWithTheUtf16Slots) {
   }
 }
 
-TEST_F(EightBitTest, DoesWithoutALength) {
-  char out[4];
-  EXPECT_EQ(services.format_number_8bit(handle, 1.5, 4, 1, fixed, out, 4, nullptr, nullptr), 0u);
-  EXPECT_EQ(std::string_view(out, 4), " 1.5");
-}
-
 }  // namespace
 }  // namespace jwnls::test

@@ -151,7 +151,7 @@ class IntegerTest : public NumbersTest {
     for (int i = random.between(0, 5); i > 0; --i) call.flags |= 1u << random.between(7, 24);
     ASSERT_EQ((show<Unit>(call, random.one_in(2) ? first : second)),
               (expected_integer<Integer, Unit>(record, call)))
-        << call << ", grouping " << printable(grouping_of(record)) << " by "
+        << call << ", grouping " << printable(std::u16string(grouping_of(record))) << " by "
         << int{record.grouping_symbol} << ", value of " << sizeof(Integer) << " bytes";
   }
 };

@@ -35,10 +35,13 @@ struct Outcome {
   bool operator==(const Outcome&) const = default;
 };
 
-std::string printable(std::u16string_view text);
+std::string printable(const std::u16string& text);
 std::ostream& operator<<(std::ostream& out, const NumberCall& call);
-std::ostream& operator<<(std::ostream& out, const Outcome<char16_t>& outcome);
-std::ostream& operator<<(std::ostream& out, const Outcome<char>& outcome);
+template <typename Unit>
+std::ostream& operator<<(std::ostream& out, const Outcome<Unit>& outcome) {
+  return out << std::hex << code(outcome.status) << std::dec << ", length " << outcome.length
+             << ", " << printable({outcome.text.begin(), outcome.text.end()});
+}
 
 /// What the formatter has to do, worked out step by step on the whole decimal expansion of the
 /// value, without any of the module's code but the decoding of a record's lengths.

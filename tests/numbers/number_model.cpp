@@ -11,7 +11,7 @@
 
 namespace jwnls::test {
 
-std::string printable(std::u16string_view text) {
+std::string printable(const std::u16string& text) {
   std::string result = "'";
   for (const char16_t unit : text) {
     char escaped[8];
@@ -26,14 +26,6 @@ std::ostream& operator<<(std::ostream& out, const NumberCall& call) {
              << std::bit_cast<std::uint64_t>(call.value) << "), flags " << call.flags << std::dec
              << ", width " << call.width << ", decimals " << call.decimals << ", capacity "
              << call.capacity << (call.options == nullptr ? "" : ", options");
-}
-std::ostream& operator<<(std::ostream& out, const Outcome<char16_t>& outcome) {
-  return out << std::hex << code(outcome.status) << std::dec << ", length " << outcome.length
-             << ", " << printable(outcome.text);
-}
-std::ostream& operator<<(std::ostream& out, const Outcome<char>& outcome) {
-  return out << std::hex << code(outcome.status) << std::dec << ", length " << outcome.length
-             << ", '" << outcome.text << "'";
 }
 
 namespace {

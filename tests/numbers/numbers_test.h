@@ -172,7 +172,7 @@ class NumbersTest : public testing::Test {
   /// Runs `call` and compares it with the model.
   void check(const NumberCall& call) {
     ASSERT_EQ(format(call), expected_number(record, call))
-        << call << ", grouping " << printable(grouping_of(record));
+        << call << ", grouping " << printable(std::u16string(grouping_of(record)));
   }
   /// Runs `call` and compares a text that fills its field.
   void expect(const NumberCall& call, std::u16string_view text, Status status = Status::ok) {

@@ -158,6 +158,9 @@ TEST_F(PlainKindsTest, DoWithoutALength) {
   char16_t out[4];
   EXPECT_EQ(services.format_number(handle, 1.5, 4, 1, fixed, out, 4, nullptr), 0u);
   EXPECT_EQ(std::u16string_view(out, 4), u" 1.5");
+  char bytes[4];
+  EXPECT_EQ(services.format_number_8bit(handle, 1.5, 4, 1, fixed, bytes, 4, nullptr, nullptr), 0u);
+  EXPECT_EQ(std::string_view(bytes, 4), " 1.5");
 }
 
 TEST_F(PlainKindsTest, ShowMissingValues) {

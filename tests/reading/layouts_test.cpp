@@ -65,11 +65,9 @@ class LayoutsTest : public ReadingTest {
   char16_t one_of(std::u16string_view units) { return units[below(units.size())]; }
 
   std::u16string digits(std::size_t value, std::size_t width) {
-    std::u16string text;
-    for (; value > 0; value /= 10)
-      text.insert(text.begin(), static_cast<char16_t>(u'0' + value % 10));
-    while (text.size() < width) text.insert(text.begin(), u'0');
-    return text;
+    const std::string text = std::to_string(value);
+    return std::u16string(width - std::min(width, text.size()), u'0')
+        .append(text.begin(), text.end());
   }
 
   // A date as the pattern writes it: its numbers padded or not, its year in two digits or four, its

@@ -44,6 +44,8 @@ TEST(FormatNumbers, SaysWhichValueIsBadAndWhy) {
          "jwnls: '1,5': not a number (as 1234.5)\n"
          "jwnls: '1e999': too large or too small for a double\n",
          1);
+  expect({"format", "number", "-d", "100", "1e300"}, "",
+         "jwnls: '1e300': number 1e+300: takes more than 350 digits\n", 1);
   expect({"format", "integer", "12.0"}, "", "jwnls: '12.0': not an integer (as 1234 or 0xFF)\n", 1);
   expect({"format", "percent", "--", "-d", "1e308"}, "",
          "jwnls: '-d': not a number (as 1234.5)\n"

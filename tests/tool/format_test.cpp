@@ -7,7 +7,7 @@ namespace {
 
 TEST(Format, WritesALineForEachValue) {
   expect({"format", "date", "-l", "de_DE", "2024-03-15"}, "15.03.2024\n");
-  expect({"format", "date", "-l", "de_DE", "-s", "short", "20240315", "2024-12-24T18:00"},
+  expect({"format", "date", "-l", "de_DE", "-s1", "20240315", "2024-12-24T18:00"},
          "15.03.2024\n24.12.2024\n");
   expect({"format", "date", "--locale", "en-US", "--style", "3", "2024-03-15"}, "March 15, 2024\n");
   expect({"format", "date", "-l", "fr_FR", "-s", "long", "--raw", "0", "-138061", "6589335"},

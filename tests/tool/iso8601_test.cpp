@@ -60,6 +60,7 @@ TEST(Iso8601, SaysWhatIsWrong) {
   check("T1", "a two-digit hour is missing");
   check("2024-3-15", "a two-digit month is missing");
   check("2024-13-01", "month 13 is not 01 to 12");
+  check("2024-00-01", "month 00 is not 01 to 12");
   check("2024-03", "\"-\" is missing after the month");
   check("2024-03-", "a two-digit day is missing");
   check("2024-03-32", "day 32 is not 01 to 31");
@@ -70,6 +71,8 @@ TEST(Iso8601, SaysWhatIsWrong) {
   check("14:60", "minute 60 is not 00 to 59");
   check("14:30:60", "second 60 is not 00 to 59");
   check("14:30:", "a two-digit second is missing");
+  check("14:30:05 Uhr", "text is left after the time");
+  check("14:30:05Z0", "text is left after the time");
   check("14:30:05.", "digits are missing after the decimal point");
   check("2024-03-15T14:30+1", "a two-digit offset hour is missing");
   check("2024-03-15T14:30+01:60", "offset minute 60 is not 00 to 59");
