@@ -80,7 +80,10 @@ bool any_date_candidate(const LocaleRecord& record, const Unit* text, std::size_
     const DateMarks marks = date_marks_of(pattern.data(), pattern.size());
     if ((marks & ~shape.marks) == 0 && settles(pattern)) return true;
   }
-  const DateLayouts& layouts = date_layouts(text_of(record.date_patterns[0]));
+  // The order matters to texts that begin with a day or month alone.
+  const bool ordered = shape.leading_digits == 1 || shape.leading_digits == 2;
+  const DateLayouts& layouts =
+      date_layouts(ordered ? text_of(record.date_patterns[0]) : std::u16string_view());
   LayoutSet possible = layouts.possible(shape);
   bool month_known = shape.leading_digits == 0;  // else no month's name is likely there
   for (; possible != 0; possible &= possible - 1) {
