@@ -44,7 +44,6 @@ TEST(FormatNumber, KnowsHowManyDigitsTellANumberApart) {
   check(0.07, "0,07", "0,07", "7e-02", "7%");  // its hundredfold is 7.000000000000001
   check(0.1 + 0.2, "0,30000000000000004", "0,30000000000000004", "3,0000000000000004e-01",
         "30,000000000000004%");
-  check(1234567, "1.234.567", "1234567", "1,234567e+06", "123456700%");
   check(1e15, "1.000.000.000.000.000", "1e+15", "1e+15", "100000000000000000%");
   check(1e-7, "0,0000001", "1e-07", "1e-07", "0,00001%");
   // 324 decimals; and 99, which cannot be asked for, become 100.
@@ -66,7 +65,6 @@ TEST(FormatNumber, FollowsItsOptions) {
   check(1234567, {.kind = NumberKind::general, .decimals = 3, .capital = true}, "1.23E+06");
   check(0.5, {.kind = NumberKind::general, .decimals = 3, .trailing_zeros = true}, "0.500");
   check(1.0 / 3, {.kind = NumberKind::best_fit, .width = 8}, "0.333333");
-  check(0.1, {.kind = NumberKind::best_fit}, "0.1");
   check(0.1, {.kind = NumberKind::best_fit, .width = 5, .left = true}, "0.1  ");
   check(1.5, {.kind = NumberKind::decimal_aligned, .decimals = 3, .width = 8}, "   1.500");
   // What is no number stands alone, in its field.
@@ -101,7 +99,6 @@ TEST(FormatInteger, FollowsItsOptions) {
   };
   check(std::numeric_limits<std::int64_t>::min(), {}, "-9,223,372,036,854,775,808");
   check(-1234, {.group = false}, "-1234");
-  check(0, {}, "0");
   check(7, {.minimum_digits = 3, .width = 5}, "  007");
   check(7, {.width = 4, .left = true}, "7   ");
   check(7, {.width = 4, .sign = SignDisplay::always, .zero_fill = true}, "+007");
@@ -113,7 +110,6 @@ TEST(FormatInteger, FollowsItsOptions) {
   check(-1, {.radix = Radix::octal}, "1777777777777777777777");
   EXPECT_EQ(english.format_integer(largest), "18,446,744,073,709,551,615");
   EXPECT_EQ(english.format_integer(std::uint8_t{200}, {.sign = SignDisplay::always}), "+200");
-  EXPECT_EQ(english.format_integer(std::int16_t{-5}), "-5");
   EXPECT_EQ(english.format_integer(5, {.width = 1000}).value(), std::string(999, ' ') + "5");
 }
 

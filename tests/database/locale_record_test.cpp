@@ -106,17 +106,13 @@ TEST_F(LocaleRecordTest, SymbolsDiffer) {
   });
 }
 
-// One locale for each replacement.
-TEST_F(LocaleRecordTest, ReplacementsAreMade) {
-  const auto check = [this](const char* locale, const char16_t* short_date,
-                            const char16_t* long_date, const char16_t* time, char16_t decimal,
-                            char16_t grouping, const char16_t* sizes, const char16_t* currency,
+// One locale for each kind. Patterns are compared with ICU's by what they write.
+TEST_F(LocaleRecordTest, NumbersHaveTheLocalesSymbols) {
+  const auto check = [this](const char* locale, char16_t decimal, char16_t grouping,
+                            const char16_t* sizes, const char16_t* currency,
                             const char16_t* currency_code) {
     SCOPED_TRACE(locale);
     const auto record = database_.record(locale);
-    EXPECT_EQ(text_of(record->date_patterns[0]), short_date);
-    EXPECT_EQ(text_of(record->date_patterns[2]), long_date);
-    EXPECT_EQ(text_of(record->time_pattern), time);
     EXPECT_EQ(record->decimal_symbol, decimal);
     EXPECT_EQ(record->grouping_symbol, grouping);
     EXPECT_EQ(grouping_of(*record), sizes);
@@ -125,18 +121,14 @@ TEST_F(LocaleRecordTest, ReplacementsAreMade) {
     std::memcpy(&code, record->area_6, sizeof code);
     EXPECT_EQ(text_of(code), currency_code);
   };
-  check("en_US", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"$", u"USD");
-  check("de_CH", u"%d.%m.%Y", u"%E. %B %Y", u"%H:%M:%S", u'.', u'\u2019', u"3", u"CHF\u00A0",
-        u"CHF");
-  check("fr_FR", u"%d/%m/%Y", u"%E %B %Y", u"%H:%M:%S", u',', u'\u00A0', u"3", u"\u20AC", u"EUR");
-  check("hi_IN", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3;2", u"\u20B9", u"INR");
-  check("ja_JP", u"%Y/%m/%d", u"%Y年%O月%E日", u"%#H:%M:%S", u'.', u',', u"3", u"\uFFE5", u"JPY");
-  check("vi_VN", u"%d/%m/%Y", u"%E tháng %O, %Y", u"%H:%M:%S", u',', u'.', u"3", u"\u20AB", u"VND");
-  check("th_TH", u"%E/%O/%Y", u"%E %B ค.ศ. %Y", u"%H:%M:%S", u'.', u',', u"3", u"฿", u"THB");
-  check("ko_KR", u"%Y. %m. %d.", u"%Y년 %O월 %E일", u"%p %#I:%M:%S", u'.', u',', u"3", u"\u20A9",
-        u"KRW");
-  check("ar_001", u"%E/%O/%Y", u"%E %B %Y", u"%#I:%M:%S %p", u'.', u',', u"3", u"¤", u"XXX");
-  check("en_US_POSIX", u"%m/%d/%Y", u"%B %E, %Y", u"%#I:%M:%S %p", u'.', u',', u"", u"$", u"USD");
+  check("en_US", u'.', u',', u"3", u"$", u"USD");
+  check("de_CH", u'.', u'\u2019', u"3", u"CHF\u00A0", u"CHF");
+  check("fr_FR", u',', u'\u00A0', u"3", u"\u20AC", u"EUR");
+  check("hi_IN", u'.', u',', u"3;2", u"\u20B9", u"INR");
+  check("ja_JP", u'.', u',', u"3", u"\uFFE5", u"JPY");
+  check("vi_VN", u',', u'.', u"3", u"\u20AB", u"VND");
+  check("ar_001", u'.', u',', u"3", u"¤", u"XXX");
+  check("en_US_POSIX", u'.', u',', u"", u"$", u"USD");
 }
 
 TEST_F(LocaleRecordTest, UnreadAreasDescribeTheLocale) {

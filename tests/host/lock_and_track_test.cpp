@@ -63,19 +63,16 @@ TEST(Track, FindsEveryKeyByItsBytesAndRefusesASecondOne) {
     }
   }
   std::vector<int> values(keys.size());
-  for (std::size_t at = 0; at < keys.size(); ++at) {
-    std::uint32_t status = 1;
-    TrackEntry* entry = insert(track, &values[at], keys[at], &status);
-    ASSERT_NE(entry, nullptr) << keys[at];
-    EXPECT_EQ(entry->value, &values[at]);
-    EXPECT_EQ(status, 0U);
-    track->release_entry(track, entry);
-  }
-  for (std::size_t at = 0; at < keys.size(); ++at) {
-    TrackEntry* entry = look_up(track, keys[at]);
-    ASSERT_NE(entry, nullptr) << keys[at];
-    EXPECT_EQ(entry->value, &values[at]);
-    track->release_entry(track, entry);
+  for (const bool is_new : {true, false}) {
+    for (std::size_t at = 0; at < keys.size(); ++at) {
+      std::uint32_t status = is_new ? 1 : 0;
+      TrackEntry* entry =
+          is_new ? insert(track, &values[at], keys[at], &status) : look_up(track, keys[at]);
+      ASSERT_NE(entry, nullptr) << keys[at];
+      EXPECT_EQ(entry->value, &values[at]);
+      EXPECT_EQ(status, 0U);
+      track->release_entry(track, entry);
+    }
   }
   EXPECT_EQ(look_up(track, std::string(70, 'x')), nullptr);
 

@@ -34,17 +34,14 @@ TEST(ZoneNames, AreReadAsPeopleWriteThem) {
   check(u"eUROPE/bERLIN", "Europe/Berlin");
   check(u"  america/argentina/comodrivadavia\t", "America/Argentina/ComodRivadavia");
   check(u"us/eastern", "US/Eastern");  // an alias stays that alias
-  check(u"asia/calcutta", "Asia/Calcutta");
   check(u"\u00A0w-su ", "W-SU");
   check(u"utc", "UTC");
   check(u"est5edt", "EST5EDT");  // a zone of that name, not a rule
   check(u"etc/gmt+5", "Etc/GMT+5");
-  check(u"gmt+0", "GMT+0");
   check(u"UTC+05:30", "UTC+05:30");
   check(u" utc-5 ", "UTC-05:00");
   check(u"Utc+5:45", "UTC+05:45");
   check(u"UTC-0930", "UTC-09:30");
-  check(u"UTC+23:59", "UTC+23:59");
   check(u"UTC+00:00", "UTC");
   check(u"UTC-0", "UTC");
   const auto refuse = [&names](auto... refused) {

@@ -95,7 +95,6 @@ TEST(Calendar, TakesAndRefusesDateParts) {
   check(1, 1, 99, 1999001, 14245, 1999);
   check(1, 1, 98, 2098001, 50405, 1999);
   // Fractions are cut, once the double has passed the bounds.
-  check(1, 1.999, 1960.9, 1960001, 0);
   check(1, 1, 0.5, 2000001, 14610);
   check(12, 31.5, 2000, missing, missing);
   check(12.5, 1, 2000, missing, missing);
@@ -109,7 +108,6 @@ TEST(Calendar, TakesAndRefusesDateParts) {
   check(2, 29, 4000, missing, missing);
   check(4, 31, 2000, missing, missing);
   check(1, 1, 100, missing, missing);
-  check(1, 1, 20001, missing, missing);
   // A window that reaches past the calendar.
   check(1, 1, 5, missing, missing, 20000);
   check(1, 1, 5, missing, missing, 1500);

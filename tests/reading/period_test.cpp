@@ -20,9 +20,7 @@ class PeriodTest : public ReadingTest {
 TEST_F(PeriodTest, ReadsEveryLabel) {
   expect(u"Month3, 2024", day(2024, 3, 1));
   expect(u" MONTH 12,2024  ", day(2024, 12, 1));
-  expect(u"Quarter1 2024", day(2024, 1, 1));
   expect(u"Qtr 2 2024", day(2024, 4, 1));
-  expect(u"q3, 2024", day(2024, 7, 1));
   expect(u"Q4,2024", day(2024, 10, 1));
   expect(u"Mar-2024", day(2024, 3, 1));
   expect(u"march-24", day(2024, 3, 1));
