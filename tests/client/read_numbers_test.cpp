@@ -53,38 +53,31 @@ TEST(ReadNumber, TellsHowFarATextFitsAndWhy) {
   check("de_DE", std::string("1\0", 2), "1", "'1' fits, '\\x00' does not");
 }
 
-template <typename Integer>
-std::string outcome(const Result<Integer>& read) {
-  return read ? std::to_string(*read) : read.error().message;
-}
-
 TEST(ReadInteger, KeepsToTheType) {
   const Locale german = locale("de_DE");
   constexpr IntegerReading hexadecimal = {.hexadecimal = true};
-  const auto check = [&](const std::string& shown, const char* expected) {
-    EXPECT_EQ(shown, expected);
+  const auto check = [](const auto& read, const std::string& expected) {
+    EXPECT_EQ(read ? std::to_string(*read) : read.error().message, expected);
   };
-  check(outcome(german.read_integer("-9.223.372.036.854.775.808 ")), "-9223372036854775808");
-  check(outcome(german.read_integer("9223372036854775808")),
+  check(german.read_integer("-9.223.372.036.854.775.808 "), "-9223372036854775808");
+  check(german.read_integer("9223372036854775808"),
         "integer '9223372036854775808': outside -9223372036854775808 to 9223372036854775807");
-  check(outcome(german.read_integer<std::uint64_t>("18446744073709551615")),
-        "18446744073709551615");
-  check(outcome(german.read_integer<std::int8_t>("-128")), "-128");
-  check(outcome(german.read_integer<std::int8_t>("128")), "integer '128': outside -128 to 127");
-  check(outcome(german.read_integer<std::uint32_t>("4.294.967.296")),
+  check(german.read_integer<std::uint64_t>("18446744073709551615"), "18446744073709551615");
+  check(german.read_integer<std::int8_t>("-128"), "-128");
+  check(german.read_integer<std::int8_t>("128"), "integer '128': outside -128 to 127");
+  check(german.read_integer<std::uint32_t>("4.294.967.296"),
         "integer '4.294.967.296': outside 0 to 4294967295");
-  check(outcome(german.read_integer<unsigned>("-1")),
-        "integer '-1': no integer begins so in de_DE");
-  check(outcome(german.read_integer<unsigned>("0xfF", hexadecimal)), "255");
-  check(outcome(german.read_integer("ff", hexadecimal)),
+  check(german.read_integer<unsigned>("-1"), "integer '-1': no integer begins so in de_DE");
+  check(german.read_integer<unsigned>("0xfF", hexadecimal), "255");
+  check(german.read_integer("ff", hexadecimal),
         "hexadecimal integers are read as unsigned types only");
-  check(outcome(german.read_integer("12,5")), "integer '12,5': '12' fits, ',5' does not");
-  check(outcome(german.read_integer("12 3")), "integer '12 3': '12' fits, ' 3' does not");
-  check(outcome(german.read_integer("  ")), "integer '  ': no value");
-  check(outcome(german.read_integer(std::string_view("12\0x", 4))),
+  check(german.read_integer("12,5"), "integer '12,5': '12' fits, ',5' does not");
+  check(german.read_integer("12 3"), "integer '12 3': '12' fits, ' 3' does not");
+  check(german.read_integer("  "), "integer '  ': no value");
+  check(german.read_integer(std::string_view("12\0x", 4)),
         "integer '12\\x00x': '12' fits, '\\x00x' does not");
-  check(outcome(locale("fr_FR").read_integer("1 234", {.blank_groups = true})), "1234");
-  check(outcome(locale("fa_IR").read_integer("−۱۲۳۴")), "-1234");
+  check(locale("fr_FR").read_integer("1 234", {.blank_groups = true}), "1234");
+  check(locale("fa_IR").read_integer("−۱۲۳۴"), "-1234");
 }
 
 TEST(ReadInteger, NotesADroppedFraction) {

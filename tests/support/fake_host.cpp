@@ -89,9 +89,7 @@ std::uint32_t read_option(Kernel* table, const char16_t* name, std::int64_t leng
 }
 
 void set_up_kernel(Fake<Kernel>& kernel, FakeHost* host, const char* name) {
-  set_unlisted<Kernel>(kernel);
-  kernel.host = host;
-  kernel.name = name;
+  set_up<Kernel>(kernel, host, name);
   kernel.create_lock = create_lock;
   kernel.create_journal = create_journal;
   kernel.create_pool = create_pool;
@@ -201,13 +199,6 @@ std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
   return host.fill_status;
 }
 
-template <typename Table>
-void set_up(Fake<Table>& object, FakeHost* host, const char* name) {
-  set_unlisted<Table>(object);
-  object.host = host;
-  object.name = name;
-}
-
 }  // namespace
 
 FakeHost::FakeHost() {
@@ -217,7 +208,7 @@ FakeHost::FakeHost() {
   pool = &make_pool(this, "nls");
   creation_lock = &make_lock(this, "creation");
 
-  set_up(store, this, "option store");
+  set_up<OptionStore>(store, this, "option store");
   store.create_node = [](OptionStore* self, const char16_t* name, std::int64_t length) -> void* {
     FakeHost& host = *fake(self).host;
     if (host.fails(line("create_node", narrow(name, length)))) return nullptr;
@@ -229,18 +220,18 @@ FakeHost::FakeHost() {
     const auto found = std::find(host.nodes.begin(), host.nodes.end(), name);
     return found == host.nodes.end() ? nullptr : &*found;
   };
-  set_up(zones, this, "zone service");
+  set_up<ZoneService>(zones, this, "zone service");
   zones.open = open_zone;
   zones.close = close_zone;
   zones.zone_info = zone_info;
-  set_up(database, this, "locale database");
+  set_up<LocaleDatabase>(database, this, "locale database");
   database.fill = fill;
-  set_up(errors, this, "error sink");
+  set_up<ErrorSink>(errors, this, "error sink");
   errors.report = [](ErrorSink* self, std::uint32_t severity, std::uint32_t status) {
     fake(self).host->reports.push_back(line("error", severity, hex(status)));
   };
 
-  set_up(context, this, "context");
+  set_up<NlsContext>(context, this, "context");
   context.host_service = &service;
   context.to_upper = to_upper;
   context.resolve_locale = resolve_locale;

@@ -24,15 +24,6 @@ FakeTrack& make_track(FakeHost* host, const std::string& name);
   std::abort();
 }
 
-// Gives a table words that abort when they are called. Data words are set afterwards.
-template <typename Table>
-void set_unlisted(Table& table) {
-  void (*const word)() = unlisted_word;
-  for (std::size_t at = 0; at < sizeof(Table); at += sizeof word) {
-    std::memcpy(reinterpret_cast<std::byte*>(&table) + at, &word, sizeof word);
-  }
-}
-
 inline std::string narrow(std::u16string_view text) {
   std::string result = "'";
   for (const char16_t unit : text) {
@@ -82,12 +73,22 @@ inline FakePool& fake(Pool* pool) { return static_cast<FakePool&>(fake<Pool>(poo
 inline FakeLock& fake(Lock* lock) { return static_cast<FakeLock&>(fake<Lock>(lock)); }
 inline FakeTrack& fake(Track* track) { return static_cast<FakeTrack&>(fake<Track>(track)); }
 
+// Gives an object words that abort when they are called. Data words are set afterwards.
+template <typename Table>
+void set_up(Fake<Table>& object, FakeHost* host, const std::string& name) {
+  void (*const word)() = unlisted_word;
+  for (std::size_t at = 0; at < sizeof(Table); at += sizeof word) {
+    std::memcpy(reinterpret_cast<std::byte*>(static_cast<Table*>(&object)) + at, &word,
+                sizeof word);
+  }
+  object.host = host;
+  object.name = name;
+}
+
 template <typename Table, typename Object>
 Object& make(std::deque<Object>& objects, FakeHost* host, const std::string& name) {
   Object& object = objects.emplace_back();
-  set_unlisted<Table>(object);
-  object.host = host;
-  object.name = name;
+  set_up<Table>(object, host, name);
   return object;
 }
 

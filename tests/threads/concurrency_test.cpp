@@ -12,9 +12,9 @@
 #include <thread>
 #include <vector>
 
-#include "host/host.h"
 #include "module/frame/locale_handle.h"
 #include "module/record/status.h"
+#include "tests/host/hosts.h"
 #include "tests/support/module_fixture.h"
 
 namespace jwnls::test {
@@ -29,12 +29,7 @@ constexpr double moment = 2'026'134'429;  // 2024-03-15 13:07:09
 class ConcurrencyTest : public testing::Test {
  protected:
   void SetUp() override {
-    for (auto& each : hosts) {
-      host::HostConfiguration configuration;
-      configuration.extension_path = {JWNLS_BUILD_DIR};
-      configuration.check_pools = true;
-      each = std::make_unique<host::Host>(std::move(configuration));
-    }
+    for (auto& each : hosts) each = std::make_unique<host::Host>(host::checking());
   }
   void TearDown() override {
     for (auto& each : hosts) EXPECT_EQ(each->faults(), std::vector<std::string>{});
