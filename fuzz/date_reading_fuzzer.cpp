@@ -147,34 +147,25 @@ struct Subject : FuzzedHandle {
     std::u16string text;
     while (!input.used_up() && text.size() < longest_text - text_entry_capacity) {
       const std::uint8_t choice = input.byte();
-      switch (choice % 8) {
-        case 0:
-        case 1:
-        case 2:
-          for (int digits = choice / 8 % 5; digits >= 0; --digits) {
-            text += static_cast<char16_t>(u'0' + input.byte() % 10);
-          }
-          break;
-        case 3:
-          text += u"/-.,:T  "[choice / 8 % 8];
-          break;
-        case 4:
-        case 5: {
-          const TextEntry* list = choice % 2 == 0 ? record.full_months : record.short_months;
-          std::u16string name(text_of(list[choice / 8 % 12]));
-          for (char16_t& unit : name) {
-            if (choice >= 0xC0) unit = simple_upper_case(unit);
-            if (choice >= 0xE0 && unit < 0x80) unit ^= 0x20;
-          }
-          text += name;
-          break;
+      const int kind = choice % 8;
+      if (kind < 3) {
+        for (int digits = choice / 8 % 5; digits >= 0; --digits) {
+          text += static_cast<char16_t>(u'0' + input.byte() % 10);
         }
-        case 6:
-          text += std::u16string_view(u"XST UTC +05:30 AM PM Q1 W09 Week9 Month3")
-                      .substr(input.byte() % 40, choice / 8 % 8);
-          break;
-        default:
-          text += input.unit();
+      } else if (kind == 3) {
+        text += u"/-.,:T  "[choice / 8 % 8];
+      } else if (kind < 6) {
+        const TextEntry* list = kind == 4 ? record.full_months : record.short_months;
+        for (char16_t unit : text_of(list[choice / 8 % 12])) {
+          if (choice >= 0xC0) unit = simple_upper_case(unit);
+          if (choice >= 0xE0 && unit < 0x80) unit ^= 0x20;
+          text += unit;
+        }
+      } else if (kind == 6) {
+        text += std::u16string_view(u"XST UTC +05:30 AM PM Q1 W09 Week9 Month3")
+                    .substr(input.byte() % 40, choice / 8 % 8);
+      } else {
+        text += input.unit();
       }
     }
     return text;

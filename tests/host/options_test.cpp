@@ -57,20 +57,20 @@ TEST(Options, TheEmbeddersValueHidesTheEnvironments) {
 }
 
 TEST(Options, WhatCannotBeReadIsRefused) {
-  HostConfiguration configuration;
-  configuration.options = {{"A", "1"}};
-  Host host(std::move(configuration));
-  Kernel* kernel = host.kernel();
+  Host host(HostConfiguration{});
+  host.set_option("A", "1");
   std::int64_t value = 0;
-  std::int64_t size = 8;
-  std::int64_t too_small = 4;
-  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 2, &value, &size), code(Status::not_possible));
-  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 3, &value, &too_small),
-            code(Status::does_not_fit));
-  EXPECT_EQ(kernel->read_option(kernel, nullptr, 1, 3, &value, &size), code(Status::null_argument));
-  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 3, nullptr, &size), code(Status::null_argument));
-  EXPECT_EQ(kernel->read_option(kernel, u"A", -1, 3, &value, &size), code(Status::lookup_failed));
-  EXPECT_EQ(kernel->read_option(kernel, u"A=1", 3, 3, &value, &size), code(Status::lookup_failed));
+  const auto refuses = [&](const char16_t* name, std::int64_t length, std::uint32_t type,
+                           std::int64_t* out, std::int64_t size, Status status) {
+    EXPECT_EQ(host.kernel()->read_option(host.kernel(), name, length, type, out, &size),
+              code(status));
+  };
+  refuses(u"A", 1, 2, &value, 8, Status::not_possible);
+  refuses(u"A", 1, 3, &value, 4, Status::does_not_fit);
+  refuses(nullptr, 1, 3, &value, 8, Status::null_argument);
+  refuses(u"A", 1, 3, nullptr, 8, Status::null_argument);
+  refuses(u"A", -1, 3, &value, 8, Status::lookup_failed);
+  refuses(u"A=1", 3, 3, &value, 8, Status::lookup_failed);
   EXPECT_EQ(value, 0);
 }
 

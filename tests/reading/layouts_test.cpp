@@ -87,23 +87,15 @@ class LayoutsTest : public ReadingTest {
         text += u' ';  // a free-width year
         ++at;
       }
-      switch (pattern[at]) {
-        case u'Y':
-          text += below(4) == 0 ? digits(below(100), 2) : digits(1582 + below(8418), 4);
-          break;
-        case u'm':
-          text += digits(1 + below(13), padded ? 2 : 1);
-          break;
-        case u'd':
-        case u'E':
-          text += digits(1 + below(31), padded ? 2 : 1);
-          break;
-        case u'B':
-        case u'b':
-          text += text_of(months[below(12)]);
-          break;
-        default:
-          text += text_of(handle->record->full_weekdays[below(7)]);
+      const char16_t letter = pattern[at];
+      if (letter == u'Y') {
+        text += below(4) == 0 ? digits(below(100), 2) : digits(1582 + below(8418), 4);
+      } else if (letter == u'B' || letter == u'b') {
+        text += text_of(months[below(12)]);
+      } else if (letter == u'A' || letter == u'a') {
+        text += text_of(handle->record->full_weekdays[below(7)]);
+      } else {
+        text += digits(1 + below(letter == u'm' ? 13 : 31), padded ? 2 : 1);
       }
     }
     return text;
@@ -112,18 +104,15 @@ class LayoutsTest : public ReadingTest {
   // Changes the case of a letter, or puts in, takes out or replaces a unit.
   void spoil(std::u16string& text) {
     const std::size_t at = below(text.size());
-    switch (below(5)) {
-      case 0:
-        text.erase(at, 1);
-        break;
-      case 1:
-        text.insert(at, 1, one_of(u" 0123/-.,"));
-        break;
-      case 2:
-        text[at] = one_of(u"0129/-., aM\u00E9\u0131\U00010400");
-        break;
-      default:
-        if (text[at] >= u'A') text[at] ^= 0x20;
+    const std::size_t kind = below(5);
+    if (kind == 0) {
+      text.erase(at, 1);
+    } else if (kind == 1) {
+      text.insert(at, 1, one_of(u" 0123/-.,"));
+    } else if (kind == 2) {
+      text[at] = one_of(u"0129/-., aM\u00E9\u0131\U00010400");
+    } else if (text[at] >= u'A') {
+      text[at] ^= 0x20;
     }
   }
 

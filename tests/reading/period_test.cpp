@@ -12,7 +12,7 @@ constexpr std::optional<double> fails;
 
 class PeriodTest : public ReadingTest {
  protected:
-  void expect(std::u16string_view text, std::optional<double> value) {
+  void expect(const std::u16string& text, std::optional<double> value) {
     expect_read(Service::period, text, 0, value, text.find_last_not_of(u' ') + 1);
   }
 };
@@ -37,27 +37,23 @@ TEST_F(PeriodTest, ReadsEveryLabel) {
 }
 
 TEST_F(PeriodTest, WeeksAgreeWithAnotherCalendar) {
+  const auto first_monday = [](sys_days new_year) {
+    const sys_days fourth = new_year + days(3);
+    return fourth - (weekday(fourth) - Monday);
+  };
   for (int y = 1583; y < 3000; y += 3) {
     const sys_days new_year = year(y) / January / 1;
     const sys_days next = year(y + 1) / January / 1;
-    const sys_days first_sunday = new_year + (Sunday - weekday(new_year));
-    const sys_days fourth = new_year + days(3);
-    const sys_days first_monday = fourth - (weekday(fourth) - Monday);
-    const sys_days next_fourth = next + days(3);
-    const sys_days next_monday = next_fourth - (weekday(next_fourth) - Monday);
     for (const int week : {1, 17, 52, 53}) {
-      const auto value = [week](sys_days first, sys_days end) {
+      const auto check = [&](const std::string& label, sys_days first, sys_days end) {
         const sys_days start = first + days(7 * (week - 1));
-        const auto since = (start - sys_days(1960y / January / 1)).count();
-        return start < end ? std::optional(static_cast<double>(since)) : fails;
+        const auto value = static_cast<double>((start - sys_days(1960y / January / 1)).count());
+        expect({label.begin(), label.end()}, start < end ? std::optional(value) : fails);
       };
-      const std::string numbers[] = {std::to_string(week), std::to_string(y)};
-      const auto label = [&numbers](std::u16string text, std::u16string_view between) {
-        text.append(numbers[0].begin(), numbers[0].end()).append(between);
-        return text.append(numbers[1].begin(), numbers[1].end());
-      };
-      expect(label(u"Week", u" "), value(first_sunday, next));
-      expect(label(u"W", u", "), value(first_monday, next_monday));
+      const std::string number = std::to_string(week);
+      check("Week" + number + " " + std::to_string(y), new_year + (Sunday - weekday(new_year)),
+            next);
+      check("W" + number + ", " + std::to_string(y), first_monday(new_year), first_monday(next));
     }
   }
 }

@@ -73,12 +73,8 @@ TEST(Failures, UnknownNamesAndMissingModules) {
 }
 
 TEST(Failures, OutputThatCannotBeWritten) {
-  const Arguments cases[] = {{"format", "date", "-l", "de_DE", "2024-03-15"},
-                             {"locales"},
-                             {"zones", "--names"},
-                             {"show", "de_DE"},
-                             {"--help"}};
-  for (const auto& arguments : cases) {
+  for (const Arguments& arguments :
+       {Arguments{"format", "date", "2024-03-15"}, {"locales"}, {"zones", "-n"}, {"--help"}}) {
     const auto outcome = run_tool({arguments, "", {}, "/dev/full"});
     EXPECT_EQ(outcome.exit_code, 4);
     EXPECT_EQ(outcome.errors, "jwnls: standard output: No space left on device\n");

@@ -26,12 +26,10 @@ class StreamFile {
     std::rewind(file_.get());
   }
   std::string read() {
+    std::fseek(file_.get(), 0, SEEK_END);
+    std::string text(static_cast<std::size_t>(std::ftell(file_.get())), '\0');
     std::rewind(file_.get());
-    std::string text;
-    char block[4096];
-    while (const std::size_t bytes = std::fread(block, 1, sizeof block, file_.get())) {
-      text.append(block, bytes);
-    }
+    EXPECT_EQ(std::fread(text.data(), 1, text.size(), file_.get()), text.size());
     return text;
   }
 
