@@ -391,6 +391,7 @@ std::uint32_t format_pointer(LocaleHandle* /*handle*/, std::uint64_t value, std:
   return code(Status::does_not_fit);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types stand without parentheses
 #define JWNLS_FORMAT_INTEGER(Integer, Unit)                                                 \
   template std::uint32_t format_integer(LocaleHandle*, Integer, std::int32_t, std::int32_t, \
                                         std::uint32_t, Unit*, std::int64_t,                 \
@@ -404,5 +405,6 @@ JWNLS_FORMAT_INTEGER(std::uint64_t, char);
 JWNLS_FORMAT_INTEGER(std::int32_t, char);
 JWNLS_FORMAT_INTEGER(std::uint32_t, char);
 #undef JWNLS_FORMAT_INTEGER
+// NOLINTEND(bugprone-macro-parentheses)
 
 }  // namespace jwnls

@@ -187,6 +187,30 @@ TEST_F(IntegerTest, GroupsOneDigitASize) {
   }
 }
 
+TEST_F(IntegerTest, ShowsEveryLength) {
+  const auto check = [this]<typename Integer, typename Unit>(
+                         std::uint64_t value, FormatInteger<Integer, Unit>* service) {
+    for (const std::uint32_t flags : {0u, group, hexadecimal_small, hexadecimal_capital}) {
+      for (const std::int64_t capacity : {31, 32, 60}) {
+        const IntegerCall<Integer> call = {static_cast<Integer>(value), 0, 1, flags, capacity};
+        ASSERT_EQ((show<Unit>(call, service)), (expected_integer<Integer, Unit>(record, call)))
+            << call;
+      }
+    }
+  };
+  std::uint64_t power = 1;
+  for (int digits = 1; digits <= 20; ++digits, power *= 10) {
+    for (const std::uint64_t value : {power - 1, power, power + power / 7, 0 - power}) {
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_int64));
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_uint64));
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_uint32));
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_int64_8bit));
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_uint64_8bit));
+      ASSERT_NO_FATAL_FAILURE(check(value, services.format_int32_8bit));
+    }
+  }
+}
+
 TEST_F(IntegerTest, FollowsTheRulesForAnyCall) {
   Random random(4);
   constexpr std::u16string_view patterns[] = {u"3", u"3;2", u"321", u"",     u"0",  u"3-", u"30",

@@ -80,6 +80,17 @@ TEST_F(PlainKindsTest, GiveExactDigits) {
     const std::uint32_t flags = random.of(kinds) | (random.one_in(2) ? group : 0);
     ASSERT_NO_FATAL_FAILURE(check({random.number(), 0, decimals, flags, 800}));
   }
+  // Amounts of every length, in the least room that whole blocks take and below it.
+  for (int power = -6; power < 19; ++power) {
+    for (const double factor : {1.0, 1.005, -2.5, 9.9949999, -9.999}) {
+      const double value = factor * std::pow(10, power);
+      for (int decimals = 0; decimals <= 4; ++decimals) {
+        const std::int64_t capacity = random.between(62, 65);
+        ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, fixed, capacity}));
+        ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, fixed | group, capacity}));
+      }
+    }
+  }
   // All binary exponents.
   for (std::uint64_t exponent = 0; exponent < 0x7FF; ++exponent) {
     const double value = std::bit_cast<double>(exponent << 52 | random.bits() >> 12);
