@@ -1,6 +1,7 @@
 #include "module/numfmt/number_services.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "module/numfmt/number_delivery.h"
 #include "module/numfmt/number_formatter.h"
@@ -59,7 +60,7 @@ template <typename Unit>
                                                         const FloatOptions* options) noexcept {
   using namespace number_flags;
   using namespace quick_number;
-  if (options != nullptr) [[unlikely]] {
+  if (options != nullptr && std::isnan(value)) [[unlikely]] {  // they are about missing values
     return code(format_double(*handle->record, value, number_request(width, decimals, flags),
                               options, out, std::max<std::int64_t>(capacity, 0), length));
   }

@@ -113,7 +113,7 @@ class NumbersTest : public testing::Test {
   void set_grouping(std::u16string_view pattern) { set_grouping(pattern, std::ssize(pattern)); }
   void set_grouping(std::u16string_view pattern, std::int64_t claimed_length) {
     record.grouping_length = claimed_length;
-    std::copy(pattern.begin(), pattern.end(), record.grouping_units);
+    pattern.copy(record.grouping_units, std::size(record.grouping_units));
   }
   void set_currency(std::u16string_view symbol) {
     record.currency_symbol_length = symbol.size();

@@ -80,22 +80,28 @@ TEST_F(PlainKindsTest, GiveExactDigits) {
     const std::uint32_t flags = random.of(kinds) | (random.one_in(2) ? group : 0);
     ASSERT_NO_FATAL_FAILURE(check({random.number(), 0, decimals, flags, 800}));
   }
-  // Amounts of every length, in the least room that whole blocks take and below it.
-  for (int power = -6; power < 19; ++power) {
-    for (const double factor : {1.0, 1.005, -2.5, 9.9949999, -9.999}) {
-      const double value = factor * std::pow(10, power);
-      for (int decimals = 0; decimals <= 4; ++decimals) {
-        const std::int64_t capacity = random.between(62, 65);
-        ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, fixed, capacity}));
-        ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, fixed | group, capacity}));
-      }
-    }
-  }
   // All binary exponents.
   for (std::uint64_t exponent = 0; exponent < 0x7FF; ++exponent) {
     const double value = std::bit_cast<double>(exponent << 52 | random.bits() >> 12);
     for (const int decimals : {0, 2, 16, 17, 18, 19, random.between(20, 350)}) {
       ASSERT_NO_FATAL_FAILURE(check({value, 0, decimals, random.of(kinds), 800}));
+    }
+  }
+}
+
+// In the least room that whole blocks take and below it.
+TEST_F(PlainKindsTest, ShowAmountsOfEveryLength) {
+  Random random(7);
+  for (int power = -6; power < 19; ++power) {
+    for (const double factor : {1.0, 1.005, -2.5, 9.9949999, -9.999}) {
+      const double value = factor * std::pow(10, power);
+      for (int decimals = 0; decimals <= 4; ++decimals) {
+        for (const std::uint32_t flags : {fixed, fixed | group, general | group}) {
+          const NumberCall call = {value, 0, decimals, flags, random.between(62, 65)};
+          ASSERT_NO_FATAL_FAILURE(check(call));
+          ASSERT_EQ(format_8bit(call).text, encoded(format(call).text)) << call;
+        }
+      }
     }
   }
 }
