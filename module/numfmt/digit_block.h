@@ -206,7 +206,7 @@ class DigitBlock {
   /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
   /// `count` becomes how many they are.
   DigitBlock(std::uint64_t number, std::uint64_t counted, int& count) noexcept {
-    const BitRow& row = rows_of_16_digits.of(counted);
+    const BitRow& row = bit_row_of(counted);
     bytes_ = digit_block::decimal_digits(number * row.factor(counted));
     count = row.count(counted);
   }

@@ -103,7 +103,7 @@ inline __m128i finished(__m128i digits, const Row<Unit>& row, int from,
                       _mm_and_si128(separators, row_part(row.separators + from)));
 }
 
-inline void store(std::uint64_t number, const Row<char16_t>& row, unsigned padding,
+inline void store(std::uint64_t number, const Row<char16_t>& row, std::size_t padding,
                   char16_t separator, char16_t* out) noexcept {
   const Thousands groups = thousands_of(number);
   const __m128i symbols = _mm_set1_epi64x(std::int64_t{separator} << 48);
@@ -123,7 +123,7 @@ inline void store(std::uint64_t number, const Row<char16_t>& row, unsigned paddi
   _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 16), third);
 }
 
-inline void store(std::uint64_t number, const Row<char>& row, unsigned padding, char separator,
+inline void store(std::uint64_t number, const Row<char>& row, std::size_t padding, char separator,
                   char* out) noexcept {
   const Thousands groups = thousands_of(number);
   const __m128i symbols = _mm_set1_epi32(static_cast<unsigned char>(separator) << 24);
@@ -146,7 +146,7 @@ inline void store(std::uint64_t number, const Row<char>& row, unsigned padding, 
 #else
 
 template <typename Unit>
-inline void store(std::uint64_t number, const Row<Unit>& row, unsigned padding, Unit separator,
+inline void store(std::uint64_t number, const Row<Unit>& row, std::size_t padding, Unit separator,
                   Unit* out) noexcept {
   Unit units[4 * most_groups];
   for (int i = 4 * most_groups - 1; i >= 0; --i) {
@@ -167,9 +167,11 @@ inline void store(std::uint64_t number, const Row<Unit>& row, unsigned padding, 
 /// them; then a unit that is left to the caller and `behind` digits (up to 3); then zero units. The
 /// number's other digits are zeros.
 template <typename Unit>
-[[gnu::always_inline]] inline void write_18_digits_in_groups(std::uint64_t number, unsigned groups,
-                                                             unsigned padding, unsigned behind,
-                                                             Unit separator, Unit* out) noexcept {
+[[gnu::always_inline]] inline void write_18_digits_in_groups(std::uint64_t number,
+                                                             std::size_t groups,
+                                                             std::size_t padding,
+                                                             std::size_t behind, Unit separator,
+                                                             Unit* out) noexcept {
   digit_groups::store(number, digit_groups::rows<Unit>[behind][groups], padding, separator, out);
 }
 

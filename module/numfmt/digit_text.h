@@ -3,6 +3,7 @@
 #ifndef JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 #define JWNLS_MODULE_NUMFMT_DIGIT_TEXT_H_
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -90,52 +91,39 @@ constexpr std::uint64_t eight_digits(std::uint32_t number) noexcept {
 struct BitRow {
   std::uint64_t more_from;    // from this number on it has a digit more than the least
   std::uint64_t least_count;  // of digits
-  // What brings the first digit of a number to the front of a longer text: by the least count of
-  // digits, and by one more.
+  // What brings the first digit of a number below 10^16 to the place of the sixteenth: by the least
+  // count of digits, and by one more.
   std::uint64_t least_factor;
   std::uint64_t more_factor;
 
-  constexpr bool has_more(std::uint64_t number) const noexcept { return number >= more_from; }
   constexpr int count(std::uint64_t number) const noexcept {
-    return static_cast<int>(least_count) + (has_more(number) ? 1 : 0);
+    return static_cast<int>(least_count) + (number >= more_from ? 1 : 0);
   }
   constexpr std::uint64_t factor(std::uint64_t number) const noexcept {
-    const std::uint64_t least = least_factor, more = more_factor;
-    return has_more(number) ? more : least;
+    const std::uint64_t least = least_factor, more = more_factor;  // both loaded: no branch
+    return number >= more_from ? more : least;
   }
 };
 
-/// Rows by the highest bit.
-class BitRows {
- public:
-  /// For texts of `places` digits, which begin with a whole group of `group`.
-  constexpr BitRows(std::size_t places, std::size_t group) noexcept {
-    const auto factor = [=](std::size_t count) {
-      const std::size_t used = (count + group - 1) / group * group;
-      return used <= places ? powers_of_ten[places - used] : 1;
-    };
-    std::size_t count = 1;
-    for (std::size_t i = 0; i < 64; ++i) {
-      if (count < 20 && std::uint64_t{1} << i >= powers_of_ten[count]) ++count;
-      const std::uint64_t more_from = count < 20 ? powers_of_ten[count] : ~std::uint64_t{0};
-      rows_[i] = {more_from, count, factor(count), factor(count + 1)};
-    }
+inline constexpr auto bit_rows = [] {
+  std::array<BitRow, 64> rows{};
+  std::size_t count = 1;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (count < 20 && std::uint64_t{1} << i >= powers_of_ten[count]) ++count;
+    rows[i] = {count < 20 ? powers_of_ten[count] : ~std::uint64_t{0}, count,
+               count <= 16 ? powers_of_ten[16 - count] : 1,
+               count <= 15 ? powers_of_ten[15 - count] : 1};
   }
+  return rows;
+}();
 
-  constexpr const BitRow& of(std::uint64_t number) const noexcept {
-    return rows_[63 - std::countl_zero(number | 1)];
-  }
-
- private:
-  BitRow rows_[64]{};
-};
-
-inline constexpr BitRows rows_of_16_digits(16, 1);
-inline constexpr BitRows rows_of_18_digits_in_groups(18, 3);
+constexpr const BitRow& bit_row_of(std::uint64_t number) noexcept {
+  return bit_rows[static_cast<std::size_t>(63 - std::countl_zero(number | 1))];
+}
 
 /// How many digits a number has; 0 has one.
 constexpr int digit_count(std::uint64_t number) noexcept {
-  return rows_of_16_digits.of(number).count(number);
+  return bit_row_of(number).count(number);
 }
 
 }  // namespace jwnls

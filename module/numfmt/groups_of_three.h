@@ -4,6 +4,7 @@
 #define JWNLS_MODULE_NUMFMT_GROUPS_OF_THREE_H_
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -34,9 +35,9 @@ inline constexpr int most_decimals_beside = 3;
 // the decimals a group of their own.
 struct Place {
   std::uint64_t factor;  // that puts it there
-  std::uint16_t groups;
-  std::uint16_t padding;  // digits that the first group has too many
-  std::uint16_t length;   // of the groups with their separators
+  std::size_t groups;
+  std::size_t padding;  // digits that the first group has too many
+  std::int64_t length;  // of the groups with their separators
 };
 
 // By the number of decimals, and of integers.
@@ -47,10 +48,8 @@ inline constexpr auto places = [] {
       const unsigned groups = (integers + 2) / 3;
       const unsigned digits = 3 * groups;
       if (digits + decimals > most_grouped_digits) break;
-      made[decimals][integers] = {powers_of_ten[most_grouped_digits - digits - decimals],
-                                  static_cast<std::uint16_t>(groups),
-                                  static_cast<std::uint16_t>(digits - integers),
-                                  static_cast<std::uint16_t>(integers + groups - 1)};
+      made[decimals][integers] = {powers_of_ten[most_grouped_digits - digits - decimals], groups,
+                                  digits - integers, integers + groups - 1};
     }
   }
   return made;
@@ -64,6 +63,45 @@ inline const groups_of_three::Place& place_of_groups(int integers, int decimals)
   return groups_of_three::places[static_cast<unsigned>(decimals)][static_cast<unsigned>(integers)];
 }
 
+namespace groups_of_three {
+
+// The places of integers by their highest bit, which tells their length to one digit.
+struct BitRow {
+  std::uint64_t more_from;  // from this number on it has a digit more
+  // For those numbers, and the bits that the others change.
+  std::uint64_t factor, factor_change;
+  std::uint64_t packed, packed_change;  // groups, 2^8 * padding, 2^16 * length
+};
+
+inline constexpr auto bit_rows = [] {
+  constexpr auto packed = [](const Place& place) {
+    return place.groups | place.padding << 8 | static_cast<std::uint64_t>(place.length) << 16;
+  };
+  std::array<BitRow, 60> rows{};  // 10^18 is below 2^60
+  std::size_t count = 1;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (std::uint64_t{1} << i >= powers_of_ten[count]) ++count;
+    const Place& place = places[0][count];
+    const Place& more = places[0][count < most_grouped_digits ? count + 1 : count];
+    rows[i] = {powers_of_ten[count], more.factor, place.factor ^ more.factor, packed(more),
+               packed(place) ^ packed(more)};
+  }
+  return rows;
+}();
+
+}  // namespace groups_of_three
+
+/// Where the groups of an integer below 10^18 go. Without a branch, which integers of all lengths
+/// would take at random.
+inline groups_of_three::Place place_of_groups(std::uint64_t number) noexcept {
+  const auto bit = static_cast<std::size_t>(63 - std::countl_zero(number | 1));
+  const groups_of_three::BitRow& row = groups_of_three::bit_rows[bit];
+  const std::uint64_t change = 0 - std::uint64_t{number < row.more_from};
+  const std::uint64_t factor = row.factor ^ (row.factor_change & change);
+  const std::uint64_t packed = row.packed ^ (row.packed_change & change);
+  return {factor, packed & 0xFF, packed >> 8 & 0xFF, static_cast<std::int64_t>(packed >> 16)};
+}
+
 /// Writes a number with a separator between groups of three, counted from the right, as many units
 /// as its place says. Its decimals follow behind one unit that is left to the caller: the first
 /// `shown` of them, behind which only zeros follow. Behind the text stand zero units, 24 units in
@@ -74,7 +112,7 @@ template <typename Unit>
                                                          int shown, Unit separator,
                                                          Unit* out) noexcept {
   write_18_digits_in_groups(number * place.factor, place.groups, place.padding,
-                            static_cast<unsigned>(shown), separator, out);
+                            static_cast<std::size_t>(shown), separator, out);
 }
 
 /// The last `integers` + `decimals` digits of a number below 10^16, which has no more: the integers

@@ -181,11 +181,9 @@ template <typename Unit, typename Tell>
 template <typename Unit, typename Tell>
 [[gnu::always_inline]] inline void write_grouped(std::uint64_t magnitude, Unit separator, Unit* out,
                                                  Tell tell) noexcept {
-  const BitRow& row = rows_of_18_digits_in_groups.of(magnitude);
-  const auto& place = place_of_groups(row.count(magnitude), 0);
+  const groups_of_three::Place place = place_of_groups(magnitude);
   tell(place.length);
-  write_18_digits_in_groups(magnitude * row.factor(magnitude), place.groups, place.padding, 0,
-                            separator, out);
+  write_groups_of_three(magnitude, place, 0, separator, out);
 }
 
 // The same of more than eighteen digits.
@@ -237,7 +235,7 @@ template <typename Integer, typename Unit, typename Write>
     *out = Unit{'-'};
   }
   write(magnitude_of(value), out + sign,
-        [=](auto count) { *length = sign + static_cast<int>(count); });
+        [=](auto count) { *length = sign + static_cast<std::int64_t>(count); });
   if (capacity > quick_room) [[unlikely]]
     return zero_behind(out, capacity);
   return code(Status::ok);

@@ -54,7 +54,7 @@ class IntegerText {
     const auto& place = place_of_groups(count, 0);
     write_groups_of_three(value, place, 0, static_cast<Unit>(separator), units_);
     begin_ = units_;
-    length_ = place.length;
+    length_ = static_cast<std::size_t>(place.length);
   }
 
   /// Radix 8 or 16 (bits 3 or 4).
