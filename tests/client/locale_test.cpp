@@ -116,9 +116,9 @@ TEST(Locale, ReadsRecordsWhoseLengthsLie) {
 TEST(Locale, IsUsedByThreadsWhileItsZoneChanges) {
   Locale own = *real_host().private_locale("de_DE", "UTC");
   std::atomic<bool> done = false;
-  std::vector<std::thread> readers;
-  for (int i = 0; i < 3; ++i) {
-    readers.emplace_back([&own, &done] {
+  std::vector<std::thread> readers(3);
+  for (std::thread& reader : readers) {
+    reader = std::thread([&own, &done] {
       while (!done) {
         const auto text = own.format_datetime(noon);
         ASSERT_TRUE(text == "01.07.2024, 12:00:00" || text == "01.07.2024, 21:00:00");
