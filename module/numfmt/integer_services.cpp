@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "module/numfmt/integer_text.h"
+#include "module/numfmt/quick_integer.h"
 #include "module/record/status.h"
 #include "module/text/bounded_writer.h"
 
@@ -30,18 +31,6 @@ struct IntegerLayout {
     return blanks_before + lead_length + zeros + digits_length + blanks_after;
   }
 };
-
-// Sets units to zero; rests of up to 64 bytes, nearly all, in two or four blocks that overlap.
-template <typename Unit>
-void zero_units(Unit* out, std::int64_t count) noexcept {
-  constexpr std::byte zeros[64] = {};
-  const auto bytes = static_cast<std::size_t>(count) * sizeof(Unit);
-  if (bytes <= sizeof zeros) [[likely]] {
-    copy_text(out, zeros, bytes);
-  } else {
-    std::memset(out, 0, bytes);
-  }
-}
 
 // Writes all of a layout but its first `skipped` units.
 template <typename Unit>
@@ -149,98 +138,6 @@ void set_lead(Lead lead, IntegerLayout<Unit>& layout) noexcept {
   }
 }
 
-// Integers without a field, as most are asked for, take a quick way: the usual radixes, a minus at
-// most, and room to spare. What the text leaves of the room is zero, so whole blocks are stored
-// with no regard to the digits' number. Each radix is a function that calls no other, and so has no
-// registers to save.
-constexpr std::int64_t quick_room = 32;
-
-// The writers tell `tell` how many units they write, without the zero units behind them: before
-// they write them, while few registers are in use.
-
-template <typename Unit, typename Tell>
-[[gnu::always_inline]] inline void write_decimal(std::uint64_t magnitude, Unit* out,
-                                                 Tell tell) noexcept {
-  int count = 0;
-  const DigitBlock block(magnitude, magnitude, count);
-  tell(count);
-  block.write(count, out);
-}
-
-// The same of more than sixteen digits.
-template <typename Unit, typename Tell>
-[[gnu::always_inline]] inline void write_long_decimal(std::uint64_t magnitude, Unit* out,
-                                                      Tell tell) noexcept {
-  const std::uint64_t front = over_ten_to_16(magnitude);
-  const int count = digit_count(front);
-  tell(count + block_digits);
-  DigitBlock(front, count).write(count, out);
-  DigitBlock(magnitude - front * ten_to_16, block_digits).write(block_digits, out + count);
-}
-
-template <typename Unit, typename Tell>
-[[gnu::always_inline]] inline void write_grouped(std::uint64_t magnitude, Unit separator, Unit* out,
-                                                 Tell tell) noexcept {
-  const groups_of_three::Place place = place_of_groups(magnitude);
-  tell(place.length);
-  write_groups_of_three(magnitude, place, 0, separator, out);
-}
-
-// The same of more than eighteen digits.
-template <typename Unit, typename Tell>
-[[gnu::always_inline]] inline void write_long_grouped(std::uint64_t magnitude, Unit separator,
-                                                      Unit* out, Tell tell) noexcept {
-  const std::uint64_t front = over_ten_to_18(magnitude);
-  const int count = digit_count(front);
-  tell(count + most_grouped_digits + most_groups);
-  DigitBlock(front, count).write(count, out);
-  out[count] = separator;
-  // All six groups, whatever zeros the rest begins with.
-  write_18_digits_in_groups(magnitude - front * ten_to_18, most_groups, 0, 0, separator,
-                            out + count + 1);
-}
-
-template <bool capital, typename Unit, typename Tell>
-[[gnu::always_inline]] inline void write_hexadecimal(std::uint64_t number, Unit* out,
-                                                     Tell tell) noexcept {
-  const unsigned highest_bit = 63 ^ static_cast<unsigned>(std::countl_zero(number | 1));
-  const unsigned count = highest_bit / 4 + 1;
-  tell(count);
-  DigitBlock::hexadecimal(number << (~highest_bit & 60), capital)
-      .write(static_cast<int>(count), out);
-}
-
-// Sets what lies behind the quick room to zero.
-template <typename Unit>
-[[gnu::noinline]] std::uint32_t zero_behind(Unit* out, std::int64_t capacity) noexcept {
-  zero_units(out + quick_room, capacity - quick_room);
-  return code(Status::ok);
-}
-
-template <typename Integer>
-constexpr std::uint64_t magnitude_of(Integer value) noexcept {
-  const auto bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
-  return std::is_signed_v<Integer> && value < 0 ? 0 - bits : static_cast<std::uint64_t>(value);
-}
-
-// The quick way around `write(magnitude, position, tell)`.
-template <typename Integer, typename Unit, typename Write>
-[[gnu::always_inline]] inline std::uint32_t write_quickly(Integer value, Write write, Unit* out,
-                                                          std::int64_t capacity,
-                                                          std::int64_t* length) noexcept {
-  std::memset(out + block_digits, 0, block_digits * sizeof(Unit));
-  int sign = 0;
-  if constexpr (std::is_signed_v<Integer>) {
-    sign = value < 0 ? 1 : 0;
-    *out = Unit{'-'};
-  }
-  write(magnitude_of(value), out + sign,
-        [=](auto count) { *length = sign + static_cast<std::int64_t>(count); });
-  if (capacity > quick_room) [[unlikely]]
-    return zero_behind(out, capacity);
-  return code(Status::ok);
-}
-
 // Any integer in any field, by the rules from the first to the last. Apart from the quick way,
 // which its buffers would burden.
 template <typename Integer, typename Unit>
@@ -281,48 +178,6 @@ template <typename Integer, typename Unit>
   return deliver(layout, out, capacity, length);
 }
 
-// Those quick ways that are not the shortest are functions apart, so that the shortest has no
-// registers to save.
-
-template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_capital_hexadecimal(Integer value, Unit* out,
-                                                           std::int64_t capacity,
-                                                           std::int64_t* length) noexcept {
-  return write_quickly(
-      value, [](auto... call) { write_hexadecimal<true>(call...); }, out, capacity, length);
-}
-
-template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_long(Integer value, Unit* out, std::int64_t capacity,
-                                            std::int64_t* length) noexcept {
-  return write_quickly(
-      value, [](auto... call) { write_long_decimal(call...); }, out, capacity, length);
-}
-
-template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_grouped(Integer value, Unit separator, Unit* out,
-                                               std::int64_t capacity,
-                                               std::int64_t* length) noexcept {
-  return write_quickly(
-      value,
-      [=](std::uint64_t magnitude, Unit* to, auto tell) {
-        write_grouped(magnitude, separator, to, tell);
-      },
-      out, capacity, length);
-}
-
-template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_long_grouped(Integer value, Unit separator, Unit* out,
-                                                    std::int64_t capacity,
-                                                    std::int64_t* length) noexcept {
-  return write_quickly(
-      value,
-      [=](std::uint64_t magnitude, Unit* to, auto tell) {
-        write_long_grouped(magnitude, separator, to, tell);
-      },
-      out, capacity, length);
-}
-
 }  // namespace
 
 template <typename Integer, typename Unit>
@@ -330,8 +185,9 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
                              std::int32_t minimum_digits, std::uint32_t flags, Unit* out,
                              std::int64_t capacity, std::int64_t* length) noexcept {
   using namespace integer_flags;
-  const bool quick = width < 1 && capacity >= quick_room &&
-                     (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
+  using namespace quick_integer;
+  const bool quick =
+      width < 1 && capacity >= room && (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
   if (quick) [[likely]] {
     if (flags == 0) {
       if (magnitude_of(value) < ten_to_16) [[likely]] {

@@ -4,6 +4,7 @@
 #define JWNLS_MODULE_TEXT_COPY_TEXT_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace jwnls {
@@ -25,6 +26,18 @@ inline void copy_text(void* to, const void* from, std::size_t bytes) noexcept {
     std::memcpy(out + bytes - 8, in + bytes - 8, 8);
   } else if (bytes != 0) {
     std::memcpy(out, in, bytes);
+  }
+}
+
+/// Sets units to zero: up to 64 bytes, nearly all, in two or four blocks that overlap.
+template <typename Unit>
+void zero_units(Unit* out, std::int64_t count) noexcept {
+  constexpr std::byte zeros[64] = {};
+  const auto bytes = static_cast<std::size_t>(count) * sizeof(Unit);
+  if (bytes <= sizeof zeros) [[likely]] {
+    copy_text(out, zeros, bytes);
+  } else {
+    std::memset(out, 0, bytes);
   }
 }
 
