@@ -1,13 +1,12 @@
 #include "module/numfmt/integer_services.h"
 
 #include <algorithm>
-#include <bit>
 #include <type_traits>
 
 #include "module/numfmt/integer_text.h"
 #include "module/numfmt/quick_integer.h"
 #include "module/record/status.h"
-#include "module/text/bounded_writer.h"
+#include "module/text/copy_text.h"
 
 namespace jwnls {
 namespace {
