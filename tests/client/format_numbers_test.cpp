@@ -65,6 +65,7 @@ TEST(FormatNumber, FollowsItsOptions) {
   check(1234567, {.kind = NumberKind::general, .decimals = 3, .capital = true}, "1.23E+06");
   check(0.5, {.kind = NumberKind::general, .decimals = 3, .trailing_zeros = true}, "0.500");
   check(1.0 / 3, {.kind = NumberKind::best_fit, .width = 8}, "0.333333");
+  check(0.1, {.kind = NumberKind::best_fit}, "0.1");
   check(0.1, {.kind = NumberKind::best_fit, .width = 5, .left = true}, "0.1  ");
   check(1.5, {.kind = NumberKind::decimal_aligned, .decimals = 3, .width = 8}, "   1.500");
   // What is no number stands alone, in its field.
@@ -72,7 +73,6 @@ TEST(FormatNumber, FollowsItsOptions) {
   check(missing('A'), {.width = 3, .left = true}, "A  ");
   check(missing('_'), {.kind = NumberKind::best_fit, .width = 3}, "  _");
   check(missing('B'), {.kind = NumberKind::decimal_aligned, .decimals = 2, .width = 8}, "     B  ");
-  check(infinity, {.width = 6, .zero_fill = true, .left = true}, "Inf   ");
   check(infinity, {.kind = NumberKind::best_fit, .width = 5}, "  Inf");
 }
 
@@ -89,7 +89,6 @@ TEST(FormatNumber, NotesWhatTheTextHadToDoWithout) {
   check(1.5, aligned, Status::ok, "  1.50");
   check(12345.678, aligned, Status::decimals_dropped, " 12346");
   check(1234, grouped, Status::grouping_failed, "1234");
-  check(999, grouped, Status::ok, " 999");
 }
 
 TEST(FormatInteger, FollowsItsOptions) {

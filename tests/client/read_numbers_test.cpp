@@ -16,7 +16,6 @@ TEST(ReadNumber, TakesTheLocalesSymbolsAndWhatStandsForThem) {
   check("de_DE", "1.234.567,89", 1234567.89);
   check("de_DE", " -0,5e3 ", -500);
   check("de_DE", "1.2.3", 123);
-  check("fr_FR", "1\u00A0234,5", 1234.5);
   check("fr_FR", "1\u202F234,5", 1234.5);  // what other programs write
   check("fr_FR", "1 234,5", 1234.5, blanks);
   check("fr_FR", "1 234,5\t", 1234.5, blanks);
@@ -43,7 +42,6 @@ TEST(ReadNumber, TellsHowFarATextFitsAndWhy) {
     EXPECT_EQ(read.error().message, "number " + in_quotes(text) + ": " + reason);
   };
   check("de_DE", "12,5 x", "12,5 ", "'12,5 ' fits, 'x' does not");
-  check("de_DE", "1,5,0", "1,5", "'1,5' fits, ',0' does not");
   check("de_DE", ".5", "", "no number begins so in de_DE");
   check("de_DE", "-", "-", "ends too early");
   check("de_DE", "1e400", "1e400", "too large for a double", Status::out_of_range);

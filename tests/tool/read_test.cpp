@@ -15,6 +15,7 @@ TEST(Read, WritesValuesAsProgramsDo) {
   expect({"read", "date", "-l", "fr_FR", "--as", "ja_JP", "-s", "long", "15 mars 2024"},
          "2024年3月15日\n");
   expect({"read", "time", "-l", "en_US", "2:30 PM", "00:05:09"}, "14:30:00\n00:05:09\n");
+  expect({"read", "time", "-l", "da_DK", "--raw", "14.30.05"}, "52205\n");
   expect({"read", "datetime", "-l", "de_DE", "15.03.2024, 14:30:05"}, "2024-03-15T14:30:05\n");
   expect({"read", "datetime", "-l", "de_DE", "-r", "01.01.1960 00:01"}, "60\n");
   expect({"read", "period", "-l", "en_US", "--year-cutoff", "1900", "Jan-49", "W1, 2025"},
