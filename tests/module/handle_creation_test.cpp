@@ -124,7 +124,7 @@ TEST_F(CreationTest, FillsTheHandle) {
   EXPECT_EQ(handle->zone_track, host.track("jwnls Locale JWETZ track"));
   EXPECT_EQ(static_cast<void*>(handle->zone), &host.opened_zones.back());
   EXPECT_EQ(handle->no_operation(handle), 0u);
-  for (const std::size_t same : {2, 40, 41, 42}) EXPECT_EQ(words[same], words[2]) << same;
+  for (const int same : {40, 41, 42}) EXPECT_EQ(words[same], words[2]) << same;
   for (std::size_t word = 22; word < 112; ++word) {
     const bool is_service = word < 86, is_member = word >= 92 && word < 99 && word != 93;
     if (is_member) continue;

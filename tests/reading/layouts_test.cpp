@@ -142,7 +142,8 @@ TEST_F(LayoutsTest, TheFirstCandidateThatReadsTheWholeTextDecides) {
   int read = 0;
   for (const auto& locale : {day_first, month_first}) {
     const auto use_patterns = [&] {
-      for (int p = 0; p < 3; ++p) set_text(handle->record->date_patterns[p], locale[p]);
+      for (int p = 0; p < 3; ++p)
+        set_text(handle->record->date_patterns[p], locale[static_cast<std::size_t>(p)]);
     };
     use_patterns();
     const Patterns candidates = date_candidates(*handle->record);

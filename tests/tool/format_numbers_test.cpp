@@ -71,8 +71,8 @@ TEST(FormatNumbers, RefusesOptionsBeforeAnyValue) {
 
 TEST(FormatNumbers, TakeTheirOwnLocaleOfTheEnvironment) {
   const auto writes = [](const char* kind, const char* value, const char* output,
-                         std::vector<std::string> environment) {
-    expect({"format", kind, value}, output, "", 0, std::move(environment));
+                         const std::vector<std::string>& environment) {
+    expect({"format", kind, value}, output, "", 0, environment);
   };
   writes("number", "1234.5", "1.234,5\n", {"LC_NUMERIC=de_DE", "LC_TIME=en_US"});
   writes("integer", "1234", "1.234\n", {"LANG=de_DE", "LC_MONETARY=en_US"});
