@@ -35,17 +35,21 @@ void declare(Task task);
 void enter(const std::string& task, Side side, const std::string& contestant,
            std::function<void(benchmark::State&)> run);
 
-/// A loop over the values: `body(index)` for each iteration. The order changes within every block of
-/// values, round by round: a branch predictor of today learns 16,384 values that come again as they
-/// were.
+/// A loop over the values: `body(index)` for each iteration. The order changes within every block
+/// of values, round by round: a branch predictor of today learns 16,384 values that come again as
+/// they were.
 template <typename Body>
 void walk(benchmark::State& state, Body body) {
   constexpr std::size_t block = 64;
   std::uint64_t random = 1;
   std::size_t index = 0;
+  std::size_t order = 0;  // of the present block
   for ([[maybe_unused]] auto iteration : state) {
-    if (index % block == 0) random = random * 6364136223846793005 + 1442695040888963407;
-    body(index ^ static_cast<std::size_t>(random >> 32) % block);
+    if (index % block == 0) {
+      random = random * 6364136223846793005 + 1442695040888963407;
+      order = static_cast<std::size_t>(random >> 32) % block;
+    }
+    body(index ^ order);
     index = (index + 1) % value_count;
   }
 }

@@ -36,7 +36,9 @@ inline bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
   }
   if (year < first_year || year > last_year || month < 1 || month > 12 || day < 1) return false;
   date = {year, month, day};
-  return day <= 28 || day <= days_in_month(year, month);
+  // Only 29 February asks for the year: branches on the month, or on days above 28, are a gamble.
+  constexpr std::uint8_t common_lengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return day <= common_lengths[month - 1] || (month == 2 && day == 29 && is_leap_year(year));
 }
 
 template <typename Unit>

@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include "host/locale_names.h"
 #include "module/frame/service_table.h"
@@ -99,6 +102,43 @@ TEST(NumberRoundTrip, Numbers) {
         }
       }
     }
+  });
+}
+
+// Every integer type in both encodings: plain, grouped, signed or hexadecimal.
+TEST(NumberRoundTrip, Integers) {
+  using namespace integer_flags;
+  std::mt19937_64 random(2);
+  in_every_locale([&random](LocaleHandle* handle, const LocaleRecord&) {
+    const auto check = [&]<typename Integer, typename Unit>(FormatInteger<Integer, Unit>* format,
+                                                            ReadInteger<Integer, Unit>* read) {
+      for (int i = 0; i < 96; ++i) {
+        const bool hexadecimal = i % 4 > 1 && std::is_unsigned_v<Integer>;
+        const std::uint32_t kinds[] = {0, group, hexadecimal_small, hexadecimal_capital | prefix};
+        const std::uint32_t kind = hexadecimal || i % 4 < 2 ? kinds[i % 4] : sign;
+        using Limits = std::numeric_limits<Integer>;
+        auto value = static_cast<Integer>(static_cast<Integer>(random()) >>
+                                          random() % (sizeof(Integer) * 8));
+        if (i < 8) value = i < 4 ? Limits::max() : Limits::min();
+        Unit out[room];
+        std::int64_t length = 0;
+        ASSERT_EQ(format(handle, value, 0, 1, kind, out, room, &length), 0u);
+        Integer back = 0;
+        std::int64_t consumed = 0;
+        const std::uint32_t flags = hexadecimal ? integer_input_flags::hexadecimal : 0;
+        ASSERT_EQ(read(handle, out, length, flags, &back, &consumed), 0u) << value;
+        ASSERT_EQ(std::pair(back, consumed), std::pair(value, length));
+      }
+    };
+    const ServiceTable& slots = handle->services;
+    check(slots.format_int64, slots.read_int64);
+    check(slots.format_uint64, slots.read_uint64);
+    check(slots.format_int32, slots.read_int32);
+    check(slots.format_uint32, slots.read_uint32);
+    check(slots.format_int64_8bit, slots.read_int64_8bit);
+    check(slots.format_uint64_8bit, slots.read_uint64_8bit);
+    check(slots.format_int32_8bit, slots.read_int32_8bit);
+    check(slots.format_uint32_8bit, slots.read_uint32_8bit);
   });
 }
 
