@@ -94,7 +94,7 @@ inline constexpr auto bit_rows = [] {
 /// Where the groups of an integer below 10^18 go. Without a branch, which integers of all lengths
 /// would take at random.
 inline groups_of_three::Place place_of_groups(std::uint64_t number) noexcept {
-  const auto bit = static_cast<std::size_t>(63 - std::countl_zero(number | 1));
+  const unsigned bit = 63 ^ static_cast<unsigned>(std::countl_zero(number | 1));
   const groups_of_three::BitRow& row = groups_of_three::bit_rows[bit];
   const std::uint64_t change = 0 - std::uint64_t{number < row.more_from};
   const std::uint64_t factor = row.factor ^ (row.factor_change & change);

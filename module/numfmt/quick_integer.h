@@ -109,8 +109,8 @@ template <typename Integer, typename Unit, typename Write>
   return code(Status::ok);
 }
 
-// Those quick ways that are not the shortest are functions apart, so that the shortest has no
-// registers to save.
+// The quick ways that few numbers take are functions apart, so that the others have no registers to
+// save.
 
 template <typename Integer, typename Unit>
 [[gnu::noinline]] std::uint32_t format_capital_hexadecimal(Integer value, Unit* out,
@@ -128,7 +128,7 @@ template <typename Integer, typename Unit>
 }
 
 template <typename Integer, typename Unit>
-[[gnu::noinline]] std::uint32_t format_grouped(Integer value, Unit separator, Unit* out,
+[[gnu::always_inline]] inline std::uint32_t format_grouped(Integer value, Unit separator, Unit* out,
                                                std::int64_t capacity,
                                                std::int64_t* length) noexcept {
   return write_quickly(
