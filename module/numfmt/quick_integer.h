@@ -129,8 +129,8 @@ template <typename Integer, typename Unit>
 
 template <typename Integer, typename Unit>
 [[gnu::always_inline]] inline std::uint32_t format_grouped(Integer value, Unit separator, Unit* out,
-                                               std::int64_t capacity,
-                                               std::int64_t* length) noexcept {
+                                                           std::int64_t capacity,
+                                                           std::int64_t* length) noexcept {
   return write_quickly(
       value,
       [=](std::uint64_t magnitude, Unit* to, auto tell) {
