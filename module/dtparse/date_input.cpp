@@ -13,7 +13,8 @@ constexpr std::uint32_t pattern_bits = 0x3;  // 0: recognition; else the date pa
 constexpr std::uint32_t datetime_bit = 0x200;
 
 // The day that the parts make; false when there is no such date.
-bool day_of_parts(const DateTimeParts& parts, std::int32_t& day) noexcept {
+[[gnu::always_inline]] inline bool day_of_parts(const DateTimeParts& parts,
+                                                std::int32_t& day) noexcept {
   CivilDate date;
   if (!date_services::make_date(parts.month, parts.day, parts.year, date)) return false;
   day = day_from_civil(date);
