@@ -101,7 +101,8 @@ double datetime_to_hour(double datetime) noexcept {
 
 double datetime_to_minute(double datetime) noexcept {
   if (!datetime_in_range(datetime)) return missing_value();
-  return static_cast<std::int32_t>(clock_seconds(datetime)) % 3600 / 60;
+  const std::int32_t minute = static_cast<std::int32_t>(clock_seconds(datetime)) % 3600 / 60;
+  return minute;
 }
 
 double datetime_to_second(double datetime) noexcept {

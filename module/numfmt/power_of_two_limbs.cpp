@@ -93,7 +93,8 @@ constexpr Table table = [] {
         static_cast<std::int16_t>(used), static_cast<std::int8_t>(lowest),
         static_cast<std::int8_t>(highest)};
     for (int limb = lowest; limb <= highest; ++limb) {
-      made.limbs[used++] = row.limbs[static_cast<std::size_t>(limb + fraction_limbs)];
+      const int place = limb + fraction_limbs;
+      made.limbs[used++] = row.limbs[static_cast<std::size_t>(place)];
     }
   });
   return made;
