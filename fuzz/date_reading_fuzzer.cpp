@@ -18,6 +18,7 @@
 #include "module/text/utf8_unit.h"
 #include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
+#include "tests/support/reading_call.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -37,7 +38,7 @@ void set(TextEntry& entry, std::u16string_view text) {
   entry.length = static_cast<std::int64_t>(text.copy(entry.units, text_entry_capacity));
 }
 
-enum class Service { date, period, time };
+using Service = ReadingService;
 
 struct Reading {
   bool read;
@@ -51,23 +52,10 @@ struct Reading {
 };
 
 template <typename Unit>
-ReadDate<Unit>* slot(const ServiceTable& slots, Service service) {
-  if constexpr (sizeof(Unit) == 2) {
-    return service == Service::date     ? slots.read_date
-           : service == Service::period ? slots.read_period
-                                        : slots.read_time;
-  } else {
-    return service == Service::date     ? slots.read_date_8bit
-           : service == Service::period ? slots.read_period_8bit
-                                        : slots.read_time_8bit;
-  }
-}
-
-template <typename Unit>
 Reading call(LocaleHandle* handle, Service service, const Unit* text, std::size_t length,
              std::uint32_t mode) {
   Reading reading = {false, untouched_value, ~std::uint64_t{0}};
-  const auto status = static_cast<Status>(slot<Unit>(handle->services, service)(
+  const auto status = static_cast<Status>(reading_slot<Unit>(handle->services, service)(
       handle, text, static_cast<std::int64_t>(length), mode, &reading.value, &reading.consumed));
   reading.read = status == Status::ok;
   if (reading.read) {

@@ -13,10 +13,11 @@
 #include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/module_fixture.h"
+#include "tests/support/reading_call.h"
 
 namespace jwnls::test {
 
-enum class Service { date, period, time };
+using Service = ReadingService;
 
 /// The date value of a date before 29 February 4000, where both calendars still agree.
 constexpr double day(int year, unsigned month, unsigned of_month) {
@@ -73,7 +74,8 @@ class ReadingTest : public ModuleTest {
   Reading read_units(Service service, const Unit* text, std::int64_t length, std::uint32_t mode) {
     double value = untouched_value;
     std::uint64_t consumed = 9999;
-    const std::uint32_t result = slot<Unit>(service)(handle, text, length, mode, &value, &consumed);
+    const std::uint32_t result = reading_slot<Unit>(handle->services, service)(
+        handle, text, length, mode, &value, &consumed);
     if (result == code(Status::ok)) return {value, consumed};
     EXPECT_EQ(result, code(Status::no_match));
     EXPECT_EQ(consumed, 0u);
@@ -102,19 +104,6 @@ class ReadingTest : public ModuleTest {
   LocaleHandle* handle = nullptr;
 
  private:
-  template <typename Unit>
-  ReadDate<Unit>* slot(Service service) {
-    const ServiceTable& slots = handle->services;
-    if constexpr (sizeof(Unit) == 2) {
-      return service == Service::date     ? slots.read_date
-             : service == Service::period ? slots.read_period
-                                          : slots.read_time;
-    } else {
-      return service == Service::date     ? slots.read_date_8bit
-             : service == Service::period ? slots.read_period_8bit
-                                          : slots.read_time_8bit;
-    }
-  }
   std::string describe(const std::string& text, std::uint32_t mode) {
     const LocaleRecord& record = *handle->record;
     return "'" + text + "', mode " + std::to_string(mode) + ", time patterns '" +
