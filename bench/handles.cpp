@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
+#include "abi/status.h"
 #include "bench/contest.h"
 #include "host/host.h"
-#include "module/record/status.h"
 
 namespace jwnls::bench {
 namespace {

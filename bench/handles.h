@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls::bench {
 

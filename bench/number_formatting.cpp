@@ -18,8 +18,8 @@
 
 #include "bench/contest.h"
 #include "bench/handles.h"
-#include "module/numfmt/integer_services.h"
-#include "module/numfmt/number_request.h"
+#include "module/format_numbers/integer_services.h"
+#include "module/placement/number_request.h"
 
 namespace jwnls::bench {
 namespace {

@@ -16,7 +16,7 @@
 
 #include "bench/contest.h"
 #include "bench/handles.h"
-#include "module/numfmt/integer_services.h"
+#include "module/format_numbers/integer_services.h"
 
 namespace jwnls::bench {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "module/record/locale_record.h"
+#include "abi/locale_record.h"
 
 namespace jwnls::client {
 

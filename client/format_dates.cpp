@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <string>
 
+#include "abi/locale_handle.h"
 #include "client/locale.h"
 #include "client/locale_state.h"
 #include "client/missing_value.h"
 #include "client/unit_buffer.h"
-#include "module/frame/locale_handle.h"
 
 namespace jwnls::client {
 namespace {

@@ -4,11 +4,11 @@
 #include <limits>
 #include <string>
 
+#include "abi/locale_handle.h"
+#include "abi/number_flags.h"
 #include "client/locale.h"
 #include "client/locale_state.h"
 #include "client/unit_buffer.h"
-#include "module/frame/locale_handle.h"
-#include "module/record/number_flags.h"
 
 namespace jwnls::client {
 namespace {

@@ -7,7 +7,7 @@
 #include "client/utf8.h"
 #include "client/zones.h"
 #include "host/host.h"
-#include "host/locale_names.h"
+#include "host/locales/locale_names.h"
 
 namespace jwnls::client {
 

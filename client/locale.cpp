@@ -2,13 +2,13 @@
 
 #include <atomic>
 
+#include "abi/locale_handle.h"
 #include "client/locale_state.h"
 #include "client/quoting.h"
 #include "client/utf8.h"
 #include "client/zones.h"
 #include "host/host.h"
-#include "host/locale_names.h"
-#include "module/frame/locale_handle.h"
+#include "host/locales/locale_names.h"
 
 namespace jwnls::client {
 namespace {

@@ -13,12 +13,12 @@
 #include <string_view>
 #include <type_traits>
 
+#include "abi/locale_record.h"
 #include "client/conventions.h"
 #include "client/date_scale.h"
 #include "client/number_format.h"
 #include "client/reading_options.h"
 #include "client/result.h"
-#include "module/record/locale_record.h"
 
 namespace jwnls {
 struct LocaleHandle;

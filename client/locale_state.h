@@ -7,10 +7,10 @@
 #include <mutex>
 #include <string>
 
+#include "abi/locale_handle.h"
 #include "client/locale.h"
 #include "client/text_samples.h"
 #include "host/host.h"
-#include "module/frame/locale_handle.h"
 
 namespace jwnls::client {
 

@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "abi/locale_handle.h"
 #include "client/fitting_part.h"
 #include "client/locale.h"
 #include "client/locale_state.h"
 #include "client/text_input.h"
 #include "client/unread_text.h"
-#include "module/frame/locale_handle.h"
 
 namespace jwnls::client {
 namespace {

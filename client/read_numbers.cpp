@@ -5,12 +5,12 @@
 #include <limits>
 #include <string>
 
+#include "abi/locale_handle.h"
+#include "abi/number_flags.h"
 #include "client/locale.h"
 #include "client/locale_state.h"
 #include "client/text_input.h"
 #include "client/unread_text.h"
-#include "module/frame/locale_handle.h"
-#include "module/record/number_flags.h"
 
 namespace jwnls::client {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <tl/expected.hpp>
 
-#include "module/record/status.h"
+#include "abi/status.h"
 
 namespace jwnls::client {
 

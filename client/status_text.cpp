@@ -1,8 +1,8 @@
 #include <cstdio>
 
+#include "abi/message_texts.h"
 #include "client/locale_state.h"
 #include "client/utf8.h"
-#include "extensions/message_extension.h"
 
 namespace jwnls::client {
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <optional>
 
+#include "abi/status.h"
 #include "client/quoting.h"
 #include "client/utf8.h"
-#include "module/record/status.h"
 
 namespace jwnls::client {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "abi/host_tables.h"
 #include "client/locale.h"
 #include "client/result.h"
-#include "module/frame/host_tables.h"
 
 namespace jwnls::client {
 

@@ -3,8 +3,8 @@
 // Objects get all they need from the kernel that their factory is given, so the one that is handed
 // over here is not kept.
 
-#include "module/frame/locale_handle.h"
-#include "module/frame/version_record.h"
+#include "abi/locale_handle.h"
+#include "abi/version_record.h"
 
 #define JWNLS_EXPORT extern "C" __attribute__((visibility("default")))
 

@@ -4,8 +4,8 @@
 #ifndef JWNLS_EXTENSIONS_EXTENSION_OBJECT_H_
 #define JWNLS_EXTENSIONS_EXTENSION_OBJECT_H_
 
-#include "module/frame/host_tables.h"
-#include "module/record/status.h"
+#include "abi/host_tables.h"
+#include "abi/status.h"
 
 namespace jwnls {
 

@@ -9,13 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include "abi/locale_handle.h"
+#include "abi/missing_value.h"
+#include "abi/status.h"
 #include "fuzz/fuzzed_handle.h"
 #include "fuzz/pattern_input.h"
-#include "module/calendar/missing_value.h"
-#include "module/frame/locale_handle.h"
-#include "module/record/status.h"
 #include "module/text/same_text.h"
-#include "module/text/utf8_unit.h"
+#include "module/text/utf8_encoding.h"
 #include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/reading_call.h"

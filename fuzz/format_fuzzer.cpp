@@ -12,10 +12,10 @@
 #include <string>
 #include <string_view>
 
+#include "abi/locale_handle.h"
+#include "abi/status.h"
 #include "fuzz/fuzzed_handle.h"
 #include "fuzz/pattern_input.h"
-#include "module/frame/locale_handle.h"
-#include "module/record/status.h"
 #include "tests/support/encoded.h"
 #include "tests/support/formatting_call.h"
 #include "tests/support/guarded_buffer.h"

@@ -3,7 +3,7 @@
 #ifndef JWNLS_FUZZ_FUZZED_HANDLE_H_
 #define JWNLS_FUZZ_FUZZED_HANDLE_H_
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 #include "tests/support/fake_host.h"
 
 extern "C" jwnls::JwExtent jwextent;

@@ -10,11 +10,11 @@
 #include <string>
 #include <string_view>
 
+#include "abi/missing_value.h"
+#include "abi/number_flags.h"
+#include "abi/status.h"
 #include "fuzz/input.h"
-#include "module/calendar/missing_value.h"
 #include "module/frame/service_table.h"
-#include "module/record/number_flags.h"
-#include "module/record/status.h"
 #include "tests/support/encoded.h"
 #include "tests/support/guarded_buffer.h"
 

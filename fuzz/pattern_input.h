@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "abi/locale_record.h"
 #include "fuzz/input.h"
-#include "module/record/locale_record.h"
 
 namespace jwnls::test {
 

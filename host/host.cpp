@@ -6,10 +6,10 @@
 #include <mutex>
 #include <utility>
 
+#include "abi/status.h"
 #include "host/kernel.h"
 #include "host/nls_context.h"
-#include "host/pool.h"
-#include "module/record/status.h"
+#include "host/objects/pool.h"
 
 namespace jwnls::host {
 namespace {

@@ -24,8 +24,8 @@
 #include <string_view>
 #include <vector>
 
-#include "module/frame/host_tables.h"
-#include "module/frame/locale_handle.h"
+#include "abi/host_tables.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls::host {
 

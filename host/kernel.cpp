@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "host/character_classes.h"
-#include "host/lock.h"
-#include "host/pool.h"
-#include "host/track.h"
-#include "module/record/status.h"
+#include "abi/status.h"
+#include "host/lookup/character_classes.h"
+#include "host/objects/lock.h"
+#include "host/objects/pool.h"
+#include "host/objects/track.h"
 
 namespace jwnls::host {
 namespace {

@@ -6,14 +6,14 @@
 #include <filesystem>
 #include <vector>
 
-#include "host/extension_loader.h"
-#include "host/fault_log.h"
+#include "abi/host_tables.h"
 #include "host/host.h"
-#include "host/journal.h"
-#include "host/message_outlet.h"
-#include "host/object_registry.h"
+#include "host/loading/extension_loader.h"
+#include "host/objects/fault_log.h"
+#include "host/objects/journal.h"
+#include "host/objects/message_outlet.h"
+#include "host/objects/object_registry.h"
 #include "host/options.h"
-#include "module/frame/host_tables.h"
 
 namespace jwnls::host {
 

@@ -5,10 +5,10 @@
 #include <exception>
 #include <new>
 
-#include "host/character_classes.h"
-#include "host/lock.h"
-#include "host/pool.h"
-#include "module/record/status.h"
+#include "abi/status.h"
+#include "host/lookup/character_classes.h"
+#include "host/objects/lock.h"
+#include "host/objects/pool.h"
 
 namespace jwnls::host {
 namespace {

@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "abi/host_tables.h"
 #include "host/kernel.h"
-#include "host/os_zone.h"
-#include "host/resolved_locales.h"
-#include "host/zone_names.h"
-#include "host/zone_service.h"
-#include "module/frame/host_tables.h"
+#include "host/locales/resolved_locales.h"
+#include "host/zones/os_zone.h"
+#include "host/zones/zone_names.h"
+#include "host/zones/zone_service.h"
 
 namespace jwnls::host {
 

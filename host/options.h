@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "module/frame/host_tables.h"
-#include "module/record/status.h"
+#include "abi/host_tables.h"
+#include "abi/status.h"
 
 namespace jwnls::host {
 

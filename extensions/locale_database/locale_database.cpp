@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "abi/host_tables.h"
+#include "abi/status.h"
 #include "extensions/extension_object.h"
 #include "extensions/locale_database/locale_tables.h"
-#include "module/frame/host_tables.h"
-#include "module/record/status.h"
 
 namespace jwnls::ldb {
 namespace {

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "module/record/locale_record.h"
+#include "abi/locale_record.h"
 
 namespace jwnls::ldb {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "abi/message_texts.h"
+#include "abi/status.h"
 #include "extensions/extension_object.h"
-#include "extensions/message_extension.h"
-#include "module/record/status.h"
 
 namespace jwnls::emsg {
 namespace {

@@ -10,8 +10,8 @@
 
 #include <cstdint>
 
+#include "abi/missing_value.h"
 #include "module/calendar/civil.h"
-#include "module/calendar/missing_value.h"
 
 namespace jwnls {
 

@@ -1,8 +1,8 @@
 #include "module/frame/factory.h"
 
+#include "abi/status.h"
 #include "module/frame/handle_creation.h"
 #include "module/frame/handle_teardown.h"
-#include "module/record/status.h"
 
 namespace jwnls {
 namespace {

@@ -7,12 +7,12 @@
 #include <cstring>
 #include <string_view>
 
-#include "module/calendar/time_zone.h"
+#include "abi/status.h"
 #include "module/frame/handle_teardown.h"
 #include "module/frame/service_table.h"
-#include "module/record/status.h"
+#include "module/host_calls/kernel_handle.h"
+#include "module/host_calls/time_zone.h"
 #include "module/text/copy_text.h"
-#include "module/text/kernel_handle.h"
 
 namespace jwnls {
 namespace {

@@ -3,7 +3,7 @@
 #ifndef JWNLS_MODULE_FRAME_HANDLE_CREATION_H_
 #define JWNLS_MODULE_FRAME_HANDLE_CREATION_H_
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls {
 

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "module/calendar/time_zone.h"
+#include "abi/status.h"
 #include "module/frame/handle_teardown.h"
-#include "module/record/status.h"
+#include "module/host_calls/time_zone.h"
 
 namespace jwnls {
 namespace {

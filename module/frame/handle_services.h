@@ -1,10 +1,10 @@
 // The handle's own small services: text comparison, record areas, the locale name, the handle cache
-// and the time zone. Their types in module/frame/locale_handle.h say what each does.
+// and the time zone. Their types in abi/locale_handle.h say what each does.
 
 #ifndef JWNLS_MODULE_FRAME_HANDLE_SERVICES_H_
 #define JWNLS_MODULE_FRAME_HANDLE_SERVICES_H_
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls {
 

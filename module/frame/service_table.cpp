@@ -1,11 +1,11 @@
 #include "module/frame/service_table.h"
 
-#include "module/calendar/date_services.h"
-#include "module/dtparse/date_input_services.h"
+#include "module/format_dates/date_services.h"
+#include "module/format_numbers/integer_services.h"
+#include "module/format_numbers/number_services.h"
 #include "module/frame/handle_services.h"
-#include "module/numfmt/integer_services.h"
-#include "module/numfmt/number_services.h"
-#include "module/numin/number_input_services.h"
+#include "module/read_dates/date_services.h"
+#include "module/read_numbers/number_services.h"
 
 namespace jwnls {
 

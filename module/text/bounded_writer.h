@@ -14,11 +14,11 @@
 #include <cstdint>
 #include <cstring>
 
-#include "module/record/locale_record.h"
-#include "module/record/status.h"
+#include "abi/locale_record.h"
+#include "abi/status.h"
 #include "module/text/copy_text.h"
 #include "module/text/trimming.h"
-#include "module/text/utf8_unit.h"
+#include "module/text/utf8_encoding.h"
 
 namespace jwnls {
 

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 #include "real_host.h"
 
 namespace jwnls::client {

@@ -10,7 +10,7 @@
 #include <set>
 #include <string>
 
-#include "module/record/status.h"
+#include "abi/status.h"
 #include "tests/host/hosts.h"
 
 namespace jwnls::host {

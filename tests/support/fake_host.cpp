@@ -4,7 +4,7 @@
 
 #include <cctype>
 
-#include "module/record/status.h"
+#include "abi/status.h"
 #include "tests/support/fake_objects.h"
 
 namespace jwnls::test {

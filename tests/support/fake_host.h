@@ -16,8 +16,8 @@
 #include <string_view>
 #include <vector>
 
-#include "module/frame/host_tables.h"
-#include "module/record/locale_record.h"
+#include "abi/host_tables.h"
+#include "abi/locale_record.h"
 
 namespace jwnls::test {
 

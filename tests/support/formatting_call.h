@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls::test {
 

@@ -8,8 +8,8 @@
 
 #include <string_view>
 
-#include "module/frame/locale_handle.h"
-#include "module/record/status.h"
+#include "abi/locale_handle.h"
+#include "abi/status.h"
 #include "tests/support/fake_host.h"
 
 namespace jwnls::test {

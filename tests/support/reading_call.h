@@ -3,7 +3,7 @@
 #ifndef JWNLS_TESTS_SUPPORT_READING_CALL_H_
 #define JWNLS_TESTS_SUPPORT_READING_CALL_H_
 
-#include "module/frame/locale_handle.h"
+#include "abi/locale_handle.h"
 
 namespace jwnls::test {
 

@@ -12,8 +12,8 @@
 #include <thread>
 #include <vector>
 
-#include "module/frame/locale_handle.h"
-#include "module/record/status.h"
+#include "abi/locale_handle.h"
+#include "abi/status.h"
 #include "tests/host/hosts.h"
 #include "tests/support/module_fixture.h"
 

@@ -1,0 +1,29 @@
+#include "host/lookup/character_classes.h"
+
+#include <memory>
+
+#include "abi/host_tables.h"
+
+namespace jwnls::host {
+namespace {
+
+constexpr std::size_t unit_count = 0x10000;
+
+std::unique_ptr<std::uint16_t[]> make_classes() {
+  auto classes = std::make_unique<std::uint16_t[]>(unit_count);
+  for (std::size_t run = 0; run < lower_case_run_count; ++run) {
+    for (std::size_t unit = lower_case_runs[run].first; unit <= lower_case_runs[run].last; ++unit) {
+      classes[unit] = lower_case_class;
+    }
+  }
+  return classes;
+}
+
+}  // namespace
+
+const std::uint16_t* character_classes() {
+  static const std::unique_ptr<const std::uint16_t[]> classes = make_classes();
+  return classes.get();
+}
+
+}  // namespace jwnls::host

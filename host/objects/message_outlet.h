@@ -1,0 +1,30 @@
+// Where messages and errors leave the host: the embedder's own functions.
+
+#ifndef JWNLS_HOST_OBJECTS_MESSAGE_OUTLET_H_
+#define JWNLS_HOST_OBJECTS_MESSAGE_OUTLET_H_
+
+#include <cstdint>
+#include <mutex>
+#include <string_view>
+
+#include "host/host.h"
+
+namespace jwnls::host {
+
+/// Calls the embedder's functions one at a time, and drops what they throw. Any thread.
+class MessageOutlet {
+ public:
+  MessageOutlet(JournalSink journal, ErrorReporter errors);
+
+  void write(std::uint32_t level, std::u16string_view message) noexcept;
+  void report(std::uint32_t severity, std::uint32_t status) noexcept;
+
+ private:
+  std::mutex one_at_a_time_;
+  JournalSink journal_;
+  ErrorReporter errors_;
+};
+
+}  // namespace jwnls::host
+
+#endif  // JWNLS_HOST_OBJECTS_MESSAGE_OUTLET_H_

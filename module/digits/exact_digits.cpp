@@ -1,0 +1,135 @@
+// The value is an integer M below 2^63 times 2^(10 p). Each limb of the power times M is split into
+// a remainder below a few limbs' worth and a quotient that belongs to the limb above; one pass from
+// the lowest limb up adds them and settles the carries. Only the limbs that are asked for are
+// multiplied, and one below them: what the limbs still further down could carry into that one is at
+// most `most_carry`, so they matter only when it stands that close to an overflow, and then more of
+// them are taken in.
+
+#include "module/digits/exact_digits.h"
+
+#include <algorithm>
+
+#include "module/digits/digit_block.h"
+#include "module/digits/power_of_two_limbs.h"
+
+namespace jwnls {
+namespace {
+
+using Wide = unsigned __int128;
+
+constexpr int most_limbs = 62;
+constexpr std::uint64_t most_carry = 18;  // 2^64 / 10^18
+
+// The settled limbs of a product, limb `lowest` first.
+struct Product {
+  std::uint64_t limbs[most_limbs];
+  int lowest;
+  int highest;  // not zero
+};
+
+// floor(limb * factor / 10^18) or at most two less, and what is left.
+struct Split {
+  std::uint64_t quotient;
+  std::uint64_t rest;
+};
+
+inline Split split_product(std::uint64_t limb, std::uint64_t factor) noexcept {
+  // The product is below 2^123. 2^124 / 10^18 rounded down, times its upper bits.
+  constexpr auto reciprocal = static_cast<std::uint64_t>((Wide{1} << 123) / ten_to_18);
+  const Wide product = Wide{limb} * factor;
+  const auto upper = static_cast<std::uint64_t>(product >> 59);
+  const auto quotient = static_cast<std::uint64_t>(Wide{upper} * reciprocal >> 64);
+  return {quotient, static_cast<std::uint64_t>(product) - quotient * ten_to_18};
+}
+
+// Multiplies the limbs from `wanted` up. Returns false when the limbs below could still matter.
+bool multiply(const LimbRow& row, std::uint64_t factor, int wanted, Product& out) noexcept {
+  const int from = std::max(row.lowest, wanted - 1);
+  std::uint64_t above = 0;  // what the limb before hands up: its quotient and its carry
+  if (from > row.lowest) above = split_product(row.limbs[from - 1 - row.lowest], factor).quotient;
+  const bool exact = from == row.lowest;
+  out.lowest = from;
+  std::uint64_t* limb = out.limbs;
+  for (int i = from; i <= row.highest; ++i) {
+    const Split split = split_product(row.limbs[i - row.lowest], factor);
+    const std::uint64_t sum = split.rest + above;
+    const std::uint64_t carry = sum / ten_to_18;
+    *limb = sum - carry * ten_to_18;
+    if (i == from && !exact && *limb >= ten_to_18 - most_carry) return false;
+    ++limb;
+    above = split.quotient + carry;
+  }
+  out.highest = row.highest;
+  if (above != 0) {
+    *limb = above % ten_to_18;
+    ++out.highest;
+    if (above >= ten_to_18) {
+      limb[1] = above / ten_to_18;
+      ++out.highest;
+    }
+  }
+  return true;
+}
+
+// The product's digits from its first down to the end of limb `last`.
+void write_digits(const Product& product, int last, ExactDigits& out) noexcept {
+  out.count = 0;
+  if (product.highest < last) return;
+  const std::uint64_t* limb = product.limbs + (product.highest - product.lowest);
+  const int digits = digit_count(*limb);
+  out.exponent = product.highest * limb_digits + digits - 1;
+  // The zeros of the first limb fall into the room in front.
+  char* text = out.text() + digits - limb_digits;
+  write_18_digits(*limb, text);
+  text += limb_digits;
+  const std::uint64_t* const end = product.limbs + std::max(last - product.lowest, 0);
+  while (limb != end) {
+    write_18_digits(*--limb, text);
+    text += limb_digits;
+  }
+  // Limbs below the product's own are zero.
+  for (int zero = product.lowest; zero > last; --zero) {
+    std::fill_n(text, limb_digits, '0');
+    text += limb_digits;
+  }
+  out.count = static_cast<int>(text - out.text());
+}
+
+struct Factors {
+  LimbRow row;
+  std::uint64_t factor;
+};
+
+Factors factors_of(double magnitude) noexcept {
+  const auto [mantissa, exponent] = binary_parts(magnitude);
+  const int power = (exponent + 1080) / 10 - 108;  // rounded down
+  return {limbs_of_power(power), mantissa << (exponent - 10 * power)};
+}
+
+void digits_to_limb(const Factors& factors, int last, ExactDigits& out) noexcept {
+  // The factor, below 2^63, reaches two limbs above the row's highest, and no digit stands higher.
+  if (last > factors.row.highest + 2) {
+    out.count = 0;
+    return;
+  }
+  Product product;
+  for (int wanted = last; !multiply(factors.row, factors.factor, wanted, product); --wanted) {
+  }
+  write_digits(product, last, out);
+}
+
+}  // namespace
+
+void exact_digits_to(double magnitude, int last, ExactDigits& out) noexcept {
+  constexpr int limbs_below = 20;  // 360 decimals
+  digits_to_limb(factors_of(magnitude),
+                 (last + limbs_below * limb_digits) / limb_digits - limbs_below, out);
+}
+
+void exact_significant_digits(double magnitude, int wanted, ExactDigits& out) noexcept {
+  const Factors factors = factors_of(magnitude);
+  // The first limb may hold a single digit.
+  digits_to_limb(factors, factors.row.highest - (wanted + limb_digits - 2) / limb_digits, out);
+}
+
+}  // namespace jwnls

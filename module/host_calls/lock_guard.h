@@ -1,0 +1,23 @@
+// A host lock held for the length of a scope.
+
+#ifndef JWNLS_MODULE_HOST_CALLS_LOCK_GUARD_H_
+#define JWNLS_MODULE_HOST_CALLS_LOCK_GUARD_H_
+
+#include "abi/host_tables.h"
+
+namespace jwnls {
+
+class LockGuard {
+ public:
+  explicit LockGuard(Lock* lock) noexcept : lock_(lock) { lock_->take(lock_, 1, 1); }
+  ~LockGuard() { lock_->release(lock_); }
+  LockGuard(const LockGuard&) = delete;
+  LockGuard& operator=(const LockGuard&) = delete;
+
+ private:
+  Lock* lock_;
+};
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_HOST_CALLS_LOCK_GUARD_H_

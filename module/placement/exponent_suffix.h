@@ -1,0 +1,36 @@
+// The exponent of the plain kinds: "e+05", "E-123".
+
+#ifndef JWNLS_MODULE_PLACEMENT_EXPONENT_SUFFIX_H_
+#define JWNLS_MODULE_PLACEMENT_EXPONENT_SUFFIX_H_
+
+#include "module/text/bounded_writer.h"
+
+namespace jwnls {
+
+constexpr unsigned exponent_size(int exponent) noexcept {
+  return static_cast<unsigned>(exponent < 0 ? -exponent : exponent);
+}
+
+/// The units of a suffix: the letter, the sign and two digits, or three.
+constexpr int exponent_suffix_length(int exponent) noexcept {
+  return exponent_size(exponent) >= 100 ? 5 : 4;
+}
+
+/// Writes a suffix and returns its end. `out` has room for 5 units.
+template <typename Unit>
+[[gnu::always_inline]] inline Unit* write_exponent_suffix(int exponent, bool capital,
+                                                          Unit* out) noexcept {
+  const unsigned size = exponent_size(exponent);
+  out[0] = capital ? Unit{'E'} : Unit{'e'};
+  out[1] = exponent < 0 ? Unit{'-'} : Unit{'+'};
+  out[2] = static_cast<Unit>('0' + size / 100);
+  out += size >= 100 ? 3 : 2;
+  const auto& pair = digit_pairs<Unit>[size % 100];
+  out[0] = pair[0];
+  out[1] = pair[1];
+  return out + 2;
+}
+
+}  // namespace jwnls
+
+#endif  // JWNLS_MODULE_PLACEMENT_EXPONENT_SUFFIX_H_

@@ -1,0 +1,86 @@
+#include "host/loading/extension_loader.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "host/host.h"
+#include "tests/host/loading/extensions/sample_extension.h"
+
+namespace jwnls::host {
+namespace {
+
+std::unique_ptr<SampleObject> load_sample(Host& host, std::u16string_view name = u"jwtest_good") {
+  Kernel* kernel = host.kernel();
+  const auto length = static_cast<std::int64_t>(name.size());
+  return std::unique_ptr<SampleObject>(
+      static_cast<SampleObject*>(kernel->load_extension(kernel, name.data(), length, 0)));
+}
+
+HostConfiguration with_path(std::vector<std::filesystem::path> folders) {
+  HostConfiguration configuration;
+  configuration.extension_path = std::move(folders);
+  return configuration;
+}
+
+TEST(ExtensionLoader, OpensTheLibraryOnceAndMakesANewObjectEachTime) {
+  Host host(with_path({"/nonexistent", JWNLS_BUILD_DIR}));
+  const auto first = load_sample(host);
+  const auto second = load_sample(host);
+  ASSERT_TRUE(first && second) << host.last_load_error();
+  EXPECT_EQ(first->number, 1);
+  EXPECT_EQ(second->number, 2);
+  EXPECT_EQ(first->library_kernel, host.kernel());
+  EXPECT_EQ(host.last_load_error(), "");
+}
+
+TEST(ExtensionLoader, HostsOfOneProcessDoNotShareALibrarysVariables) {
+  Host first(with_path({JWNLS_BUILD_DIR}));
+  const auto of_first = load_sample(first);
+  for (int round = 0; round < 3; ++round) {
+    Host second(with_path({JWNLS_BUILD_DIR}));
+    Host third(with_path({JWNLS_BUILD_DIR}));
+    for (Host* host : {&second, &third}) {
+      const auto object = load_sample(*host);
+      ASSERT_TRUE(object) << host->last_load_error();
+      EXPECT_EQ(object->number, 1);
+      EXPECT_EQ(object->library_kernel, host->kernel());
+    }
+  }
+  const auto again = load_sample(first);
+  ASSERT_TRUE(of_first && again);
+  EXPECT_EQ(again->number, 2);
+  EXPECT_EQ(again->library_kernel, first.kernel());
+}
+
+TEST(ExtensionLoader, SaysWhatFailedWhereAndWhy) {
+  const std::filesystem::path broken_folder = testing::TempDir() + "jwnls_broken_extension";
+  std::filesystem::create_directories(broken_folder);
+  std::ofstream(broken_folder / "jwbroken.so") << "no library";
+
+  const std::string folder = JWNLS_BUILD_DIR;
+  Host host(with_path({broken_folder, folder}));
+  const auto check = [&](std::u16string_view name, const std::string& error) {
+    EXPECT_EQ(load_sample(host, name), nullptr);
+    EXPECT_EQ(host.last_load_error().substr(0, error.size()), error);
+  };
+  check(u"jwtest_old", folder + "/jwtest_old.so: has interface version 5.9, not 6.1");
+  check(u"jwtest_silent", folder + "/jwtest_silent.so: its factory made no object");
+  check(u"jwtest_nameless", folder + "/jwtest_nameless.so: does not export \"jwtest_nameless\"");
+  check(u"jwabsent", "cannot find jwabsent.so in " + broken_folder.string() + ", " + folder);
+  check(u"jwbroken", "cannot load " + broken_folder.string() + "/jwbroken.so: ");
+  check(u"../jwtest_good", "the name of an extension has 1 to 64 letters");
+  check(u"jwtest_good\u0130", "the name of an extension has 1 to 64 letters");
+  // A failure leaves nothing behind that the next load would trip over.
+  EXPECT_NE(load_sample(host), nullptr) << host.last_load_error();
+
+  Host pathless(HostConfiguration{});
+  std::string error;
+  EXPECT_EQ(pathless.factory(&error), nullptr);
+  EXPECT_EQ(error, "cannot find jwnlsloc.so in the extension path, which is empty");
+}
+
+}  // namespace
+}  // namespace jwnls::host
