@@ -3,13 +3,13 @@
 #include <array>
 #include <atomic>
 #include <cstdio>
+#include <filesystem>
 #include <mutex>
 #include <utility>
 
 #include "abi/status.h"
 #include "host/kernel.h"
 #include "host/nls_context.h"
-#include "host/objects/pool.h"
 
 namespace jwnls::host {
 namespace {
@@ -116,7 +116,7 @@ Host::Parts::~Parts() {
   }
   if (loaded_ != nullptr) loaded_->destroy(loaded_);
   // What nobody destroyed ends here, before the context goes: it may reach into it.
-  kernel.registry().end_all();
+  kernel.registry().destroy_all();
 }
 
 Host::Host(HostConfiguration configuration)
@@ -164,14 +164,5 @@ std::int64_t Host::zone_offset(const Zone* zone, std::int64_t moment) {
 std::string Host::zone_database_version() const { return parts_->context.zones().version(); }
 
 std::string Host::last_load_error() const { return parts_->kernel.extensions().error(); }
-
-std::vector<std::string> Host::faults() const {
-  ObjectRegistry& registry = parts_->kernel.registry();
-  if (!registry.checking()) return {};
-  registry.for_each([](KernelObject& object) {
-    if (auto* pool = dynamic_cast<HostPool*>(&object)) pool->check_blocks();
-  });
-  return parts_->kernel.faults().texts();
-}
 
 }  // namespace jwnls::host

@@ -16,9 +16,6 @@
 #define JWNLS_HOST_HOST_H_
 
 #include <cstdint>
-#include <filesystem>
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,41 +23,17 @@
 
 #include "abi/host_tables.h"
 #include "abi/locale_handle.h"
+#include "host/configuration.h"
 
 namespace jwnls::host {
-
-/// Receives every message that module, extensions and host write to a journal. Called by one thread
-/// at a time, whichever writes; it must not call back into the host. What it throws is dropped.
-using JournalSink = std::function<void(std::uint32_t level, std::u16string_view message)>;
-
-/// Receives every error that is reported to the host's error sink; called like a JournalSink.
-using ErrorReporter = std::function<void(std::uint32_t severity, std::uint32_t status)>;
-
-/// The journal level at which the host writes the faults that `check_pools` finds.
-inline constexpr std::uint32_t journal_fault = 4;
-
-struct HostConfiguration {
-  /// Folders that are searched in order for "<name>.so".
-  std::vector<std::filesystem::path> extension_path;
-  /// Option name -> value. An option that is not here is taken from the environment.
-  std::map<std::string, std::string> options;
-  JournalSink journal;   // empty: messages are dropped
-  ErrorReporter errors;  // empty: errors are dropped
-  /// The compiled time-zone database; empty: $TZDIR, else the system's.
-  std::filesystem::path zone_directory;
-  /// Guard every block and count every object, so that blocks and objects that are never freed,
-  /// freed twice, overrun or freed into the wrong pool are found: see Host::faults().
-  bool check_pools = false;
-};
 
 class Host {
  public:
   /// Loads nothing; what can fail, fails in factory().
   explicit Host(HostConfiguration configuration);
 
-  /// Destroys the cached handles, the extensions and the factory, then everything else. No other
-  /// thread may use the host or its handles by then. With `check_pools`, whatever is left is
-  /// written to the journal at level journal_fault.
+  /// Destroys the cached handles, the extensions and the factory, then every object that is left.
+  /// No other thread may use the host or its handles by then.
   ~Host();
 
   Host(const Host&) = delete;
@@ -108,10 +81,6 @@ class Host {
 
   /// Why the latest load of an extension failed; empty while none has.
   [[nodiscard]] std::string last_load_error() const;
-
-  /// With `check_pools`: the guards of all blocks in use are checked now, and every fault found so
-  /// far is returned, one text each. Always empty without.
-  [[nodiscard]] std::vector<std::string> faults() const;
 
  private:
   class Parts;

@@ -13,17 +13,18 @@ namespace {
 
 HostKernel& host(Kernel* kernel) { return *static_cast<HostKernel*>(kernel); }
 
-Lock* make_lock(Kernel* kernel, const std::uint8_t*, Journal*, const char* name) {
-  return host(kernel).registry().make<HostLock>(name);
+// The names of objects are for people who trace a host; this one has no use for them.
+Lock* make_lock(Kernel* kernel, const std::uint8_t*, Journal*, const char*) {
+  return host(kernel).registry().make<HostLock>();
 }
 
-Track* make_track(Kernel* kernel, const void*, Journal*, const char* name) {
-  return host(kernel).registry().make<HostTrack>(name);
+Track* make_track(Kernel* kernel, const void*, Journal*, const char*) {
+  return host(kernel).registry().make<HostTrack>();
 }
 
 // Out of memory is the one failure that a caller cannot report itself: it has only null.
-Pool* make_pool(Kernel* kernel, const void*, ErrorSink* errors, const char* name) {
-  Pool* pool = host(kernel).registry().make<HostPool>(name);
+Pool* make_pool(Kernel* kernel, const void*, ErrorSink* errors, const char*) {
+  Pool* pool = host(kernel).registry().make<HostPool>();
   if (pool == nullptr && errors != nullptr) {
     errors->report(errors, severity_error, code(Status::out_of_memory));
   }
@@ -55,16 +56,13 @@ std::uint32_t read_integer(Kernel* kernel, const char16_t* name, std::int64_t le
 HostKernel::HostKernel(HostConfiguration configuration)
     : Kernel{},
       outlet_(std::move(configuration.journal), std::move(configuration.errors)),
-      faults_(outlet_),
       error_sink_(outlet_),
       options_(std::move(configuration.options)),
-      extensions_(std::move(configuration.extension_path), this, &error_sink_),
-      registry_(faults_, configuration.check_pools) {
+      extensions_(std::move(configuration.extension_path), this, &error_sink_) {
   create_lock = make_lock;
-  create_journal = [](Kernel* kernel, const std::uint8_t*, std::uint64_t,
-                      const char* name) -> Journal* {
+  create_journal = [](Kernel* kernel, const std::uint8_t*, std::uint64_t, const char*) -> Journal* {
     HostKernel& self = host(kernel);
-    return self.registry().make<HostJournal>(name, self.outlet_);
+    return self.registry().make<HostJournal>(self.outlet_);
   };
   create_pool = make_pool;
   create_track = make_track;

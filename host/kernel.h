@@ -3,13 +3,9 @@
 #ifndef JWNLS_HOST_KERNEL_H_
 #define JWNLS_HOST_KERNEL_H_
 
-#include <filesystem>
-#include <vector>
-
 #include "abi/host_tables.h"
-#include "host/host.h"
+#include "host/configuration.h"
 #include "host/loading/extension_loader.h"
-#include "host/objects/fault_log.h"
 #include "host/objects/journal.h"
 #include "host/objects/message_outlet.h"
 #include "host/objects/object_registry.h"
@@ -24,13 +20,11 @@ class HostKernel final : public Kernel {
   explicit HostKernel(HostConfiguration configuration);
 
   [[nodiscard]] ObjectRegistry& registry() noexcept { return registry_; }
-  [[nodiscard]] FaultLog& faults() noexcept { return faults_; }
   [[nodiscard]] Options& options() noexcept { return options_; }
   [[nodiscard]] ExtensionLoader& extensions() noexcept { return extensions_; }
 
  private:
   MessageOutlet outlet_;
-  FaultLog faults_;
   HostErrorSink error_sink_;
   Options options_;
   HostOptionStore option_store_;

@@ -31,10 +31,7 @@ Status deliver(const ZoneNameText& name, char16_t* out, std::int64_t* length_io)
 }  // namespace
 
 HostContext::HostContext(HostKernel& kernel, const std::filesystem::path& zone_directory)
-    : NlsContext{},
-      zone_names_(zone_directory),
-      os_zone_(zone_names_),
-      zone_service_(zone_names_, kernel.faults(), kernel.registry().checking()) {
+    : NlsContext{}, zone_names_(zone_directory), os_zone_(zone_names_), zone_service_(zone_names_) {
   host_service = &kernel;
   to_upper = [](NlsContext*, char16_t unit, std::uint64_t) { return upper_case(unit); };
   resolve_locale = [](NlsContext* context, const char16_t* name, std::int64_t length, std::uint32_t,
@@ -73,14 +70,9 @@ HostContext::HostContext(HostKernel& kernel, const std::filesystem::path& zone_d
       return code(Status::no_os_zone);
     }
   };
-  HostPool* handles = kernel.registry().make<HostPool>("jwnls NLS context pool");
-  if (handles == nullptr) throw std::bad_alloc();
-  handles->belong_to_host();
-  NlsContext::pool = handles;
-  HostLock* creations = kernel.registry().make<HostLock>("jwnls NLS context creation lock");
-  if (creations == nullptr) throw std::bad_alloc();
-  creations->belong_to_host();
-  creation_lock = creations;
+  NlsContext::pool = kernel.registry().make<HostPool>();
+  creation_lock = kernel.registry().make<HostLock>();
+  if (NlsContext::pool == nullptr || creation_lock == nullptr) throw std::bad_alloc();
   zone_service = &zone_service_;
 }
 

@@ -3,8 +3,7 @@
 #ifndef JWNLS_HOST_NLS_CONTEXT_H_
 #define JWNLS_HOST_NLS_CONTEXT_H_
 
-#include <cstdint>
-#include <string_view>
+#include <filesystem>
 
 #include "abi/host_tables.h"
 #include "host/kernel.h"

@@ -2,9 +2,8 @@
 
 namespace jwnls::host {
 
-HostJournal::HostJournal(ObjectRegistry& registry, const char* name, MessageOutlet& outlet)
-    : KernelObject(registry, "journal", name), Journal{}, outlet_(outlet) {
-  belong_to_host();  // a journal has no operation to destroy it
+HostJournal::HostJournal(ObjectRegistry& registry, MessageOutlet& outlet)
+    : KernelObject(registry, ObjectKind::journal), Journal{}, outlet_(outlet) {
   write = [](Journal* journal, std::uint32_t level, const char16_t* message, std::uint64_t) {
     if (message != nullptr) static_cast<HostJournal*>(journal)->outlet_.write(level, message);
   };

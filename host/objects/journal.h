@@ -9,11 +9,10 @@
 
 namespace jwnls::host {
 
+/// A journal has no operation to destroy it: it ends with its registry.
 class HostJournal final : public KernelObject, public Journal {
  public:
-  HostJournal(ObjectRegistry& registry, const char* name, MessageOutlet& outlet);
-
-  void end() noexcept override {}
+  HostJournal(ObjectRegistry& registry, MessageOutlet& outlet);
 
  private:
   MessageOutlet& outlet_;

@@ -8,8 +8,7 @@ thread_local const char this_thread = 0;
 
 }  // namespace
 
-HostLock::HostLock(ObjectRegistry& registry, const char* name)
-    : KernelObject(registry, "lock", name), Lock{} {
+HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind::lock), Lock{} {
   destroy = [](Lock* lock) {
     auto* self = static_cast<HostLock*>(lock);
     self->registry().destroy(self);
@@ -18,15 +17,12 @@ HostLock::HostLock(ObjectRegistry& registry, const char* name)
   release = [](Lock* lock) { static_cast<HostLock*>(lock)->release_now(); };
 }
 
-void HostLock::end() noexcept {
-  const void* holder = holder_.load(std::memory_order_relaxed);
-  if (holder == nullptr) return;
-  if (registry().checking()) registry().faults().add(title() + " destroyed while it is held");
-  // A mutex may not go while it is locked; another thread's cannot be unlocked from here.
-  if (holder == &this_thread) {
-    depth_ = 1;
-    release_now();
-  }
+// A mutex may not go while it is locked; one that another thread holds cannot be unlocked from
+// here.
+HostLock::~HostLock() {
+  if (holder_.load(std::memory_order_relaxed) != &this_thread) return;
+  depth_ = 1;
+  release_now();
 }
 
 void HostLock::take_now() noexcept {

@@ -16,9 +16,11 @@ namespace jwnls::host {
 /// also on those that come before the lock was taken.
 class HostLock final : public KernelObject, public Lock {
  public:
-  HostLock(ObjectRegistry& registry, const char* name);
+  explicit HostLock(ObjectRegistry& registry);
 
-  void end() noexcept override;
+  /// Releases the lock where the calling thread still holds it.
+  ~HostLock() override;
+
   void take_now() noexcept;
   void release_now() noexcept;
 

@@ -7,7 +7,7 @@
 #include <mutex>
 #include <string_view>
 
-#include "host/host.h"
+#include "host/objects/message_sinks.h"
 
 namespace jwnls::host {
 

@@ -1,67 +1,47 @@
-// Every pool, lock, track and journal that a host has made and nobody has destroyed yet.
-//
-// What is left when the host ends is destroyed with it, so a careless user costs no memory. A
-// checking host reports what was left, and keeps destroyed objects to recognise a second destroy.
+// Every pool, lock, track and journal that a host has made and nobody has destroyed yet. What is
+// left when the host ends is destroyed with it, so a careless user costs no memory.
 
 #ifndef JWNLS_HOST_OBJECTS_OBJECT_REGISTRY_H_
 #define JWNLS_HOST_OBJECTS_OBJECT_REGISTRY_H_
 
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <new>
-#include <string>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
-#include <vector>
-
-#include "host/objects/fault_log.h"
 
 namespace jwnls::host {
 
 class ObjectRegistry;
 
-/// What all registered objects share. The name is for people, and for faults.
+/// In the order in which objects that are left end: the destructors of tracks' entries reach into
+/// everything else, and all memory of users stands in pools.
+enum class ObjectKind { track, lock, journal, pool };
+
+/// What all registered objects share.
 class KernelObject {
  public:
-  KernelObject(ObjectRegistry& registry, std::string_view kind, const char* name)
-      : registry_(registry), kind_(kind), name_(name != nullptr ? name : "") {}
+  KernelObject(ObjectRegistry& registry, ObjectKind kind) : registry_(registry), kind_(kind) {}
   virtual ~KernelObject() = default;
   KernelObject(const KernelObject&) = delete;
   KernelObject& operator=(const KernelObject&) = delete;
 
-  /// Frees what the object holds; called once, before the object goes or is put aside.
-  virtual void end() noexcept = 0;
-
-  /// "lock 'jwnls Locale JWZ lock'"
-  [[nodiscard]] std::string title() const;
-
-  /// Says that the host itself ends the object, so that one that is left at the end is no fault.
-  void belong_to_host() noexcept { host_owned_ = true; }
-
  protected:
-  [[nodiscard]] bool host_owned() const noexcept { return host_owned_; }
   [[nodiscard]] ObjectRegistry& registry() const noexcept { return registry_; }
 
  private:
   friend class ObjectRegistry;
 
   ObjectRegistry& registry_;
-  std::string_view kind_;
-  std::string name_;
-  bool host_owned_ = false;
+  const ObjectKind kind_;
 };
 
 class ObjectRegistry {
  public:
-  ObjectRegistry(FaultLog& faults, bool checking) : faults_(faults), checking_(checking) {}
-  ~ObjectRegistry() { end_all(); }
+  ObjectRegistry() = default;
+  ~ObjectRegistry() { destroy_all(); }
   ObjectRegistry(const ObjectRegistry&) = delete;
   ObjectRegistry& operator=(const ObjectRegistry&) = delete;
-
-  [[nodiscard]] bool checking() const noexcept { return checking_; }
-  [[nodiscard]] FaultLog& faults() const noexcept { return faults_; }
 
   /// A new object of a host type, constructed with the registry and `arguments`; null without
   /// memory. Any thread.
@@ -78,22 +58,15 @@ class ObjectRegistry {
     }
   }
 
-  /// Ends an object and lets it go. Any thread.
+  /// Destroys an object, whose destructor may destroy others. Any thread.
   void destroy(KernelObject* object) noexcept;
 
-  /// Ends whatever is left, reporting each object when checking: tracks first, since their
-  /// destructors reach into everything else, and pools last. No other thread may use the host.
-  void end_all() noexcept;
-
-  /// Calls `visit` for every object that is left. Other threads wait meanwhile.
-  void for_each(const std::function<void(KernelObject&)>& visit) const;
+  /// Destroys whatever is left, kind by kind. No other thread may use the host.
+  void destroy_all() noexcept;
 
  private:
-  FaultLog& faults_;
-  const bool checking_;
-  mutable std::mutex mutex_;
+  std::mutex mutex_;
   std::unordered_map<KernelObject*, std::unique_ptr<KernelObject>> objects_;
-  std::vector<std::unique_ptr<KernelObject>> destroyed_;  // when checking
 };
 
 }  // namespace jwnls::host

@@ -1,14 +1,13 @@
 #include "host/objects/track.h"
 
 #include <new>
-#include <string>
 
 #include "abi/status.h"
 
 namespace jwnls::host {
 
-HostTrack::HostTrack(ObjectRegistry& registry, const char* name)
-    : KernelObject(registry, "track", name), Track{}, checking_(registry.checking()) {
+HostTrack::HostTrack(ObjectRegistry& registry)
+    : KernelObject(registry, ObjectKind::track), Track{} {
   destroy = [](Track* track) {
     auto* self = static_cast<HostTrack*>(track);
     self->registry().destroy(self);
@@ -24,19 +23,10 @@ HostTrack::HostTrack(ObjectRegistry& registry, const char* name)
   set_destructor = [](Track* track, std::uint64_t, EntryDestructor destructor) {
     static_cast<HostTrack*>(track)->destructor_.store(destructor, std::memory_order_release);
   };
-  release_entry = [](Track* track, TrackEntry* entry) {
-    auto* self = static_cast<HostTrack*>(track);
-    if (self->checking_ && entry != nullptr) --self->given_out_;
-  };
+  release_entry = [](Track*, TrackEntry*) {};  // entries stay as long as the track
 }
 
-void HostTrack::end() noexcept {
-  const std::int64_t unbalanced = given_out_.load();
-  if (unbalanced > 0) {
-    registry().faults().add(title() + ": " + std::to_string(unbalanced) + " entries not released");
-  } else if (unbalanced < 0) {
-    registry().faults().add(title() + ": entries released more often than given");
-  }
+HostTrack::~HostTrack() {
   const EntryDestructor destructor = destructor_.load(std::memory_order_acquire);
   if (destructor == nullptr || destructor == host_release) return;
   const auto& entries = table_.entries();
@@ -45,9 +35,7 @@ void HostTrack::end() noexcept {
 
 TrackEntry* HostTrack::find(const void* key, std::int64_t key_bytes) noexcept {
   if (key == nullptr || key_bytes < 0) return nullptr;
-  KeyTable::Entry* entry = table_.find(key, static_cast<std::size_t>(key_bytes));
-  if (checking_ && entry != nullptr) ++given_out_;
-  return entry;
+  return table_.find(key, static_cast<std::size_t>(key_bytes));
 }
 
 TrackEntry* HostTrack::add(void* value, const void* key, std::int64_t key_bytes,
@@ -62,7 +50,6 @@ TrackEntry* HostTrack::add(void* value, const void* key, std::int64_t key_bytes,
       outcome = Status::out_of_memory;
     }
   }
-  if (checking_ && entry != nullptr) ++given_out_;
   if (status != nullptr) *status = code(outcome);
   return entry;
 }

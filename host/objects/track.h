@@ -14,13 +14,12 @@ namespace jwnls::host {
 
 /// An entry that look-up or insertion gave is valid until it is released, and in fact until the
 /// track is destroyed, which calls the element destructor once for each entry, the newest first.
-/// The host's own release (destructor value 1), like none, leaves the values alone. A checking host
-/// reports entries that were not released by then. Any thread may look up and insert.
+/// The host's own release (destructor value 1), like none, leaves the values alone. Any thread may
+/// look up and insert.
 class HostTrack final : public KernelObject, public Track {
  public:
-  HostTrack(ObjectRegistry& registry, const char* name);
-
-  void end() noexcept override;
+  explicit HostTrack(ObjectRegistry& registry);
+  ~HostTrack() override;
 
   TrackEntry* find(const void* key, std::int64_t key_bytes) noexcept;
 
@@ -32,8 +31,6 @@ class HostTrack final : public KernelObject, public Track {
  private:
   KeyTable table_;
   std::atomic<EntryDestructor> destructor_{nullptr};
-  const bool checking_;
-  std::atomic<std::int64_t> given_out_{0};  // entries not released yet, when checking
 };
 
 }  // namespace jwnls::host

@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "abi/host_tables.h"
-#include "host/objects/fault_log.h"
 #include "host/zones/zone_names.h"
 
 namespace jwnls {
@@ -67,10 +66,8 @@ namespace host {
 /// the database on disk needs a new process.
 class HostZoneService final : public ZoneService {
  public:
-  HostZoneService(const ZoneNames& names, FaultLog& faults, bool checking);
-
-  /// Closes what is left open, reporting it when checking.
-  ~HostZoneService();
+  /// Closes what is left open when it ends.
+  explicit HostZoneService(const ZoneNames& names);
 
   /// Null for a name that is no zone's, for a file that cannot be read, or without memory.
   Zone* open_zone(std::u16string_view name) noexcept;
@@ -78,8 +75,6 @@ class HostZoneService final : public ZoneService {
 
  private:
   const ZoneNames& names_;
-  FaultLog& faults_;
-  const bool checking_;
   std::mutex mutex_;
   std::unordered_map<const Zone*, std::unique_ptr<Zone>> zones_;
 };

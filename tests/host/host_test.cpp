@@ -38,7 +38,7 @@ std::string zone_abbreviation(LocaleHandle* handle) {
 TEST(Host, MakesHandlesOfRealLocalesAndZonesAndNoOthers) {
   Messages messages;
   {
-    Host host(checking(&messages));
+    CheckedHost host(with_modules(&messages));
     const auto makes = [&](std::u16string_view locale, std::u16string_view zone,
                            std::u16string_view date, const std::string& abbreviation) {
       std::uint32_t status = 1;
@@ -68,7 +68,7 @@ TEST(Host, MakesHandlesOfRealLocalesAndZonesAndNoOthers) {
     refuses(u"de_DE", long_name);
     host.destroy_handle(nullptr);
   }
-  EXPECT_EQ(messages, Messages());  // no fault, and nothing left when the host had ended
+  EXPECT_EQ(messages, Messages());
 }
 
 TEST(Host, TakesTheSystemsZoneOrWarnsAndTakesTheDefault) {
@@ -77,7 +77,7 @@ TEST(Host, TakesTheSystemsZoneOrWarnsAndTakesTheDefault) {
     setenv("TZ", tz, 1);
     Messages messages;
     {
-      Host host(checking(&messages));
+      CheckedHost host(with_modules(&messages));
       LocaleHandle* handle = host.create_handle(u"en_US", {}, false, nullptr);
       ASSERT_NE(handle, nullptr);
       EXPECT_EQ(abbreviations.count(zone_abbreviation(handle)), 1U);
@@ -97,9 +97,9 @@ TEST(Host, SaysWhichExtensionIsMissing) {
   for (const char* name : {"jwnlsloc", "jwemsg", "jwnlsldb"}) {
     Messages messages;
     {
-      HostConfiguration configuration = checking(&messages);
+      HostConfiguration configuration = with_modules(&messages);
       configuration.extension_path = {folder};
-      Host host(std::move(configuration));
+      CheckedHost host(std::move(configuration));
       const std::string expected = "cannot find " + std::string(name) + ".so in " + folder.string();
       std::string error;
       EXPECT_EQ(host.factory(&error), nullptr);

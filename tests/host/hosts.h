@@ -13,17 +13,17 @@
 #include <vector>
 
 #include "host/host.h"
+#include "tests/support/object_checks.h"
 
 namespace jwnls::host {
 
 using Messages = std::vector<std::pair<std::uint32_t, std::string>>;
 
-/// A configuration that finds the modules of this build and checks pools; with `journal`, what the
-/// host writes goes there.
-inline HostConfiguration checking(Messages* journal = nullptr) {
+/// A configuration that finds the modules of this build; with `journal`, what is written to the
+/// host's journals goes there.
+inline HostConfiguration with_modules(Messages* journal = nullptr) {
   HostConfiguration configuration;
   configuration.extension_path = {JWNLS_BUILD_DIR};
-  configuration.check_pools = true;
   if (journal != nullptr) {
     configuration.journal = [journal](std::uint32_t level, std::u16string_view message) {
       journal->emplace_back(level, std::string(message.begin(), message.end()));
@@ -31,6 +31,17 @@ inline HostConfiguration checking(Messages* journal = nullptr) {
   }
   return configuration;
 }
+
+/// A host that watches what is done with its blocks and objects. When it ends, every fault fails
+/// the test, or goes to `faults`.
+class CheckedHost : private test::ObjectChecks, public Host {
+ public:
+  explicit CheckedHost(HostConfiguration configuration, std::vector<std::string>* faults = nullptr)
+      : ObjectChecks(faults), Host(std::move(configuration)) {
+    watch(kernel(), context());
+  }
+  using ObjectChecks::faults;
+};
 
 constexpr int thread_count = 4;
 

@@ -29,10 +29,7 @@ constexpr double moment = 2'026'134'429;  // 2024-03-15 13:07:09
 class ConcurrencyTest : public testing::Test {
  protected:
   void SetUp() override {
-    for (auto& each : hosts) each = std::make_unique<host::Host>(host::checking());
-  }
-  void TearDown() override {
-    for (auto& each : hosts) EXPECT_EQ(each->faults(), std::vector<std::string>{});
+    for (auto& each : hosts) each = std::make_unique<host::CheckedHost>(host::with_modules());
   }
 
   // Runs `work` in every thread at once, with the thread's number.
@@ -57,7 +54,7 @@ class ConcurrencyTest : public testing::Test {
     return status == 0 ? std::string(out, static_cast<std::size_t>(length)) : "failed";
   }
 
-  std::unique_ptr<host::Host> hosts[2];  // the threads with odd numbers use the second one
+  std::unique_ptr<host::CheckedHost> hosts[2];  // the threads with odd numbers use the second one
 };
 
 TEST_F(ConcurrencyTest, ThreadsShareTheHandlesTheyCreate) {

@@ -27,7 +27,7 @@ std::string abbreviation(const Zone::Snapshot& snapshot) {
 
 // The C library reads the same database by itself.
 TEST(ZoneService, EveryZoneAgreesWithTheCLibrary) {
-  Host host(checking());
+  CheckedHost host(with_modules());
   constexpr std::time_t year = 31556952;
   constexpr std::time_t moments[] = {
       -30 * year, 0,          12345678,           year * 30,           year * 30 + year / 2,
@@ -60,7 +60,6 @@ TEST(ZoneService, EveryZoneAgreesWithTheCLibrary) {
   }
   unsetenv("TZ");
   tzset();
-  EXPECT_EQ(host.faults(), std::vector<std::string>());
 }
 
 TEST(ZoneService, TellsWhatIsInForceNow) {

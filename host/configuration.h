@@ -1,0 +1,28 @@
+// What an embedder decides when it starts a host.
+
+#ifndef JWNLS_HOST_CONFIGURATION_H_
+#define JWNLS_HOST_CONFIGURATION_H_
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/objects/message_sinks.h"
+
+namespace jwnls::host {
+
+struct HostConfiguration {
+  /// Folders that are searched in order for "<name>.so".
+  std::vector<std::filesystem::path> extension_path;
+  /// Option name -> value. An option that is not here is taken from the environment.
+  std::map<std::string, std::string> options;
+  JournalSink journal;   // empty: messages are dropped
+  ErrorReporter errors;  // empty: errors are dropped
+  /// The compiled time-zone database; empty: $TZDIR, else the system's.
+  std::filesystem::path zone_directory;
+};
+
+}  // namespace jwnls::host
+
+#endif  // JWNLS_HOST_CONFIGURATION_H_
