@@ -15,6 +15,7 @@ std::string_view without_blanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+// integer = {blank} ["+" | "-"] digit {digit} {blank}     of 64 bits
 Status parse_integer(std::string_view text, std::int64_t& value) {
   text = without_blanks(text);
   if (text.starts_with('+')) {

@@ -1,3 +1,5 @@
+#include "host/loading/extension_library.h"
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -11,8 +13,6 @@
 #include <string>
 #include <system_error>
 #include <utility>
-
-#include "host/loading/extension_loader.h"
 
 namespace jwnls::host {
 namespace {

@@ -23,7 +23,8 @@ bool may_stand_in_name(char16_t unit) {
          (unit >= u'0' && unit <= u'9') || unit == u'_' || unit == u'-';
 }
 
-// A name that is a file's name too, and never leads out of a folder; empty when it cannot be.
+// name = 1 to 64 of letter | digit | "_" | "-"
+// Such a name is a file's name too, and never leads out of a folder. Empty for any other.
 std::string plain_name(std::u16string_view name) {
   constexpr std::size_t longest = 64;
   if (name.size() > longest || !std::all_of(name.begin(), name.end(), may_stand_in_name)) return {};

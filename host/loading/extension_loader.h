@@ -11,31 +11,9 @@
 #include <vector>
 
 #include "abi/host_tables.h"
+#include "host/loading/extension_library.h"
 
 namespace jwnls::host {
-
-/// An opened library. Two hosts of a process never share one: what a library keeps in variables of
-/// its own, such as the kernel that it was given, is one host's.
-class ExtensionLibrary {
- public:
-  ExtensionLibrary() = default;
-  ~ExtensionLibrary();
-  ExtensionLibrary(ExtensionLibrary&& other) noexcept;
-  ExtensionLibrary& operator=(ExtensionLibrary&& other) noexcept;
-
-  /// Opens the file, or a copy of it when the process has it open already. Empty with *error set
-  /// when that fails.
-  static ExtensionLibrary open(const std::filesystem::path& file, std::string* error);
-
-  [[nodiscard]] explicit operator bool() const noexcept { return handle_ != nullptr; }
-
-  /// The address of an exported name, or null.
-  [[nodiscard]] void* symbol(const char* name) const noexcept;
-
- private:
-  void* handle_ = nullptr;
-  int copy_ = -1;  // the descriptor of the copy, which keeps the name that it was opened by taken
-};
 
 class ExtensionLoader {
  public:

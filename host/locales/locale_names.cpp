@@ -113,6 +113,10 @@ LocaleMatch match_subtags(Subtags subtags, bool dropped) noexcept {
 }
 
 // ---- Display names: "German", "Deutsch (Schweiz)", "German_Germany.1252".
+//
+//   written = (name | language "_" region) ["." charset]     in any letter case
+//   name      a locale's English or own name      language  such a name of a locale without region
+//   region    a region's English name
 
 char16_t folded(char16_t unit) noexcept {
   if (unit < 0x80) {
@@ -127,7 +131,7 @@ const LocaleRow* find_display_name(std::u16string_view folded_name) noexcept {
   return row != nullptr ? &locale_rows[row->locale] : nullptr;
 }
 
-// A language's name, "_", and a region's English name.
+// language "_" region
 const LocaleRow* find_language_and_region(std::u16string_view folded_name) noexcept {
   const std::size_t cut = folded_name.find(u'_');
   if (cut == std::u16string_view::npos) return nullptr;

@@ -19,7 +19,7 @@ std::u16string widen(std::string_view text) {
   return wide;
 }
 
-// A name, or the path of a zone's file in a database.
+// path = [... "zoneinfo/"] ["posix/"] name     a name of the database, in any letter case
 bool zone_of_path(const ZoneNames& names, std::string_view path, ZoneNameText& out) {
   const auto folder = path.rfind(database_folder);
   if (folder != std::string_view::npos) path.remove_prefix(folder + database_folder.size());
@@ -29,8 +29,10 @@ bool zone_of_path(const ZoneNames& names, std::string_view path, ZoneNameText& o
   return zone != nullptr && names.normalise(widen(zone->name), out) == Status::ok;
 }
 
-// What TZ may hold: ":" and a name or a path, a rule of no effect such as "UTC0", or nothing for
-// UTC. Rules have the opposite sign of names: "UTC+5" is west of Greenwich here, so it is refused.
+// TZ = [":"] ("" | "UTC0" | "UTC+0" | "UTC-0" | "UCT0" | path)     the first five are UTC
+//
+// All other rules are refused. Those of an offset alone have the opposite sign of the database's
+// names: TZ=UTC+5 is west of Greenwich.
 bool zone_of_variable(const ZoneNames& names, std::string_view tz, ZoneNameText& out) {
   if (tz.starts_with(':')) tz.remove_prefix(1);
   for (const std::string_view utc : {"", "UTC0", "UTC+0", "UTC-0", "UCT0"}) {
@@ -52,6 +54,7 @@ bool zone_of_link(const ZoneNames& names, std::filesystem::path file, ZoneNameTe
   return false;
 }
 
+// The file's first line: {blank} name {blank} ["#" comment]
 bool zone_of_name_file(const ZoneNames& names, const std::filesystem::path& file,
                        ZoneNameText& out) {
   std::string line;

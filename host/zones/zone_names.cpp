@@ -4,24 +4,21 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include "host/lookup/key_table.h"
+#include "host/zones/utc_offset.h"
 
 namespace jwnls::host {
 namespace {
 
 constexpr std::size_t name_capacity = zone_name_capacity;
-constexpr std::u16string_view utc_prefix = u"utc";
 
 constexpr char16_t fold(char16_t unit) noexcept {
   return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 0x20) : unit;
 }
-
-bool is_digit(char16_t unit) noexcept { return unit >= u'0' && unit <= u'9'; }
-
-int value_of(char16_t digit) noexcept { return digit - u'0'; }
 
 std::u16string_view without_blanks(std::u16string_view name) noexcept {
   constexpr std::u16string_view blanks = u" \t\u00A0";
@@ -94,37 +91,6 @@ void write_utc_offset(int seconds, ZoneNameText& out) noexcept {
 }
 
 }  // namespace
-
-// "utc" sign hour [hour] [[":"] minute minute], the minutes without ":" only after two hour digits.
-std::optional<int> parse_utc_offset(std::u16string_view name) noexcept {
-  if (name.size() < utc_prefix.size() + 2 || name.size() > utc_prefix.size() + 6) return {};
-  if (!std::equal(utc_prefix.begin(), utc_prefix.end(), name.begin(),
-                  [](char16_t plain, char16_t unit) { return plain == fold(unit); })) {
-    return {};
-  }
-  const char16_t sign = name[utc_prefix.size()];
-  if (sign != u'+' && sign != u'-') return {};
-  std::u16string_view digits = name.substr(utc_prefix.size() + 1);
-
-  int hours = 0;
-  std::size_t hour_digits = 0;
-  for (; hour_digits < 2 && hour_digits < digits.size() && is_digit(digits[hour_digits]);
-       ++hour_digits) {
-    hours = hours * 10 + value_of(digits[hour_digits]);
-  }
-  digits.remove_prefix(hour_digits);
-  int minutes = 0;
-  if (!digits.empty()) {
-    const bool has_colon = digits[0] == u':';
-    if (has_colon) digits.remove_prefix(1);
-    if (!has_colon && hour_digits != 2) return {};
-    if (digits.size() != 2 || !is_digit(digits[0]) || !is_digit(digits[1])) return {};
-    minutes = value_of(digits[0]) * 10 + value_of(digits[1]);
-  }
-  if (hour_digits == 0 || hours > 23 || minutes > 59) return {};
-  const int seconds = (hours * 60 + minutes) * 60;
-  return sign == u'-' ? -seconds : seconds;
-}
 
 ZoneNames::ZoneNames(std::filesystem::path directory)
     : directory_(directory.empty() ? system_directory() : std::move(directory)) {}

@@ -1,4 +1,7 @@
 // Names of time zones: which there are, and what people write for them.
+//
+//   written = {blank} (name | offset) {blank}     a name of the database, in any letter case
+//                                                 offset: host/zones/utc_offset.h
 
 #ifndef JWNLS_HOST_ZONES_ZONE_NAMES_H_
 #define JWNLS_HOST_ZONES_ZONE_NAMES_H_
@@ -7,8 +10,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,10 +19,6 @@
 #include "host/lookup/answer_cache.h"
 
 namespace jwnls::host {
-
-/// The offset, in seconds east, of a name of the form "UTC+5", "UTC+05:30" or "utc-0930": 1 or 2
-/// digits of hours up to 23, then minutes in two digits, with ":" or (after two digits) without.
-[[nodiscard]] std::optional<int> parse_utc_offset(std::u16string_view name) noexcept;
 
 /// A zone's name, as the module's buffers hold it.
 struct ZoneNameText {

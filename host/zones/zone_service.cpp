@@ -9,6 +9,7 @@
 #include <string>
 
 #include "abi/status.h"
+#include "host/zones/utc_offset.h"
 
 namespace jwnls {
 namespace {
