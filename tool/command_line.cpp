@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <functional>
 #include <list>
 #include <sstream>
@@ -13,6 +12,7 @@
 #include "tool/list_commands.h"
 #include "tool/output.h"
 #include "tool/read_command.h"
+#include "tool/shielded_values.h"
 #include "tool/show_command.h"
 
 namespace jwnls::tool {
@@ -42,36 +42,6 @@ constexpr const char* program_footer =
 using Command = std::function<ExitCode()>;
 
 constexpr const char* values_footer = "Without values, lines of standard input are read.\n";
-
-// Stands before a word that is a value whatever it looks like.
-constexpr char shield = '\x01';
-
-// Values that the parser takes for options, whose names begin with a letter; "-5" and "-5e3" it
-// knows.
-bool is_hidden_number(const std::string& word) {
-  constexpr std::string_view starts[] = {"-0x", "-0X", "-inf", "-Inf", "-INF", "-nan"};
-  if (word.size() < 2 || word[0] != '-') return false;
-  const bool named = std::isalnum(static_cast<unsigned char>(word[1])) != 0 || word[1] == '-';
-  return !named ||
-         (word.size() > 2 && std::any_of(std::begin(starts), std::end(starts),
-                                         [&](auto start) { return word.starts_with(start); }));
-}
-
-// "--" does not do in the parser's subcommands what it is for; so the words that it would mistake
-// are shielded, and "--" goes.
-std::vector<std::string> with_shielded_values(std::vector<std::string> words) {
-  const auto mark = std::find(words.begin(), words.end(), "--");
-  for (auto word = words.begin(); word != words.end(); ++word) {
-    if (word > mark || is_hidden_number(*word)) word->insert(word->begin(), shield);
-  }
-  if (mark != words.end()) words.erase(mark);
-  return words;
-}
-
-std::string unshielded(std::string word) {
-  if (word.starts_with(shield)) word.erase(0, 1);
-  return word;
-}
 
 // The options of the chosen subcommand end up in its request, and `chosen` runs it.
 class CommandLine {
@@ -261,9 +231,7 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream problem;
   const bool usage = app.exit(error, out, problem) != 0;
   if (usage) {
-    std::string reason = error.what();
-    std::erase(reason, shield);
-    report(reason + " (see --help)");
+    report(without_shields(error.what()) + " (see --help)");
     return ExitCode::usage;
   }
   Output output;

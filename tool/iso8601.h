@@ -1,9 +1,14 @@
 // Reads and writes dates, times of day and datetimes as ISO 8601 writes them.
 //
-//   date      2024-03-15, 20240315, 12024-03-15     (a year of 4 or 5 digits)
-//   time      14:30, 14:30:05, T143005, 14:30:05.25  ("," for "." too; a "T" may come first)
-//   datetime  <date>T<time>, a blank or "t" for the "T"; behind it an optional "Z", "+01:00",
-//   "-0330"
+//   value     = date | time [offset] | date ("T" | "t" | " ") clock [offset]
+//   date      = (YYYY | YYYYY) "-" MM "-" DD | YYYYMMDD
+//   time      = hh ":" mm [":" ss [fraction]] | ("T" | "t") clock
+//   clock     = hh ":" mm [":" ss [fraction]] | hh mm [ss [fraction]]
+//   fraction  = ("." | ",") digit {digit}
+//   offset    = [" "] ("Z" | "z" | ("+" | "-") hh [[":"] mm])
+//
+//   2024-03-15   20240315   12024-03-15   14:30   T143005   14:30:05.25
+//   2024-03-15T14:30:05Z   2024-03-15 14:30 +01:00   20240315t1430-0330
 
 #ifndef JWNLS_TOOL_ISO8601_H_
 #define JWNLS_TOOL_ISO8601_H_
@@ -18,8 +23,9 @@ namespace jwnls::tool {
 
 struct IsoValue {
   std::optional<std::chrono::year_month_day> date;
-  std::optional<std::chrono::seconds> time;    // since midnight, fractions dropped
-  std::optional<std::chrono::minutes> offset;  // from UTC; absent: the wall clock of nowhere said
+  std::optional<std::chrono::seconds> time;  // since midnight, fractions dropped
+  std::optional<std::chrono::minutes>
+      offset;  // from UTC; absent: a wall clock, of no zone in particular
 };
 
 /// Reads the whole text: a date, a time or both. The error is the reason for a person, without the

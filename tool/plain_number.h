@@ -1,4 +1,10 @@
 // Reads numbers as programs write them: "1234.5", "-5", "1e-3", "0xFF"; not as locales do.
+//
+//   missing   = "." | "._" | "." letter
+//   number    = [sign] (decimal | "inf" | "infinity" | "nan")     words in any letter case
+//   decimal   = (digits ["." [digits]] | "." digits) [("e" | "E") [sign] digits]
+//   integer   = [sign] (digits | ("0x" | "0X") hexadecimal digits)
+//   sign      = "+" | "-"
 
 #ifndef JWNLS_TOOL_PLAIN_NUMBER_H_
 #define JWNLS_TOOL_PLAIN_NUMBER_H_

@@ -6,15 +6,23 @@
 #include "tool/output.h"
 
 namespace jwnls::tool {
+namespace {
 
-LocaleChoice environment_locale(const char* category,
-                                const std::function<const char*(const char* name)>& variable) {
+// A locale name and where it comes from, for messages: "LC_TIME", or empty for the command line.
+struct LocaleChoice {
+  std::string name;
+  std::string origin;
+};
+
+LocaleChoice environment_locale(const char* category) {
   for (const char* name : {"LC_ALL", category, "LANG"}) {
-    const char* value = variable(name);
+    const char* value = std::getenv(name);
     if (value != nullptr && *value != '\0') return {value, name};
   }
   return {"C", {}};
 }
+
+}  // namespace
 
 client::Host open_host(std::map<std::string, std::string> module_options) {
   client::HostOptions options;
@@ -29,8 +37,8 @@ client::Host open_host(std::map<std::string, std::string> module_options) {
 
 client::Locale open_locale(const client::Host& host, const std::string& locale_name,
                            const char* category, const std::string& zone) {
-  const LocaleChoice choice = locale_name.empty() ? environment_locale(category, std::getenv)
-                                                  : LocaleChoice{locale_name, {}};
+  const LocaleChoice choice =
+      locale_name.empty() ? environment_locale(category) : LocaleChoice{locale_name, {}};
   const std::string origin = choice.origin.empty() ? "" : " (from " + choice.origin + ")";
   const auto match = host.match(choice.name);
   if (!match) throw Failure{ExitCode::unavailable, match.error().message + origin};

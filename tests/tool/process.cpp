@@ -1,4 +1,4 @@
-#include "process.h"
+#include "tests/tool/process.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

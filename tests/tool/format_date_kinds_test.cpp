@@ -1,11 +1,13 @@
+// `jwnls format` with dates and times: options, values, messages.
+
 #include <gtest/gtest.h>
 
-#include "process.h"
+#include "tests/tool/process.h"
 
 namespace jwnls::tool {
 namespace {
 
-TEST(Format, WritesALineForEachValue) {
+TEST(FormatDates, WritesALineForEachValue) {
   expect({"format", "date", "-l", "de_DE", "2024-03-15"}, "15.03.2024\n");
   expect({"format", "date", "-l", "de_DE", "-s1", "20240315", "2024-12-24T18:00"},
          "15.03.2024\n24.12.2024\n");
@@ -25,7 +27,7 @@ TEST(Format, WritesALineForEachValue) {
          "15 𞤐𞤦𞤮𞥅𞤴𞤮⹁ 2024\n");
 }
 
-TEST(Format, ShowsInstantsInTheTimeZone) {
+TEST(FormatDates, ShowsInstantsInTheTimeZone) {
   const auto check = [&](const char* kind, const char* zone, const char* value,
                          const char* output) {
     expect({"format", kind, "-l", "de_DE", "-z", zone, value}, output);
@@ -38,7 +40,7 @@ TEST(Format, ShowsInstantsInTheTimeZone) {
   check("time", "UTC-03:30", "2024-12-31T20:00:00Z", "16:30:00\n");
 }
 
-TEST(Format, KnowsNow) {
+TEST(FormatDates, KnowsNow) {
   auto outcome = run_tool({{"format", "datetime", "-l", "de_DE", "now"}, "", {"TZ=UTC"}});
   for (char& c : outcome.output) {
     if (c >= '0' && c <= '9') c = '9';
@@ -46,7 +48,7 @@ TEST(Format, KnowsNow) {
   EXPECT_EQ(outcome.output, "99.99.9999, 99:99:99\n") << outcome.errors;
 }
 
-TEST(Format, SaysWhichValueIsBadAndWhyAndGoesOn) {
+TEST(FormatDates, SaysWhichValueIsBadAndWhyAndGoesOn) {
   expect({"format", "date", "-l", "de_DE"}, "15.03.2024\n24.12.2024\n",
          "jwnls: line 2: '2024-02-30': there is no day 30 in month 02 of 2024\n"
          "jwnls: line 3: '': no value\n"
@@ -66,36 +68,6 @@ TEST(Format, SaysWhichValueIsBadAndWhyAndGoesOn) {
          "jwnls: '2024-03-15': not a number (as 1234.5)\n"
          "jwnls: '': no value\n",
          1);
-}
-
-TEST(Format, TakesTheLocaleOfTheEnvironment) {
-  const auto check = [&](const std::vector<std::string>& environment, const char* output,
-                         const char* errors = "", int exit_code = 0) {
-    expect({"format", "date", "-s", "short", "2024-03-15"}, output, errors, exit_code, environment);
-  };
-  check({}, "03/15/2024\n");
-  check({"LANG=de_DE.UTF-8"}, "15.03.2024\n");
-  check({"LANG=de_DE", "LC_TIME=sv_SE.UTF-8", "LC_ALL="}, "2024-03-15\n");
-  check({"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "03/15/2024\n");
-  check({"LANG=de_US"}, "15.03.2024\n",
-        "jwnls: note: locale 'de_US' (from LANG) is not known as such; using de\n");
-  check({"LC_TIME=tlh_AA"}, "", "jwnls: locale 'tlh_AA': unknown (from LC_TIME)\n", 3);
-}
-
-// Many lines, and one of 100 MB, under a limit that holds the program and its modules alone.
-TEST(Format, StreamsLargeInputInConstantMemory) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  const std::string limit;  // sanitizers reserve terabytes of addresses
-#else
-  const std::string limit = "ulimit -v 60000;";
-#endif
-  const auto outcome = run_shell(
-      "{ head -c 100000000 /dev/zero; echo; seq -f %.0f 0 499999; } |"
-      "{ " +
-      limit + " \"$jwnls\" format date -l de_DE -s short --raw; echo $?; } | tail -n 2");
-  EXPECT_EQ(outcome.output, "13.12.3328\n1\n");
-  EXPECT_EQ(outcome.errors.substr(0, 20), "jwnls: line 1: '\\x00");
-  EXPECT_NE(outcome.errors.find("the line is longer than 4096 bytes\n"), std::string::npos);
 }
 
 }  // namespace

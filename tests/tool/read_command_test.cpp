@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "process.h"
+#include "tests/tool/process.h"
 
 namespace jwnls::tool {
 namespace {

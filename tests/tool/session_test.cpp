@@ -1,0 +1,40 @@
+// The locale that a command works with, and what it says when there is none.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/tool/process.h"
+
+namespace jwnls::tool {
+namespace {
+
+TEST(Session, TakesTheLocaleOfTheEnvironment) {
+  const auto check = [&](const std::vector<std::string>& environment, const char* output,
+                         const char* errors = "", int exit_code = 0) {
+    expect({"format", "date", "-s", "short", "2024-03-15"}, output, errors, exit_code, environment);
+  };
+  check({}, "03/15/2024\n");
+  check({"LANG=de_DE.UTF-8"}, "15.03.2024\n");
+  check({"LANG=de_DE", "LC_TIME=sv_SE.UTF-8", "LC_ALL="}, "2024-03-15\n");
+  check({"LANG=de_DE", "LC_TIME=sv_SE", "LC_ALL=C.UTF-8"}, "03/15/2024\n");
+  check({"LANG=de_US"}, "15.03.2024\n",
+        "jwnls: note: locale 'de_US' (from LANG) is not known as such; using de\n");
+  check({"LC_TIME=tlh_AA"}, "", "jwnls: locale 'tlh_AA': unknown (from LC_TIME)\n", 3);
+}
+
+TEST(Session, NamesWhatIsUnknownOrMissing) {
+  expect({"format", "date", "-l", "xx_YY", "2024-03-15"}, "", "jwnls: locale 'xx_YY': unknown\n",
+         3);
+  expect({"show", "de_DE", "-z", "/etc/localtime"}, "",
+         "jwnls: time zone '/etc/localtime': unknown\n", 3);
+  const auto alone = run_shell(
+      "folder=$(mktemp -d); cp \"$jwnls\" \"$folder\"; \"$folder\"/jwnls show de_DE; code=$?;"
+      "rm -r \"$folder\"; exit $code");
+  EXPECT_EQ(alone.exit_code, 3);
+  EXPECT_NE(alone.errors.find("jwnlsloc"), std::string::npos) << alone.errors;
+}
+
+}  // namespace
+}  // namespace jwnls::tool

@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "tests/tool/process.h"
+
+namespace jwnls::tool {
+namespace {
+
+TEST(Show, TellsTheWholeRecord) {
+  const auto outcome = run_tool({{"show", "de_DE", "-z", "Asia/Tokyo"}});
+  EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+  for (const char* line : {
+           "Locale     de_DE\n",
+           "Name       German (Germany)\n",
+           "Time zone  Asia/Tokyo (now JST, UTC+09:00)\n",
+           "  short date   %d.%m.%Y            05.03.2024\n",
+           "  datetime     %d.%m.%Y, %H:%M:%S  05.03.2024, 14:07:09\n",
+           "  long date    yes        yes\n",
+           "  Saturday   Samstag     Sa.\n",
+           "  March      März       März\n",
+           "  decimal      ,    U+002C\n",
+           "  currency     €    U+20AC\n",
+           "  currency  1234.5       €1.234,50\n",
+           "  percent   0.125        12,5%\n",
+       }) {
+    EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
+  }
+}
+
+TEST(Show, EveryLocaleHasAnExampleForEachPattern) {
+  std::istringstream names(run_tool({{"locales", "--names"}}).output);
+  std::string name;
+  int shown = 0;
+  while (names >> name && shown < 1000) {
+    // A sample: each tenth locale, and those with unusual scripts.
+    if (shown++ % 10 != 0 && name != "ar_EG" && name != "ff_Adlm" && name != "th_TH") continue;
+    const auto outcome = run_tool({{"show", name, "-z", "UTC"}});
+    EXPECT_EQ(outcome.exit_code, 0) << name;
+    // An example that failed stands as its message in parentheses.
+    for (const char* error : {"(date", "(number", "(integer", "(amount", "(percentage"}) {
+      EXPECT_EQ(outcome.output.find(error), std::string::npos) << outcome.output;
+    }
+    EXPECT_NE(outcome.output.find("2024"), std::string::npos) << outcome.output;
+  }
+  EXPECT_GT(shown, 700);
+}
+
+}  // namespace
+}  // namespace jwnls::tool
