@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <iterator>
 #include <new>
-#include <utility>
 
 namespace jwnls::host {
 namespace {

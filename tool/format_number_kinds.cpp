@@ -1,8 +1,8 @@
 // The kinds of numbers that `format` writes, and how each takes its values.
 
 #include <CLI/CLI.hpp>
-#include <limits>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "tool/format_command.h"

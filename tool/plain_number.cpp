@@ -1,7 +1,6 @@
 #include "tool/plain_number.h"
 
 #include <charconv>
-#include <limits>
 
 namespace jwnls::tool {
 namespace {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <iterator>
 
 #include "host/locales/name_tables.h"
 #include "host/locales/subtags.h"

@@ -1,7 +1,6 @@
 #include "host/zones/zone_service.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <ctime>
 #include <exception>

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <unicode/uchar.h>
 
-#include <string_view>
-
 #include "host/host.h"
 
 namespace jwnls::host {
