@@ -1,4 +1,4 @@
-// The calendar's integer core: day numbers to civil dates and back.
+// The calendar's integer core: parts to civil dates, civil dates to day numbers and back.
 //
 // Day 0 is 1 January 1960. The rule is the Gregorian one with one exception, deliberately kept:
 // a year divisible by 4000 is a common year, because every stored date value counts its days this
@@ -15,9 +15,6 @@ inline constexpr std::int32_t first_year = 1582;
 inline constexpr std::int32_t last_year = 20000;
 inline constexpr std::int32_t first_day = -138061;  // 1 January 1582
 inline constexpr std::int32_t end_day = 6589336;    // 1 January 20001, the first day past the range
-inline constexpr std::int32_t seconds_per_day = 86400;
-inline constexpr double first_second = -11928470400.0;  // first_day * seconds_per_day
-inline constexpr double end_second = 569318630400.0;    // end_day * seconds_per_day
 
 struct CivilDate {
   std::int32_t year;
@@ -47,6 +44,26 @@ constexpr std::int32_t day_before_year(std::int32_t year) noexcept {
 constexpr std::int32_t days_before_month(std::int32_t year, std::int32_t month) noexcept {
   constexpr std::int16_t common[12] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
   return common[month - 1] + (month > 2 && is_leap_year(year) ? 1 : 0);
+}
+
+inline constexpr std::int32_t default_year_cutoff = 1950;
+
+/// Places a two-digit year (0 to 99) in the 100 years that begin at `cutoff`.
+constexpr std::int64_t widen_year(std::int64_t year, std::int64_t cutoff) noexcept {
+  return year + (cutoff - cutoff % 100) + (year < cutoff % 100 ? 100 : 0);
+}
+
+/// The civil date of parts of any size, a two-digit year among them. False when they form no date,
+/// as when an odd cutoff places the year outside the calendar; `date` is then unspecified.
+constexpr bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
+                         std::int32_t cutoff, CivilDate& date) noexcept {
+  const std::int64_t full_year = year >= 0 && year <= 99 ? widen_year(year, cutoff) : year;
+  if (full_year < first_year || full_year > last_year) return false;
+  if (month < 1 || month > 12 || day < 1) return false;
+  date = {static_cast<std::int32_t>(full_year), month, day};
+  // Only 29 February asks for the year: branches on the month, or on days above 28, are a gamble.
+  constexpr std::uint8_t common_lengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return day <= common_lengths[month - 1] || (month == 2 && day == 29 && is_leap_year(date.year));
 }
 
 // Both directions count days from 1 March of year 0, so that a leap day ends its year.

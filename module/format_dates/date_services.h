@@ -5,7 +5,9 @@
 #ifndef JWNLS_MODULE_FORMAT_DATES_DATE_SERVICES_H_
 #define JWNLS_MODULE_FORMAT_DATES_DATE_SERVICES_H_
 
-#include "module/calendar/calendar.h"
+#include "abi/missing_value.h"
+#include "module/calendar/civil.h"
+#include "module/calendar/datetime_value.h"
 #include "module/format_dates/pattern_formatter.h"
 
 namespace jwnls {
@@ -28,19 +30,6 @@ std::uint32_t format_datetime(LocaleHandle*, double value, std::uint32_t style, 
 
 namespace date_services {
 
-/// Widens a two-digit year by the fixed cutoff of 1950; false when the parts form no date.
-inline bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
-                      CivilDate& date) noexcept {
-  if (year >= 0 && year <= 99) {
-    year = static_cast<std::int32_t>(widen_year(year, default_year_cutoff));
-  }
-  if (year < first_year || year > last_year || month < 1 || month > 12 || day < 1) return false;
-  date = {year, month, day};
-  // Only 29 February asks for the year: branches on the month, or on days above 28, are a gamble.
-  constexpr std::uint8_t common_lengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return day <= common_lengths[month - 1] || (month == 2 && day == 29 && is_leap_year(year));
-}
-
 template <typename Unit>
 [[gnu::always_inline]] inline std::uint32_t format_value(LocaleHandle* handle, double value,
                                                          const TextEntry& pattern, Unit* out,
@@ -60,7 +49,7 @@ std::uint32_t format_date(LocaleHandle* handle, std::int32_t month, std::int32_t
                           std::int32_t year, std::uint32_t style, Unit* out, std::int64_t capacity,
                           std::int64_t* length) noexcept {
   CivilDate date;
-  if (!date_services::make_date(month, day, year, date)) return code(Status::out_of_range);
+  if (!make_date(month, day, year, default_year_cutoff, date)) return code(Status::out_of_range);
   FormatParts parts(date);
   const TextEntry& pattern = handle->record->date_patterns[style == 1 || style == 2 ? style : 0];
   return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));

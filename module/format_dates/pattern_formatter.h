@@ -16,7 +16,8 @@
 
 #include "abi/locale_handle.h"
 #include "abi/status.h"
-#include "module/calendar/calendar.h"
+#include "module/calendar/civil.h"
+#include "module/calendar/datetime_value.h"
 #include "module/host_calls/letter_case.h"
 #include "module/host_calls/time_zone.h"
 #include "module/text/bounded_writer.h"

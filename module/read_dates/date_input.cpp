@@ -1,6 +1,6 @@
 // Date or datetime input: slots 32 and 83.
 
-#include "module/format_dates/date_services.h"
+#include "module/calendar/datetime_value.h"
 #include "module/read_dates/date_candidates.h"
 #include "module/read_dates/date_services.h"
 #include "module/read_dates/input_text.h"
@@ -16,7 +16,7 @@ constexpr std::uint32_t datetime_bit = 0x200;
 [[gnu::always_inline]] inline bool day_of_parts(const DateTimeParts& parts,
                                                 std::int32_t& day) noexcept {
   CivilDate date;
-  if (!date_services::make_date(parts.month, parts.day, parts.year, date)) return false;
+  if (!make_date(parts.month, parts.day, parts.year, default_year_cutoff, date)) return false;
   day = day_from_civil(date);
   return true;
 }

@@ -1,6 +1,6 @@
 #include "module/read_dates/pattern_walker.h"
 
-#include "module/calendar/calendar.h"
+#include "module/calendar/civil.h"
 #include "module/read_dates/clock_field.h"
 #include "module/read_dates/input_directives.h"
 #include "module/read_dates/quick_names.h"

@@ -1,5 +1,7 @@
 // Period input: slots 33 and 84. Labels of months, weeks and quarters.
 
+#include "abi/missing_value.h"
+#include "module/calendar/civil.h"
 #include "module/host_calls/year_cutoff.h"
 #include "module/read_dates/date_services.h"
 #include "module/read_dates/input_text.h"
@@ -8,17 +10,28 @@
 namespace jwnls {
 namespace {
 
+// The first of a month, its two-digit year placed by the host's option, which is read for no other
+// year. False when there is no such month.
+bool make_first(std::int32_t month, std::int32_t year, CivilDate& first) {
+  const bool two_digits = year >= 0 && year <= 99;
+  const std::int32_t cutoff = two_digits ? year_cutoff_option() : default_year_cutoff;
+  return make_date(month, 1, year, cutoff, first);
+}
+
+double first_of(std::int32_t month, std::int32_t year) {
+  CivilDate first;
+  return make_first(month, year, first) ? day_from_civil(first) : missing_value();
+}
+
 /// The first day of the period that the parts name; missing when there is none.
 using FirstDay = double(const DateTimeParts&);
 
-double first_of_month(const DateTimeParts& parts) {
-  return parts_to_date_value(parts.year, parts.month, 1);
-}
+double first_of_month(const DateTimeParts& parts) { return first_of(parts.month, parts.year); }
 
 // A quarter's number is read as a month.
 double first_of_quarter(const DateTimeParts& parts) {
   if (parts.month > 4) return missing_value();
-  return parts_to_date_value(parts.year, 3 * parts.month - 2, 1);
+  return first_of(3 * parts.month - 2, parts.year);
 }
 
 struct YearDays {
@@ -28,10 +41,10 @@ struct YearDays {
 
 // The days of the year, its century put in where it has two digits; false when out of range.
 bool days_of_year(std::int32_t year, YearDays& days) {
-  const double first = parts_to_date_value(year, 1, 1);
-  if (is_missing(first)) return false;
-  days.first = static_cast<std::int32_t>(first);
-  days.end = days.first + (is_leap_year(civil_from_day(days.first).year) ? 366 : 365);
+  CivilDate new_year;
+  if (!make_first(1, year, new_year)) return false;
+  days.first = day_from_civil(new_year);
+  days.end = days.first + (is_leap_year(new_year.year) ? 366 : 365);
   return true;
 }
 

@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <limits>
 
-#include "module/calendar/calendar.h"
+#include "abi/missing_value.h"
+#include "module/calendar/civil.h"
+#include "module/calendar/value_conversions.h"
 
 namespace jwnls::client {
 namespace {
@@ -23,9 +25,8 @@ constexpr double nan_value = std::numeric_limits<double>::quiet_NaN();
 const double missing = std::bit_cast<double>(0xFFFFD10000000000U);
 
 double module_value(year_month_day date) {
-  CalendarScratch scratch = initial_scratch;
   return date_parts_to_date_value(unsigned{date.month()}, unsigned{date.day()},
-                                  static_cast<int>(date.year()), scratch);
+                                  static_cast<int>(date.year()), default_year_cutoff);
 }
 
 // The module counts the same days: every date that std::chrono has in 1582 to 20000.

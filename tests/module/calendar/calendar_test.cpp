@@ -1,7 +1,5 @@
 // The calendar: every day against a day-by-day walk, values against the literal double formulas.
 
-#include "module/calendar/calendar.h"
-
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -10,6 +8,11 @@
 #include <limits>
 #include <random>
 #include <vector>
+
+#include "abi/missing_value.h"
+#include "module/calendar/civil.h"
+#include "module/calendar/datetime_value.h"
+#include "module/calendar/value_conversions.h"
 
 namespace jwnls::test {
 namespace {
@@ -39,7 +42,6 @@ TEST(Calendar, AgreesWithAWalkOverEveryDay) {
   int year = 1582;
   unsigned month = 1, day = 1, day_of_year = 1;
   int weekday = 6;  // a Friday
-  CalendarScratch scratch = initial_scratch;
   // The truncated division leaves the first nine weekdays as they are here.
   constexpr int first_weekdays[] = {-1, 0, 1, -5, -4, -3, -2, -1, 0};
   long faults = 0;
@@ -49,18 +51,20 @@ TEST(Calendar, AgreesWithAWalkOverEveryDay) {
     std::int32_t julian_year = 0;
     double y = 0, m = 0, d = 0;
     const CivilDate civil = civil_from_day(date);
-    const bool right = date_value_to_julian(date, julian_year) == julian && julian_year == year &&
-                       date_value_to_julian(date + 0.75, julian_year) == julian &&
-                       julian_to_date_value(julian, scratch) == date &&
-                       julian_to_date_parts(julian, scratch, y, m, d) == 0 && y == year &&
-                       m == month && d == day && date_parts_to_julian(m, d, y, scratch) == julian &&
-                       date_parts_to_date_value(m, d, y, scratch) == date &&
-                       date_value_to_weekday(date) == (nth < 9 ? first_weekdays[nth] : weekday) &&
-                       datetime_to_date_value(date * 86400.0) == date &&
-                       datetime_to_date_value(date * 86400.0 + 86399) == date &&
-                       civil.year == year && civil.month == static_cast<int>(month) &&
-                       civil.day == static_cast<int>(day) && day_from_civil(civil) == date &&
-                       weekday_from_day(date) == weekday;
+    julian_to_date_parts(julian, default_year_cutoff, y, m, d);
+    CivilDate made = {};
+    const bool right =
+        date_value_to_julian(date, julian_year) == julian && julian_year == year &&
+        date_value_to_julian(date + 0.75, julian_year) == julian &&
+        julian_to_date_value(julian, default_year_cutoff) == date && y == year && m == month &&
+        d == day && date_parts_to_julian(m, d, y, default_year_cutoff) == julian &&
+        date_parts_to_date_value(m, d, y, default_year_cutoff) == date &&
+        date_value_to_weekday(date) == (nth < 9 ? first_weekdays[nth] : weekday) &&
+        datetime_to_date_value(date * 86400.0) == date &&
+        datetime_to_date_value(date * 86400.0 + 86399) == date && civil.year == year &&
+        civil.month == static_cast<int>(month) && civil.day == static_cast<int>(day) &&
+        day_from_civil(civil) == date && make_date(civil.month, civil.day, civil.year, 0, made) &&
+        day_from_civil(made) == date && weekday_from_day(date) == weekday;
     if (!right) {
       ++faults;
       ADD_FAILURE() << date << ' ' << year << '-' << month << '-' << day;
@@ -82,12 +86,10 @@ TEST(Calendar, AgreesWithAWalkOverEveryDay) {
 // Days of four-digit years are those of the walk.
 TEST(Calendar, TakesAndRefusesDateParts) {
   const auto check = [&](double month, double day, double year, double julian, double date,
-                         int cutoff = 1950) {
+                         int cutoff = default_year_cutoff) {
     SCOPED_TRACE(testing::Message() << month << '/' << day << '/' << year);
-    CalendarScratch scratch = initial_scratch;
-    scratch.year_cutoff = cutoff;
-    EXPECT_SAME(date_parts_to_julian(month, day, year, scratch), julian);
-    EXPECT_SAME(date_parts_to_date_value(month, day, year, scratch), date);
+    EXPECT_SAME(date_parts_to_julian(month, day, year, cutoff), julian);
+    EXPECT_SAME(date_parts_to_date_value(month, day, year, cutoff), date);
   };
   // Two-digit years, and cutoffs other than the usual one.
   check(1, 1, 0, 2000001, 14610);
@@ -112,10 +114,9 @@ TEST(Calendar, TakesAndRefusesDateParts) {
   check(1, 1, 5, missing, missing, 20000);
   check(1, 1, 5, missing, missing, 1500);
   for (const double bad : {nan, -nan, infinity, -infinity, missing, other_missing, 1e300, -1e300}) {
-    CalendarScratch scratch = initial_scratch;
-    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(bad, 1, 2000, scratch)));
-    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(1, bad, 2000, scratch)));
-    EXPECT_TRUE(is_standard_missing(date_parts_to_date_value(1, 1, bad, scratch)));
+    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(bad, 1, 2000, default_year_cutoff)));
+    EXPECT_TRUE(is_standard_missing(date_parts_to_julian(1, bad, 2000, default_year_cutoff)));
+    EXPECT_TRUE(is_standard_missing(date_parts_to_date_value(1, 1, bad, default_year_cutoff)));
   }
 }
 
@@ -123,17 +124,17 @@ TEST(Calendar, RefusesJulianAndDateValuesOutsideIt) {
   for (const double julian :
        {0.0, 0.999, -1.0, 1000.0, 1961366.0, 1960367.0, 1960000.0, 1581365.0, 100001.0, 20001001.0,
         20000366.0, 1960999.0, 3e9, -3e9, nan, infinity, -infinity, missing, other_missing}) {
-    CalendarScratch scratch = initial_scratch;
     double year = 0, month = 0, day = 0;
-    EXPECT_TRUE(is_standard_missing(julian_to_date_value(julian, scratch))) << julian;
-    EXPECT_EQ(julian_to_date_parts(julian, scratch, year, month, day), 0);
+    EXPECT_TRUE(is_standard_missing(julian_to_date_value(julian, default_year_cutoff))) << julian;
+    julian_to_date_parts(julian, default_year_cutoff, year, month, day);
     EXPECT_TRUE(is_standard_missing(year) && is_standard_missing(month) && is_standard_missing(day))
         << julian;
   }
-  CalendarScratch scratch = initial_scratch;
-  EXPECT_EQ(julian_to_date_value(1, scratch), 14610) << "day 1 of the year 0, which is 2000";
-  EXPECT_EQ(julian_to_date_value(49366 - 1000, scratch), 32507) << "the year 48 is a leap year";
-  EXPECT_EQ(julian_to_date_value(1960366.9, scratch), 365);
+  EXPECT_EQ(julian_to_date_value(1, default_year_cutoff), 14610)
+      << "day 1 of the year 0, which is 2000";
+  EXPECT_EQ(julian_to_date_value(49366 - 1000, default_year_cutoff), 32507)
+      << "the year 48 is a leap year";
+  EXPECT_EQ(julian_to_date_value(1960366.9, default_year_cutoff), 365);
 
   std::int32_t year = 7;
   for (const double date : {std::nextafter(-138061.0, -infinity), 6589336.0, 1e300, -1e300, nan,

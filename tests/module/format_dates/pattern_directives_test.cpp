@@ -5,7 +5,8 @@
 #include <cstdio>
 #include <random>
 
-#include "module/calendar/calendar.h"
+#include "module/calendar/civil.h"
+#include "module/calendar/value_conversions.h"
 #include "tests/module/format_dates/formatting.h"
 
 namespace jwnls::test {

@@ -1,14 +1,17 @@
-// Two-digit years placed by the host's option, read anew for each of them.
+// The host's option that places two-digit years, and what every window makes of them.
 
 #include "module/host_calls/year_cutoff.h"
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cstring>
 #include <limits>
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "abi/missing_value.h"
+#include "module/calendar/value_conversions.h"
 #include "module/host_calls/kernel_handle.h"
 #include "tests/support/fake_host.h"
 
@@ -16,13 +19,6 @@ namespace jwnls::test {
 namespace {
 
 constexpr const char16_t* option = u"JW_NAME_YEARCUTOFF";
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-const double missing = missing_value();
-
-bool same(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-#define EXPECT_SAME(a, b) EXPECT_PRED2(same, a, b)
 
 class OptionCalendar : public testing::Test {
  protected:
@@ -43,13 +39,14 @@ TEST_F(OptionCalendar, PlacesTwoDigitYearsByTheOption) {
                              double day, int full, double date) {
     SCOPED_TRACE(testing::Message() << full);
     set(cutoff);
-    EXPECT_EQ(parts_to_date_value(year, month, day), date);
-    EXPECT_EQ(parts_to_julian(year, month, day), full);
+    const std::int32_t window = year_cutoff_option();
+    EXPECT_EQ(date_parts_to_date_value(month, day, year, window), date);
+    EXPECT_EQ(date_parts_to_julian(month, day, year, window), full);
     // The same day of the two-digit year's Julian value.
     const double julian = year * 1000 + full % 1000;
-    EXPECT_EQ(julian_to_date_value(julian), date);
+    EXPECT_EQ(julian_to_date_value(julian, window), date);
     double y = 0, m = 0, d = 0;
-    EXPECT_EQ(julian_to_date_parts(julian, y, m, d), 0);
+    julian_to_date_parts(julian, window, y, m, d);
     EXPECT_EQ(y, full / 1000);
     EXPECT_EQ(m, month);
     EXPECT_EQ(d, static_cast<int>(day));
@@ -66,8 +63,9 @@ TEST_F(OptionCalendar, PlacesTwoDigitYearsByTheOption) {
   places(19950, 0, 12, 31, 20000365, 6589335);
   const auto refuses = [this](std::int64_t cutoff, double year, double month = 1, double day = 1) {
     set(cutoff);
-    EXPECT_SAME(parts_to_date_value(year, month, day), missing) << cutoff;
-    EXPECT_SAME(parts_to_julian(year, month, day), missing) << cutoff;
+    const std::int32_t window = year_cutoff_option();
+    EXPECT_TRUE(is_missing(date_parts_to_date_value(month, day, year, window))) << cutoff;
+    EXPECT_TRUE(is_missing(date_parts_to_julian(month, day, year, window))) << cutoff;
   };
   refuses(1900, 0, 2, 29);  // the leap day is that of the widened year
   refuses(1900, 0, 2, 28.5);
@@ -80,35 +78,16 @@ TEST_F(OptionCalendar, PlacesTwoDigitYearsByTheOption) {
   refuses(19950, 1);
 }
 
-TEST_F(OptionCalendar, ReadsTheOptionOncePerTwoDigitYearAndForNoOther) {
-  const std::string reading = "read_option 'JW_NAME_YEARCUTOFF' 3 default 1950 size 8";
-  double y = 0, m = 0, d = 0;
+TEST_F(OptionCalendar, IsReadAnewAndTakenAsTheKernelLeavesItWhateverTheStatus) {
   set(1980);
-  (void)parts_to_date_value(79, 1, 1);
-  (void)parts_to_julian(0, 2, 29);
-  (void)julian_to_date_value(99366);
-  (void)julian_to_date_parts(1, y, m, d);
-  EXPECT_EQ(host.calls, std::vector<std::string>(4, reading));
-
+  EXPECT_EQ(year_cutoff_option(), 1980);
+  EXPECT_EQ(host.calls,
+            std::vector<std::string>{"read_option 'JW_NAME_YEARCUTOFF' 3 default 1950 size 8"});
   set(1990);  // nothing of the value before is kept
-  EXPECT_EQ(parts_to_date_value(80, 1, 1), 43830);
-  EXPECT_EQ(host.calls, std::vector<std::string>(1, reading));
-
-  set(1980);
-  for (const double year : {100.0, 1581.0, 1582.0, 2079.0, 20000.0, 20001.0, -1.0, nan, missing}) {
-    (void)parts_to_date_value(year, 1, 1);
-    (void)parts_to_julian(year, 1, 1);
-    (void)julian_to_date_value(year * 1000 + 1);
-    (void)julian_to_date_parts(year * 1000 + 1, y, m, d);
-  }
-  EXPECT_TRUE(host.calls.empty());
-  EXPECT_EQ(parts_to_date_value(2079, 1, 1), 43465);
-}
-
-TEST_F(OptionCalendar, TakesTheSlotAsTheKernelLeavesItWhateverTheStatus) {
-  set(1980);
+  EXPECT_EQ(year_cutoff_option(), 1990);
+  host.forget_failures();
   host.failing_call = 1;
-  EXPECT_EQ(parts_to_date_value(79, 1, 1), 6940) << "a failure leaves 1950: 1979";
+  EXPECT_EQ(year_cutoff_option(), 1950) << "a failure leaves the default";
   host.forget_failures();
   host.kernel.read_option = [](Kernel*, const char16_t*, std::int64_t, std::uint32_t, void* value,
                                std::int64_t*) {
@@ -116,9 +95,9 @@ TEST_F(OptionCalendar, TakesTheSlotAsTheKernelLeavesItWhateverTheStatus) {
     std::memcpy(value, &cutoff, sizeof cutoff);
     return FakeHost::failure_status;
   };
-  EXPECT_EQ(parts_to_date_value(79, 1, 1), 43465) << "filled all the same: 2079";
+  EXPECT_EQ(year_cutoff_option(), 1980) << "filled all the same";
   store_kernel_handle(nullptr);
-  EXPECT_EQ(parts_to_date_value(79, 1, 1), 6940) << "no kernel yet";
+  EXPECT_EQ(year_cutoff_option(), 1950) << "no kernel yet";
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 // Period input: labels of months, weeks and quarters.
 
+#include <algorithm>
+
 #include "tests/module/read_dates/reading.h"
 
 namespace jwnls::test {
@@ -68,6 +70,22 @@ TEST_F(PeriodTest, TwoDigitYearsFollowTheOption) {
   host.integer_options[u"JW_NAME_YEARCUTOFF"] = 1400;
   expect(u"Mar-79", fails);
   expect(u"W7, 79", fails);
+
+  // The option is read once for each two-digit year and for no other.
+  const auto readings = [this](std::u16string_view text) {
+    host.recording = true;
+    host.calls.clear();
+    double value = 0;
+    std::uint64_t consumed = 0;
+    (void)handle->services.read_period(handle, text.data(), static_cast<std::int64_t>(text.size()),
+                                       0, &value, &consumed);
+    return std::count_if(host.calls.begin(), host.calls.end(), [](const std::string& line) {
+      return line.starts_with("read_option 'JW_NAME_YEARCUTOFF'");
+    });
+  };
+  EXPECT_EQ(readings(u"W7, 79"), 1);
+  EXPECT_EQ(readings(u"3/00"), 1);
+  EXPECT_EQ(readings(u"3/2024"), 0);
 }
 
 }  // namespace
