@@ -11,6 +11,7 @@
 
 #include <algorithm>
 
+#include "abi/locale_record.h"
 #include "generators/locales/icu.h"
 #include "generators/locales/pattern_mapping.h"
 
@@ -244,22 +245,26 @@ CldrLocale read_cldr_locale(const std::string& name) try {
   locale.currency_digits = static_cast<std::uint8_t>(currency.digits);
   read_week(name, locale);
 
+  const auto named = [&](UDateFormatSymbolType type, int first, int count) {
+    return typeable_list(symbols(format.getAlias(), type, first, count));
+  };
   locale.lists = {
-      typeable_list(symbols(format.getAlias(), UDAT_WEEKDAYS, 1, 7)),
-      typeable_list(symbols(format.getAlias(), UDAT_SHORT_WEEKDAYS, 1, 7)),
-      typeable_list(full_months),
-      typeable_list(short_months),
-      patterns(name, {full_months, short_months, era}),
-      typeable_list(symbols(format.getAlias(), UDAT_AM_PMS, 0, 2)),
-      typeable_list(symbols(format.getAlias(), UDAT_QUARTERS, 0, 4)),
-      typeable_list(symbols(format.getAlias(), UDAT_SHORT_QUARTERS, 0, 4)),
-      {language_tag(name)},
-      {grouping(numbers.getAlias())},
-      {widened(subtags.language), widened(subtags.script), widened(subtags.region)},
-      {currency.symbol},
-      {currency.code},
-      {display_name(name, name)},
-      {display_name(name, "en"), widened(cldr_parent(name))},
+      {offsetof(LocaleRecord, full_weekdays), named(UDAT_WEEKDAYS, 1, 7)},
+      {offsetof(LocaleRecord, short_weekdays), named(UDAT_SHORT_WEEKDAYS, 1, 7)},
+      {offsetof(LocaleRecord, full_months), typeable_list(full_months)},
+      {offsetof(LocaleRecord, short_months), typeable_list(short_months)},
+      {offsetof(LocaleRecord, date_patterns), patterns(name, {full_months, short_months, era})},
+      {offsetof(LocaleRecord, before_noon), named(UDAT_AM_PMS, 0, 2)},
+      {offsetof(LocaleRecord, full_quarters), named(UDAT_QUARTERS, 0, 4)},
+      {offsetof(LocaleRecord, short_quarters), named(UDAT_SHORT_QUARTERS, 0, 4)},
+      {offsetof(LocaleRecord, area_4), {language_tag(name)}},
+      {offsetof(LocaleRecord, grouping_length), {grouping(numbers.getAlias())}},
+      {offsetof(LocaleRecord, area_3),
+       {widened(subtags.language), widened(subtags.script), widened(subtags.region)}},
+      {offsetof(LocaleRecord, currency_symbol_length), {currency.symbol}},
+      {offsetof(LocaleRecord, area_6), {currency.code}},
+      {offsetof(LocaleRecord, area_1), {display_name(name, name)}},
+      {offsetof(LocaleRecord, area_8), {display_name(name, "en"), widened(cldr_parent(name))}},
   };
   return locale;
 } catch (const std::runtime_error& failure) {

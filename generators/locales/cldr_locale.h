@@ -3,6 +3,7 @@
 #ifndef JWNLS_GENERATORS_LOCALES_CLDR_LOCALE_H_
 #define JWNLS_GENERATORS_LOCALES_CLDR_LOCALE_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -13,10 +14,10 @@ namespace jwnls::generator {
 using TextList = std::vector<std::u16string>;
 
 struct CldrLocale {
-  std::string name;              // canonical: "de_DE"
-  std::vector<TextList> lists;   // one for each of ldb::runs, in their order
-  char16_t decimal_symbol = 0;   //
-  char16_t grouping_symbol = 0;  //
+  std::string name;                       // canonical: "de_DE"
+  std::map<std::size_t, TextList> lists;  // by the offset of their first entry in the record
+  char16_t decimal_symbol = 0;            //
+  char16_t grouping_symbol = 0;           //
   std::uint8_t currency_digits = 0;
   std::uint8_t first_weekday = 0;  // 1 = Sunday
   std::uint8_t minimal_days = 0;   // of the new year, in its first week

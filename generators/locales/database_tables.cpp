@@ -1,9 +1,6 @@
-#include <algorithm>
-#include <iomanip>
 #include <limits>
 #include <map>
 #include <ostream>
-#include <ranges>
 #include <stdexcept>
 
 #include "extensions/locale_database/locale_tables.h"
@@ -54,20 +51,20 @@ class TextStore {
   std::vector<std::uint16_t> list_texts_;
 };
 
-void check_lengths(const CldrLocale& locale) {
-  for (std::size_t i = 0; i < ldb::run_count; ++i) {
-    const ldb::Run& run = ldb::runs[i];
-    const TextList& list = locale.lists.at(i);
-    if (list.size() != run.count) {
-      throw std::runtime_error(locale.name + ": a list of the wrong length");
-    }
-    for (const std::u16string& text : list) {
-      if (text.size() > static_cast<std::size_t>(text_entry_capacity)) {
-        throw std::runtime_error(locale.name + ": a text of " + std::to_string(text.size()) +
-                                 " units at offset " + std::to_string(run.offset));
-      }
+// The locale's list for a run, of as many texts as it has entries.
+const TextList& list_for(const ldb::Run& run, const CldrLocale& locale) {
+  const TextList& list = locale.lists.at(run.offset);
+  if (list.size() != run.count) {
+    throw std::runtime_error(locale.name + ": a list of the wrong length at offset " +
+                             std::to_string(run.offset));
+  }
+  for (const std::u16string& text : list) {
+    if (text.size() > static_cast<std::size_t>(text_entry_capacity)) {
+      throw std::runtime_error(locale.name + ": a text of " + std::to_string(text.size()) +
+                               " units at offset " + std::to_string(run.offset));
     }
   }
+  return list;
 }
 
 template <typename Numbers>
@@ -111,9 +108,11 @@ void write_database_tables(const std::vector<CldrLocale>& locales, std::ostream&
 
   out << "const LocaleRow locale_rows[] = {\n";
   for (const CldrLocale& locale : locales) {
-    check_lengths(locale);
+    if (locale.lists.size() != ldb::run_count) {
+      throw std::runtime_error(locale.name + ": a list that no run of the record takes");
+    }
     std::vector<std::uint16_t> lists;
-    for (const TextList& list : locale.lists) lists.push_back(store.add(list));
+    for (const ldb::Run& run : ldb::runs) lists.push_back(store.add(list_for(run, locale)));
     write_row(out, locale, lists);
   }
   out << "};\n\n";

@@ -4,8 +4,6 @@
 #include <unicode/ures.h>
 #include <unicode/ustring.h>
 
-#include <algorithm>
-#include <iomanip>
 #include <map>
 #include <ostream>
 #include <set>
