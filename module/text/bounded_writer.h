@@ -65,9 +65,9 @@ class BoundedWriter {
 
   /// Appends one unit of a pattern or name, in the area's encoding.
   void append(char16_t unit) noexcept {
-    if constexpr (sizeof(Unit) == 2) {
-      *position_++ = unit;
-    } else {
+    if (sizeof(Unit) == 2 || unit < 0x80) [[likely]] {
+      *position_++ = static_cast<Unit>(unit);
+    } else if constexpr (sizeof(Unit) == 1) {
       position_ += encode_utf8_unit(unit, position_);
     }
   }
@@ -89,6 +89,14 @@ class BoundedWriter {
     const auto& pair = digit_pairs<Unit>[style.first_pair + number];
     std::memcpy(position_, pair.data(), sizeof pair);
     position_ += number < style.single_below ? 1 : 2;
+  }
+
+  /// Appends ":", two digits, ":" and two digits.
+  void append_clock_pairs(unsigned minute, unsigned second) noexcept {
+    append_narrow(u':');
+    append_pair(minute);
+    append_narrow(u':');
+    append_pair(second);
   }
 
   /// Appends two numbers below 100 in a row.
