@@ -53,6 +53,9 @@ constexpr std::int64_t widen_year(std::int64_t year, std::int64_t cutoff) noexce
   return year + (cutoff - cutoff % 100) + (year < cutoff % 100 ? 100 : 0);
 }
 
+inline constexpr std::uint8_t common_month_lengths[12] = {31, 28, 31, 30, 31, 30,
+                                                          31, 31, 30, 31, 30, 31};
+
 /// The civil date of parts of any size, a two-digit year among them. False when they form no date,
 /// as when an odd cutoff places the year outside the calendar; `date` is then unspecified.
 constexpr bool make_date(std::int32_t month, std::int32_t day, std::int32_t year,
@@ -62,8 +65,8 @@ constexpr bool make_date(std::int32_t month, std::int32_t day, std::int32_t year
   if (month < 1 || month > 12 || day < 1) return false;
   date = {static_cast<std::int32_t>(full_year), month, day};
   // Only 29 February asks for the year: branches on the month, or on days above 28, are a gamble.
-  constexpr std::uint8_t common_lengths[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return day <= common_lengths[month - 1] || (month == 2 && day == 29 && is_leap_year(date.year));
+  return day <= common_month_lengths[month - 1] ||
+         (month == 2 && day == 29 && is_leap_year(date.year));
 }
 
 // Both directions count days from 1 March of year 0, so that a leap day ends its year.

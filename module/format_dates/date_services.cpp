@@ -15,6 +15,17 @@ std::uint32_t refusal(double value) noexcept {
   return code(is_missing(value) ? Status::missing_value : Status::out_of_range);
 }
 
+// By a pattern of a clock: the date is split when it is first asked for.
+template <typename Unit>
+[[gnu::noinline]] std::uint32_t format_clock(LocaleHandle* handle, double value,
+                                             const TextEntry& pattern, Unit* out,
+                                             std::int64_t capacity, std::int64_t* length) noexcept {
+  if (!datetime_in_range(value)) [[unlikely]]
+    return refusal(value);
+  ShownParts parts(value);
+  return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
+}
+
 }  // namespace
 
 template <typename Unit>
@@ -31,23 +42,22 @@ std::uint32_t format_date(LocaleHandle* handle, std::int32_t month, std::int32_t
 template <typename Unit>
 std::uint32_t format_time(LocaleHandle* handle, double value, std::uint32_t /*style*/, Unit* out,
                           std::int64_t capacity, std::int64_t* length) noexcept {
-  if (!datetime_in_range(value)) [[unlikely]]
-    return refusal(value);
-  ShownParts parts(value);
-  const TextEntry& pattern = handle->record->time_pattern;
-  return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
+  return format_clock(handle, value, handle->record->time_pattern, out, capacity, length);
 }
 
 template <typename Unit>
 std::uint32_t format_datetime(LocaleHandle* handle, double value, std::uint32_t style, Unit* out,
                               std::int64_t capacity, std::int64_t* length) noexcept {
+  const LocaleRecord& record = *handle->record;
+  if (style == 0) {  // as a rule the locale's time pattern
+    return format_clock(handle, value, record.style_0_pattern, out, capacity, length);
+  }
   if (!datetime_in_range(value)) [[unlikely]]
     return refusal(value);
   ShownParts parts(value);
   parts.split_date();
-  const LocaleRecord& record = *handle->record;
-  const TextEntry& pattern = style == 0 ? record.style_0_pattern : record.datetime_pattern;
-  return code(PatternFormatter<Unit>(handle, parts).format(pattern, out, capacity, length));
+  return code(
+      PatternFormatter<Unit>(handle, parts).format(record.datetime_pattern, out, capacity, length));
 }
 
 template std::uint32_t format_date(LocaleHandle*, std::int32_t, std::int32_t, std::int32_t,

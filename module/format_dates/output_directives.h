@@ -18,10 +18,9 @@ enum class Output : std::uint8_t {
   weekday_name,
   month_name,
   designator,
-  pair,                 // a number with a zero in front where it needs one, as most are written
-  number,               // a number in another style
-  hour,                 // in any style; minutes and seconds often follow
-  small_letter_number,  // blank-padded, but for the letter in upper case
+  pair,    // a number with a zero in front where it needs one, as most are written
+  number,  // a number in another style
+  hour,    // in any style; minutes and seconds often follow
   year,
   weekday_digit,
   seven,
@@ -43,11 +42,14 @@ enum Number : std::uint8_t {
 };
 inline constexpr Number first_of_date = day;
 
-// How a letter stands in its pattern: two bits.
-using Manner = std::size_t;
-inline constexpr Manner alternate = 1;  // with its lower-case meaning
-inline constexpr Manner bare = 2;       // behind "#": no padding
-inline constexpr std::size_t manners = 4;
+// How a letter stands in its pattern.
+enum Manner : std::uint8_t {
+  plain,      // with its upper-case meaning
+  alternate,  // with its lower-case meaning
+  bare,       // behind "#": with its upper-case meaning, and no padding
+  capital,    // a capital itself: plain, but E and O do not pad
+  manner_count
+};
 
 struct alignas(8) Directive {
   Output output = Output::refused;
@@ -59,9 +61,9 @@ struct alignas(8) Directive {
 /// What a letter (in upper case) writes in a manner. Everything that a pattern can ask for stands
 /// in the rows of this function, and nowhere else.
 constexpr Directive directive_of(char letter, Manner manner) {
-  const bool lower = (manner & alternate) != 0;
-  const NumberStyle zero = (manner & bare) != 0 ? unpadded : zero_padded;
-  const NumberStyle blank = (manner & bare) != 0 ? unpadded : blank_padded;
+  const bool lower = manner == alternate;
+  const NumberStyle zero = manner == bare ? unpadded : zero_padded;
+  const NumberStyle blank = manner == bare || manner == capital ? unpadded : blank_padded;
   const auto two_digits = [=](Number number) {
     return Directive{zero.single_below == 0 ? Output::pair : Output::number, number, zero};
   };
@@ -81,9 +83,9 @@ constexpr Directive directive_of(char letter, Manner manner) {
     case 'B': return name(Output::month_name, lower ? short_months : full_months);
     case 'C': return name(Output::month_name, full_months);
     case 'D': return two_digits(day);
-    case 'E': return {Output::small_letter_number, day, blank};
+    case 'E': return {Output::number, day, blank};
     case 'N': return two_digits(month);
-    case 'O': return {Output::small_letter_number, month, blank};
+    case 'O': return {Output::number, month, blank};
     case 'Y': return {Output::year, {}, zero};
     case 'W': return {Output::weekday_digit};
     case 'U': return {Output::seven};
@@ -100,16 +102,16 @@ constexpr Directive directive_of(char letter, Manner manner) {
   }
 }
 
-using DirectiveTable = std::array<std::array<Directive, manners>, 128>;
+using DirectiveTable = std::array<std::array<Directive, manner_count>, 128>;
 
 /// The directives of values with a clock, and of dates, which refuse those that need one.
 template <bool has_clock>
 inline constexpr DirectiveTable directives = [] {
   DirectiveTable rows{};
   for (std::size_t letter = 0; letter < rows.size(); ++letter) {
-    for (Manner manner = 0; manner < manners; ++manner) {
+    for (std::size_t manner = 0; manner < manner_count; ++manner) {
       Directive& row = rows[letter][manner];
-      row = directive_of(static_cast<char>(letter), manner);
+      row = directive_of(static_cast<char>(letter), static_cast<Manner>(manner));
       const bool is_number = row.output == Output::pair || row.output == Output::number;
       const bool needs_clock = row.output == Output::hour || row.output == Output::designator ||
                                (is_number && row.number < first_of_date);

@@ -82,10 +82,10 @@ class PatternFormatter {
     // A letter from A to Z that the host does not call lower-case is a capital: it need not be
     // asked.
     if (letter >= u'A' && letter <= u'Z' && !letters_.is_lower(letter))
-      return &directives_[letter][0];
-    Manner manner = 0;
+      return &directives_[letter][capital];
+    Manner manner = plain;
     if (letter >= 0x40 && letter < 0x80) [[likely]] {
-      manner = letters_.is_lower(letter) ? alternate : 0;
+      manner = letters_.is_lower(letter) ? alternate : plain;
     } else if (letter == u'?' || letter == u'#') {
       manner = letter == u'#' ? bare : alternate;
       if (unit == end) return nullptr;
@@ -93,10 +93,16 @@ class PatternFormatter {
     }
     if (letter >= 0x80) [[unlikely]]
       return nullptr;
-    const char16_t capital = letters_.to_upper(letter);
-    if (capital >= 0x80) [[unlikely]]
+    const char16_t mapped = letters_.to_upper(letter);
+    if (mapped >= 0x80) [[unlikely]]
       return nullptr;
-    return &directives_[capital][manner];
+    if (never_pads(letter) && never_pads(mapped)) manner = bare;
+    return &directives_[mapped][manner];
+  }
+
+  // The letters whose lower-case forms pad with a blank.
+  static constexpr bool never_pads(char16_t letter) noexcept {
+    return letter == u'E' || letter == u'O';
   }
 
   // What most patterns have behind the hour.
@@ -144,11 +150,6 @@ class PatternFormatter {
           unit += minutes_and_seconds.size();
         }
         return Step::written;
-      case Output::small_letter_number: {
-        const bool capital = unit[-1] == u'E' || unit[-1] == u'O';
-        out.append_number(parts_.number(directive.number), capital ? unpadded : directive.style);
-        return Step::written;
-      }
       case Output::year:
         write_year(parts_.year(), directive.style, out);
         return Step::written;
