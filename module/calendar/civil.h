@@ -98,7 +98,10 @@ constexpr CivilDate civil_from_day(std::int32_t day) noexcept {
   // algorithms").
   constexpr std::uint32_t days_in_4000_years = 1460969;  // under the rule above
   const auto since_march = static_cast<std::uint32_t>(day - march_day_zero);
-  const std::uint32_t gregorian = since_march + since_march / days_in_4000_years;
+  // In 64 bits the quotient is one multiplication, in 32 it would be six instructions more.
+  const auto runs_over =
+      static_cast<std::uint32_t>(std::uint64_t{since_march} / days_in_4000_years);
+  const std::uint32_t gregorian = since_march + runs_over;
 
   const std::uint32_t quarter_days = 4 * gregorian + 3;
   const std::uint32_t century = quarter_days / 146097;

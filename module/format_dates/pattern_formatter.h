@@ -96,7 +96,7 @@ class PatternFormatter {
     const char16_t mapped = letters_.to_upper(letter);
     if (mapped >= 0x80) [[unlikely]]
       return nullptr;
-    if (never_pads(letter) && never_pads(mapped)) manner = bare;
+    if (letter <= u'Z' && never_pads(letter) && never_pads(mapped)) manner = bare;
     return &directives_[mapped][manner];
   }
 
