@@ -82,6 +82,10 @@ TEST_F(DirectiveTest, WriteTheirPart) {
   writes_of_the_clock(u"%I %i %#I", u"05 05 5", u"11 11 11");
   writes_of_the_clock(u"%K %k %#k", u"05 05 5", u"23 23 23");
   writes_of_the_clock(u"%L %l %#l", u"05 05 5", u"11 11 11");
+  writes_of_the_clock(u"%H:%M:%S|%#I:%M:%S|%l:%M:%S:%M", u"05:07:09|5:07:09|05:07:09:07",
+                      u"23:45:59|11:45:59|11:45:59:45");
+  writes_of_the_clock(u"%H:%M:%s %H:%m:%S %H:%M:%#S", u"05:07:09 05:03:09 05:07:9",
+                      u"23:45:59 23:11:59 23:45:59");
   // Trailing blanks go, and only those: neither leading ones nor other spaces.
   writes(u"", u"", u"", u"   ");
   writes(u"  05 \u00A0", u"  20 \u00A0", u"  %d \u00A0");
@@ -176,7 +180,7 @@ TEST_F(DirectiveTest, RefuseEveryOtherLetter) {
     }
   }
   for (const char16_t* cut : {u"%", u"%?", u"%#", u"%d%", u"%%%", u"%?#", u"%#?", u"%?#d", u"%#?d",
-                              u"%?\u00E4", u"   %"}) {
+                              u"%?\u00E4", u"   %", u"%H:%M:%"}) {
     set_pattern(cut);
     expect_failure(Service::date, morning, Status::not_possible);
     expect_failure(Service::datetime, morning, Status::not_possible);
@@ -193,6 +197,10 @@ TEST_F(DirectiveTest, AskTheHostAboutCase) {
   classes[u'a'] = 0xFFFD;  // every bit but the lower-case one
   classes[u'B'] = classes[u'm'] = 0x0002;
   expect_text(Service::date, morning, u"W3 m3 03  3");
+  classes[u'E'] = classes[u'M'] = 0x0002;
+  set_pattern(u"%H:%M:%S %E %e");  // "E" never pads, "e" is no lower-case letter here and does
+  expect_text(Service::time, morning, u"05:03:09 5  5");
+  set_pattern(u"%a %B %m %o");
   host.upper_case = {{u'a', u'D'}, {u'B', u'\u0410'}};
   expect_failure(Service::date, morning, Status::not_possible);
   host.upper_case = {{u'a', u'D'}, {u'B', u'%'}, {u'o', u'Y'}};
