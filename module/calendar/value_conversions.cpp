@@ -8,8 +8,8 @@ namespace jwnls {
 namespace {
 
 // A double's date: the bounds are those of the doubles, the date that of the whole numbers.
-bool make_date(double month, double day, double year, std::int32_t cutoff,
-               CivilDate& date) noexcept {
+bool date_of_parts(double month, double day, double year, std::int32_t cutoff,
+                   CivilDate& date) noexcept {
   if (!(month >= 1 && month <= 12 && day >= 1 && day <= 31)) return false;
   if (!(year >= 0 && (year <= 99 || (year >= first_year && year <= last_year)))) return false;
   return make_date(static_cast<std::int32_t>(month), static_cast<std::int32_t>(day),
@@ -37,13 +37,13 @@ bool day_of_julian(double julian, std::int32_t cutoff, std::int32_t& day) noexce
 
 double date_parts_to_julian(double month, double day, double year, std::int32_t cutoff) noexcept {
   CivilDate date;
-  return make_date(month, day, year, cutoff, date) ? julian_of(date) : missing_value();
+  return date_of_parts(month, day, year, cutoff, date) ? julian_of(date) : missing_value();
 }
 
 double date_parts_to_date_value(double month, double day, double year,
                                 std::int32_t cutoff) noexcept {
   CivilDate date;
-  return make_date(month, day, year, cutoff, date) ? day_from_civil(date) : missing_value();
+  return date_of_parts(month, day, year, cutoff, date) ? day_from_civil(date) : missing_value();
 }
 
 double julian_to_date_value(double julian, std::int32_t cutoff) noexcept {
