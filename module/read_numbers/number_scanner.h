@@ -80,6 +80,12 @@ class NumberScanner {
     return {Status::invalid_number, missing_value(), at};
   }
 
+  // A symbol that may not stand here. As a text's last unit it is a symbol without anything behind
+  // it, and the end is where that is missing.
+  NumberReading invalid_symbol() const noexcept {
+    return invalid(at_ + 1 == length_ ? length_ : at_);
+  }
+
   // What follows the text's content, which ends at at_: blanks, or nothing.
   NumberReading finish(double value) noexcept {
     const std::int64_t end = at_;
@@ -149,10 +155,10 @@ class NumberScanner {
     for (; !at_end(); read_digits(digits)) {
       const std::uint32_t symbol = unit(at_);
       if (symbol == symbols_.decimal) {
-        if (fraction != no_fraction) return invalid(at_);
+        if (fraction != no_fraction) return invalid_symbol();
         fraction = ++at_;
       } else if (symbol == symbols_.grouping) {
-        if (fraction != no_fraction) return invalid(at_);
+        if (fraction != no_fraction) return invalid_symbol();
         if (++at_ == length_) return invalid(length_);
       } else if (symbols_.blank_groups && symbol == Encoding::of(' ') && fraction == no_fraction &&
                  is_digit(at_ + 1)) {

@@ -96,6 +96,9 @@ TEST_F(NumberTest, Symbols) {
   reads(u".,", {{u"12.", 12}, {u"0.", 0}, {u"000.0050", 0.005}, {u"1,2,,3", 123}, {u"1,.5", 1.5}});
   reads(u".,", {{u"0,001,0", 10}, {u"1,| ", 1}});
   refuses(u".,", {u"1,234,|", u"1.5|,0", u"1.5|.0", u"0.|.5"});
+  // A symbol too many at the very end is one that the end follows.
+  refuses(u".,", {u"1.5.|", u".5,|", u"1..|", u"-0.5,|", u"1.5|. ", u"1.5|,,", u"1.5|.e1"});
+  refuses(u",.", {u"1,5,|", u"1,5.|"});
   reads(u",.", {{u"1.234.567,89", 1234567.89}});
   reads(u"\u066B\u066C", {{u"-1\u066C234\u066B5", -1234.5}});
   reads(u".\u00A0", {{u"1\u00A0234.5", 1234.5}});
@@ -107,7 +110,7 @@ TEST_F(NumberTest, SymbolsOfOtherMeaning) {
   refuses(u",,", {u"1,5|,0"});
   reads(u"5,", {{u"155", 155}});
   reads(u".5", {{u"155", 155}});
-  refuses(u"-,", {u"--5|-"});
+  refuses(u"-,", {u"--5-|"});
   reads(u"-,", {{u"1-5", 1.5}});
   reads(u" ,", {{u"1 5", 1.5}});
   reads(u". ", {{u"1 5", 15}});
