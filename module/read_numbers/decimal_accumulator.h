@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "abi/status.h"
-#include "module/text/four_units.h"
+#include "module/text/digit_words.h"
 
 namespace jwnls {
 

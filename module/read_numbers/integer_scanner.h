@@ -18,7 +18,7 @@
 #include "abi/locale_record.h"
 #include "abi/number_flags.h"
 #include "abi/status.h"
-#include "module/text/four_units.h"
+#include "module/text/digit_words.h"
 #include "module/text/unit_encoding.h"
 #include "module/text/utf8_encoding.h"
 
@@ -165,7 +165,7 @@ class IntegerScanner {
   [[gnu::always_inline]] void add_digits() noexcept {
     FewDigits few = {};
     do {
-      few = FourUnits<Unit>::load(text_, length_, at_).leading_digits('0');
+      few = DigitWord<Unit>::load(text_, length_, at_).leading_digits('0');
       if constexpr (checked) {
         add_checked(few.value, powers_of_ten_to_4[few.count]);
       } else {

@@ -18,7 +18,7 @@
 #include "abi/missing_value.h"
 #include "abi/status.h"
 #include "module/read_numbers/decimal_accumulator.h"
-#include "module/text/four_units.h"
+#include "module/text/digit_words.h"
 #include "module/text/unit_encoding.h"
 
 namespace jwnls {
@@ -141,7 +141,7 @@ class NumberScanner {
   [[gnu::always_inline]] void read_digits(Accumulator& digits) noexcept {
     FewDigits few = {};
     do {
-      few = FourUnits<Unit>::load(text_, length_, at_).leading_digits(Encoding::of('0'));
+      few = DigitWord<Unit>::load(text_, length_, at_).leading_digits(Encoding::of('0'));
       digits.add(few);
       at_ += few.count;
     } while (few.count == 4);

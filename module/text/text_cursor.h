@@ -3,6 +3,10 @@
 // TextCursor<char16_t> hands out the units as they are, TextCursor<char> decodes UTF-8. Ends are by
 // count: nothing past the text is read. A cursor is a few words; copy it to look ahead, assign the
 // copy to read on from there.
+//
+// A cursor that only inlined code touches stays in registers. One whose address goes to a function
+// that is called lives in memory from there on, in its whole scope; so whoever makes such a call on
+// a path that few texts take hands over a copy and assigns it back.
 
 #ifndef JWNLS_MODULE_TEXT_TEXT_CURSOR_H_
 #define JWNLS_MODULE_TEXT_TEXT_CURSOR_H_
@@ -13,17 +17,6 @@
 #include "module/text/digit_words.h"
 
 namespace jwnls {
-
-inline constexpr char16_t replacement_unit = 0xFFFD;  // what malformed UTF-8 reads as
-
-/// A decoded UTF-8 sequence: its code point and the bytes it takes. Surrogates encoded in three
-/// bytes are themselves. A byte that cannot stand where it does is U+FFFD and takes one byte; a
-/// text that ends inside a sequence whose bytes are right so far is U+FFFD and takes what remains.
-struct Utf8Sequence {
-  char32_t point;
-  std::size_t bytes;
-};
-Utf8Sequence decode_utf8(const char* text, std::size_t length) noexcept;
 
 /// What both encodings share: everything that concerns ASCII alone.
 template <typename Unit>
@@ -67,9 +60,11 @@ class AsciiCursor {
     return true;
   }
 
-  /// Reads four decimal digits; false, and nothing read, when they are not seen at once.
+  /// Reads four decimal digits; false, and nothing read, when the next four units are others.
   bool four_digits(std::int32_t& value) noexcept {
-    if (remaining() < 4 || !jwnls::four_digits(at_, value)) return false;
+    std::uint32_t digits = 0;
+    if (remaining() < 4 || !DigitWord<Unit>::load(at_).four_digits('0', digits)) return false;
+    value = static_cast<std::int32_t>(digits);
     at_ += 4;
     return true;
   }
@@ -138,7 +133,7 @@ class TextCursor<char> : public AsciiCursor<char> {
       ++at_;
       return byte;
     }
-    TextCursor copy = *this;  // lets the cursor itself stay in registers
+    TextCursor copy = *this;
     const char16_t unit = copy.next_decoded();
     *this = copy;
     return unit;
