@@ -25,14 +25,15 @@ struct DateTimeParts {
   // whoever reads it knows the dialect).
   std::int32_t zone_offset;
   std::int32_t designator;
-  std::int32_t quarter;  // 1 to 4
-  std::int32_t week;     // 0 to 53, and 100 for %U, 200 for %V, 300 for %W
-  Zone* zone;            // owned by the handle's zone track
+  std::int32_t quarter;   // 1 to 4
+  std::int32_t week;      // 0 to 53, and 100 for %U, 200 for %V, 300 for %W
+  std::int32_t not_kept;  // of a weekday, which is read and dropped
+  Zone* zone;             // owned by the handle's zone track
 };
 
 /// What a walk begins with.
 inline constexpr DateTimeParts nothing_read = {
-    0, 0, 0, 0, 0, 0, 0, no_zone_offset, no_designator, 0, 0, nullptr};
+    0, 0, 0, 0, 0, 0, 0, no_zone_offset, no_designator, 0, 0, 0, nullptr};
 
 }  // namespace jwnls
 

@@ -8,11 +8,11 @@ namespace {
 using Parts = DateTimeParts;
 
 constexpr NameList no_list = {};
-constexpr NameList full_months = {offsetof(LocaleRecord, full_months), 12};
+constexpr NameList months = {offsetof(LocaleRecord, full_months), 12};
 constexpr NameList short_months = {offsetof(LocaleRecord, short_months), 12};
-constexpr NameList full_weekdays = {offsetof(LocaleRecord, full_weekdays), 7};
+constexpr NameList weekdays = {offsetof(LocaleRecord, full_weekdays), 7};
 constexpr NameList short_weekdays = {offsetof(LocaleRecord, short_weekdays), 7};
-constexpr NameList full_quarters = {offsetof(LocaleRecord, full_quarters), 4};
+constexpr NameList quarters = {offsetof(LocaleRecord, full_quarters), 4};
 constexpr NameList short_quarters = {offsetof(LocaleRecord, short_quarters), 4};
 constexpr NameList designators = {offsetof(LocaleRecord, before_noon), 2};
 
@@ -39,7 +39,7 @@ bool hour_0_is_12(Parts& parts) {
   return true;
 }
 // The strict designator moves the hour that was read before it; one that comes after is not moved.
-bool afternoon_adds_12(Parts& parts) {
+bool adds_12(Parts& parts) {
   if (parts.designator == after_noon_designator) parts.hour += 12;
   return parts.hour <= 23;
 }
@@ -49,89 +49,90 @@ bool number_week(Parts& parts) {
   return true;
 }
 
-constexpr InputDirective number(char16_t letter, Reader reader, NumberField field, PartsField kept,
-                                Adjustment* adjust = nullptr) {
-  const bool pair = reader == Reader::free && field.width == 2;
-  return {letter, pair ? Reader::one_or_two_digits : reader, field, field, kept, adjust, {}};
-}
-constexpr InputDirective name(char16_t letter, NameList first, NameList second, PartsField kept,
-                              Adjustment* adjust = nullptr) {
-  return {letter, Reader::name, {}, {}, kept, adjust, {first, second}};
-}
-constexpr InputDirective zone(char16_t letter, Reader reader) {
-  return {letter, reader, {}, {}, nullptr, nullptr, {}};
-}
-
-constexpr InputDirective strict_rows[] = {
-    number(u'Y', Reader::year, year_field, &Parts::year),
-    number(u'y', Reader::year, year_field, &Parts::year),
-    number(u'm', Reader::padded, month_field, &Parts::month),
-    number(u'O', Reader::free, month_field, &Parts::month),
-    number(u'o', Reader::free, month_field, &Parts::month),
-    number(u'd', Reader::padded, day_field, &Parts::day),
-    number(u'E', Reader::free, day_field, &Parts::day),
-    number(u'e', Reader::free, day_field, &Parts::day),
-    name(u'B', full_months, no_list, &Parts::month),
-    name(u'C', full_months, no_list, &Parts::month),
-    name(u'b', short_months, no_list, &Parts::month),
-    name(u'A', full_weekdays, no_list, nullptr),
-    name(u'F', full_weekdays, no_list, nullptr),
-    name(u'a', full_weekdays, no_list, nullptr),
-    number(u'u', Reader::fixed, weekday_from_1, nullptr),
-    number(u'w', Reader::fixed, weekday_from_0, nullptr),
-    number(u'H', Reader::hour, hour_field, &Parts::hour),
-    number(u'I', Reader::padded, {2, 1, 12}, &Parts::hour, hour_12_is_0),
-    {u'k', Reader::padded, hour_field, hour_24_field, &Parts::hour, hour_24_is_0, {}},
-    number(u'l', Reader::padded, {2, 0, 11}, &Parts::hour),
-    number(u'M', Reader::padded, sixty_field, &Parts::minute),
-    number(u'S', Reader::padded, sixty_field, &Parts::second),
-    number(u's', Reader::padded, millisecond_field, &Parts::millisecond),
-    name(u'p', designators, no_list, &Parts::designator, afternoon_adds_12),
-    zone(u'Z', Reader::zone_name),
-    zone(u'z', Reader::zone_offset),
+// What a dialect makes of a letter: one column of the table.
+struct Column {
+  Reader reader = Reader::none;
+  NumberField number = {};
+  NumberField sharp_number = {};
+  Adjustment* adjust = nullptr;
+  NameList lists[2] = {};
 };
 
-constexpr InputDirective lenient_rows[] = {
-    number(u'Y', Reader::year, year_field, &Parts::year),
-    number(u'y', Reader::year, year_field, &Parts::year),
-    number(u'G', Reader::year, year_field, &Parts::year),
-    number(u'm', Reader::free, month_field, &Parts::month),
-    number(u'O', Reader::free, month_field, &Parts::month),
-    number(u'o', Reader::free, month_field, &Parts::month),
-    number(u'd', Reader::free, day_field, &Parts::day),
-    number(u'E', Reader::free, day_field, &Parts::day),
-    number(u'e', Reader::free, day_field, &Parts::day),
-    name(u'B', full_months, short_months, &Parts::month),
-    name(u'C', full_months, short_months, &Parts::month),
-    name(u'b', full_months, short_months, &Parts::month),
-    name(u'A', full_weekdays, short_weekdays, nullptr),
-    name(u'F', full_weekdays, short_weekdays, nullptr),
-    name(u'a', full_weekdays, short_weekdays, nullptr),
-    name(u'f', full_weekdays, short_weekdays, nullptr),
-    name(u'Q', full_quarters, short_quarters, &Parts::quarter),
-    name(u'q', full_quarters, short_quarters, &Parts::quarter),
-    number(u'U', Reader::free, week_field, &Parts::week, number_week<100>),
-    number(u'V', Reader::free, week_field, &Parts::week, number_week<200>),
-    number(u'W', Reader::free, week_field, &Parts::week, number_week<300>),
-    number(u'H', Reader::hour, hour_field, &Parts::hour),
-    number(u'I', Reader::free, hour_field, &Parts::hour),
-    number(u'k', Reader::free, hour_24_field, &Parts::hour, hour_24_is_0),
-    number(u'l', Reader::free, hour_24_field, &Parts::hour, hour_0_is_12),
-    number(u'M', Reader::free, sixty_field, &Parts::minute),
-    number(u'S', Reader::free, sixty_field, &Parts::second),
-    number(u's', Reader::free, millisecond_field, &Parts::millisecond),
-    number(u'u', Reader::free, weekday_from_1, nullptr),
-    number(u'w', Reader::free, weekday_from_0, nullptr),
-    name(u'p', designators, no_list, &Parts::designator),
-    zone(u'Z', Reader::zone_name),
-    zone(u'z', Reader::zone_offset),
+constexpr Column unknown = {};
+constexpr Column year = {Reader::year, year_field, year_field, nullptr, {}};
+constexpr Column fixed(NumberField field) { return {Reader::fixed, field, field, nullptr, {}}; }
+constexpr Column padded(NumberField field, Adjustment* adjust = nullptr) {
+  return {Reader::padded, field, field, adjust, {}};
+}
+// Only with '#' an hour of 24 can be read.
+constexpr Column padded_k = {Reader::padded, hour_field, hour_24_field, hour_24_is_0, {}};
+constexpr Column free(NumberField field, Adjustment* adjust = nullptr) {
+  const Reader reader = field.width == 2 ? Reader::one_or_two_digits : Reader::free;
+  return {reader, field, field, adjust, {}};
+}
+constexpr Column hour = {Reader::hour, hour_field, hour_field, nullptr, {}};
+constexpr Column name(NameList list, Adjustment* adjust = nullptr) {
+  return {Reader::name, {}, {}, adjust, {list, no_list}};
+}
+constexpr Column name(NameList first, NameList second) {
+  return {Reader::name, {}, {}, nullptr, {first, second}};
+}
+constexpr Column zone_name = {Reader::zone_name, {}, {}, nullptr, {}};
+constexpr Column zone_offset = {Reader::zone_offset, {}, {}, nullptr, {}};
+
+struct Row {
+  char16_t letter;
+  PartsField field;
+  Column strict;
+  Column lenient;
 };
 
-template <std::size_t count>
-constexpr DirectiveTable by_letter(const InputDirective (&rows)[count]) {
+// clang-format off
+constexpr Row rows[] = {
+    //    kept in              strict dialect                     lenient dialect
+    {u'Y', &Parts::year,        year,                              year},
+    {u'y', &Parts::year,        year,                              year},
+    {u'G', &Parts::year,        unknown,                           year},
+    {u'm', &Parts::month,       padded(month_field),               free(month_field)},
+    {u'O', &Parts::month,       free(month_field),                 free(month_field)},
+    {u'o', &Parts::month,       free(month_field),                 free(month_field)},
+    {u'B', &Parts::month,       name(months),                 name(months, short_months)},
+    {u'C', &Parts::month,       name(months),                 name(months, short_months)},
+    {u'b', &Parts::month,       name(short_months),                name(months, short_months)},
+    {u'd', &Parts::day,         padded(day_field),                 free(day_field)},
+    {u'E', &Parts::day,         free(day_field),                   free(day_field)},
+    {u'e', &Parts::day,         free(day_field),                   free(day_field)},
+    {u'Q', &Parts::quarter,     unknown,                           name(quarters, short_quarters)},
+    {u'q', &Parts::quarter,     unknown,                           name(quarters, short_quarters)},
+    {u'U', &Parts::week,        unknown,                           free(week_field, number_week<100>)},
+    {u'V', &Parts::week,        unknown,                           free(week_field, number_week<200>)},
+    {u'W', &Parts::week,        unknown,                           free(week_field, number_week<300>)},
+    {u'A', &Parts::not_kept,    name(weekdays),               name(weekdays, short_weekdays)},
+    {u'F', &Parts::not_kept,    name(weekdays),               name(weekdays, short_weekdays)},
+    {u'a', &Parts::not_kept,    name(weekdays),               name(weekdays, short_weekdays)},
+    {u'f', &Parts::not_kept,    unknown,                           name(weekdays, short_weekdays)},
+    {u'u', &Parts::not_kept,    fixed(weekday_from_1),             free(weekday_from_1)},
+    {u'w', &Parts::not_kept,    fixed(weekday_from_0),             free(weekday_from_0)},
+    {u'H', &Parts::hour,        hour,                              hour},
+    {u'I', &Parts::hour,        padded({2, 1, 12}, hour_12_is_0),  free(hour_field)},
+    {u'k', &Parts::hour,        padded_k,                          free(hour_24_field, hour_24_is_0)},
+    {u'l', &Parts::hour,        padded({2, 0, 11}),                free(hour_24_field, hour_0_is_12)},
+    {u'M', &Parts::minute,      padded(sixty_field),               free(sixty_field)},
+    {u'S', &Parts::second,      padded(sixty_field),               free(sixty_field)},
+    {u's', &Parts::millisecond, padded(millisecond_field),         free(millisecond_field)},
+    {u'p', &Parts::designator,  name(designators, adds_12), name(designators, no_list)},
+    {u'Z', &Parts::not_kept,    zone_name,                         zone_name},
+    {u'z', &Parts::not_kept,    zone_offset,                       zone_offset},
+};
+// clang-format on
+
+constexpr DirectiveTable by_letter(Column Row::*dialect) {
   DirectiveTable table{};
-  for (const InputDirective& row : rows) {
-    table[static_cast<std::size_t>(row.letter - first_directive_letter)] = row;
+  for (const Row& row : rows) {
+    const Column& column = row.*dialect;
+    table[static_cast<std::size_t>(row.letter - first_directive_letter)] = {
+        column.reader, column.number, column.sharp_number,
+        row.field,     column.adjust, {column.lists[0], column.lists[1]}};
   }
   return table;
 }
@@ -142,7 +143,7 @@ static_assert(offsetof(LocaleRecord, after_noon) ==
 
 }  // namespace
 
-constinit const DirectiveTable strict_directives = by_letter(strict_rows);
-constinit const DirectiveTable lenient_directives = by_letter(lenient_rows);
+constinit const DirectiveTable strict_directives = by_letter(&Row::strict);
+constinit const DirectiveTable lenient_directives = by_letter(&Row::lenient);
 
 }  // namespace jwnls

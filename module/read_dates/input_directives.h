@@ -1,4 +1,4 @@
-// The directives of input patterns, as data: one row a letter, one table a dialect.
+// The directives of input patterns, as data: what each letter reads in each dialect.
 
 #ifndef JWNLS_MODULE_READ_DATES_INPUT_DIRECTIVES_H_
 #define JWNLS_MODULE_READ_DATES_INPUT_DIRECTIVES_H_
@@ -11,7 +11,6 @@
 #include "module/read_dates/date_time_parts.h"
 #include "module/read_dates/names.h"
 #include "module/read_dates/number_fields.h"
-#include "module/read_dates/zone_fields.h"
 
 namespace jwnls {
 
@@ -20,8 +19,9 @@ enum class Reader : std::uint8_t {
   fixed,              // a fixed-width number
   free,               // a free-width number
   one_or_two_digits,  // a free-width number of two digits at most
-  padded,             // strict: a fixed-width number, with '#' a free-width one; lenient: as before
-  hour,               // as before, and with a whole time of day where pattern and text have one
+  padded,             // of the strict dialect: a fixed-width number, with '#' a free-width one
+  hour,               // padded or, in the lenient dialect, one or two digits; a whole time of day
+                      // where pattern and text have one
   year,               // four digits or, failing that in the lenient dialect, two
   name,               // an entry of the first list or, failing that, of the second
   zone_name,          //
@@ -36,13 +36,12 @@ using PartsField = std::int32_t DateTimeParts::*;
 using Adjustment = bool(DateTimeParts&);
 
 struct alignas(64) InputDirective {
-  char16_t letter = 0;
   Reader reader = Reader::none;
   NumberField number = {};
   NumberField sharp_number = {};  // with '#'
-  PartsField field = nullptr;     // null: what was read is not kept
+  PartsField field = nullptr;     // of a number or name
   Adjustment* adjust = nullptr;   // null: nothing
-  NameList lists[2] = {};         // of a name; its place in the list, from 1, goes to the field
+  NameList lists[2] = {};         // of a name; its place in the list, from 1, is what is kept
 };
 
 inline constexpr char16_t first_directive_letter = u'A';

@@ -4,6 +4,7 @@
 #include "module/read_dates/clock_field.h"
 #include "module/read_dates/input_directives.h"
 #include "module/read_dates/quick_names.h"
+#include "module/read_dates/zone_fields.h"
 
 namespace jwnls {
 namespace {
@@ -24,8 +25,8 @@ bool read_padded(TextCursor<Unit>& input, const NumberField& field, bool sharp,
   return sharp ? read_free(input, field, value) : read_fixed(input, field, value);
 }
 
-// Lives in registers: everything is inlined into walk_pattern, and whatever is not gets a copy of
-// the cursor.
+// Lives in registers, as text_cursor.h explains: everything is inlined into walk_pattern_in, and
+// whatever is not is handed a copy of the cursor.
 template <typename Unit, Dialect dialect>
 class Walk {
  public:
@@ -119,7 +120,7 @@ class Walk {
       case Reader::zone_offset:
         return read_zone(row.reader);
     }
-    if (row.field != nullptr) parts_.*row.field = value;
+    parts_.*row.field = value;
     return row.adjust == nullptr || row.adjust(parts_);
   }
 

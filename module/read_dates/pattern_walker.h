@@ -1,8 +1,17 @@
-// Walking a pattern over a text: literal units and '%' directives, in two dialects.
+// Walking a pattern over a text: literal units and '%' directives, in one of the two dialects.
 //
-// Strict: literals match exactly, most numbers are fixed-width fields. Lenient: literals match
-// without regard to case, a blank of the pattern may be absent, numbers are free-width, and more
-// directives are known. '#', '0' and '?' after the '%' are modifiers; only '#' means anything.
+//   pattern   = { directive | literal } [ "%" { modifier } ]
+//   directive = "%" { modifier } letter
+//   modifier  = "#" | "0" | "?" | "%"     only "#" means anything: a number of free width
+//
+//   What a directive or literal reads of the text:
+//   number    = fixed width: blanks and digits, together as many units as the field has
+//             | free width: blanks, then 1 to as many digits as the field has and none behind them
+//   year      = number of 4 | number of 2 (lenient)
+//   name      = blanks, an entry of the directive's first list or, failing that, of its second
+//   zone      = see zone_fields.h
+//   literal   = the unit itself | the unit in another case (lenient) | nothing for a blank
+//   (lenient)
 
 #ifndef JWNLS_MODULE_READ_DATES_PATTERN_WALKER_H_
 #define JWNLS_MODULE_READ_DATES_PATTERN_WALKER_H_
@@ -10,18 +19,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "abi/locale_handle.h"
 #include "module/read_dates/date_time_parts.h"
-#include "module/read_dates/zone_fields.h"
+#include "module/read_dates/dialect.h"
 #include "module/text/text_cursor.h"
 
 namespace jwnls {
-
-inline constexpr std::uint32_t lenient_bits = 0x1FC;
-
-/// The dialect that a service's mode word asks for.
-constexpr Dialect dialect_of(std::uint32_t mode) noexcept {
-  return (mode & lenient_bits) != 0 ? Dialect::lenient : Dialect::strict;
-}
 
 /// What becomes of a two-digit year in the lenient dialect.
 enum class ShortYear : std::uint8_t {
