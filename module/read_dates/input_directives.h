@@ -47,9 +47,13 @@ struct alignas(64) InputDirective {
 inline constexpr char16_t first_directive_letter = u'A';
 inline constexpr std::size_t directive_letters = 64;  // up to the end of ASCII
 
+/// The place of a letter's row in the tables.
+constexpr std::size_t directive_index(char16_t letter) noexcept {
+  return std::size_t{letter} - first_directive_letter;
+}
 /// Whether the tables have a row for it; rows of unknown letters say so.
 constexpr bool is_directive_letter(char16_t letter) noexcept {
-  return static_cast<char16_t>(letter - first_directive_letter) < directive_letters;
+  return directive_index(letter) < directive_letters;
 }
 
 /// By letter, from 'A'.

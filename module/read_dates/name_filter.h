@@ -39,8 +39,9 @@ class LeadingUnits {
   [[gnu::always_inline]] explicit LeadingUnits(__m128i block) noexcept {
     const auto units = static_cast<std::uint64_t>(_mm_cvtsi128_si64(block));
     constexpr std::uint64_t above_ascii = 0xFF80FF80FF80;
-    counted_ = (units & above_ascii) == 0 ? twice(0xFFFFFFFFFFFF) : counted_units(units);
-    units_ = _mm_and_si128(small(_mm_unpacklo_epi64(block, block)), counted_);
+    compared_ = (units & above_ascii) == 0 ? twice(0xFFFFFFFFFFFF & without_case)
+                                           : twice(counted_units(units) & without_case);
+    units_ = _mm_and_si128(_mm_unpacklo_epi64(block, block), compared_);
   }
 
   /// Sets the names that could begin with these units. False when that cannot be told: the list has
@@ -71,24 +72,24 @@ class LeadingUnits {
     return _mm_set1_epi64x(static_cast<long long>(units));
   }
 
-  [[gnu::noinline]] static __m128i counted_units(std::uint64_t units) noexcept {
+  [[gnu::noinline]] static std::uint64_t counted_units(std::uint64_t units) noexcept {
     std::uint64_t counted = 0xFFFF;
     if ((units & 0xFF800000) == 0) counted |= 0xFFFF0000;
     if ((units & 0xFF8000000000) == 0) counted |= 0xFFFF00000000;
-    return twice(counted);
+    return counted;
   }
 
-  // Small letters for capitals; other units may change, alike in text and names.
-  [[gnu::always_inline]] static __m128i small(__m128i units) noexcept {
-    return _mm_or_si128(units, _mm_set1_epi16(0x20));
-  }
+  // Of each unit all but the bit that tells a letter's cases apart; other units that differ by it
+  // alone count as the same, which only chooses a name too many.
+  static constexpr std::uint64_t without_case = 0xFFDFFFDFFFDFFFDF;
 
   // The length and the first four units of a name; the last one's behind the list's end.
   template <std::size_t count>
   [[gnu::always_inline]] static __m128i head(const TextEntry* names, std::size_t index,
                                              Seen& seen) noexcept {
     const TextEntry& name = names[std::min(index, count - 1)];
-    const __m128i length_and_units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&name));
+    __m128i length_and_units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&name));
+    asm("" : "+x"(length_and_units));  // loaded once: g++ 12 takes each use from memory otherwise
     seen.least = _mm_min_epi16(seen.least, length_and_units);
     return length_and_units;
   }
@@ -100,7 +101,7 @@ class LeadingUnits {
     const __m128i one = head<count>(names, index, seen);
     const __m128i units = _mm_unpackhi_epi64(one, head<count>(names, index + 1, seen));
     seen.units = _mm_or_si128(seen.units, units);
-    const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(small(units), counted_), units_);
+    const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(units, compared_), units_);
     return _mm_castsi128_ps(same);
   }
 
@@ -112,8 +113,8 @@ class LeadingUnits {
     return static_cast<NameSet>(_mm_movemask_ps(same));
   }
 
-  __m128i counted_;  // the bits of the units that count, twice
-  __m128i units_;    // what small() makes of them, twice
+  __m128i compared_;  // the bits that are compared, twice
+  __m128i units_;     // the text's, twice
 };
 
 }  // namespace jwnls

@@ -12,10 +12,25 @@ namespace {
 constexpr NumberField short_year_field = {2, 0, 99};
 constexpr std::int32_t short_year_pivot = 1960;  // the lenient dialect's own
 
+// A directive from behind its '%' on.
+struct Directive {
+  const char16_t* at;  // behind the letter; null when the pattern ends before one
+  char16_t letter;
+  bool sharp;
+};
+
 // What may stand between a '%' and its letter. A second '%' opens the directive anew: "%%" is no
 // literal here.
 constexpr bool is_modifier(char16_t unit) noexcept {
   return unit == u'#' || unit == u'0' || unit == u'?' || unit == u'%';
+}
+[[gnu::noinline]] Directive skip_modifiers(const char16_t* at, const char16_t* end) noexcept {
+  bool sharp = false;
+  for (; at != end; ++at) {
+    if (!is_modifier(*at)) return {at + 1, *at, sharp};
+    sharp = *at == u'#';
+  }
+  return {nullptr, 0, false};
 }
 
 // Fixed width or, with '#', free.
@@ -45,16 +60,14 @@ class Walk {
         continue;
       }
       if (at == end) return true;
-      char16_t letter = *at++;
-      bool sharp = false;
-      if (!is_directive_letter(letter)) [[unlikely]] {
-        for (; is_modifier(letter); letter = *at++) {
-          if (at == end) return true;
-          sharp = letter == u'#';
-        }
-        if (!is_directive_letter(letter)) return false;
+      Directive directive = {at + 1, *at, false};
+      if (!is_directive_letter(directive.letter)) [[unlikely]] {
+        directive = skip_modifiers(at, end);
+        if (directive.at == nullptr) return true;
+        if (!is_directive_letter(directive.letter)) return false;
       }
-      if (!read_directive(letter, sharp, at, end)) return false;
+      at = directive.at;
+      if (!read_directive(directive.letter, directive.sharp, at, end)) return false;
     }
     return at == end;
   }
@@ -82,8 +95,7 @@ class Walk {
                                              const char16_t* end) noexcept {
     constexpr const DirectiveTable& directives =
         dialect == Dialect::lenient ? lenient_directives : strict_directives;
-    const InputDirective& row =
-        directives[static_cast<std::size_t>(letter - first_directive_letter)];
+    const InputDirective& row = directives[directive_index(letter)];
     std::int32_t value = 0;
     switch (row.reader) {
       case Reader::none:
@@ -119,6 +131,8 @@ class Walk {
       case Reader::zone_name:
       case Reader::zone_offset:
         return read_zone(row.reader);
+      default:
+        __builtin_unreachable();
     }
     parts_.*row.field = value;
     return row.adjust == nullptr || row.adjust(parts_);
