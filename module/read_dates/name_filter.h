@@ -32,6 +32,13 @@ inline constexpr std::size_t leading_units = 3;
   });
 }
 
+/// Whether a choice among a list's names can be relied on.
+enum class Choice : std::uint8_t {
+  sure,
+  unless_shared,  // unless a leading unit has the capital of an ASCII letter: some are not Latin-1
+  none,           // a name has fewer units than those that lead
+};
+
 /// The leading units of a text.
 class LeadingUnits {
  public:
@@ -44,10 +51,9 @@ class LeadingUnits {
     units_ = _mm_and_si128(_mm_unpacklo_epi64(block, block), compared_);
   }
 
-  /// Sets the names that could begin with these units. False when that cannot be told: the list has
-  /// names with fewer units, or leading units whose capitals are ASCII letters.
+  /// Sets the names that could begin with these units.
   template <std::size_t count>
-  [[gnu::always_inline]] bool choose(const TextEntry* names, NameSet& chosen) const noexcept {
+  [[gnu::always_inline]] Choice choose(const TextEntry* names, NameSet& chosen) const noexcept {
     Seen seen = {_mm_set1_epi16(0x7FFF), _mm_setzero_si128()};
     chosen = choose_four<count, 0>(names, seen);
     if constexpr (count > 4) chosen |= choose_four<count, 4>(names, seen) << 4;
@@ -56,10 +62,10 @@ class LeadingUnits {
     // The lowest lane of a length is its value, the highest one has its sign; what the lanes
     // between hold can only make it longer.
     const std::int64_t lengths = _mm_cvtsi128_si64(seen.least);
-    if (lengths < 0 || static_cast<std::int16_t>(lengths) < int{leading_units}) return false;
+    if (lengths < 0 || static_cast<std::int16_t>(lengths) < int{leading_units}) return Choice::none;
     // The bit of 0x100, which no Latin-1 unit has, on top of each lane.
     const std::uint32_t others = unit_block::lanes(_mm_slli_epi16(seen.units, 7)) & 0xAAAA;
-    return others == 0 || !have_ascii_capitals(names, count);
+    return others == 0 ? Choice::sure : Choice::unless_shared;
   }
 
  private:
@@ -72,7 +78,7 @@ class LeadingUnits {
     return _mm_set1_epi64x(static_cast<long long>(units));
   }
 
-  [[gnu::noinline]] static std::uint64_t counted_units(std::uint64_t units) noexcept {
+  static std::uint64_t counted_units(std::uint64_t units) noexcept {
     std::uint64_t counted = 0xFFFF;
     if ((units & 0xFF800000) == 0) counted |= 0xFFFF0000;
     if ((units & 0xFF8000000000) == 0) counted |= 0xFFFF00000000;
@@ -101,6 +107,7 @@ class LeadingUnits {
     const __m128i one = head<count>(names, index, seen);
     const __m128i units = _mm_unpackhi_epi64(one, head<count>(names, index + 1, seen));
     seen.units = _mm_or_si128(seen.units, units);
+    asm("" : "+x"(seen.units));
     const __m128i same = _mm_cmpeq_epi32(_mm_and_si128(units, compared_), units_);
     return _mm_castsi128_ps(same);
   }

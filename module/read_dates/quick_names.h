@@ -1,7 +1,7 @@
 // The quick way to find out which month's or weekday's name a text goes on with. It knows ASCII
 // letters' cases only, and leaves everything else undecided.
 //
-// All of it is inline: a call costs more than a tenth of what is done here.
+// One function a list length, which calls nothing but what few texts need, at its ends.
 
 #ifndef JWNLS_MODULE_READ_DATES_QUICK_NAMES_H_
 #define JWNLS_MODULE_READ_DATES_QUICK_NAMES_H_
@@ -61,18 +61,19 @@ inline bool load_block(const char* start, const char* at, const char* end,
   return (units & 0x8080808080808080) == 0;
 }
 
-enum class Verdict : std::uint8_t { same, other, undecided };
-
-// Unit by unit. What is not ASCII can only be told when it is equal in UTF-16.
+// A name that may differ from the text in the case of ASCII letters, unit by unit. What is not
+// ASCII can only be told when it is equal in UTF-16; what differs is for read_name to find.
 template <typename Unit>
-[[gnu::noinline]] Verdict compare_units(std::u16string_view name, const Unit* text) noexcept {
-  for (const char16_t unit : name) {
-    const auto other = static_cast<std::make_unsigned_t<Unit>>(*text++);
+[[gnu::noinline]] NameMatch match_spelling(const TextEntry& name, std::int64_t index,
+                                           const Unit* text) noexcept {
+  for (std::int64_t i = 0; i < name.length; ++i) {
+    const char16_t unit = name.units[i];
+    const auto other = static_cast<std::make_unsigned_t<Unit>>(text[i]);
     if (unit == other && (sizeof(Unit) > 1 || unit < 0x80)) continue;
-    if (unit >= 0x80 || other >= 0x80) return Verdict::undecided;
-    if (simple_upper_case(unit) != simple_upper_case(other)) return Verdict::other;
+    if (unit >= 0x80 || other >= 0x80) return {NameMatch::undecided, 0};
+    if (simple_upper_case(unit) != simple_upper_case(other)) return {NameMatch::undecided, 0};
   }
-  return Verdict::same;
+  return {index, name.length};
 }
 
 // Whether the text from `at` on, of which `block` is the beginning, is a name of at most two blocks
@@ -92,18 +93,65 @@ template <typename Unit>
   return (wanted & ~lanes(same)) == 0 && is_text;
 }
 
-inline constexpr std::size_t months = 12;
-inline constexpr std::size_t weekdays = 7;
+// Whether two ASCII letters or marks at one place, below `length`, differ in more than their case.
+[[gnu::always_inline]] inline bool surely_differ(const TextEntry& name, __m128i block,
+                                                 std::int64_t length) noexcept {
+  const __m128i units = unit_block::load(name.units);
+  const __m128i nothing = _mm_setzero_si128();
+  const __m128i same =
+      _mm_cmpeq_epi16(_mm_and_si128(_mm_xor_si128(units, block), _mm_set1_epi16(~0x20)), nothing);
+  const __m128i ascii =
+      _mm_cmpeq_epi16(_mm_and_si128(_mm_or_si128(units, block), _mm_set1_epi16(~0x7F)), nothing);
+  const std::uint32_t wanted = static_cast<std::uint32_t>((std::uint64_t{1} << 2 * length) - 1);
+  return (lanes(_mm_andnot_si128(same, ascii)) & wanted) != 0;
+}
 
-// Apart, so that nothing of it has a place in memory where months are read.
-struct Choice {
-  bool known;
-  NameSet names;
-};
-[[gnu::noinline]] inline Choice choose_weekdays(__m128i block, const TextEntry* names) noexcept {
-  Choice choice = {false, 0};
-  choice.known = LeadingUnits(block).choose<weekdays>(names, choice.names);
-  return choice;
+// Whether any of the leading units is a letter that others have for their capital: I or S.
+[[gnu::noinline]] inline bool has_shared_capital(__m128i block) noexcept {
+  const __m128i small = _mm_or_si128(block, _mm_set1_epi16(0x20));
+  const __m128i shared =
+      _mm_or_si128(unit_block::equal_to(small, 'i'), unit_block::equal_to(small, 's'));
+  return (lanes(shared) & ((1u << 2 * leading_units) - 1)) != 0;
+}
+
+// One list. The careful form looks at lists with names beyond Latin-1, which the other one hands
+// over to it: so that one calls nothing on its way and stays in registers.
+template <std::size_t count, bool careful, typename Unit>
+[[gnu::noinline]] NameMatch match_listed(const Unit* start, const Unit* at, const Unit* end,
+                                         const TextEntry* names) noexcept {
+  constexpr NameMatch undecided = {NameMatch::undecided, 0};
+  __m128i block = _mm_setzero_si128();
+  if (!load_block(start, at, end, block)) return undecided;
+  NameSet chosen = 0;
+  const Choice choice = LeadingUnits(block).choose<count>(names, chosen);
+  if (choice == Choice::none) return undecided;
+  if constexpr (!careful) {
+    if (choice == Choice::unless_shared) [[unlikely]]
+      return match_listed<count, true>(start, at, end, names);
+  } else if (has_shared_capital(block) && have_ascii_capitals(names, count)) {
+    return undecided;
+  }
+  for (; chosen != 0; chosen &= chosen - 1) {
+    const int index = std::countr_zero(chosen);
+    const TextEntry& name = names[index];
+    const std::int64_t length = name.length;  // no less than leading_units
+    if (length > 2 * block_units) return undecided;
+    if (length > end - at) continue;
+    if (equal({name.units, static_cast<std::size_t>(length)}, block, at, end)) [[likely]]
+      return {index, length};
+    if (!surely_differ(name, block, length)) return match_spelling(name, index, at);
+  }
+  return {NameMatch::none, 0};
+}
+
+template <std::size_t count, typename Unit>
+[[gnu::always_inline]] inline NameMatch match_lists(const Unit* start, const Unit* at,
+                                                    const Unit* end, const LocaleRecord& record,
+                                                    const NameList (&lists)[2]) noexcept {
+  const TextEntry* names = &list_entry(record, lists[0].offset, 0);
+  const NameMatch match = match_listed<count, false>(start, at, end, names);
+  if (match.index != NameMatch::none || lists[1].count == 0) return match;
+  return match_listed<count, false>(start, at, end, &list_entry(record, lists[1].offset, 0));
 }
 
 }  // namespace name_match
@@ -115,41 +163,15 @@ template <typename Unit>
 [[gnu::always_inline]] inline NameMatch match_name(const Unit* start, const Unit* at,
                                                    const Unit* end, const LocaleRecord& record,
                                                    const NameList (&lists)[2]) noexcept {
-  using name_match::Verdict;
-  if (lists[0].count < name_match::weekdays) return {NameMatch::undecided, 0};  // short names, few
-  __m128i block = _mm_setzero_si128();
-  if (static_cast<std::make_unsigned_t<Unit>>(*at) >= 0x80 ||
-      !name_match::load_block(start, at, end, block)) {
-    return {NameMatch::undecided, 0};
+  constexpr std::uint16_t months = 12;
+  constexpr std::uint16_t weekdays = 7;
+  if (static_cast<std::make_unsigned_t<Unit>>(*at) < 0x80) {
+    if (lists[0].count == months) [[likely]]
+      return name_match::match_lists<months>(start, at, end, record, lists);
+    if (lists[0].count == weekdays)
+      return name_match::match_lists<weekdays>(start, at, end, record, lists);
   }
-  const LeadingUnits leading(block);
-  for (const NameList& list : lists) {
-    if (list.count == 0) break;
-    const TextEntry* names = &list_entry(record, list.offset, 0);
-    NameSet chosen = 0;
-    bool known = false;
-    if (list.count == name_match::months) [[likely]] {
-      known = leading.choose<name_match::months>(names, chosen);
-    } else {
-      const name_match::Choice choice = name_match::choose_weekdays(block, names);
-      known = choice.known;
-      chosen = choice.names;
-    }
-    if (!known) return {NameMatch::undecided, 0};
-    for (; chosen != 0; chosen &= chosen - 1) {
-      const int index = std::countr_zero(chosen);
-      const std::int64_t length = names[index].length;  // no less than leading_units
-      if (length > 2 * name_match::block_units) return {NameMatch::undecided, 0};
-      if (length > end - at) continue;
-      const std::u16string_view name(names[index].units, static_cast<std::size_t>(length));
-      if (name_match::equal(name, block, at, end)) [[likely]]
-        return {index, length};
-      const Verdict verdict = name_match::compare_units(name, at);
-      if (verdict == Verdict::same) return {index, length};
-      if (verdict == Verdict::undecided) return {NameMatch::undecided, 0};
-    }
-  }
-  return {NameMatch::none, 0};
+  return {NameMatch::undecided, 0};  // other lists have short names, and few
 }
 
 #else
