@@ -32,6 +32,14 @@ class DateLayouts {
         if ((marks & ~held) == 0) readable_[held] |= layout;
         if ((marks & held) != 0) marked_[held] |= layout;
       }
+      // Behind the last mark, or without any, stands the number that the layout ends with.
+      const std::size_t last = pattern.find_last_of(u",-./");
+      const DateMarks last_mark = last == pattern.npos ? 0 : date_mark(pattern[last]);
+      for (DateMarks mark = 0; mark < date_mark_sets; ++mark) {
+        if (mark == 0 || mark == last_mark) ending_[mark] |= layout;
+      }
+      const std::size_t name = pattern.find(u"%b");
+      if (name != pattern.npos && name != 0) name_second_ |= layout;
       const char16_t letter = pattern[1];
       (letter == u'b'   ? month_name_first_
        : letter == u'a' ? weekday_first_
@@ -45,20 +53,25 @@ class DateLayouts {
   }
   constexpr LayoutSet month_name_first() const noexcept { return month_name_first_; }
 
-  /// The layouts that could read a text of that shape, in either dialect. A number that a layout
-  /// begins with has a mark right behind it; names may begin with anything.
-  LayoutSet possible(const DateShape& shape) const noexcept {
+  /// The layouts that could read a text of that shape, in either dialect; all of it if `whole`. A
+  /// number that a layout begins with has a mark right behind it; names may begin with anything.
+  /// A text that ends with a mark and digits needs that mark before the layout's last number.
+  LayoutSet possible(const DateShape& shape, bool whole) const noexcept {
     const std::uint32_t digits = shape.leading_digits;
     const LayoutSet by_day = digits == 1 || digits == 2 ? day_or_month_first_ : 0;
     const LayoutSet by_year = digits == 2 || digits == 4 ? year_first_ : 0;
-    const LayoutSet by_number = (by_day | by_year) & marked_[shape.next];
-    return readable_[shape.marks] & (by_number | month_name_first_ | weekday_first_);
+    const LayoutSet second = shape.number_next ? ~LayoutSet{0} : name_second_;
+    const LayoutSet by_number = (by_day | by_year) & marked_[shape.next] & second;
+    const LayoutSet by_end = ending_[whole ? shape.last : 0];
+    return readable_[shape.marks] & by_end & (by_number | month_name_first_ | weekday_first_);
   }
 
  private:
   Patterns patterns_;
   std::array<LayoutSet, date_mark_sets> readable_{};  // by the marks that a text holds
   std::array<LayoutSet, date_mark_sets> marked_{};    // with one of these marks
+  std::array<LayoutSet, date_mark_sets> ending_{};    // with this mark as the last; 0: all
+  LayoutSet name_second_ = 0;
   LayoutSet day_or_month_first_ = 0;
   LayoutSet year_first_ = 0;
   LayoutSet month_name_first_ = 0;
@@ -70,10 +83,11 @@ const DateLayouts& date_layouts(std::u16string_view date_pattern_1) noexcept;
 
 /// Offers candidates in their order to `settles` until it returns true; whether one did. Those that
 /// cannot read the text, which begins with no blank, are passed over: they could not have settled
-/// it. `begins_with_month` tells whether a month's name stands at its beginning.
+/// it. `begins_with_month` tells whether a month's name stands at its beginning; `whole` that no
+/// candidate settles which leaves text behind its end.
 template <typename Unit, typename Settles, typename BeginsWithMonth>
 bool any_date_candidate(const LocaleRecord& record, const Unit* text, std::size_t length,
-                        Settles settles, BeginsWithMonth begins_with_month) noexcept {
+                        bool whole, Settles settles, BeginsWithMonth begins_with_month) noexcept {
   const DateShape shape = date_shape_of(text, length);
   for (const TextEntry& entry : record.date_patterns) {
     const std::u16string_view pattern = text_of(entry);
@@ -84,7 +98,7 @@ bool any_date_candidate(const LocaleRecord& record, const Unit* text, std::size_
   const bool ordered = shape.leading_digits == 1 || shape.leading_digits == 2;
   const DateLayouts& layouts =
       date_layouts(ordered ? text_of(record.date_patterns[0]) : std::u16string_view());
-  LayoutSet possible = layouts.possible(shape);
+  LayoutSet possible = layouts.possible(shape, whole);
   bool month_known = shape.leading_digits == 0;  // else no month's name is likely there
   for (; possible != 0; possible &= possible - 1) {
     if (!month_known && (possible & -possible & layouts.month_name_first()) != 0) {

@@ -58,7 +58,7 @@ class DateReading {
     TextCursor<Unit> start = text_.cursor();
     start.skip_blanks();
     return any_date_candidate(
-        record, start.position(), start.remaining(),
+        record, start.position(), start.remaining(), !wants_datetime(),
         [this](std::u16string_view candidate) noexcept { return settled_by(candidate); },
         [this, start]() noexcept {
           TextCursor<Unit> input = start;

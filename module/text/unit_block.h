@@ -22,6 +22,15 @@ inline __m128i load(const char* text) noexcept {
   return _mm_unpacklo_epi8(bytes, _mm_setzero_si128());
 }
 
+/// Twice eight units as bytes, for the search of ASCII units: what is no byte becomes 0 or 255.
+inline __m128i load_bytes(const char16_t* first, const char16_t* second) noexcept {
+  return _mm_packus_epi16(load(first), load(second));
+}
+inline __m128i load_bytes(const char* first, const char* second) noexcept {
+  return _mm_unpacklo_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(first)),
+                            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(second)));
+}
+
 /// Two bits for each unit whose lane is set.
 inline std::uint32_t lanes(__m128i mask) noexcept {
   return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
