@@ -89,10 +89,9 @@ template <typename Unit, typename Settles, typename BeginsWithMonth>
 bool any_date_candidate(const LocaleRecord& record, const Unit* text, std::size_t length,
                         bool whole, Settles settles, BeginsWithMonth begins_with_month) noexcept {
   const DateShape shape = date_shape_of(text, length);
-  for (const TextEntry& entry : record.date_patterns) {
-    const std::u16string_view pattern = text_of(entry);
-    const DateMarks marks = date_marks_of(pattern.data(), pattern.size());
-    if ((marks & ~shape.marks) == 0 && settles(pattern)) return true;
+  const MarkSearch marks_missing(~shape.marks % date_mark_sets);
+  for (const TextEntry& pattern : record.date_patterns) {
+    if (!marks_missing.holds_any(pattern) && settles(text_of(pattern))) return true;
   }
   // The order matters to texts that begin with a day or month alone.
   const bool ordered = shape.leading_digits == 1 || shape.leading_digits == 2;
