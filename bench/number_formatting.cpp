@@ -16,10 +16,10 @@
 #include <string>
 #include <vector>
 
+#include "abi/number_flags.h"
 #include "bench/contest.h"
 #include "bench/handles.h"
 #include "module/format_numbers/integer_services.h"
-#include "module/placement/number_request.h"
 
 namespace jwnls::bench {
 namespace {

@@ -108,6 +108,8 @@ inline std::uint32_t zero_bits(Bytes bytes) noexcept {
   return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
 }
 
+inline char first_of(Bytes bytes) noexcept { return static_cast<char>(_mm_cvtsi128_si32(bytes)); }
+
 inline void store(Bytes bytes, char* out) noexcept {
   _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
 }
@@ -168,6 +170,8 @@ inline std::uint32_t zero_bits(const Bytes& bytes) noexcept {
   return bits;
 }
 
+inline char first_of(const Bytes& bytes) noexcept { return static_cast<char>(bytes.at[0]); }
+
 template <typename Unit>
 inline void store(const Bytes& bytes, Unit* out) noexcept {
   for (int i = 0; i < block_digits; ++i) out[i] = static_cast<Unit>(bytes.at[i]);
@@ -203,8 +207,8 @@ class DigitBlock {
   DigitBlock(std::uint64_t number, int count) noexcept
       : bytes_(digit_block::decimal_digits(number * powers_of_ten[block_digits - count])) {}
 
-  /// As many digits of a number as `counted` has, which is that number or above it and below 10^16;
-  /// `count` becomes how many they are.
+  /// A number below 10^16, with zeros in front of it until it has as many digits as `counted`: the
+  /// number itself, or a greater one below 10^16. `count` becomes how many those are.
   DigitBlock(std::uint64_t number, std::uint64_t counted, int& count) noexcept {
     const BitRow& row = bit_row_of(counted);
     bytes_ = digit_block::decimal_digits(number * row.factor(counted));
@@ -228,6 +232,15 @@ class DigitBlock {
     digit_block::store(characters(shown), out);
   }
 
+  /// Writes seventeen units: the same with `symbol` behind the first digit.
+  template <typename Unit>
+  void write_first_parted(Unit symbol, int shown, Unit* out) const noexcept {
+    const digit_block::Bytes text = characters(shown);
+    digit_block::store(text, out + 1);
+    out[0] = static_cast<Unit>(digit_block::first_of(text));
+    out[1] = symbol;
+  }
+
   /// Writes seventeen units: the same with `symbol` behind the first `integers` (up to 15).
   template <typename Unit>
   void write_parted(int integers, Unit symbol, int shown, Unit* out) const noexcept {
@@ -246,32 +259,6 @@ class DigitBlock {
   }
 
   digit_block::Bytes bytes_;
-};
-
-/// A run of ASCII digits in memory.
-struct DigitRun {
-  const char* text;
-};
-
-/// Stores `count` digits from digit `i` on, and nothing behind them.
-template <typename Unit>
-inline void store_digits(DigitRun digits, int i, int count, Unit* out) noexcept {
-  const char* from = digits.text + i;
-  int done = 0;
-  for (; done + block_digits <= count; done += block_digits) {
-    for (int k = 0; k < block_digits; ++k) {
-      out[done + k] = static_cast<Unit>(static_cast<unsigned char>(from[done + k]));
-    }
-  }
-  // One by one: behind the digits lies what the stack held before, which no output may show.
-  for (; done < count; ++done)
-    out[done] = static_cast<Unit>(static_cast<unsigned char>(from[done]));
-}
-
-/// The last `count` digits (1 to 16) of a number, for layouts that take either kind.
-struct ShortDigits {
-  std::uint64_t number = 0;
-  int count = 1;
 };
 
 }  // namespace jwnls

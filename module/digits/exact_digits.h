@@ -8,6 +8,9 @@
 
 namespace jwnls {
 
+/// The most digits behind the point that any number is asked for.
+inline constexpr int most_decimals = 350;
+
 /// A positive double as mantissa * 2^exponent.
 struct BinaryParts {
   std::uint64_t mantissa;  // below 2^53

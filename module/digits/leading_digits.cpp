@@ -1,5 +1,6 @@
 #include "module/digits/leading_digits.h"
 
+#include "module/digits/exact_digits.h"
 #include "module/digits/quick_rounding.h"
 
 namespace jwnls {
@@ -21,19 +22,15 @@ LeadingDigits exactly(double magnitude, bool rounded) noexcept {
 
 LeadingDigits truncated_digits(double magnitude) noexcept {
   if (magnitude == 0) return {};
-  Significand quick;
-  if (truncate_to_significant(magnitude, shown_digits, quick)) {
-    return {quick.digits, quick.exponent};
-  }
+  LeadingDigits leading;
+  if (truncate_to_significant(magnitude, shown_digits, leading)) return leading;
   return exactly(magnitude, false);
 }
 
 LeadingDigits rounded_digits(double magnitude) noexcept {
   if (magnitude == 0) return {};
-  Significand quick;
-  LeadingDigits leading = round_to_significant(magnitude, shown_digits, quick)
-                              ? LeadingDigits{quick.digits, quick.exponent}
-                              : exactly(magnitude, true);
+  LeadingDigits leading;
+  if (!round_to_significant(magnitude, shown_digits, leading)) leading = exactly(magnitude, true);
   if (leading.digits == powers_of_ten[shown_digits]) {
     leading = {powers_of_ten[shown_digits - 1], leading.exponent + 1};
   }

@@ -1,4 +1,5 @@
-// The first fifteen significant digits of a value: all that the width-bound kinds ever show.
+// The first significant digits of a value, and the fifteen that are all that the width-bound kinds
+// ever show.
 
 #ifndef JWNLS_MODULE_DIGITS_LEADING_DIGITS_H_
 #define JWNLS_MODULE_DIGITS_LEADING_DIGITS_H_
@@ -7,18 +8,18 @@
 
 namespace jwnls {
 
-inline constexpr int shown_digits = 15;
-
-/// Digits as a number, 10^14 to below 10^15, or 0 for 0.
+/// Digits as a number, 0 for 0.
 struct LeadingDigits {
   std::uint64_t digits = 0;
   int exponent = 0;  // of the first digit
 };
 
-/// Truncated, for the fixed form.
+inline constexpr int shown_digits = 15;
+
+/// The first fifteen, truncated, for the fixed form.
 LeadingDigits truncated_digits(double magnitude) noexcept;
 
-/// Rounded half up on the exact expansion, for the exponent form.
+/// The first fifteen, rounded half up on the exact expansion, for the exponent form.
 LeadingDigits rounded_digits(double magnitude) noexcept;
 
 }  // namespace jwnls

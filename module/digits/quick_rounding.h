@@ -1,6 +1,6 @@
 // A double rounded to a decimal integer of at most 64 bits, half up on its exact expansion: the
 // quick ways, which serve nearly every value. Where one cannot be certain it says so, and the exact
-// digits of exact_decimal.h decide.
+// digits of exact_digits.h decide.
 
 #ifndef JWNLS_MODULE_DIGITS_QUICK_ROUNDING_H_
 #define JWNLS_MODULE_DIGITS_QUICK_ROUNDING_H_
@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "module/digits/exact_digits.h"
+#include "module/digits/leading_digits.h"
 #include "module/digits/powers_of_ten.h"
 #include "module/digits/scaling_power.h"
 
@@ -41,16 +42,11 @@ inline bool round_to_decimals(double magnitude, int decimals, std::uint64_t& rou
   return whole < ten_to_18;
 }
 
-/// The leading digits of a value.
-struct Significand {
-  std::uint64_t digits;
-  int exponent;  // of the first digit, before any rounding
-};
-
 /// Twice the first `wanted` significant digits (1 to 17) of a finite value above 0, truncated: the
-/// last bit tells whether the rest is at least one half. Returns false when it cannot be certain,
+/// last bit tells whether the rest is at least one half. The exponent is that before any rounding.
+/// Returns false when it cannot be certain,
 /// which takes a value within 2^-64 of a boundary or one that lies on it.
-inline bool double_significand(double magnitude, int wanted, Significand& out) noexcept {
+inline bool doubled_digits(double magnitude, int wanted, LeadingDigits& out) noexcept {
   using Wide = unsigned __int128;
   const auto [small_mantissa, small_exponent] = binary_parts(magnitude);
   const int shift = std::countl_zero(small_mantissa);
@@ -59,11 +55,11 @@ inline bool double_significand(double magnitude, int wanted, Significand& out) n
   const int binary = small_exponent - shift + 63;
   const int estimate = binary * 78913 >> 18;  // 78913/2^18 approximates log10(2)
   const int scale = wanted - 1 - estimate;
-  if (scale > highest_power_of_ten || scale < lowest_power_of_ten) return false;
+  if (scale > highest_scaling_power || scale < lowest_scaling_power) return false;
 
   // Twice the scaled value is the upper word of a 192-bit product, shifted; all below is its
   // fraction.
-  const PowerOfTen power = power_of_ten(scale);
+  const ScalingPower power = scaling_power(scale);
   const Wide low = Wide{mantissa} * power.low;
   const Wide sum = Wide{mantissa} * power.high + static_cast<std::uint64_t>(low >> 64);
   const auto upper = static_cast<std::uint64_t>(sum >> 64);
@@ -86,15 +82,15 @@ inline bool double_significand(double magnitude, int wanted, Significand& out) n
 }
 
 /// Rounds to `wanted` significant digits, half up: 10^wanted when the rounding carried.
-inline bool round_to_significant(double magnitude, int wanted, Significand& out) noexcept {
-  if (!double_significand(magnitude, wanted, out)) return false;
+inline bool round_to_significant(double magnitude, int wanted, LeadingDigits& out) noexcept {
+  if (!doubled_digits(magnitude, wanted, out)) return false;
   out.digits = (out.digits + 1) >> 1;
   return true;
 }
 
 /// Truncates to `wanted` significant digits.
-inline bool truncate_to_significant(double magnitude, int wanted, Significand& out) noexcept {
-  if (!double_significand(magnitude, wanted, out)) return false;
+inline bool truncate_to_significant(double magnitude, int wanted, LeadingDigits& out) noexcept {
+  if (!doubled_digits(magnitude, wanted, out)) return false;
   out.digits >>= 1;
   return true;
 }

@@ -43,7 +43,7 @@ struct Significand {
     }
   }
 
-  constexpr PowerOfTen top() const {
+  constexpr ScalingPower top() const {
     return {std::uint64_t{words[0]} << 32 | words[1], std::uint64_t{words[2]} << 32 | words[3]};
   }
 
@@ -59,19 +59,19 @@ struct Significand {
 
 }  // namespace
 
-constinit const PowersOfTen significands_of_ten = [] {
-  PowersOfTen made{};
+constinit const ScalingPowers scaling_powers = [] {
+  ScalingPowers made{};
   Significand one;
   one.words[0] = 0x80000000;
   Significand power = one;
-  for (int k = 0; k <= highest_power_of_ten; ++k) {
-    made.from_lowest[k - lowest_power_of_ten] = power.top();
+  for (int k = 0; k <= highest_scaling_power; ++k) {
+    made.from_lowest[k - lowest_scaling_power] = power.top();
     power.times_ten();
   }
   power = one;
-  for (int k = -1; k >= lowest_power_of_ten; --k) {
+  for (int k = -1; k >= lowest_scaling_power; --k) {
     power.over_ten();
-    made.from_lowest[k - lowest_power_of_ten] = power.top();
+    made.from_lowest[k - lowest_scaling_power] = power.top();
   }
   return made;
 }();

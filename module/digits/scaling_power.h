@@ -7,26 +7,26 @@
 
 namespace jwnls {
 
-inline constexpr int lowest_power_of_ten = -310;
-inline constexpr int highest_power_of_ten = 345;
+inline constexpr int lowest_scaling_power = -310;
+inline constexpr int highest_scaling_power = 345;
 
 /// 10^k is at least (high * 2^64 + low) * 2^binary_exponent, and less than two units of `low` more;
 /// it is equal for k from 0 to 55. The top bit of `high` is set.
-struct PowerOfTen {
+struct ScalingPower {
   std::uint64_t high;
   std::uint64_t low;
 };
 
-struct PowersOfTen {
-  PowerOfTen from_lowest[highest_power_of_ten - lowest_power_of_ten + 1];
+struct ScalingPowers {
+  ScalingPower from_lowest[highest_scaling_power - lowest_scaling_power + 1];
 };
-extern const PowersOfTen significands_of_ten;
+extern const ScalingPowers scaling_powers;
 
-inline const PowerOfTen& power_of_ten(int k) noexcept {
-  return significands_of_ten.from_lowest[k - lowest_power_of_ten];
+inline const ScalingPower& scaling_power(int k) noexcept {
+  return scaling_powers.from_lowest[k - lowest_scaling_power];
 }
 
-/// The binary exponent that goes with power_of_ten(k).
+/// The binary exponent that goes with scaling_power(k).
 constexpr int binary_exponent_of(int k) noexcept {
   // floor(k * log2(10)) - 127; 217706/2^16 is log2(10) closely enough for every k of the table.
   return (k * 217706 >> 16) - 127;

@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 
+#include "abi/locale_record.h"
 #include "abi/number_flags.h"
 #include "abi/status.h"
 #include "module/format_numbers/number_services.h"
-#include "module/placement/number_request.h"
 
 namespace jwnls {
 namespace {

@@ -18,7 +18,7 @@
 #include "module/placement/groups_of_three.h"
 #include "module/text/copy_text.h"
 
-namespace jwnls::quick_integer {
+namespace jwnls::fieldless_integer {
 
 /// The room that a quick way needs.
 inline constexpr std::int64_t room = 32;
@@ -151,6 +151,6 @@ template <typename Integer, typename Unit>
       out, capacity, length);
 }
 
-}  // namespace jwnls::quick_integer
+}  // namespace jwnls::fieldless_integer
 
 #endif  // JWNLS_MODULE_FORMAT_NUMBERS_FIELDLESS_INTEGER_H_

@@ -13,67 +13,33 @@
 #include <cstdint>
 
 #include "abi/locale_handle.h"
+#include "abi/number_flags.h"
+#include "abi/status.h"
+#include "module/digits/decimal.h"
 #include "module/digits/digit_block.h"
-#include "module/digits/quick_rounding.h"
+#include "module/digits/powers_of_ten.h"
 #include "module/format_numbers/number_formatter.h"
+#include "module/format_numbers/number_request.h"
+#include "module/placement/decimal_body.h"
 #include "module/placement/exponent_suffix.h"
 #include "module/placement/groups_of_three.h"
-#include "module/placement/number_request.h"
+#include "module/placement/symbols.h"
 
 namespace jwnls {
-
-/// The room that a quick way may overwrite, whatever the number's own length.
-inline constexpr std::int64_t quick_room = 64;
-
-inline bool is_finite_but_zero(double value) noexcept {
-  return (std::bit_cast<std::uint64_t>(value) << 1) - 1 < (std::uint64_t{0x7FF} << 53) - 1;
-}
 
 inline double magnitude_of(double value) noexcept {
   return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) << 1 >> 1);
 }
 
-namespace quick_number {
+namespace fieldless_number {
 
-// Whether every symbol that the number can show is one unit.
-template <typename Unit>
-[[gnu::always_inline]] inline bool has_narrow_symbols(const LocaleRecord& record,
-                                                      bool grouped) noexcept {
-  if (sizeof(Unit) == 2) return true;
-  return (record.decimal_symbol | (grouped ? record.grouping_symbol : 0)) < 0x80;
-}
+/// The room that these ways may overwrite, whatever the number's own length.
+inline constexpr std::int64_t room = 64;
+/// The most decimals that they are asked for.
+inline constexpr std::uint32_t most_decimals_asked = 17;
 
-// The sign goes first: what follows overwrites it where the value is not negative.
-template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_minus(double value, Unit* out) noexcept {
-  *out = Unit{'-'};
-  return out + (value < 0 ? 1 : 0);
-}
-
-template <typename Unit>
-[[gnu::always_inline]] inline std::uint32_t done(const Unit* out, const Unit* end,
-                                                 std::int64_t* length) noexcept {
-  if (length != nullptr) [[likely]]
-    *length = end - out;
-  return code(Status::ok);
-}
-
-// Digits with the decimal symbol behind the first `integers` of the `shown` ones, where more
-// follow.
-template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_parted(const LocaleRecord& record,
-                                                 const DigitBlock& block, int integers, int shown,
-                                                 Unit* out) noexcept {
-  if (integers == shown) {
-    block.write(shown, out);
-    return out + shown;
-  }
-  block.write_parted(integers, static_cast<Unit>(record.decimal_symbol), shown, out);
-  return out + shown + 1;
-}
-
-// Amounts, as most numbers are: from 2^-12 to below 2^39, with three decimals at most. One word
-// holds such a value times 10^decimals, and the rounded product has fifteen digits at most.
+/// Amounts, as most numbers are: from 2^-12 to below 2^39, with three decimals at most. One word
+/// holds such a value times 10^decimals, and the rounded product has fifteen digits at most.
 inline bool is_amount(double value, std::int32_t decimals) noexcept {
   const auto biased_exponent =
       static_cast<unsigned>(std::bit_cast<std::uint64_t>(value) >> 52 & 0x7FF);
@@ -83,6 +49,7 @@ inline bool is_amount(double value, std::int32_t decimals) noexcept {
 template <bool grouped, typename Unit>
 [[gnu::noinline]] std::uint32_t write_amount(const LocaleRecord& record, double value, int decimals,
                                              Unit* out, std::int64_t* length) noexcept {
+  const Symbols<Unit> symbols{record};
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const std::uint64_t mantissa = bits << 12 >> 12 | std::uint64_t{1} << 52;
   const std::uint64_t shift = 1074 - (bits >> 52 & 0x7FF);
@@ -98,8 +65,8 @@ template <bool grouped, typename Unit>
     if (length != nullptr) [[likely]]
       *length = sign + place.length + behind;
     Unit* const point = out + place.length;
-    write_groups_of_three(scaled, place, decimals, static_cast<Unit>(record.grouping_symbol), out);
-    if (decimals != 0) *point = static_cast<Unit>(record.decimal_symbol);
+    write_groups_of_three(scaled, place, decimals, symbols.grouping(), out);
+    if (decimals != 0) *point = symbols.decimal();
   } else {
     int count = 0;
     const DigitBlock block(scaled, counted, count);
@@ -108,107 +75,47 @@ template <bool grouped, typename Unit>
     if (decimals == 0) {
       block.write(count, out);
     } else {
-      block.write_parted(count - decimals, static_cast<Unit>(record.decimal_symbol), count, out);
+      block.write_parted(count - decimals, symbols.decimal(), count, out);
     }
   }
   return code(Status::ok);
 }
 
-// Any value.
-template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t format_fixed(LocaleHandle* handle, double value, std::int32_t width,
-                                             std::int32_t decimals, std::uint32_t flags, Unit* out,
-                                             std::int64_t capacity, std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  std::uint64_t scaled = 0;
-  if (decimals >= block_digits || !has_narrow_symbols<Unit>(record, grouped) ||
-      !round_to_decimals(magnitude_of(value), decimals, scaled) || scaled >= ten_to_16)
+/// Any value in a plain form, with groups of three if any.
+template <DecimalForm form, bool grouped, typename Unit>
+[[gnu::noinline]] std::uint32_t format(LocaleHandle* handle, double value, std::int32_t width,
+                                       std::int32_t decimals, std::uint32_t flags, Unit* out,
+                                       std::int64_t capacity, std::int64_t* length) noexcept {
+  constexpr bool general = form == DecimalForm::general;
+  const Symbols<Unit> symbols{*handle->record};
+  const int wanted = general && decimals == 0 ? default_significant_digits : decimals;
+  Decimal decimal;
+  if (!symbols.narrow(grouped) || !quick_decimal<form>(magnitude_of(value), wanted, false, decimal))
       [[unlikely]] {
-    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
+    return format_any_number(handle, value, width, decimals, flags, out, capacity, length);
   }
-  const int count = digit_count(std::max(scaled, powers_of_ten[decimals]));
-  Unit* position = write_minus(value, out);
-  position =
-      grouped
-          ? write_groups_of_three(record, scaled, count - decimals, decimals, decimals, position)
-          : write_parted(record, DigitBlock(scaled, count), count - decimals, count, position);
-  return done(out, position, length);
+  const DecimalShape& shape = decimal.shape;
+  // The sign goes first: what follows overwrites it where the value is not negative.
+  Unit* position = out;
+  *position = Unit{'-'};
+  position += value < 0 ? 1 : 0;
+  if (grouped && !shape.has_exponent && shape.zeros == 0) {
+    position = write_groups_of_three(symbols, decimal.number, shape.integers,
+                                     decimal.count - shape.integers, shape.decimals, position);
+  } else {
+    position = write_word_digits(symbols, decimal, position);
+  }
+  if (shape.has_exponent) {
+    constexpr std::uint32_t capital_bit =
+        general ? number_flags::general_capital : number_flags::exponent_capital;
+    position = write_exponent_suffix(shape.exponent, (flags & capital_bit) != 0, position);
+  }
+  if (length != nullptr) [[likely]]
+    *length = position - out;
+  return code(Status::ok);
 }
 
-// One digit before the point, `decimals` up to 16 behind it.
-template <typename Unit>
-[[gnu::noinline]] std::uint32_t format_exponent(LocaleHandle* handle, double value,
-                                                std::int32_t width, std::int32_t decimals,
-                                                std::uint32_t flags, Unit* out,
-                                                std::int64_t capacity,
-                                                std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  Significand rounded;
-  if (!is_finite_but_zero(value) || decimals > block_digits ||
-      !has_narrow_symbols<Unit>(record, false) ||
-      !round_to_significant(magnitude_of(value), decimals + 1, rounded)) [[unlikely]] {
-    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
-  }
-  std::uint64_t first = rounded.digits / powers_of_ten[decimals];
-  const std::uint64_t rest = rounded.digits - first * powers_of_ten[decimals];
-  if (first == 10) {  // the rounding carried
-    first = 1;
-    ++rounded.exponent;
-  }
-  Unit* position = write_minus(value, out);
-  *position++ = static_cast<Unit>('0' + first);
-  if (decimals != 0) {
-    *position++ = static_cast<Unit>(record.decimal_symbol);
-    DigitBlock(rest, decimals).write(decimals, position);
-    position += decimals;
-  }
-  const bool capital = (flags & number_flags::exponent_capital) != 0;
-  return done(out, write_exponent_suffix(rounded.exponent, capital, position), length);
-}
-
-template <bool grouped, typename Unit>
-[[gnu::noinline]] std::uint32_t format_general(LocaleHandle* handle, double value,
-                                               std::int32_t width, std::int32_t decimals,
-                                               std::uint32_t flags, Unit* out,
-                                               std::int64_t capacity,
-                                               std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  const int significant = decimals == 0 ? 6 : decimals;
-  Significand rounded;
-  if (!is_finite_but_zero(value) || significant >= block_digits ||
-      !has_narrow_symbols<Unit>(record, grouped) ||
-      !round_to_significant(magnitude_of(value), significant, rounded)) [[unlikely]] {
-    return format_number_here(handle, value, width, decimals, flags, out, capacity, length);
-  }
-  const int carried = rounded.digits >= powers_of_ten[significant] ? 1 : 0;
-  const int count = significant + carried;
-  const int exponent = rounded.exponent + carried;
-  const DigitBlock block(rounded.digits, count);
-  int shown = block.significant(count);
-  Unit* position = write_minus(value, out);
-  if (rounded.exponent < -4 || rounded.exponent >= significant) {
-    position = write_parted(record, block, 1, shown, position);
-    const bool capital = (flags & number_flags::general_capital) != 0;
-    return done(out, write_exponent_suffix(exponent, capital, position), length);
-  }
-  if (exponent >= 0) {
-    const int integers = exponent + 1;
-    shown = std::max(shown, integers);
-    position = grouped ? write_groups_of_three(record, rounded.digits, integers, count - integers,
-                                               shown - integers, position)
-                       : write_parted(record, block, integers, shown, position);
-    return done(out, position, length);
-  }
-  // "0", the point and up to three zeros before the digits.
-  *position++ = Unit{'0'};
-  *position++ = static_cast<Unit>(record.decimal_symbol);
-  for (int i = 0; i < 4; ++i) position[i] = Unit{'0'};
-  position -= exponent + 1;
-  block.write(shown, position);
-  return done(out, position + shown, length);
-}
-
-}  // namespace quick_number
+}  // namespace fieldless_number
 }  // namespace jwnls
 
 #endif  // JWNLS_MODULE_FORMAT_NUMBERS_FIELDLESS_NUMBER_H_

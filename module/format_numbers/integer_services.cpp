@@ -1,11 +1,15 @@
 #include "module/format_numbers/integer_services.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <type_traits>
 
 #include "abi/status.h"
 #include "module/format_numbers/fieldless_integer.h"
 #include "module/format_numbers/integer_text.h"
+#include "module/placement/groups_of_three.h"
+#include "module/placement/symbols.h"
 #include "module/text/copy_text.h"
 
 namespace jwnls {
@@ -184,7 +188,7 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
                              std::int32_t minimum_digits, std::uint32_t flags, Unit* out,
                              std::int64_t capacity, std::int64_t* length) noexcept {
   using namespace integer_flags;
-  using namespace quick_integer;
+  using namespace fieldless_integer;
   const bool quick =
       width < 1 && capacity >= room && (minimum_digits == 1 || (minimum_digits == 0 && value != 0));
   if (quick) [[likely]] {
@@ -200,9 +204,9 @@ std::uint32_t format_integer(LocaleHandle* handle, Integer value, std::int32_t w
           value, [](auto... call) { write_hexadecimal<false>(call...); }, out, capacity, length);
     }
     if (flags == group) {
-      const LocaleRecord& record = *handle->record;
-      if (groups_by_three(record) && (sizeof(Unit) == 2 || record.grouping_symbol < 0x80)) {
-        const auto separator = static_cast<Unit>(record.grouping_symbol);
+      const Symbols<Unit> symbols{*handle->record};
+      if (groups_by_three(symbols.record) && symbols.narrow_grouping()) {
+        const Unit separator = symbols.grouping();
         return magnitude_of(value) < ten_to_18
                    ? format_grouped(value, separator, out, capacity, length)
                    : format_long_grouped(value, separator, out, capacity, length);

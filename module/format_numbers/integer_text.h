@@ -3,8 +3,6 @@
 #ifndef JWNLS_MODULE_FORMAT_NUMBERS_INTEGER_TEXT_H_
 #define JWNLS_MODULE_FORMAT_NUMBERS_INTEGER_TEXT_H_
 
-#include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -15,6 +13,7 @@
 #include "module/digits/powers_of_ten.h"
 #include "module/placement/group_sizes.h"
 #include "module/placement/groups_of_three.h"
+#include "module/placement/symbols.h"
 #include "module/text/utf8_encoding.h"
 
 namespace jwnls {
@@ -44,15 +43,14 @@ class IntegerText {
   }
 
   void set_grouped(std::uint64_t value, const LocaleRecord& record) noexcept {
-    const char16_t separator = record.grouping_symbol;
+    const Symbols<Unit> symbols{record};
     const int count = value == 0 ? 0 : digit_count(value);
-    const bool narrow = sizeof(Unit) == 2 || separator < 0x80;
-    if (!groups_by_three(record) || !narrow || count > most_grouped_digits || count == 0)
-        [[unlikely]] {
-      return group_backward(value, count, grouping_of(record), separator);
+    if (!groups_by_three(record) || !symbols.narrow_grouping() || count > most_grouped_digits ||
+        count == 0) [[unlikely]] {
+      return group_backward(value, count, grouping_of(record), record.grouping_symbol);
     }
     const auto& place = place_of_groups(count, 0);
-    write_groups_of_three(value, place, 0, static_cast<Unit>(separator), units_);
+    write_groups_of_three(value, place, 0, symbols.grouping(), units_);
     begin_ = units_;
     length_ = static_cast<std::size_t>(place.length);
   }
@@ -78,7 +76,7 @@ class IntegerText {
                       char16_t separator) noexcept {
     char encoded[longest_utf8_unit] = {};
     const std::size_t encoded_length = sizeof(Unit) == 1 ? encode_utf8_unit(separator, encoded) : 1;
-    IntegerGroups groups(pattern);
+    IntegerGroupSizes groups(pattern);
     Unit* const end = units_ + capacity;
     Unit* position = end;
     std::size_t in_group = 0;

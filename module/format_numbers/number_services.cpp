@@ -3,11 +3,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "abi/number_flags.h"
+#include "abi/status.h"
 #include "module/format_numbers/fieldless_number.h"
 #include "module/format_numbers/number_formatter.h"
+#include "module/format_numbers/number_request.h"
 #include "module/format_numbers/quick_best_fit.h"
 #include "module/host_calls/kernel_handle.h"
 #include "module/placement/delivery.h"
+#include "module/placement/groups_of_three.h"
+#include "module/placement/symbols.h"
 
 namespace jwnls {
 namespace {
@@ -59,38 +64,41 @@ template <typename Unit>
                                                         std::int64_t capacity, std::int64_t* length,
                                                         const FloatOptions* options) noexcept {
   using namespace number_flags;
-  using namespace quick_number;
+  using namespace fieldless_number;
   if (options != nullptr && std::isnan(value)) [[unlikely]] {  // they are about missing values
-    return code(format_double(*handle->record, value, number_request(width, decimals, flags),
-                              options, out, std::max<std::int64_t>(capacity, 0), length));
+    return format_with_options(handle, value, width, decimals, flags, out, capacity, length,
+                               options);
   }
   const auto quick = [&](auto* way) {
     return way(handle, value, width, decimals, flags, out, capacity, length);
   };
   const bool grouped = (flags & group) != 0;
   const std::uint32_t kind = flags & ~group;
-  if (width == 0 && capacity >= quick_room && static_cast<std::uint32_t>(decimals) <= 17 &&
+  if (width == 0 && capacity >= room &&
+      static_cast<std::uint32_t>(decimals) <= most_decimals_asked &&
       (!grouped || groups_by_three(*handle->record))) [[likely]] {
     if (kind == fixed || kind == integer_first) {
       const LocaleRecord& record = *handle->record;
-      if (is_amount(value, decimals) && has_narrow_symbols<Unit>(record, grouped)) [[likely]] {
+      if (is_amount(value, decimals) && Symbols<Unit>{record}.narrow(grouped)) [[likely]] {
         return grouped ? write_amount<true>(record, value, decimals, out, length)
                        : write_amount<false>(record, value, decimals, out, length);
       }
-      return grouped ? quick(format_fixed<true, Unit>) : quick(format_fixed<false, Unit>);
+      return grouped ? quick(format<DecimalForm::fixed, true, Unit>)
+                     : quick(format<DecimalForm::fixed, false, Unit>);
     }
     if (kind == 0 || kind == general || kind == general_capital) {
-      return grouped ? quick(format_general<true, Unit>) : quick(format_general<false, Unit>);
+      return grouped ? quick(format<DecimalForm::general, true, Unit>)
+                     : quick(format<DecimalForm::general, false, Unit>);
     }
     if (kind == exponent_small || kind == exponent_capital) {
-      return quick(format_exponent<Unit>);
+      return quick(format<DecimalForm::exponent, false, Unit>);
     }
   }
   if ((flags == best_fit || (decimals == best_fit_decimals && flags == 0)) && width >= 1 &&
-      width <= widest_quick_field && capacity >= width + quick_overhang) {
-    return quick(format_best_fit<Unit>);
+      width <= quick_best_fit::widest_field && capacity >= width + quick_best_fit::overhang) {
+    return quick(quick_best_fit::format<Unit>);
   }
-  return quick(format_number_here<Unit>);
+  return quick(format_any_number<Unit>);
 }
 
 }  // namespace

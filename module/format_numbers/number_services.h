@@ -1,5 +1,5 @@
 // The floating, currency and percent services, as the service table holds them; described with
-// their types in abi/locale_handle.h, their flags in module/placement/number_request.h.
+// their types in abi/locale_handle.h, their flags in abi/number_flags.h.
 
 #ifndef JWNLS_MODULE_FORMAT_NUMBERS_NUMBER_SERVICES_H_
 #define JWNLS_MODULE_FORMAT_NUMBERS_NUMBER_SERVICES_H_

@@ -1,25 +1,32 @@
-// Best-fit numbers from 1 to below 10^15 in the fixed form, as most are: without the choice of
-// forms.
+// Best-fit numbers from 10^-5 to below 10^15 in the fixed form, as most are: without the choice
+// between the forms.
 
 #ifndef JWNLS_MODULE_FORMAT_NUMBERS_QUICK_BEST_FIT_H_
 #define JWNLS_MODULE_FORMAT_NUMBERS_QUICK_BEST_FIT_H_
 
 #include <algorithm>
 #include <array>
-#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 
+#include "abi/locale_handle.h"
+#include "abi/status.h"
 #include "module/digits/digit_block.h"
+#include "module/digits/leading_digits.h"
+#include "module/digits/powers_of_ten.h"
+#include "module/digits/quick_rounding.h"
 #include "module/format_numbers/fieldless_number.h"
+#include "module/format_numbers/number_formatter.h"
 #include "module/format_numbers/width_bound_rounding.h"
+#include "module/placement/symbols.h"
 
-namespace jwnls {
+namespace jwnls::quick_best_fit {
 
 /// What is overwritten behind the field, and put back.
-inline constexpr std::int64_t quick_overhang = block_digits;
-inline constexpr int widest_quick_field = 2 * block_digits;
+inline constexpr std::int64_t overhang = block_digits;
+inline constexpr int widest_field = 2 * block_digits;
 
 // The least value with more integer digits than its estimate says, by the estimate; no value has
 // where the estimate is 0 or less.
@@ -30,77 +37,87 @@ inline constexpr auto least_underestimated = [] {
   return least;
 }();
 
-// Returns false with nothing written where the fixed form is not certain.
-template <typename Unit>
-[[gnu::always_inline]] inline bool write_best_fit(const LocaleRecord& record, double value,
-                                                  int width, Unit* out) noexcept {
-  const double magnitude = magnitude_of(value);
+/// Chooses the decimals that a value shows in `room` places, trailing zeros among them, and its
+/// fifteen digits. Returns false where the fixed form is not certain.
+[[gnu::always_inline]] inline bool choose(double magnitude, int room, LeadingDigits& leading,
+                                          int& decimals) noexcept {
   if (!(magnitude >= 1e-5 && magnitude < 1e15)) return false;
-  if (sizeof(Unit) == 1 && record.decimal_symbol >= 0x80) return false;
-  const int sign = value < 0 ? 1 : 0;
-  const int room = width - sign;
   const int estimate = estimated_digits(magnitude);
   // In narrow fields the form depends on more.
   constexpr int narrow = 7;
   if (room <= narrow || estimate > room - 2) return false;
   const auto estimated = static_cast<unsigned>(std::max(estimate, 0));
-  int decimals = room - 1 - std::max(estimate, 1);
+  decimals = room - 1 - std::max(estimate, 1);
   // The estimate is low for many values: those get one decimal fewer.
   decimals -= nudged(magnitude, estimate, decimals) >= least_underestimated[estimated] ? 1 : 0;
-  Significand leading;
   if (!truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
     return false;
   }
   const int integers = leading.exponent + 1;
-  if (integers + (decimals > 0 ? 1 + decimals : 0) > room || integers > shown_digits) return false;
+  return integers + (decimals > 0 ? 1 + decimals : 0) <= room && integers <= shown_digits;
+}
 
+/// Writes the first `shown` of fifteen digits up to the unit before `end`, in front of them the
+/// minus where `sign` is 1, and zero units behind. The digits go on for `integers` before the
+/// point; where that is 0 or less, so many zeros follow it.
+template <typename Unit>
+[[gnu::always_inline]] inline void write(Symbols<Unit> symbols, const DigitBlock& block,
+                                         int integers, int shown, int sign, Unit* end) noexcept {
+  if (integers > 0) {
+    Unit* const position = end - sign - shown - (shown > integers ? 1 : 0);
+    *position = Unit{'-'};
+    block.write_parted(integers, symbols.decimal(), shown, position + sign);
+    return;
+  }
+  // "0", the point and up to four zeros before the digits.
+  Unit* const digits = end - shown;
+  Unit* position = digits + integers - 2 - sign;
+  *position = Unit{'-'};
+  position += sign;
+  *position++ = Unit{'0'};
+  *position++ = symbols.decimal();
+  for (int i = 0; i < 4; ++i) position[i] = Unit{'0'};
+  block.write(shown, digits);
+}
+
+/// Places digits in a field of blanks.
+template <typename Unit>
+[[gnu::always_inline]] inline void place(Symbols<Unit> symbols, const LeadingDigits& leading,
+                                         int decimals, int sign, int width, Unit* out) noexcept {
   // Decimals past the fifteenth digit are zeros and go with the other trailing ones.
   const DigitBlock block(leading.digits, shown_digits);
+  const int integers = leading.exponent + 1;
   const int kept = std::min(integers + decimals, shown_digits);
   const int shown = std::max(block.significant(kept), integers);
   // What whole blocks overwrite behind the field is the caller's: it is kept and put back.
   // (Composing the field elsewhere would cost more than all the rest, in loads that span fresh
   // stores.)
-  Unit kept_behind[quick_overhang];
+  Unit kept_behind[overhang];
   std::memcpy(kept_behind, out + width, sizeof kept_behind);
   std::fill_n(out, block_digits, Unit{' '});
   if (width > block_digits) std::fill_n(out + block_digits, block_digits, Unit{' '});
-  const auto symbol = static_cast<Unit>(record.decimal_symbol);
-  if (integers > 0) {
-    Unit* const position = out + width - sign - shown - (shown > integers ? 1 : 0);
-    *position = Unit{'-'};
-    block.write_parted(integers, symbol, shown, position + sign);
-  } else {
-    // "0", the point and up to four zeros before the digits.
-    Unit* const digits = out + width - shown;
-    Unit* position = digits + integers - 2 - sign;
-    *position = Unit{'-'};
-    position += sign;
-    *position++ = Unit{'0'};
-    *position++ = symbol;
-    for (int i = 0; i < 4; ++i) position[i] = Unit{'0'};
-    block.write(shown, digits);
-  }
+  write(symbols, block, integers, shown, sign, out + width);
   std::memcpy(out + width, kept_behind, sizeof kept_behind);
-  return true;
 }
 
-/// Formats a value into a field of `width` places, 1 to widest_quick_field, without
-/// grouping.
+/// Formats a value into a field of `width` places, 1 to widest_field, without grouping; `overhang`
+/// units behind it are overwritten and put back.
 template <typename Unit>
-[[gnu::noinline]] std::uint32_t format_best_fit(LocaleHandle* handle, double value,
-                                                std::int32_t width, std::int32_t decimals_asked,
-                                                std::uint32_t flags, Unit* out,
-                                                std::int64_t capacity,
-                                                std::int64_t* length) noexcept {
-  const LocaleRecord& record = *handle->record;
-  if (!write_best_fit(record, value, width, out)) {
-    return format_number_here(handle, value, width, decimals_asked, flags, out, capacity, length);
+[[gnu::noinline]] std::uint32_t format(LocaleHandle* handle, double value, std::int32_t width,
+                                       std::int32_t decimals_asked, std::uint32_t flags, Unit* out,
+                                       std::int64_t capacity, std::int64_t* length) noexcept {
+  const Symbols<Unit> symbols{*handle->record};
+  const int sign = value < 0 ? 1 : 0;
+  LeadingDigits leading;
+  int decimals = 0;
+  if (!symbols.narrow(false) || !choose(magnitude_of(value), width - sign, leading, decimals)) {
+    return format_any_number(handle, value, width, decimals_asked, flags, out, capacity, length);
   }
+  place(symbols, leading, decimals, sign, width, out);
   if (length != nullptr) *length = width;
   return code(Status::ok);
 }
 
-}  // namespace jwnls
+}  // namespace jwnls::quick_best_fit
 
 #endif  // JWNLS_MODULE_FORMAT_NUMBERS_QUICK_BEST_FIT_H_

@@ -7,11 +7,13 @@
 #include <algorithm>
 #include <cstring>
 
+#include "module/digits/digit_block.h"
 #include "module/digits/leading_digits.h"
-#include "module/digits/powers_of_ten.h"
 #include "module/format_numbers/width_bound_exponent.h"
 #include "module/format_numbers/width_bound_rounding.h"
+#include "module/placement/decimal_body.h"
 #include "module/placement/grouped_digits.h"
+#include "module/placement/symbols.h"
 
 namespace jwnls {
 namespace {
@@ -39,7 +41,7 @@ class FixedForm {
 
   // Takes trailing zeros of the fraction away.
   void trim() noexcept {
-    const char* const first = fraction();
+    const char* const first = fraction_digits();
     while (decimals_ > 0 && first[decimals_ - 1] == '0') --decimals_;
   }
 
@@ -51,10 +53,10 @@ class FixedForm {
   }
   int decimals() const noexcept { return decimals_; }
 
-  DigitRun integer_digits() const noexcept {
-    return {integers_ != 0 ? text_ + zeros_around : text_};
+  const char* integer_digits() const noexcept {
+    return integers_ != 0 ? text_ + zeros_around : text_;
   }
-  DigitRun fraction_digits() const noexcept { return {fraction()}; }
+  const char* fraction_digits() const noexcept { return text_ + zeros_around + exponent_ + 1; }
 
  private:
   static constexpr int zeros_around = 40;
@@ -63,8 +65,6 @@ class FixedForm {
     const int fraction = decimals_ > 0 ? 1 + decimals_ : 0;
     return integers_ + fraction == 0 ? 1 : integers_ + fraction;
   }
-
-  const char* fraction() const noexcept { return text_ + zeros_around + exponent_ + 1; }
 
   int exponent_ = 0;
   int integers_ = 0;
@@ -75,16 +75,15 @@ class FixedForm {
 class WidthBoundFormatter {
  public:
   WidthBoundFormatter(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                      bool negative, int places, NumberPlacement& placement,
-                      ShortBody& body) noexcept
-      : record_(record),
+                      bool negative, int places, ShortNumber& out) noexcept
+      : symbols_{record},
         request_(request),
         magnitude_(magnitude),
         negative_(negative),
         places_(places),
         room_(places - (negative ? 1 : 0)),
-        placement_(placement),
-        body_(body) {
+        placement_(out.placement),
+        body_(out.body) {
     estimate_ = estimated_digits(magnitude);
   }
 
@@ -153,20 +152,21 @@ class WidthBoundFormatter {
     const int integers = form.integers(room_);
     const int decimals = form.decimals();
     int length = integers + (decimals > 0 ? 1 + decimals : 0);
-    char16_t* position = body_.units;
-    const int separators = request_.group && integers > 0 ? count_separators(record_, integers) : 0;
+    char16_t* position = body_;
+    const int separators =
+        request_.group && integers > 0 ? count_separators(symbols_.record, integers) : 0;
     if (separators < 0 || length + separators > room_) {
       placement_.status = Status::grouping_failed;
     } else if (separators > 0) {
-      write_grouped(record_, form.integer_digits(), integers, separators, position);
+      write_grouped(symbols_, form.integer_digits(), integers, separators, position);
       length += separators;
       position += separators;
     }
-    if (position == body_.units) store_digits(form.integer_digits(), 0, integers, position);
+    if (position == body_) store_digits(form.integer_digits(), integers, position);
     position += integers;
     if (decimals > 0) {
-      *position++ = record_.decimal_symbol;
-      store_digits(form.fraction_digits(), 0, decimals, position);
+      *position++ = symbols_.decimal();
+      store_digits(form.fraction_digits(), decimals, position);
     }
     place(length);
   }
@@ -178,8 +178,8 @@ class WidthBoundFormatter {
 
   bool try_exponent() noexcept {
     int length = 0;
-    if (write_exponent_form(magnitude_, room_, as_many_as_fit, true, record_.decimal_symbol,
-                            body_.units, length) != Status::ok) {
+    if (write_exponent_form(magnitude_, room_, as_many_as_fit, true, symbols_.decimal(), body_,
+                            length) != Status::ok) {
       return false;
     }
     place(length);
@@ -189,7 +189,7 @@ class WidthBoundFormatter {
   void show_exponent(std::int32_t decimals) noexcept {
     int length = 0;
     const Status status = write_exponent_form(magnitude_, room_, decimals, best_fit(),
-                                              record_.decimal_symbol, body_.units, length);
+                                              symbols_.decimal(), body_, length);
     if (status == Status::does_not_fit) {
       placement_.fill_with_stars(places_, places_, status);
       return;
@@ -209,34 +209,32 @@ class WidthBoundFormatter {
     placement_.length = places_;
   }
 
-  const LocaleRecord& record_;
+  Symbols<char16_t> symbols_;
   const NumberRequest& request_;
   double magnitude_;
   bool negative_;
   int places_;  // of the field
   int room_;    // for the text without its sign
   int estimate_;
-  NumberPlacement& placement_;
-  ShortBody& body_;
+  Placement& placement_;
+  char16_t* body_;
 };
 
 }  // namespace
 
 void format_width_bound(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                        bool negative, std::int64_t capacity, NumberPlacement& placement,
-                        ShortBody& body) noexcept {
+                        bool negative, std::int64_t capacity, ShortNumber& out) noexcept {
+  Placement& placement = out.placement;
   const bool exponent_kind =
       request.kind == NumberKind::exponent_only || request.kind == NumberKind::bound_exponent;
-  const std::int64_t width = request.width;
+  const std::int64_t width = request.field.width;
   if (width < 1) return placement.refuse(Status::invalid_width);
   const std::int64_t places = std::min(width, capacity);
   if (width > widest_field || (exponent_kind && width < narrowest_exponent_field)) {
     return placement.fill_with_stars(places, places, Status::invalid_width);
   }
   if (places == 0) return placement.fill_with_stars(0, 0, Status::does_not_fit);
-  WidthBoundFormatter(record, request, magnitude, negative, static_cast<int>(places), placement,
-                      body)
-      .format();
+  WidthBoundFormatter(record, request, magnitude, negative, static_cast<int>(places), out).format();
 }
 
 }  // namespace jwnls

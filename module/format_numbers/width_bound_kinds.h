@@ -4,21 +4,17 @@
 #ifndef JWNLS_MODULE_FORMAT_NUMBERS_WIDTH_BOUND_KINDS_H_
 #define JWNLS_MODULE_FORMAT_NUMBERS_WIDTH_BOUND_KINDS_H_
 
+#include <cstdint>
+
 #include "abi/locale_record.h"
-#include "module/placement/field.h"
+#include "module/format_numbers/number_request.h"
+#include "module/format_numbers/short_number.h"
 
 namespace jwnls {
 
-/// The body of a short number, with room for whole blocks behind it.
-struct ShortBody {
-  static constexpr int longest = 32;  // units
-  char16_t units[longest + 32];
-};
-
 /// Formats 0 or a finite value above (its sign apart) into the field that the request asks for.
 void format_width_bound(const LocaleRecord& record, const NumberRequest& request, double magnitude,
-                        bool negative, std::int64_t capacity, NumberPlacement& placement,
-                        ShortBody& body) noexcept;
+                        bool negative, std::int64_t capacity, ShortNumber& out) noexcept;
 
 }  // namespace jwnls
 

@@ -7,8 +7,8 @@
 #include <bit>
 #include <cstdint>
 
+#include "module/digits/exact_digits.h"
 #include "module/digits/leading_digits.h"
-#include "module/digits/quick_rounding.h"
 
 namespace jwnls {
 

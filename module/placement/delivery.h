@@ -5,10 +5,11 @@
 #define JWNLS_MODULE_PLACEMENT_DELIVERY_H_
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "module/placement/field.h"
-#include "module/text/bounded_writer.h"
+#include "module/text/copy_text.h"
 #include "module/text/utf8_encoding.h"
 
 namespace jwnls {
@@ -18,6 +19,14 @@ inline constexpr std::int64_t longest_body = 2 * 350 + 16;
 
 /// What a body's writer may overwrite behind the body, because it stores whole blocks.
 inline constexpr std::int64_t body_overhang = 32;
+
+/// Where a service puts its text.
+template <typename Unit>
+struct Output {
+  Unit* units;
+  std::int64_t capacity;  // 0 or above
+  std::int64_t* length;   // may be null
+};
 
 /// Encodes units as long as they fit whole.
 class EncodingWriter {
@@ -51,10 +60,11 @@ class EncodingWriter {
 };
 
 /// Delivers a number whose units take one unit of the output each. `write_body(Unit*)` writes the
-/// body, and up to body_overhang units behind it. `length` may be null.
+/// body, and up to body_overhang units behind it.
 template <typename Unit, typename WriteBody>
-inline Status deliver(const NumberPlacement& placement, WriteBody write_body, Unit* out,
-                      std::int64_t capacity, std::int64_t* length) noexcept {
+inline Status deliver(const Placement& placement, WriteBody write_body,
+                      const Output<Unit>& output) noexcept {
+  const auto [out, capacity, length] = output;
   if (!placement.delivers) [[unlikely]]
     return placement.status;
   if (length != nullptr) *length = placement.length;
@@ -86,21 +96,21 @@ inline Status deliver(const NumberPlacement& placement, WriteBody write_body, Un
 /// The same as UTF-8 where units may take several bytes: whole units only, does_not_fit when they
 /// end early; the length is in bytes.
 template <typename WriteBody>
-Status deliver_encoded(const NumberPlacement& placement, WriteBody write_body, char* out,
-                       std::int64_t capacity, std::int64_t* length) noexcept {
+Status deliver_encoded(const Placement& placement, WriteBody write_body,
+                       const Output<char>& output) noexcept {
   if (!placement.delivers || placement.starred) {
     return deliver(
-        placement, [](char*) {}, out, capacity, length);
+        placement, [](char*) {}, output);
   }
   char16_t body[longest_body + body_overhang];
   write_body(body);
-  EncodingWriter writer(out, capacity);
+  EncodingWriter writer(output.units, output.capacity);
   writer.fill(' ', placement.blanks_before);
   if (placement.sign != 0) writer.append(&placement.sign, 1);
   writer.fill('0', placement.zeros);
   writer.append(body, placement.body_length);
   writer.fill(' ', placement.blanks_after);
-  if (length != nullptr) *length = writer.written();
+  if (output.length != nullptr) *output.length = writer.written();
   return writer.full() ? Status::does_not_fit : placement.status;
 }
 

@@ -1,4 +1,5 @@
-// The exponent of the plain kinds: "e+05", "E-123".
+// The exponent behind a number's digits: "e+05", "E-123" of the plain kinds, "E+5" of the
+// width-bound ones.
 
 #ifndef JWNLS_MODULE_PLACEMENT_EXPONENT_SUFFIX_H_
 #define JWNLS_MODULE_PLACEMENT_EXPONENT_SUFFIX_H_
@@ -29,6 +30,24 @@ template <typename Unit>
   out[0] = pair[0];
   out[1] = pair[1];
   return out + 2;
+}
+
+/// The units of a suffix without leading zeros: "E", the sign and one to three digits.
+constexpr int short_exponent_suffix_length(int exponent) noexcept {
+  const unsigned size = exponent_size(exponent);
+  return 3 + (size >= 10 ? 1 : 0) + (size >= 100 ? 1 : 0);
+}
+
+/// Writes a suffix without leading zeros and returns its end. `out` has room for 5 units.
+template <typename Unit>
+Unit* write_short_exponent_suffix(int exponent, Unit* out) noexcept {
+  const unsigned size = exponent_size(exponent);
+  *out++ = Unit{'E'};
+  *out++ = exponent < 0 ? Unit{'-'} : Unit{'+'};
+  if (size >= 100) *out++ = static_cast<Unit>('0' + size / 100);
+  if (size >= 10) *out++ = static_cast<Unit>('0' + size / 10 % 10);
+  *out++ = static_cast<Unit>('0' + size % 10);
+  return out;
 }
 
 }  // namespace jwnls

@@ -1,5 +1,5 @@
-// How a formatted number stands in its field. Fields may be far larger than any text, so fill is
-// counted here and written when the text is delivered.
+// How a formatted number stands in its field: where fill and sign go. Fields may be far larger than
+// any text, so fill is counted here and written when the text is delivered.
 
 #ifndef JWNLS_MODULE_PLACEMENT_FIELD_H_
 #define JWNLS_MODULE_PLACEMENT_FIELD_H_
@@ -8,12 +8,18 @@
 #include <cstdint>
 
 #include "abi/status.h"
-#include "module/placement/number_request.h"
 
 namespace jwnls {
 
+/// The field that a caller asks for.
+struct Field {
+  std::int64_t width;  // 0 or above; 0 is no field
+  bool left;
+  bool zero_fill;
+};
+
 /// In reading order: blanks before, sign, zeros, the body, blanks after; or nothing but stars.
-struct NumberPlacement {
+struct Placement {
   Status status = Status::ok;
   bool delivers = true;     // false: nothing is written, and the length stays as it is
   bool starred = false;     // only stars are written
@@ -40,20 +46,20 @@ struct NumberPlacement {
     status = reason;
   }
 
-  /// The last step of the plain kinds: places sign and body in the requested width. A text that
-  /// does not fit by itself reports its own length, which zero fill belongs to; one that only its
-  /// blanks make too long reports the field.
-  void place(const NumberRequest& request, std::int64_t capacity) noexcept {
+  /// Places sign and body in a field, as the last step. A text that does not fit by itself reports
+  /// its own length, which zero fill belongs to; one that only its blanks make too long reports the
+  /// field.
+  void place(const Field& field, std::int64_t capacity) noexcept {
     const std::int64_t text = body_length + (sign != 0 ? 1 : 0);
-    length = std::max(request.width, text);
+    length = std::max(field.width, text);
     if (length > capacity) {
-      const bool by_field = text <= capacity || request.zero_fill;
-      fill_with_stars(std::min(capacity, request.width), by_field ? length : text,
+      const bool by_field = text <= capacity || field.zero_fill;
+      fill_with_stars(std::min(capacity, field.width), by_field ? length : text,
                       Status::does_not_fit);
       return;
     }
     const std::int64_t fill = length - text;
-    (request.zero_fill ? zeros : request.left ? blanks_after : blanks_before) = fill;
+    (field.zero_fill ? zeros : field.left ? blanks_after : blanks_before) = fill;
   }
 };
 

@@ -9,15 +9,14 @@
 #define JWNLS_MODULE_PLACEMENT_GROUP_SIZES_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 namespace jwnls {
 
 /// The group sizes of floating values, one after the other.
-class FloatGroups {
+class FloatGroupSizes {
  public:
-  explicit FloatGroups(std::u16string_view pattern) noexcept : rest_(pattern) {
+  explicit FloatGroupSizes(std::u16string_view pattern) noexcept : rest_(pattern) {
     // A pattern without a number at its start groups by three.
     if (!read_number(size_)) size_ = 3;
   }
@@ -61,9 +60,9 @@ class FloatGroups {
 
 /// The group sizes of integers: one digit, one size; "-" or a 0 ends the grouping; other units are
 /// passed over. Without any size nothing is grouped.
-class IntegerGroups {
+class IntegerGroupSizes {
  public:
-  explicit IntegerGroups(std::u16string_view pattern) noexcept : rest_(pattern) { advance(); }
+  explicit IntegerGroupSizes(std::u16string_view pattern) noexcept : rest_(pattern) { advance(); }
 
   /// The digits of the current group; 0 when nothing more is grouped.
   std::size_t size() const noexcept { return size_; }

@@ -3,10 +3,12 @@
 #ifndef JWNLS_MODULE_PLACEMENT_GROUPED_DIGITS_H_
 #define JWNLS_MODULE_PLACEMENT_GROUPED_DIGITS_H_
 
+#include <cstddef>
+
 #include "abi/locale_record.h"
-#include "module/digits/digit_block.h"
 #include "module/placement/group_sizes.h"
 #include "module/placement/groups_of_three.h"
+#include "module/placement/symbols.h"
 
 namespace jwnls {
 
@@ -14,7 +16,7 @@ namespace jwnls {
 inline int count_separators(const LocaleRecord& record, int count) noexcept {
   if (groups_by_three(record)) [[likely]]
     return separators_of_three(count);
-  FloatGroups groups(grouping_of(record));
+  FloatGroupSizes groups(grouping_of(record));
   if (groups.size() == 0) return -1;
   int separators = 0;
   for (auto left = static_cast<std::size_t>(count); left > groups.size(); ++separators) {
@@ -24,30 +26,22 @@ inline int count_separators(const LocaleRecord& record, int count) noexcept {
   return separators;
 }
 
-/// Writes `count` digits, of which `digit(i)` is the i-th, with `separators` among them.
-template <typename Unit, typename Digit>
-void write_groups(const LocaleRecord& record, Digit digit, int count, int separators,
-                  Unit* out) noexcept {
-  FloatGroups groups(grouping_of(record));
+/// Writes `count` digits with `separators` among them.
+template <typename Unit>
+void write_grouped(Symbols<Unit> symbols, const char* digits, int count, int separators,
+                   Unit* out) noexcept {
+  FloatGroupSizes groups(grouping_of(symbols.record));
   Unit* position = out + count + separators;
   std::size_t left_in_group = groups.size();
   for (int i = count; i-- > 0;) {
     if (left_in_group == 0) {
-      *--position = static_cast<Unit>(record.grouping_symbol);
+      *--position = symbols.grouping();
       groups.advance();
       left_in_group = groups.size();
     }
-    *--position = static_cast<Unit>(static_cast<unsigned char>(digit(i)));
+    *--position = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
     --left_in_group;
   }
-}
-
-/// The same from memory.
-template <typename Unit>
-void write_grouped(const LocaleRecord& record, DigitRun digits, int count, int separators,
-                   Unit* out) noexcept {
-  write_groups(
-      record, [&](int i) { return digits.text[i]; }, count, separators, out);
 }
 
 }  // namespace jwnls

@@ -11,7 +11,8 @@
 #include "abi/locale_record.h"
 #include "module/digits/digit_block.h"
 #include "module/digits/digit_groups.h"
-#include "module/placement/group_sizes.h"
+#include "module/digits/powers_of_ten.h"
+#include "module/placement/symbols.h"
 
 namespace jwnls {
 
@@ -116,14 +117,14 @@ template <typename Unit>
 }
 
 /// The last `integers` + `decimals` digits of a number below 10^16, which has no more: the integers
-/// in groups; then, if any are shown, the record's symbol and the first `shown` of the
-/// decimals, behind which only zeros follow. Returns the text's end.
+/// in groups; then, if any are shown, the decimal symbol and the first `shown` of the decimals,
+/// behind which only zeros follow. Returns the text's end.
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* write_groups_of_three(const LocaleRecord& record,
+[[gnu::always_inline]] inline Unit* write_groups_of_three(Symbols<Unit> symbols,
                                                           std::uint64_t number, int integers,
                                                           int decimals, int shown,
                                                           Unit* out) noexcept {
-  const auto separator = static_cast<Unit>(record.grouping_symbol);
+  const Unit separator = symbols.grouping();
   if (decimals <= groups_of_three::most_decimals_beside && integers <= 15) [[likely]] {
     const auto& place = place_of_groups(integers, decimals);
     write_groups_of_three(number, place, shown, separator, out);
@@ -137,7 +138,7 @@ template <typename Unit>
     DigitBlock(rest, decimals).write(shown, out + 1);
   }
   if (shown == 0) return out;
-  *out = static_cast<Unit>(record.decimal_symbol);
+  *out = symbols.decimal();
   return out + 1 + shown;
 }
 

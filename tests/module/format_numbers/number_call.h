@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "abi/locale_handle.h"
+#include "abi/number_flags.h"
 #include "abi/status.h"
-#include "module/placement/number_request.h"
 
 namespace jwnls::test {
 
