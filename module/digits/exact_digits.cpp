@@ -8,6 +8,8 @@
 #include "module/digits/exact_digits.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 
 #include "module/digits/digit_block.h"
 #include "module/digits/power_of_two_limbs.h"
@@ -47,7 +49,6 @@ bool multiply(const LimbRow& row, std::uint64_t factor, int wanted, Product& out
   const int from = std::max(row.lowest, wanted - 1);
   std::uint64_t above = 0;  // what the limb before hands up: its quotient and its carry
   if (from > row.lowest) above = split_product(row.limbs[from - 1 - row.lowest], factor).quotient;
-  const bool exact = from == row.lowest;
   out.lowest = from;
   std::uint64_t* limb = out.limbs;
   for (int i = from; i <= row.highest; ++i) {
@@ -55,10 +56,10 @@ bool multiply(const LimbRow& row, std::uint64_t factor, int wanted, Product& out
     const std::uint64_t sum = split.rest + above;
     const std::uint64_t carry = sum / ten_to_18;
     *limb = sum - carry * ten_to_18;
-    if (i == from && !exact && *limb >= ten_to_18 - most_carry) return false;
     ++limb;
     above = split.quotient + carry;
   }
+  if (from > row.lowest && out.limbs[0] >= ten_to_18 - most_carry) return false;
   out.highest = row.highest;
   if (above != 0) {
     *limb = above % ten_to_18;
@@ -121,15 +122,15 @@ void digits_to_limb(const Factors& factors, int last, ExactDigits& out) noexcept
 }  // namespace
 
 void exact_digits_to(double magnitude, int last, ExactDigits& out) noexcept {
-  constexpr int limbs_below = 20;  // 360 decimals
+  constexpr int limbs_below = 40;  // 720 decimals
   digits_to_limb(factors_of(magnitude),
                  (last + limbs_below * limb_digits) / limb_digits - limbs_below, out);
 }
 
 void exact_significant_digits(double magnitude, int wanted, ExactDigits& out) noexcept {
-  const Factors factors = factors_of(magnitude);
-  // The first limb may hold a single digit.
-  digits_to_limb(factors, factors.row.highest - (wanted + limb_digits - 2) / limb_digits, out);
+  const auto [mantissa, exponent] = binary_parts(magnitude);
+  const int first = estimated_exponent(exponent + 63 - std::countl_zero(mantissa));
+  exact_digits_to(magnitude, first - (wanted - 1), out);
 }
 
 }  // namespace jwnls

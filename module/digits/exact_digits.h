@@ -25,6 +25,11 @@ constexpr BinaryParts binary_parts(double magnitude) noexcept {
   return {fraction | std::uint64_t{1} << 52, biased - 1075};
 }
 
+/// The decimal exponent of a value in [2^binary, 2^(binary + 1)), or one less.
+constexpr int estimated_exponent(int binary) noexcept {
+  return binary * 78913 >> 18;  // 78913/2^18 approximates log10(2)
+}
+
 /// Digits from the first that is not zero on; digit i counts units of 10^(exponent - i).
 class ExactDigits {
  public:
@@ -44,7 +49,7 @@ class ExactDigits {
 };
 
 /// The digits of a finite value above 0 from its first down to units of 10^last, at least; `last`
-/// is -351 or more. None when the value is below 10^last.
+/// is -720 or more. None when the value is below 10^last.
 void exact_digits_to(double magnitude, int last, ExactDigits& out) noexcept;
 
 /// At least its first `wanted` digits, 1 to 352.

@@ -51,9 +51,7 @@ inline bool doubled_digits(double magnitude, int wanted, LeadingDigits& out) noe
   const auto [small_mantissa, small_exponent] = binary_parts(magnitude);
   const int shift = std::countl_zero(small_mantissa);
   const std::uint64_t mantissa = small_mantissa << shift;
-  // The value is in [2^b, 2^(b+1)), so this is its decimal exponent or one less.
-  const int binary = small_exponent - shift + 63;
-  const int estimate = binary * 78913 >> 18;  // 78913/2^18 approximates log10(2)
+  const int estimate = estimated_exponent(small_exponent - shift + 63);
   const int scale = wanted - 1 - estimate;
   if (scale > highest_scaling_power || scale < lowest_scaling_power) return false;
 

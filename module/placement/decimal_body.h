@@ -50,19 +50,22 @@ template <typename Unit>
   return out + shown + 1;
 }
 
-/// Stores digits from memory, and nothing behind them.
+/// Stores digits from memory, and nothing behind them, where the memory holds what the stack held
+/// before and no output may show.
 template <typename Unit>
 inline Unit* store_digits(const char* digits, int count, Unit* out) noexcept {
-  int done = 0;
-  for (; done + block_digits <= count; done += block_digits) {
-    for (int i = 0; i < block_digits; ++i) {
-      out[done + i] = static_cast<Unit>(static_cast<unsigned char>(digits[done + i]));
+  const auto store = [=](int from, int size) {
+    for (int i = from; i < from + size; ++i) {
+      out[i] = static_cast<Unit>(static_cast<unsigned char>(digits[i]));
     }
+  };
+  if (count < block_digits) {
+    store(0, count);
+    return out + count;
   }
-  // One by one: behind the digits lies what the stack held before, which no output may show.
-  for (; done < count; ++done) {
-    out[done] = static_cast<Unit>(static_cast<unsigned char>(digits[done]));
-  }
+  int done = 0;
+  for (; done + block_digits <= count; done += block_digits) store(done, block_digits);
+  store(count - block_digits, block_digits);  // over the end of the block before
   return out + count;
 }
 
