@@ -192,15 +192,6 @@ inline void write_16_digits(std::uint64_t number, char* out) noexcept {
   store(add(decimal_digits(number), zeros(block_digits)), out);
 }
 
-/// Writes a number below 10^18 as eighteen digits, zeros in front.
-inline void write_18_digits(std::uint64_t number, char* out) noexcept {
-  const std::uint64_t front = over_ten_to_16(number);
-  const std::uint64_t tens = front * 103 >> 10;  // of a number below 100
-  const auto pair = static_cast<std::uint16_t>((front << 8) - (10 * 256 - 1) * tens + 0x3030);
-  std::memcpy(out, &pair, sizeof pair);
-  write_16_digits(number - front * ten_to_16, out + 2);
-}
-
 /// Up to sixteen digits of a number, the first of its text in front, and zeros behind.
 class DigitBlock {
  public:

@@ -13,6 +13,7 @@
 
 #include "module/digits/digit_block.h"
 #include "module/digits/power_of_two_limbs.h"
+#include "module/digits/powers_of_ten.h"
 
 namespace jwnls {
 namespace {
@@ -20,7 +21,7 @@ namespace {
 using Wide = unsigned __int128;
 
 constexpr int most_limbs = 62;
-constexpr std::uint64_t most_carry = 18;  // 2^64 / 10^18
+constexpr std::uint64_t most_carry = 1844;  // 2^64 / 10^16
 
 // The settled limbs of a product, limb `lowest` first.
 struct Product {
@@ -29,19 +30,19 @@ struct Product {
   int highest;  // not zero
 };
 
-// floor(limb * factor / 10^18) or at most two less, and what is left.
+// floor(limb * factor / 10^16) or at most two less, and what is left.
 struct Split {
   std::uint64_t quotient;
   std::uint64_t rest;
 };
 
 inline Split split_product(std::uint64_t limb, std::uint64_t factor) noexcept {
-  // The product is below 2^123. 2^124 / 10^18 rounded down, times its upper bits.
-  constexpr auto reciprocal = static_cast<std::uint64_t>((Wide{1} << 123) / ten_to_18);
+  // The product is below 2^117. 2^117 / 10^16 rounded down, times its upper bits.
+  constexpr auto reciprocal = static_cast<std::uint64_t>((Wide{1} << 117) / ten_to_16);
   const Wide product = Wide{limb} * factor;
-  const auto upper = static_cast<std::uint64_t>(product >> 59);
+  const auto upper = static_cast<std::uint64_t>(product >> 53);
   const auto quotient = static_cast<std::uint64_t>(Wide{upper} * reciprocal >> 64);
-  return {quotient, static_cast<std::uint64_t>(product) - quotient * ten_to_18};
+  return {quotient, static_cast<std::uint64_t>(product) - quotient * ten_to_16};
 }
 
 // Multiplies the limbs from `wanted` up. Returns false when the limbs below could still matter.
@@ -54,18 +55,19 @@ bool multiply(const LimbRow& row, std::uint64_t factor, int wanted, Product& out
   for (int i = from; i <= row.highest; ++i) {
     const Split split = split_product(row.limbs[i - row.lowest], factor);
     const std::uint64_t sum = split.rest + above;
-    const std::uint64_t carry = sum / ten_to_18;
-    *limb = sum - carry * ten_to_18;
+    const std::uint64_t carry = over_ten_to_16(sum);
+    *limb = sum - carry * ten_to_16;
     ++limb;
     above = split.quotient + carry;
   }
-  if (from > row.lowest && out.limbs[0] >= ten_to_18 - most_carry) return false;
+  if (from > row.lowest && out.limbs[0] >= ten_to_16 - most_carry) return false;
   out.highest = row.highest;
   if (above != 0) {
-    *limb = above % ten_to_18;
+    const std::uint64_t carry = over_ten_to_16(above);
+    *limb = above - carry * ten_to_16;
     ++out.highest;
-    if (above >= ten_to_18) {
-      limb[1] = above / ten_to_18;
+    if (carry != 0) {
+      limb[1] = carry;
       ++out.highest;
     }
   }
@@ -81,11 +83,11 @@ void write_digits(const Product& product, int last, ExactDigits& out) noexcept {
   out.exponent = product.highest * limb_digits + digits - 1;
   // The zeros of the first limb fall into the room in front.
   char* text = out.text() + digits - limb_digits;
-  write_18_digits(*limb, text);
+  write_16_digits(*limb, text);
   text += limb_digits;
   const std::uint64_t* const end = product.limbs + std::max(last - product.lowest, 0);
   while (limb != end) {
-    write_18_digits(*--limb, text);
+    write_16_digits(*--limb, text);
     text += limb_digits;
   }
   // Limbs below the product's own are zero.
@@ -122,7 +124,7 @@ void digits_to_limb(const Factors& factors, int last, ExactDigits& out) noexcept
 }  // namespace
 
 void exact_digits_to(double magnitude, int last, ExactDigits& out) noexcept {
-  constexpr int limbs_below = 40;  // 720 decimals
+  constexpr int limbs_below = 45;  // 720 decimals
   digits_to_limb(factors_of(magnitude),
                  (last + limbs_below * limb_digits) / limb_digits - limbs_below, out);
 }

@@ -34,7 +34,7 @@ constexpr int estimated_exponent(int binary) noexcept {
 class ExactDigits {
  public:
   // At most 309 integer digits and 351 decimals, and whole limbs at both ends.
-  static constexpr int capacity = 309 + 351 + 2 * 18;
+  static constexpr int capacity = 309 + 351 + 2 * 16;
   // In front of the digits, for a carry and the zeros of a value below 1.
   static constexpr int room_in_front = 368;
 

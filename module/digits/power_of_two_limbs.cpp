@@ -9,8 +9,8 @@ namespace jwnls {
 namespace {
 
 constexpr int rows = highest_power - lowest_power + 1;
-constexpr int fraction_limbs = 60;  // 2^-1080 has 1080 decimals
-constexpr int integer_limbs = 17;   // 2^970 has 293 digits
+constexpr int fraction_limbs = 68;  // 2^-1080 has 1080 decimals
+constexpr int integer_limbs = 19;   // 2^970 has 293 digits
 
 struct Row {
   std::int16_t begin;  // of its limbs in the table
@@ -22,24 +22,22 @@ struct Row {
 struct Expansion {
   std::array<std::uint64_t, fraction_limbs + integer_limbs> limbs{};
 
+  // 1024 times a limb and its carry fit 64 bits.
   constexpr void multiply_by_1024() {
     std::uint64_t carry = 0;
     for (std::uint64_t& limb : limbs) {
-      // 1024 times a limb does not fit 64 bits: the upper and lower nine digits go one by one.
-      const std::uint64_t low = limb % 1'000'000'000 * 1024 + carry;
-      const std::uint64_t high = limb / 1'000'000'000 * 1024 + low / 1'000'000'000;
-      limb = high % 1'000'000'000 * 1'000'000'000 + low % 1'000'000'000;
-      carry = high / 1'000'000'000;
+      const std::uint64_t product = limb * 1024 + carry;
+      limb = product % ten_to_16;
+      carry = product / ten_to_16;
     }
   }
 
   constexpr void divide_by_1024() {
     std::uint64_t remainder = 0;
     for (std::size_t i = limbs.size(); i-- > 0;) {
-      const std::uint64_t high = remainder * 1'000'000'000 + limbs[i] / 1'000'000'000;
-      const std::uint64_t low = high % 1024 * 1'000'000'000 + limbs[i] % 1'000'000'000;
-      limbs[i] = high / 1024 * 1'000'000'000 + low / 1024;
-      remainder = low % 1024;
+      const std::uint64_t dividend = remainder * ten_to_16 + limbs[i];
+      limbs[i] = dividend / 1024;
+      remainder = dividend % 1024;
     }
   }
 
