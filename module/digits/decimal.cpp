@@ -28,8 +28,8 @@ double fraction_of(double magnitude) noexcept {
 
 void set_zero(DecimalForm form, int wanted, ExactDigits& exact, Decimal& out) noexcept {
   const int decimals = form == DecimalForm::general ? wanted - 1 : wanted;
-  std::memset(exact.text(), '0', static_cast<std::size_t>(decimals) + 1);
-  out.text = exact.text();
+  std::memset(exact.first, '0', static_cast<std::size_t>(decimals) + 1);
+  out.text = exact.first;
   out.shape = {1, decimals, 0, 0, form == DecimalForm::exponent};
 }
 
@@ -38,8 +38,9 @@ void set_zero(DecimalForm form, int wanted, ExactDigits& exact, Decimal& out) no
 // room in front of it.
 void round_exact(DecimalForm form, int wanted, ExactDigits& exact, Decimal& out) noexcept {
   out.shape = shape_of(form, wanted, exact.exponent, 0);
-  char* first = exact.text() - out.shape.zeros;
-  std::memset(first - 1, '0', static_cast<std::size_t>(out.shape.zeros) + 1);
+  char* first = exact.first - out.shape.zeros;
+  first[-1] = '0';
+  if (out.shape.zeros != 0) std::memset(first, '0', static_cast<std::size_t>(out.shape.zeros));
   if (round_half_up(first, out.shown())) {
     *--first = '1';
     out.shape = shape_of(form, wanted, exact.exponent, 1);

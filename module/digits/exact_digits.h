@@ -33,19 +33,25 @@ constexpr int estimated_exponent(int binary) noexcept {
 /// Digits from the first that is not zero on; digit i counts units of 10^(exponent - i).
 class ExactDigits {
  public:
-  // At most 309 integer digits and 351 decimals, and whole limbs at both ends.
-  static constexpr int capacity = 309 + 351 + 2 * 16;
   // In front of the digits, for a carry and the zeros of a value below 1.
   static constexpr int room_in_front = 368;
 
   ExactDigits() noexcept {}  // the buffer stays as it is: only what is written is read
+  ExactDigits(const ExactDigits&) = delete;
+  ExactDigits& operator=(const ExactDigits&) = delete;
 
   int count = 0;
   int exponent = 0;  // of the first digit
-  char* text() noexcept { return buffer_ + room_in_front; }
+  char* first = buffer_ + room_in_front;
+
+  /// The place of block i, of sixteen digits each.
+  char* block(int i) noexcept { return buffer_ + room_in_front + 16 * i; }
 
  private:
-  char buffer_[room_in_front + capacity + 32];  // and what whole blocks read behind the end
+  // At most 309 integer digits and 351 decimals, in front of them two blocks without digits and
+  // around them whole blocks; and what reading in blocks reads behind the end.
+  static constexpr int capacity = 309 + 351 + 4 * 16;
+  char buffer_[room_in_front + capacity + 32];
 };
 
 /// The digits of a finite value above 0 from its first down to units of 10^last, at least; `last`

@@ -12,9 +12,9 @@ LeadingDigits exactly(double magnitude, bool rounded) noexcept {
   exact_significant_digits(magnitude, shown_digits + 1, exact);
   LeadingDigits leading{0, exact.exponent};
   for (int i = 0; i < shown_digits; ++i) {
-    leading.digits = leading.digits * 10 + static_cast<std::uint64_t>(exact.text()[i] - '0');
+    leading.digits = leading.digits * 10 + static_cast<std::uint64_t>(exact.first[i] - '0');
   }
-  if (rounded && exact.text()[shown_digits] > '4') ++leading.digits;
+  if (rounded && exact.first[shown_digits] > '4') ++leading.digits;
   return leading;
 }
 
