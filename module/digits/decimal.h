@@ -27,8 +27,8 @@ enum class DecimalForm : std::uint8_t {
 struct DecimalShape {
   int integers = 1;
   int decimals = 0;
-  int zeros = 0;  // up to the first digit of a value below 1, the integer digit among them
-  int exponent = 0;
+  int zeros = 0;     // up to the first digit of a value below 1, the integer digit among them
+  int exponent = 0;  // of the first digit that is not 0
   bool has_exponent = false;
 };
 
@@ -36,15 +36,17 @@ struct DecimalShape {
 ///   exponent  of its first digit, before the rounding
 ///   carried   1 where the rounding made it a digit more, else 0
 constexpr DecimalShape shape_of(DecimalForm form, int wanted, int exponent, int carried) noexcept {
+  const int shown = exponent + carried;
+  if (form == DecimalForm::exponent) return {1, wanted, 0, shown, true};
   if (form == DecimalForm::general) {
-    if (exponent < -4 || exponent >= wanted) return {1, wanted - 1, 0, exponent + carried, true};
+    // Below -4 or from `wanted` on, in one comparison.
+    if (static_cast<unsigned>(exponent + 4) >= static_cast<unsigned>(wanted + 4)) {
+      return {1, wanted - 1, 0, shown, true};
+    }
     wanted -= exponent + 1;
-  } else if (form == DecimalForm::exponent) {
-    return {1, wanted, 0, exponent + carried, true};
   }
-  exponent += carried;
-  if (exponent < 0) return {1, wanted, -exponent, 0, false};
-  return {exponent + 1, wanted, 0, 0, false};
+  if (shown < 0) return {1, wanted, -shown, shown, false};
+  return {shown + 1, wanted, 0, shown, false};
 }
 
 /// Digits with their shape. Behind those that are shown others may follow.
