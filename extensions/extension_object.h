@@ -1,5 +1,5 @@
 // What every extension's object has in common: it fills a pool of its own, and destroying the
-// object destroys the pool.
+// object destroys the pool. The extensions' only place that calls the host's tables.
 
 #ifndef JWNLS_EXTENSIONS_EXTENSION_OBJECT_H_
 #define JWNLS_EXTENSIONS_EXTENSION_OBJECT_H_
@@ -10,20 +10,38 @@
 namespace jwnls {
 
 /// A zeroed object in a new pool of the kernel, which its member `pool` then names. Null when the
-/// kernel gave no pool, or the pool no memory: the latter is reported to `errors` (which may be
-/// null) and leaves nothing behind.
+/// kernel gave no pool, or the pool no memory, and when the word that gives either is null: what
+/// the kernel cannot report itself is reported to `errors` (which may be null). Leaves nothing
+/// behind.
 template <typename Object>
 Object* create_in_own_pool(Kernel* kernel, ErrorSink* errors, const char* pool_name) noexcept {
+  const auto report_no_memory = [errors] {
+    if (errors == nullptr || errors->report == nullptr) return;
+    errors->report(errors, severity_error, code(Status::out_of_memory));
+  };
+  if (kernel == nullptr || kernel->create_pool == nullptr) {
+    report_no_memory();
+    return nullptr;
+  }
   Pool* pool = kernel->create_pool(kernel, &pool_parameters, errors, pool_name);
   if (pool == nullptr) return nullptr;  // the kernel has the error sink and reports it
-  auto* object = static_cast<Object*>(pool->allocate(pool, sizeof(Object), allocate_zeroed));
+  Object* object = nullptr;
+  if (pool->allocate != nullptr && pool->destroy != nullptr) {
+    object = static_cast<Object*>(pool->allocate(pool, sizeof(Object), allocate_zeroed));
+  }
   if (object == nullptr) {
-    if (errors != nullptr) errors->report(errors, severity_error, code(Status::out_of_memory));
-    pool->destroy(pool);
+    report_no_memory();
+    if (pool->destroy != nullptr) pool->destroy(pool);
     return nullptr;
   }
   object->pool = pool;
   return object;
+}
+
+/// Destroys an object that create_in_own_pool() made.
+template <typename Object>
+void destroy_with_own_pool(Object* object) noexcept {
+  object->pool->destroy(object->pool);
 }
 
 }  // namespace jwnls

@@ -66,8 +66,6 @@ std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
   return code(Status::ok);
 }
 
-void destroy(Database* database) { database->pool->destroy(database->pool); }
-
 }  // namespace
 }  // namespace jwnls::ldb
 
@@ -77,7 +75,7 @@ extern "C" __attribute__((visibility("default"))) void* jwnlsldb(jwnls::Kernel* 
   using jwnls::ldb::Database;
   auto* database = jwnls::create_in_own_pool<Database>(kernel, errors, "jwnlsldb pool");
   if (database == nullptr) return nullptr;
-  database->destroy = jwnls::ldb::destroy;
+  database->destroy = jwnls::destroy_with_own_pool<Database>;
   database->fill = jwnls::ldb::fill;
   return database;
 }

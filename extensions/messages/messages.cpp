@@ -77,8 +77,7 @@ std::uint32_t message(MessageExtension* /*extension*/, std::uint32_t status, cha
 }
 
 void destroy(MessageExtension* extension) {
-  Pool* pool = reinterpret_cast<MessageTexts*>(extension)->pool;
-  pool->destroy(pool);
+  destroy_with_own_pool(reinterpret_cast<MessageTexts*>(extension));
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include "module/format_numbers/number_formatter.h"
 #include "module/format_numbers/number_request.h"
 #include "module/format_numbers/quick_best_fit.h"
-#include "module/host_calls/kernel_handle.h"
+#include "module/host_calls/host_formatter.h"
 #include "module/placement/delivery.h"
 #include "module/placement/groups_of_three.h"
 #include "module/placement/symbols.h"
@@ -17,22 +17,14 @@
 namespace jwnls {
 namespace {
 
-// The host's own formatter, where the host asks for it: its state word is 0 and it has one.
-const HostFormatting* host_formatting() noexcept {
-  const Kernel* kernel = kernel_handle();
-  if (kernel == nullptr || kernel->formatter_state != 0) return nullptr;
-  const HostFormatting* formatting = kernel->formatting;
-  return formatting != nullptr && formatting->format_float != nullptr ? formatting : nullptr;
-}
-
 // Apart, so that the call without options ends in a jump on every other way.
 [[gnu::noinline]] std::uint32_t format_by_host(LocaleHandle* handle, double value,
                                                std::int32_t width, std::int32_t decimals,
                                                std::uint32_t flags, char16_t* out,
                                                std::int64_t capacity,
                                                std::int64_t* length) noexcept {
-  return host_formatting()->format_float(handle, value, width, decimals, flags, out, capacity,
-                                         length, nullptr);
+  return call_host_formatter(host_formatting(), handle, value, width, decimals, flags, out,
+                             capacity, length, nullptr);
 }
 
 // Has the host write UTF-16 and converts what it wrote, unit by unit, as long as units fit whole.
@@ -46,8 +38,8 @@ std::uint32_t convert_from_host(const HostFormatting* host, LocaleHandle* handle
   const std::int64_t room = std::min(capacity, local_capacity);
   // A host may report the length that it needs and leave the units unwritten.
   std::fill_n(units, room, u'*');
-  std::uint32_t status =
-      host->format_float(handle, value, width, decimals, flags, units, room, &produced, options);
+  std::uint32_t status = call_host_formatter(host, handle, value, width, decimals, flags, units,
+                                             room, &produced, options);
   const std::int64_t written = std::clamp<std::int64_t>(produced, 0, room);
   EncodingWriter writer(out, capacity);
   writer.append(units, written);
@@ -108,8 +100,8 @@ std::uint32_t format_number_with_options(LocaleHandle* handle, double value, std
                                          std::int64_t capacity, std::int64_t* length,
                                          const FloatOptions* options) noexcept {
   if (const HostFormatting* host = host_formatting()) [[unlikely]] {
-    return host->format_float(handle, value, width, decimals, flags, out, capacity, length,
-                              options);
+    return call_host_formatter(host, handle, value, width, decimals, flags, out, capacity, length,
+                               options);
   }
   return format_here(handle, value, width, decimals, flags, out, capacity, length, options);
 }

@@ -1,13 +1,13 @@
 #include "module/frame/handle_services.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <string_view>
 
 #include "abi/status.h"
 #include "module/frame/handle_teardown.h"
 #include "module/host_calls/time_zone.h"
+#include "module/host_calls/typed_calls.h"
 
 namespace jwnls {
 namespace {
@@ -72,10 +72,14 @@ std::uint32_t copy_locale_name(LocaleHandle* handle, char16_t* name,
 
 Track* create_handle_cache(LocaleHandle* handle) noexcept {
   NlsContext* context = handle->context;
-  Kernel* service = context->host_service;
-  Journal* journal = std::atomic_ref<Journal*>(context->journal).load(std::memory_order_acquire);
-  Track* cache = service->create_track(service, &track_parameters, journal, "JWNLS Locale track");
-  if (cache != nullptr) cache->set_destructor(cache, 0, destroy_cached_handle);
+  Track* cache = host_calls::create_track(context->host_service, host_calls::journal_of(context),
+                                          "JWNLS Locale track");
+  if (cache == nullptr) return nullptr;
+  if (cache->set_destructor == nullptr) {  // its handles would never be destroyed
+    host_calls::destroy(cache);
+    return nullptr;
+  }
+  host_calls::set_destructor(cache, destroy_cached_handle);
   return cache;
 }
 

@@ -1,21 +1,15 @@
 #include "module/frame/handle_teardown.h"
 
+#include "module/host_calls/typed_calls.h"
+
 namespace jwnls {
-namespace {
-
-template <typename Object>
-void destroy(Object* object) noexcept {
-  if (object != nullptr) object->destroy(object);
-}
-
-}  // namespace
 
 void destroy_parts(LocaleHandle* handle) noexcept {
-  destroy(handle->zone_lock);
-  destroy(handle->zone_track);
-  destroy(handle->message_lock);
-  destroy(handle->message_track);
-  destroy(handle->messages);
+  host_calls::destroy(handle->zone_lock);
+  host_calls::destroy(handle->zone_track);
+  host_calls::destroy(handle->message_lock);
+  host_calls::destroy(handle->message_track);
+  host_calls::destroy(handle->messages);
 }
 
 std::uint32_t destroy_cached_handle(TrackEntry* entry) noexcept {
@@ -23,8 +17,8 @@ std::uint32_t destroy_cached_handle(TrackEntry* entry) noexcept {
   if (handle == nullptr) return 0;
   Pool* pool = handle->context->pool;
   destroy_parts(handle);
-  pool->free(pool, handle->record);
-  pool->free(pool, handle);
+  host_calls::free(pool, handle->record);
+  host_calls::free(pool, handle);
   return 0;
 }
 

@@ -14,7 +14,8 @@ std::uint32_t destroy_handle(void* entry) noexcept;
 /// The same, as the element destructor of a handle cache.
 std::uint32_t destroy_cached_handle(TrackEntry* entry) noexcept;
 
-/// Destroys the locks, tracks and message extension that a handle has, each only if present.
+/// Destroys the locks, tracks and message extension that a handle has, each only if present and
+/// if it can be destroyed.
 /// The zones go with their track.
 void destroy_parts(LocaleHandle*) noexcept;
 

@@ -3,14 +3,14 @@
 #ifndef JWNLS_MODULE_HOST_CALLS_LOCK_GUARD_H_
 #define JWNLS_MODULE_HOST_CALLS_LOCK_GUARD_H_
 
-#include "abi/host_tables.h"
+#include "module/host_calls/typed_calls.h"
 
 namespace jwnls {
 
 class LockGuard {
  public:
-  explicit LockGuard(Lock* lock) noexcept : lock_(lock) { lock_->take(lock_, 1, 1); }
-  ~LockGuard() { lock_->release(lock_); }
+  explicit LockGuard(Lock* lock) noexcept : lock_(lock) { host_calls::take(lock_); }
+  ~LockGuard() { host_calls::release(lock_); }
   LockGuard(const LockGuard&) = delete;
   LockGuard& operator=(const LockGuard&) = delete;
 

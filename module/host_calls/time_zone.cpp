@@ -1,20 +1,18 @@
 #include "module/host_calls/time_zone.h"
 
+#include "abi/status.h"
 #include "module/host_calls/lock_guard.h"
+#include "module/host_calls/typed_calls.h"
 
 namespace jwnls {
 namespace {
 
-constexpr std::int64_t key_bytes(const ZoneName& name) {
-  return name.length * static_cast<std::int64_t>(sizeof(char16_t));
-}
-
 // The zone that the track holds under a name, or null.
 Zone* cached_zone(Track* track, const ZoneName& name) noexcept {
-  TrackEntry* entry = track->look_up(track, track_look_up, 0, name.units, key_bytes(name));
+  TrackEntry* entry = host_calls::look_up(track, name.text());
   if (entry == nullptr) return nullptr;
   Zone* zone = static_cast<ZoneEntry*>(entry->value)->zone;
-  track->release_entry(track, entry);
+  host_calls::release_entry(track, entry);
   return zone;
 }
 
@@ -24,22 +22,18 @@ Zone* open_and_cache(LocaleHandle* handle, const ZoneName& name) noexcept {
   Pool* pool = handle->context->pool;
   Zone* zone = service->open(service, name.units, name.length, 0);
   if (zone == nullptr) return nullptr;
-  auto* cached = static_cast<ZoneEntry*>(pool->allocate(pool, sizeof(ZoneEntry), allocate_zeroed));
+  auto* cached = host_calls::allocate_zeroed<ZoneEntry>(pool);
   if (cached == nullptr) {
     service->close(service, zone);
     return nullptr;
   }
   *cached = {zone, service, pool};
-  std::uint32_t status = 0;
-  Track* track = handle->zone_track;
-  TrackEntry* entry =
-      track->insert(track, track_insert, 0, cached, 0, name.units, key_bytes(name), &status);
-  if (entry == nullptr) {
+  std::uint32_t status = 0;  // not looked at: no caller has a use for it
+  if (!host_calls::insert(handle->zone_track, name.text(), cached, status)) {
     service->close(service, zone);
-    pool->free(pool, cached);
+    host_calls::free(pool, cached);
     return nullptr;
   }
-  track->release_entry(track, entry);
   return zone;
 }
 
@@ -64,7 +58,7 @@ Zone* look_up_zone(LocaleHandle* handle, const char16_t* name, std::int64_t leng
 std::uint32_t destroy_zone_entry(TrackEntry* entry) noexcept {
   auto* cached = static_cast<ZoneEntry*>(entry->value);
   cached->service->close(cached->service, cached->zone);
-  cached->pool->free(cached->pool, cached);
+  host_calls::free(cached->pool, cached);
   return code(Status::ok);
 }
 

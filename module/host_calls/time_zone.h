@@ -44,6 +44,15 @@ inline std::uint32_t normalise_zone(NlsContext* context, const char16_t* name, s
   return status;
 }
 
+/// Asks the host for the operating system's zone. Returns the host's own status; whatever it is,
+/// the name is what the query left.
+inline std::uint32_t query_os_zone(NlsContext* context, ZoneName& out) noexcept {
+  out = {.units = {}, .length = zone_name_capacity};
+  const std::uint32_t status = context->os_zone(context, out.units, &out.length, os_zone_flags);
+  out.bound_length();
+  return status;
+}
+
 /// The opened zone of a normalised name, from the handle's track or else opened and added to it
 /// under the zone lock. Null when it cannot be opened or kept. The track owns it. Any thread.
 Zone* open_zone(LocaleHandle*, const ZoneName& name) noexcept;

@@ -6,6 +6,7 @@
 
 #include "module/calendar/civil.h"
 #include "module/host_calls/kernel_handle.h"
+#include "module/host_calls/typed_calls.h"
 
 namespace jwnls {
 namespace {
@@ -16,14 +17,8 @@ static_assert(option_name.size() == 18);
 }  // namespace
 
 std::int32_t year_cutoff_option() noexcept {
-  std::int64_t value = default_year_cutoff;
-  std::int64_t size = sizeof value;
-  // The status says nothing that the slot does not: it keeps the default unless it is filled.
-  if (Kernel* kernel = kernel_handle(); kernel != nullptr) {
-    (void)kernel->read_option(kernel, option_name.data(),
-                              static_cast<std::int64_t>(option_name.size()), integer_option, &value,
-                              &size);
-  }
+  const std::int64_t value =
+      host_calls::read_option(kernel_handle(), option_name, default_year_cutoff);
   using Cutoff = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, Cutoff::min(), Cutoff::max()));
 }

@@ -1,6 +1,7 @@
 #include "module/read_numbers/number_services.h"
 
 #include "abi/status.h"
+#include "module/host_calls/typed_calls.h"
 #include "module/read_numbers/number_scanner.h"
 
 namespace jwnls {
@@ -25,8 +26,7 @@ inline NumberSymbols symbols_of(const LocaleHandle* handle, std::uint32_t flags)
 std::uint32_t converted(Converter* converter, std::uint32_t symbol,
                         std::uint32_t substitute) noexcept {
   std::uint8_t byte = 0;
-  const bool done = converter != nullptr &&
-                    converter->convert(converter, static_cast<char16_t>(symbol), &byte) == 0;
+  const bool done = host_calls::convert(converter, static_cast<char16_t>(symbol), byte);
   return done ? byte : substitute;
 }
 
