@@ -3,6 +3,7 @@
 #include "abi/status.h"
 #include "module/frame/handle_creation.h"
 #include "module/frame/handle_teardown.h"
+#include "module/host_calls/typed_calls.h"
 
 namespace jwnls {
 namespace {
@@ -23,21 +24,24 @@ std::uint32_t version_b(Factory* /*factory*/, std::int64_t* a, std::int64_t* b, 
 }
 
 std::uint32_t destroy_factory(Factory* factory) {
-  if (factory != nullptr && factory->pool != nullptr) {
-    factory->pool->destroy(factory->pool);  // frees the factory too
-  }
+  if (factory != nullptr) host_calls::destroy(factory->pool);  // frees the factory too
   return 0;
 }
 
 }  // namespace
 
 Factory* create_factory(Kernel* kernel, ErrorSink* errors) noexcept {
-  Pool* pool = kernel->create_pool(kernel, &pool_parameters, errors, "jwnlsloc pool");
+  if (kernel == nullptr || kernel->create_pool == nullptr) {
+    host_calls::report(errors, Status::out_of_memory);
+    return nullptr;
+  }
+  Pool* pool = host_calls::create_pool(kernel, errors, "jwnlsloc pool");
   if (pool == nullptr) return nullptr;  // the kernel has the error sink and reports it
-  auto* factory = static_cast<Factory*>(pool->allocate(pool, sizeof(Factory), allocate_zeroed));
+  const bool usable = pool->allocate != nullptr && pool->destroy != nullptr;
+  auto* factory = usable ? host_calls::allocate_zeroed<Factory>(pool) : nullptr;
   if (factory == nullptr) {
-    if (errors != nullptr) errors->report(errors, severity_error, code(Status::out_of_memory));
-    pool->destroy(pool);
+    host_calls::report(errors, Status::out_of_memory);
+    host_calls::destroy(pool);
     return nullptr;
   }
   factory->tag = object_tag;

@@ -14,12 +14,18 @@ FakeHost* the_host = nullptr;  // for `fill`, which is not given its own object
 
 // ---- Kernel and host service object
 
+template <typename Table>
+Table* hand_out(FakeHost* host, const std::string& name, Table* table) {
+  if (host->when_made) host->when_made(name, table);
+  return table;
+}
+
 Lock* create_lock(Kernel* table, const std::uint8_t parameters[2], Journal* journal,
                   const char* name) {
   auto& kernel = fake(table);
   const bool failed = kernel.host->fails(
       line(kernel.name + ".create_lock", zeros(parameters, 2), label(journal), name));
-  return failed ? nullptr : &make_lock(kernel.host, name);
+  return failed ? nullptr : hand_out<Lock>(kernel.host, name, &make_lock(kernel.host, name));
 }
 
 Journal* create_journal(Kernel* table, const std::uint8_t parameters[88], std::uint64_t zero,
@@ -36,7 +42,7 @@ Journal* create_journal(Kernel* table, const std::uint8_t parameters[88], std::u
     host.note("write");
     host.reports.push_back(line("journal", level, narrow(message), zero_too));
   };
-  return &journal;
+  return hand_out<Journal>(kernel.host, name, &journal);
 }
 
 Pool* create_pool(Kernel* table, const void* parameters, ErrorSink* sink, const char* name) {
@@ -45,7 +51,7 @@ Pool* create_pool(Kernel* table, const void* parameters, ErrorSink* sink, const 
   const bool failed =
       kernel.host->fails(line(kernel.name + ".create_pool", standard ? "standard" : "odd",
                               sink == nullptr ? "no sink" : "sink", name));
-  return failed ? nullptr : &make_pool(kernel.host, name);
+  return failed ? nullptr : hand_out<Pool>(kernel.host, name, &make_pool(kernel.host, name));
 }
 
 Track* create_track(Kernel* table, const void* parameters, Journal* journal, const char* name) {
@@ -57,7 +63,7 @@ Track* create_track(Kernel* table, const void* parameters, Journal* journal, con
   const bool standard = std::equal(block, block + 16, expected);
   const bool failed = kernel.host->fails(
       line(kernel.name + ".create_track", standard ? "standard" : "odd", label(journal), name));
-  return failed ? nullptr : &make_track(kernel.host, name);
+  return failed ? nullptr : hand_out<Track>(kernel.host, name, &make_track(kernel.host, name));
 }
 
 void* load_extension(Kernel* table, const char16_t* name, std::int64_t length, std::uint64_t zero) {
@@ -69,7 +75,7 @@ void* load_extension(Kernel* table, const char16_t* name, std::int64_t length, s
   if (text != "'jwemsg'") return nullptr;
   auto& messages = make<MessageExtension>(host->messages, host, "jwemsg");
   messages.destroy = [](MessageExtension* self) { end(self); };
-  return static_cast<MessageExtension*>(&messages);
+  return hand_out<MessageExtension>(host, "jwemsg", &messages);
 }
 
 std::uint32_t read_option(Kernel* table, const char16_t* name, std::int64_t length,

@@ -84,6 +84,8 @@ class FakeHost {
   std::map<char16_t, char16_t> upper_case;                 // beside ASCII's
   std::map<std::u16string, std::int64_t> integer_options;  // what read_option finds
   std::function<void(FakeLock&)> when_taken;               // what another thread did meanwhile
+  // Sees each object that the kernel makes or loads, with its name, before the module does.
+  std::function<void(const std::string& name, void* table)> when_made;
 
   // ---- Calls that fail. Only calls that can fail are counted, from 1.
   static constexpr std::uint32_t failure_status = 0x803F0BAD;
