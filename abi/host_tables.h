@@ -1,274 +1,258 @@
-// What a host hands to the module: function tables, word by word.
+// What a host hands to the module: the kernel, the NLS context, the zone service and a converter.
 //
-// Each table is an object of the host whose 64-bit words hold operations and a few data pointers.
-// The word positions are the interface, so each is pinned below; words that are not named are the
-// host's own and never touched. An operation takes its own table's object first, with one
-// exception: the locale database's `fill` takes the record first and is not given the extension.
+// The host makes and owns all of them, and keeps them until the last handle is gone. Their words
+// are laid out as those of the smaller objects (abi/host_objects.h): named words are the interface,
+// pinned below, the others the host's own. A word is required unless its comment says that it may
+// be null; a word for "later" must be null at first.
 //
 // 8-bit object names end in a zero. UTF-16 names travel with their length in units and are not
-// terminated, but for `find_node` and the journal's `write`, which take no length.
-// Host and module never free or destroy null.
+// terminated. Operations may be called by any thread, at the same time as others, unless a comment
+// says that the creation lock is held. Services call few of them: to_upper, zone_info, read_option
+// and format_float, and what finds a zone (normalise_zone, open, the handle's zone track and lock,
+// the pool) when a text that is read names one, or when a handle is given another. All others are
+// called while a handle is made. No exception may leave an operation.
+//
+// examples/host.c is a small complete host.
 
 #ifndef JWNLS_ABI_HOST_TABLES_H_
 #define JWNLS_ABI_HOST_TABLES_H_
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "abi/host_objects.h"
 
+#ifdef __cplusplus
+// A host in C++ defines jwnls::Zone, a host in C `struct jw_zone`.
+namespace jwnls {
+struct Zone;
+}
+typedef jwnls::Zone jw_zone;
+extern "C" {
+#else
+/// An opened time zone. The host defines it; only the host looks inside.
+typedef struct jw_zone jw_zone;
+#endif
+
+struct jw_locale_handle;
+struct jw_float_options;
+
+/// What a pool is asked for with. A host need not read it.
+typedef struct jw_pool_parameters {
+  uint32_t flags;  // 0x800000
+  uint32_t zero_4;
+  uint64_t zero_8[2];
+} jw_pool_parameters;
+
+/// What a track is asked for with. A host need not read it.
+typedef struct jw_track_parameters {
+  uint32_t word_0;  // 1
+  uint32_t zero_4;
+  uint64_t zero_8;
+  uint64_t word_2;   // 1
+  uint32_t word_24;  // 0x20000000
+  uint32_t zero_28;
+  uint64_t zero_32[4];
+} jw_track_parameters;
+
+/// The floating formatter of the host's own. Its arguments and answers are those of service slot 55
+/// (abi/services.h); `options` is null for slot 24. For 8-bit output, too, it writes UTF-16.
+typedef struct jw_host_formatting {
+  jw_host_word word_0[3];
+  /// May be null: the module then formats.
+  uint32_t (*format_float)(struct jw_locale_handle* handle, double value, int32_t width,
+                           int32_t decimals, uint32_t flags, char16_t* out, int64_t capacity,
+                           int64_t* length, const struct jw_float_options* options);
+} jw_host_formatting;
+
+/// The kernel handle, which the module keeps for the whole process, and the NLS context's host
+/// service object. They share this layout, and may be one object.
+typedef struct jw_kernel jw_kernel;
+struct jw_kernel {
+  jw_host_word word_0[3];
+  /// A lock, or null. `parameters` are zeros, `journal` may be null. Creation lock held.
+  jw_lock* (*create_lock)(jw_kernel* kernel, const uint8_t parameters[2], jw_journal* journal,
+                          const char* name);
+  jw_host_word word_4;
+  /// May be null: there is no journal. A journal, or null; `parameters` are zeros. Two creations at
+  /// once may both ask for one; the later stays in the NLS context.
+  jw_journal* (*create_journal)(jw_kernel* kernel, const uint8_t parameters[88], uint64_t zero,
+                                const char* name);
+  /// A pool, or null, with the reason reported to `errors`, which may be null. `parameters` is a
+  /// jw_pool_parameters.
+  jw_pool* (*create_pool)(jw_kernel* kernel, const void* parameters, jw_error_sink* errors,
+                          const char* name);
+  jw_host_word word_7;
+  /// A track, or null. `parameters` is a jw_track_parameters, `journal` may be null.
+  jw_track* (*create_track)(jw_kernel* kernel, const void* parameters, jw_journal* journal,
+                            const char* name);
+  /// Loads an extension by name ("jwemsg", "jwnlsldb") and makes an object of it: opens <name>.so,
+  /// calls its `jwextver`, refuses an interface other than 6.1, and calls the factory that has the
+  /// extension's name (abi/locale_handle.h). A library may be opened once, but every call makes a
+  /// new object. Null when any step fails. Creation lock held.
+  void* (*load_extension)(jw_kernel* kernel, const char16_t* name, int64_t length, uint64_t zero);
+  jw_host_word word_10[4];
+  /// May be null: no option is set. Writes an option's value. The module asks for the integer
+  /// JW_NAME_YEARCUTOFF, the first year of the hundred that two-digit years of periods belong to:
+  /// `type` is JW_INTEGER_OPTION, `value` an int64_t, `*size` the bytes of room there, then those
+  /// written. For an option that is not set (or `*size` below 8) `value` must be left as it is: it
+  /// holds the default, 1950. The status says why, and is not read.
+  uint32_t (*read_option)(jw_kernel* kernel, const char16_t* name, int64_t length, uint32_t type,
+                          void* value, int64_t* size);
+  jw_host_word word_15[12];
+  /// May be null: ASCII's letters count. 65,536 class words indexed by unit, which stay as they
+  /// are; JW_LOWER_CASE_CLASS marks lower-case letters.
+  const uint16_t* character_classes;
+  /// 0: floating values go to `formatting`, where there is one. Else the module formats.
+  uint64_t formatter_state;
+  const jw_host_formatting* formatting;  // may be null: the module formats
+  jw_host_word word_30;
+  jw_option_store* option_store;  // may be null: neither option node nor journal is looked for
+};
+#define JW_LOWER_CASE_CLASS 0x0002u
+#define JW_INTEGER_OPTION 3u
+
+/// The host's time zones.
+typedef struct jw_zone_service jw_zone_service;
+struct jw_zone_service {
+  jw_host_word word_0[48];
+  /// Opens a zone by its normalised name, or gives null. The handle's track owns it. At least the
+  /// zones that `os_zone` gives and America/New_York should open.
+  jw_zone* (*open)(jw_zone_service* service, const char16_t* name, int64_t length, uint64_t zero);
+  jw_host_word word_49[2];
+  /// Ends a zone. No service uses it any more.
+  void (*close)(jw_zone_service* service, jw_zone* zone);
+  jw_host_word word_52[7];
+  /// What is in force in the zone now: its abbreviation, at most JW_ZONE_CAPACITY units, and the
+  /// seconds that it is east of UTC. JW_OK; after any other status "XST" and "+0000" are shown.
+  uint32_t (*zone_info)(jw_zone_service* service, jw_zone* zone, char16_t abbreviation[50],
+                        int64_t* length, int64_t* offset_seconds);
+};
+#define JW_ZONE_CAPACITY 50  // units of a zone's name, and of its abbreviation
+
+/// A resolved locale name. It belongs to the host and lives as long as the NLS context.
+typedef struct jw_resolved_locale {
+  jw_host_word word_0[2];
+  int64_t length;     // units of the canonical name, 1 to 60
+  char16_t name[60];  // the object may end behind the last unit in use
+} jw_resolved_locale;
+
+/// The host's object for national language support, one per process as a rule. The module writes
+/// locale_database, journal and app_node, each on first need; everything else in it is only read.
+typedef struct jw_nls_context jw_nls_context;
+struct jw_nls_context {
+  jw_host_word word_0[5];
+  jw_kernel* host_service;
+  jw_host_word word_6[25];
+  /// The upper case of one unit, at least of ASCII's letters; a unit without one is its own.
+  char16_t (*to_upper)(jw_nls_context* context, char16_t unit, uint64_t zero);
+  jw_host_word word_32[7];
+  /// Resolves the name that create_handle was given, whatever it is, and points `out` to the
+  /// locale. The canonical name must be one that the locale database knows ("de_DE"). JW_OK, or
+  /// JW_RESOLVED_WITH_WARNING for a locale that is only near; any other status refuses the name,
+  /// and is what create_handle answers. `flags` is JW_RESOLVE_FLAGS. Creation lock held.
+  uint32_t (*resolve_locale)(jw_nls_context* context, const char16_t* name, int64_t length,
+                             uint32_t flags, jw_resolved_locale** out);
+  jw_host_word word_40[40];
+  /// Writes the canonical form of a zone's name. `*length_io` holds the capacity, then the length;
+  /// `*extra` is 0 and may be left. `flags` is JW_NORMALISE_ZONE_FLAGS. JW_OK; JW_LOOKUP_FAILED for
+  /// a name that is no zone, JW_DOES_NOT_FIT for one beyond the capacity, past which nothing may be
+  /// written. A failure refuses the name, and is what create_handle answers for its caller's zone.
+  uint32_t (*normalise_zone)(jw_nls_context* context, const char16_t* name, int64_t length,
+                             uint64_t flags, char16_t* out, int64_t* length_io, uint64_t* extra);
+  jw_host_word word_81[4];
+  /// Writes the operating system's zone, likewise. JW_OK; JW_NO_OS_ZONE or JW_LOOKUP_FAILED when
+  /// there is none: the handle gets America/New_York, and a journal a warning. Any other status is
+  /// not read: name and length count as they were left. `flags` is JW_OS_ZONE_FLAGS.
+  uint32_t (*os_zone)(jw_nls_context* context, char16_t* out, int64_t* length_io, uint32_t flags);
+  jw_host_word word_86[56];
+  jw_pool* pool;  // of handles, records and zone entries
+  jw_host_word word_143;
+  /// May be null: handles are not shared, and belong to whoever made them. Else the track that
+  /// service slot 78 of any handle made for it; set before other threads create handles.
+  jw_track* handle_cache;
+  jw_host_word word_145;
+  jw_locale_database* locale_database;  // null at first: later the host's to destroy
+  jw_host_word word_147[1015];
+  jw_lock* creation_lock;
+  jw_host_word word_1163[5];
+  jw_journal* journal;  // null at first, and may stay so; later the host's to end
+  void* app_node;       // null at first, and may stay so: the option store's "App.NLS"
+  jw_host_word word_1170[12];
+  jw_zone_service* zone_service;
+};
+#define JW_RESOLVE_FLAGS 8u
+#define JW_NORMALISE_ZONE_FLAGS 16u
+#define JW_OS_ZONE_FLAGS 8u
+
+/// A host's encoder, for slots 57 and 58 (abi/services.h).
+typedef struct jw_converter jw_converter;
+struct jw_converter {
+  jw_host_word word_0[3];
+  /// Writes the one byte of a unit in the host's 8-bit or EBCDIC encoding; not 0 when it has none.
+  uint32_t (*convert)(jw_converter* converter, char16_t unit, uint8_t* out);
+};
+
+#ifdef __cplusplus
+}  // extern "C"
+#endif
+
+JW_SIZE_IS(jw_pool_parameters, 24);
+JW_SIZE_IS(jw_track_parameters, 64);
+JW_AT_WORD(jw_track_parameters, word_2, 2);
+JW_AT_WORD(jw_track_parameters, word_24, 3);
+JW_AT_WORD(jw_host_formatting, format_float, 3);
+JW_AT_WORD(jw_kernel, create_lock, 3);
+JW_AT_WORD(jw_kernel, create_journal, 5);
+JW_AT_WORD(jw_kernel, create_pool, 6);
+JW_AT_WORD(jw_kernel, create_track, 8);
+JW_AT_WORD(jw_kernel, load_extension, 9);
+JW_AT_WORD(jw_kernel, read_option, 14);
+JW_AT_WORD(jw_kernel, character_classes, 27);
+JW_AT_WORD(jw_kernel, formatter_state, 28);
+JW_AT_WORD(jw_kernel, formatting, 29);
+JW_AT_WORD(jw_kernel, option_store, 31);
+JW_AT_WORD(jw_zone_service, open, 48);
+JW_AT_WORD(jw_zone_service, close, 51);
+JW_AT_WORD(jw_zone_service, zone_info, 59);
+JW_AT_WORD(jw_resolved_locale, length, 2);
+JW_AT_WORD(jw_resolved_locale, name, 3);
+JW_AT_WORD(jw_nls_context, host_service, 5);
+JW_AT_WORD(jw_nls_context, to_upper, 31);
+JW_AT_WORD(jw_nls_context, resolve_locale, 39);
+JW_AT_WORD(jw_nls_context, normalise_zone, 80);
+JW_AT_WORD(jw_nls_context, os_zone, 85);
+JW_AT_WORD(jw_nls_context, pool, 142);
+JW_AT_WORD(jw_nls_context, handle_cache, 144);
+JW_AT_WORD(jw_nls_context, locale_database, 146);
+JW_AT_WORD(jw_nls_context, creation_lock, 1162);
+JW_AT_WORD(jw_nls_context, journal, 1168);
+JW_AT_WORD(jw_nls_context, app_node, 1169);
+JW_AT_WORD(jw_nls_context, zone_service, 1182);
+JW_AT_WORD(jw_converter, convert, 3);
+
+#ifdef __cplusplus
 namespace jwnls {
 
-struct Kernel;
-struct NlsContext;
+using PoolParameters = ::jw_pool_parameters;
+using TrackParameters = ::jw_track_parameters;
+using HostFormatting = ::jw_host_formatting;
+using Kernel = ::jw_kernel;
+using ZoneService = ::jw_zone_service;
+using ResolvedLocale = ::jw_resolved_locale;
+using NlsContext = ::jw_nls_context;
+using Converter = ::jw_converter;
 
-using HostWord = const void*;  // a word that the module does not use
-
-// A keyed table's entry, as look-up and insertion give it. It stays valid until it is released.
-struct TrackEntry {
-  HostWord word_0[2];
-  void* value;  // word 2
-};
-
-using EntryDestructor = std::uint32_t (*)(TrackEntry*);
-
-/// The value that asks a track for the host's own release of its entries.
-// NOLINTNEXTLINE(performance-no-int-to-ptr): the interface has a number where an address stands
-inline const EntryDestructor host_release = reinterpret_cast<EntryDestructor>(std::uintptr_t{1});
-
-struct Journal {
-  HostWord word_0[5];
-  /// Writes a zero-terminated message; the module writes only at journal_warning.
-  void (*write)(Journal*, std::uint32_t level, const char16_t* message, std::uint64_t zero);
-};
-inline constexpr std::uint32_t journal_warning = 3;
-
-struct ErrorSink {
-  HostWord word_0[7];
-  void (*report)(ErrorSink*, std::uint32_t severity, std::uint32_t status);
-};
-inline constexpr std::uint32_t severity_error = 4;
-
-struct Pool {
-  HostWord word_0[2];
-  void (*destroy)(Pool*);  // frees everything in it as well
-  void* (*allocate)(Pool*, std::uint64_t bytes, std::uint32_t flags);  // null when out of memory
-  void (*free)(Pool*, void*);
-};
-inline constexpr std::uint32_t allocate_zeroed = 0x80000000;
-
-struct Lock {
-  HostWord word_0[2];
-  void (*destroy)(Lock*);
-  void (*take)(Lock*, std::int64_t, std::int64_t);  // the module passes 1, 1
-  void (*release)(Lock*);  // ignored when the calling thread does not hold the lock
-};
-
-// A keyed table: keys are byte strings. Look-ups may run in any number of threads at once.
-struct Track {
-  HostWord word_0[2];
-  void (*destroy)(Track*);  // calls the element destructor for each entry
-  HostWord word_3[2];
-  TrackEntry* (*look_up)(Track*, std::uint32_t flags, std::uint64_t zero, const void* key,
-                         std::int64_t key_bytes);
-  TrackEntry* (*insert)(Track*, std::uint32_t flags, std::uint64_t zero, void* value,
-                        std::uint64_t zero_too, const void* key, std::int64_t key_bytes,
-                        std::uint32_t* status);
-  void (*set_destructor)(Track*, std::uint64_t zero, EntryDestructor);
-  HostWord word_8[10];
-  void (*release_entry)(Track*, TrackEntry*);
-};
-inline constexpr std::uint32_t track_look_up = 0x2000000;
-inline constexpr std::uint32_t track_insert = 0x4000000;
-
-struct TrackParameters {
-  std::uint32_t word_0;  // 1
-  std::uint32_t zero_4;
-  std::uint64_t zero_8;
-  std::uint64_t word_2;   // 1
-  std::uint32_t word_24;  // 0x20000000
-  std::uint32_t zero_28;
-  std::uint64_t zero_32[4];
-};
-inline constexpr TrackParameters track_parameters = {1, 0, 0, 1, 0x20000000, 0, {}};
-
-struct PoolParameters {
-  std::uint32_t flags;  // 0x800000
-  std::uint32_t zero_4;
-  std::uint64_t zero_8[2];
-};
 inline constexpr PoolParameters pool_parameters = {0x800000, 0, {}};
+inline constexpr TrackParameters track_parameters = {1, 0, 0, 1, 0x20000000, 0, {}};
+inline constexpr std::uint16_t lower_case_class = JW_LOWER_CASE_CLASS;
+inline constexpr std::uint32_t integer_option = JW_INTEGER_OPTION;
+inline constexpr std::int64_t zone_name_capacity = JW_ZONE_CAPACITY;
+inline constexpr std::int64_t zone_abbreviation_capacity = JW_ZONE_CAPACITY;
+inline constexpr std::uint32_t resolve_flags = JW_RESOLVE_FLAGS;
+inline constexpr std::uint64_t normalise_zone_flags = JW_NORMALISE_ZONE_FLAGS;
+inline constexpr std::uint32_t os_zone_flags = JW_OS_ZONE_FLAGS;
 
-struct OptionStore {
-  HostWord word_0[18];
-  void* (*create_node)(OptionStore*, const char16_t* name, std::int64_t length);
-  HostWord word_19[3];
-  void* (*find_node)(OptionStore*, const char16_t* name);  // zero-terminated name; null: absent
-};
-
-struct MessageExtension {
-  HostWord word_0[2];
-  void (*destroy)(MessageExtension*);
-};
-
-struct LocaleDatabase {
-  HostWord word_0[10];
-  /// Fills a locale record from its byte 128 on. 0 and filled_with_warning are success.
-  std::uint32_t (*fill)(void* record, const char16_t* name, std::int64_t length);
-};
-
-// The floating formatter of the host's own, reached through word 29 of the kernel. Its arguments
-// are those of service slot 55.
-struct LocaleHandle;
-struct FloatOptions;
-struct HostFormatting {
-  HostWord word_0[3];
-  std::uint32_t (*format_float)(LocaleHandle*, double value, std::int32_t width,
-                                std::int32_t decimals, std::uint32_t flags, char16_t* out,
-                                std::int64_t capacity, std::int64_t* length,
-                                const FloatOptions* options);
-};
-
-// The kernel handle and the NLS context's host service object share this layout.
-struct Kernel {
-  HostWord word_0[3];
-  Lock* (*create_lock)(Kernel*, const std::uint8_t parameters[2], Journal*, const char* name);
-  HostWord word_4;
-  Journal* (*create_journal)(Kernel*, const std::uint8_t parameters[88], std::uint64_t zero,
-                             const char* name);
-  Pool* (*create_pool)(Kernel*, const void* parameters, ErrorSink*, const char* name);
-  HostWord word_7;
-  Track* (*create_track)(Kernel*, const void* parameters, Journal*, const char* name);
-  void* (*load_extension)(Kernel*, const char16_t* name, std::int64_t length, std::uint64_t zero);
-  HostWord word_10[4];
-  std::uint32_t (*read_option)(Kernel*, const char16_t* name, std::int64_t length,
-                               std::uint32_t type, void* value, std::int64_t* size);
-  HostWord word_15[12];
-  const std::uint16_t* character_classes;  // null, or 65,536 class words indexed by unit
-  std::uint64_t formatter_state;           // 0: floating values go to the host's own formatter
-  const HostFormatting* formatting;        // may be null
-  HostWord word_30;
-  OptionStore* option_store;  // may be null
-};
-inline constexpr std::uint16_t lower_case_class = 0x0002;
-inline constexpr std::uint32_t integer_option = 3;
-
-struct Zone;  // an opened time zone; only the host looks inside
-
-struct ZoneService {
-  HostWord word_0[48];
-  Zone* (*open)(ZoneService*, const char16_t* name, std::int64_t length, std::uint64_t zero);
-  HostWord word_49[2];
-  void (*close)(ZoneService*, Zone*);
-  HostWord word_52[7];
-  /// The abbreviation in force now (up to 50 units) and the offset from UTC. 0 = success.
-  std::uint32_t (*zone_info)(ZoneService*, Zone*, char16_t abbreviation[50], std::int64_t* length,
-                             std::int64_t* offset_seconds);
-};
-inline constexpr std::int64_t zone_name_capacity = 50;          // units
-inline constexpr std::int64_t zone_abbreviation_capacity = 50;  // units
-
-// A resolved locale name. It belongs to the host and lives as long as the NLS context.
-struct ResolvedLocale {
-  HostWord word_0[2];
-  std::int64_t length;  // units of the canonical name
-  char16_t name[1];     // the name begins here and goes on for `length` units
-};
-
-// The host's object for national language support, one per process as a rule. The module writes
-// words 146, 1168 and 1169 (each on first need); everything else in it is only read.
-struct NlsContext {
-  HostWord word_0[5];
-  Kernel* host_service;
-  HostWord word_6[25];
-  char16_t (*to_upper)(NlsContext*, char16_t unit, std::uint64_t zero);
-  HostWord word_32[7];
-  std::uint32_t (*resolve_locale)(NlsContext*, const char16_t* name, std::int64_t length,
-                                  std::uint32_t flags, ResolvedLocale** out);
-  HostWord word_40[40];
-  /// Brings a zone name into its canonical form; *length_io holds the capacity, then the length.
-  std::uint32_t (*normalise_zone)(NlsContext*, const char16_t* name, std::int64_t length,
-                                  std::uint64_t flags, char16_t* out, std::int64_t* length_io,
-                                  std::uint64_t* extra);
-  HostWord word_81[4];
-  /// The operating system's zone name; *length_io holds the capacity, then the length.
-  std::uint32_t (*os_zone)(NlsContext*, char16_t* out, std::int64_t* length_io,
-                           std::uint32_t flags);
-  HostWord word_86[56];
-  Pool* pool;
-  HostWord word_143;
-  Track* handle_cache;  // may be null
-  HostWord word_145;
-  LocaleDatabase* locale_database;  // loaded by the first creation that needs it
-  HostWord word_147[1015];
-  Lock* creation_lock;
-  HostWord word_1163[5];
-  Journal* journal;  // created on first need; may stay null
-  void* app_node;    // the "App.NLS" option node, found or created on first need
-  HostWord word_1170[12];
-  ZoneService* zone_service;
-};
-inline constexpr std::uint32_t resolve_flags = 8;
-inline constexpr std::uint64_t normalise_zone_flags = 16;
-inline constexpr std::uint32_t os_zone_flags = 8;
-
-/// Turns one UTF-16 unit into one byte of the host's 8-bit or EBCDIC encoding.
-struct Converter {
-  HostWord word_0[3];
-  std::uint32_t (*convert)(Converter*, char16_t unit, std::uint8_t* out);  // 0 = success
-};
-
-namespace host_layout {
-// True when `member_offset` is that of 64-bit word `word`.
-constexpr bool at_word(std::size_t member_offset, std::size_t word) {
-  return member_offset == word * 8;
-}
-static_assert(sizeof(void*) == 8, "every word of the host's tables has 64 bits");
-static_assert(at_word(offsetof(TrackEntry, value), 2));
-static_assert(at_word(offsetof(Journal, write), 5));
-static_assert(at_word(offsetof(ErrorSink, report), 7));
-static_assert(at_word(offsetof(Pool, destroy), 2) && at_word(offsetof(Pool, allocate), 3) &&
-              at_word(offsetof(Pool, free), 4));
-static_assert(at_word(offsetof(Lock, destroy), 2) && at_word(offsetof(Lock, take), 3) &&
-              at_word(offsetof(Lock, release), 4));
-static_assert(at_word(offsetof(Track, destroy), 2) && at_word(offsetof(Track, look_up), 5) &&
-              at_word(offsetof(Track, insert), 6) && at_word(offsetof(Track, set_destructor), 7) &&
-              at_word(offsetof(Track, release_entry), 18));
-static_assert(sizeof(TrackParameters) == 64 && offsetof(TrackParameters, word_2) == 16 &&
-              offsetof(TrackParameters, word_24) == 24);
-static_assert(sizeof(PoolParameters) == 24);
-static_assert(at_word(offsetof(OptionStore, create_node), 18) &&
-              at_word(offsetof(OptionStore, find_node), 22));
-static_assert(at_word(offsetof(MessageExtension, destroy), 2));
-static_assert(at_word(offsetof(LocaleDatabase, fill), 10));
-static_assert(at_word(offsetof(HostFormatting, format_float), 3));
-static_assert(
-    at_word(offsetof(Kernel, create_lock), 3) && at_word(offsetof(Kernel, create_journal), 5) &&
-    at_word(offsetof(Kernel, create_pool), 6) && at_word(offsetof(Kernel, create_track), 8) &&
-    at_word(offsetof(Kernel, load_extension), 9) && at_word(offsetof(Kernel, read_option), 14) &&
-    at_word(offsetof(Kernel, character_classes), 27) &&
-    at_word(offsetof(Kernel, formatter_state), 28) && at_word(offsetof(Kernel, formatting), 29) &&
-    at_word(offsetof(Kernel, option_store), 31));
-static_assert(at_word(offsetof(ZoneService, open), 48) &&
-              at_word(offsetof(ZoneService, close), 51) &&
-              at_word(offsetof(ZoneService, zone_info), 59));
-static_assert(at_word(offsetof(ResolvedLocale, length), 2) &&
-              at_word(offsetof(ResolvedLocale, name), 3));
-static_assert(at_word(offsetof(NlsContext, host_service), 5) &&
-              at_word(offsetof(NlsContext, to_upper), 31) &&
-              at_word(offsetof(NlsContext, resolve_locale), 39) &&
-              at_word(offsetof(NlsContext, normalise_zone), 80) &&
-              at_word(offsetof(NlsContext, os_zone), 85) &&
-              at_word(offsetof(NlsContext, pool), 142) &&
-              at_word(offsetof(NlsContext, handle_cache), 144) &&
-              at_word(offsetof(NlsContext, locale_database), 146) &&
-              at_word(offsetof(NlsContext, creation_lock), 1162) &&
-              at_word(offsetof(NlsContext, journal), 1168) &&
-              at_word(offsetof(NlsContext, app_node), 1169) &&
-              at_word(offsetof(NlsContext, zone_service), 1182));
-static_assert(at_word(offsetof(Converter, convert), 3));
 static_assert(std::is_standard_layout_v<Kernel> && std::is_standard_layout_v<NlsContext>);
-}  // namespace host_layout
 
 }  // namespace jwnls
+#endif
 
 #endif  // JWNLS_ABI_HOST_TABLES_H_

@@ -1,89 +1,135 @@
 // The locale data record: everything that one locale's conventions amount to, in 40,248 bytes.
 //
-// The locale database extension fills it once, while its handle is made; from then on it is only
-// read. Its layout is shared with that extension, so every offset is pinned here. Lengths in it
-// come from outside and are not to be trusted: read texts through text_of(), which bounds them.
+// The making of a handle allocates it from the NLS context's pool and writes the locale's name at
+// its head; the locale database's `fill` writes every byte from 128 on; from then on it is only
+// read, by any thread, and goes with its handle. A host reaches it through word 92 of a handle, or
+// area by area through service slot 45.
+//
+// Its layout is shared with the database, so every offset is pinned here. Lengths in it come from
+// outside: the services bound them, and so should every other reader (in C++: text_of()).
+// docs/locale-record.md says how jwnlsldb fills it. Members that no service reads are marked "-".
 
 #ifndef JWNLS_ABI_LOCALE_RECORD_H_
 #define JWNLS_ABI_LOCALE_RECORD_H_
 
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
-#include <type_traits>
+#include "abi/language.h"
 
+#ifdef __cplusplus
+#include <string_view>
+#endif
+
+#define JW_TEXT_ENTRY_CAPACITY 60        // units
+#define JW_CURRENCY_SYMBOL_CAPACITY 128  // units
+#define JW_NO_BREAK_SPACE 160            // as grouping symbol
+
+/// A pattern, name, designator or symbol text: a length and room for 60 UTF-16 units. Not
+/// terminated. A length below 1 means empty, one above 60 counts as 60.
+typedef struct jw_text_entry {
+  int64_t length;  // units in use
+  char16_t units[60];
+} jw_text_entry;
+
+/// In patterns "%" introduces a directive: "%", perhaps "?" or "#", and a letter. Every other unit
+/// stands for itself.
+typedef struct jw_locale_record {
+  jw_text_entry locale_name;        // area 0: the canonical name; written before the database fills
+  uint8_t area_2[96];               // area 2: - zeros
+  jw_text_entry full_weekdays[7];   // area 5: Sunday first; in the form that stands inside a date
+  jw_text_entry short_weekdays[7];  // Sunday first
+  jw_text_entry full_months[12];    // January first; in the form that stands inside a date
+  jw_text_entry short_months[12];   // January first
+  jw_text_entry date_patterns[3];   // "date pattern 1" to 3: short and numeric, medium, long
+  jw_text_entry time_pattern;       // time formatting: the time of day with seconds
+  jw_text_entry datetime_pattern;   // datetime formatting, every style but 0; "time pattern 1"
+  jw_text_entry style_0_pattern;    // datetime formatting, style 0; "time pattern 2"
+  jw_text_entry before_noon;        // designator of the hours below 12
+  jw_text_entry after_noon;         // designator of the hours from 12 on
+  uint8_t unread_6112[776];         // - zeros
+  jw_text_entry full_quarters[4];   // read on input
+  jw_text_entry short_quarters[4];  // read on input
+  jw_text_entry language_tag;       // area 4: - the BCP 47 tag, "zh-Hant-TW"
+  int64_t grouping_length;          // units of the grouping pattern; below 1 means none
+  char16_t grouping_units[60];      // group sizes from the point leftward: "3", "3;2"
+  char16_t decimal_symbol;          //
+  char16_t grouping_symbol;         // JW_NO_BREAK_SPACE is a valid value
+  uint8_t unread_8172[4];           // - zeros
+  jw_text_entry language;           // area 3: - "zh"
+  jw_text_entry script;             // - "Hant"; the likely one where the name has none
+  jw_text_entry region;             // - "TW"; likewise
+  uint64_t currency_symbol_length;  // units; above 128 counts as 128
+  char16_t currency_symbol[128];    // a symbol that ends in a letter has a no-break space behind it
+  jw_text_entry currency_code;      // area 6: - ISO 4217, "EUR"; "XXX" where there is none
+  int64_t currency_decimals;        // - of the currency's minor unit
+  jw_text_entry own_name;           // area 1: - the locale's name in its own language
+  int32_t first_weekday;            // area 7: - of the week; 1 is Sunday
+  int32_t first_week_days;          // - how many days of a new year its first week has at least
+  jw_text_entry english_name;       // area 8: - the locale's
+  jw_text_entry parent_name;        // - the locale that it inherits from; empty: none
+  uint8_t unread_9352[272];         // - zeros
+  uint8_t area_9[30624];            // area 9: - zeros
+} jw_locale_record;
+
+/// The areas that service slot 45 hands out, by selector.
+enum jw_record_area {
+  JW_AREA_RECORD = 0,
+  JW_AREA_OWN_NAME = 1,
+  JW_AREA_2 = 2,
+  JW_AREA_LANGUAGE = 3,  // and script and region
+  JW_AREA_LANGUAGE_TAG = 4,
+  JW_AREA_WEEKDAYS = 5,     // and what follows them
+  JW_AREA_CURRENCY = 6,     // code and decimals
+  JW_AREA_WEEK = 7,         // first weekday and days of the first week
+  JW_AREA_OTHER_NAMES = 8,  // English name and parent
+  JW_AREA_9 = 9
+};
+
+JW_SIZE_IS(jw_text_entry, 128);
+JW_AT_OFFSET(jw_text_entry, units, 8);
+JW_SIZE_IS(jw_locale_record, 40248);
+JW_AT_OFFSET(jw_locale_record, area_2, 128);
+JW_AT_OFFSET(jw_locale_record, full_weekdays, 224);
+JW_AT_OFFSET(jw_locale_record, short_weekdays, 1120);
+JW_AT_OFFSET(jw_locale_record, full_months, 2016);
+JW_AT_OFFSET(jw_locale_record, short_months, 3552);
+JW_AT_OFFSET(jw_locale_record, date_patterns, 5088);
+JW_AT_OFFSET(jw_locale_record, time_pattern, 5472);
+JW_AT_OFFSET(jw_locale_record, datetime_pattern, 5600);
+JW_AT_OFFSET(jw_locale_record, style_0_pattern, 5728);
+JW_AT_OFFSET(jw_locale_record, before_noon, 5856);
+JW_AT_OFFSET(jw_locale_record, after_noon, 5984);
+JW_AT_OFFSET(jw_locale_record, unread_6112, 6112);
+JW_AT_OFFSET(jw_locale_record, full_quarters, 6888);
+JW_AT_OFFSET(jw_locale_record, short_quarters, 7400);
+JW_AT_OFFSET(jw_locale_record, language_tag, 7912);
+JW_AT_OFFSET(jw_locale_record, grouping_length, 8040);
+JW_AT_OFFSET(jw_locale_record, grouping_units, 8048);
+JW_AT_OFFSET(jw_locale_record, decimal_symbol, 8168);
+JW_AT_OFFSET(jw_locale_record, grouping_symbol, 8170);
+JW_AT_OFFSET(jw_locale_record, language, 8176);
+JW_AT_OFFSET(jw_locale_record, script, 8304);
+JW_AT_OFFSET(jw_locale_record, region, 8432);
+JW_AT_OFFSET(jw_locale_record, currency_symbol_length, 8560);
+JW_AT_OFFSET(jw_locale_record, currency_symbol, 8568);
+JW_AT_OFFSET(jw_locale_record, currency_code, 8824);
+JW_AT_OFFSET(jw_locale_record, currency_decimals, 8952);
+JW_AT_OFFSET(jw_locale_record, own_name, 8960);
+JW_AT_OFFSET(jw_locale_record, first_weekday, 9088);
+JW_AT_OFFSET(jw_locale_record, first_week_days, 9092);
+JW_AT_OFFSET(jw_locale_record, english_name, 9096);
+JW_AT_OFFSET(jw_locale_record, parent_name, 9224);
+JW_AT_OFFSET(jw_locale_record, area_9, 9624);
+
+#ifdef __cplusplus
 namespace jwnls {
 
-inline constexpr std::int64_t text_entry_capacity = 60;        // units
-inline constexpr std::int64_t currency_symbol_capacity = 128;  // units
+using TextEntry = ::jw_text_entry;
+using LocaleRecord = ::jw_locale_record;
 
-/// A pattern, name, designator or symbol text: a length and room for 60 UTF-16 units.
-struct TextEntry {
-  std::int64_t length;  // units in use; below 1 means empty; not to be trusted: read text_of()
-  char16_t units[60];
-};
-
-struct LocaleRecord {
-  TextEntry locale_name;                 // written by the handle's creation, before the database
-  std::uint8_t area_2[96];               // record area 2; no service reads it
-  TextEntry full_weekdays[7];            // Sunday first
-  TextEntry short_weekdays[7];           // Sunday first
-  TextEntry full_months[12];             // January first
-  TextEntry short_months[12];            // January first
-  TextEntry date_patterns[3];            // "date pattern 1" to "date pattern 3"
-  TextEntry time_pattern;                // time formatting
-  TextEntry datetime_pattern;            // datetime formatting, every style but 0; "time pattern 1"
-  TextEntry style_0_pattern;             // datetime formatting, style 0; "time pattern 2"
-  TextEntry before_noon;                 // designator of the hours below 12
-  TextEntry after_noon;                  // designator of the hours from 12 on
-  std::uint8_t unread_6112[776];         // filled by the database, read by no service
-  TextEntry full_quarters[4];            //
-  TextEntry short_quarters[4];           //
-  TextEntry area_4;                      // record area 4; no service reads it
-  std::int64_t grouping_length;          // units of the grouping pattern; below 1 means none
-  char16_t grouping_units[60];           //
-  char16_t decimal_symbol;               //
-  char16_t grouping_symbol;              // 160, the no-break space, is a valid value
-  std::uint8_t unread_8172[4];           //
-  std::uint8_t area_3[384];              // record area 3; no service reads it
-  std::uint64_t currency_symbol_length;  // units
-  char16_t currency_symbol[128];         //
-  std::uint8_t area_6[136];              // record areas 6, 1, 7, 8 and 9; no service reads them
-  TextEntry area_1;                      //
-  std::uint8_t area_7[8];                //
-  std::uint8_t area_8[528];              //
-  std::uint8_t area_9[30624];            //
-};
-
-static_assert(sizeof(TextEntry) == 128 && std::is_standard_layout_v<TextEntry>);
-static_assert(sizeof(LocaleRecord) == 40248 && std::is_standard_layout_v<LocaleRecord> &&
+static_assert(std::is_standard_layout_v<LocaleRecord> &&
               std::is_trivially_copyable_v<LocaleRecord>);
-static_assert(offsetof(LocaleRecord, area_2) == 128);
-static_assert(offsetof(LocaleRecord, full_weekdays) == 224);
-static_assert(offsetof(LocaleRecord, short_weekdays) == 1120);
-static_assert(offsetof(LocaleRecord, full_months) == 2016);
-static_assert(offsetof(LocaleRecord, short_months) == 3552);
-static_assert(offsetof(LocaleRecord, date_patterns) == 5088);
-static_assert(offsetof(LocaleRecord, time_pattern) == 5472);
-static_assert(offsetof(LocaleRecord, datetime_pattern) == 5600);
-static_assert(offsetof(LocaleRecord, style_0_pattern) == 5728);
-static_assert(offsetof(LocaleRecord, before_noon) == 5856);
-static_assert(offsetof(LocaleRecord, after_noon) == 5984);
-static_assert(offsetof(LocaleRecord, full_quarters) == 6888);
-static_assert(offsetof(LocaleRecord, short_quarters) == 7400);
-static_assert(offsetof(LocaleRecord, area_4) == 7912);
-static_assert(offsetof(LocaleRecord, grouping_length) == 8040);
-static_assert(offsetof(LocaleRecord, grouping_units) == 8048);
-static_assert(offsetof(LocaleRecord, decimal_symbol) == 8168);
-static_assert(offsetof(LocaleRecord, grouping_symbol) == 8170);
-static_assert(offsetof(LocaleRecord, area_3) == 8176);
-static_assert(offsetof(LocaleRecord, currency_symbol_length) == 8560);
-static_assert(offsetof(LocaleRecord, currency_symbol) == 8568);
-static_assert(offsetof(LocaleRecord, area_6) == 8824);
-static_assert(offsetof(LocaleRecord, area_1) == 8960);
-static_assert(offsetof(LocaleRecord, area_7) == 9088);
-static_assert(offsetof(LocaleRecord, area_8) == 9096);
-static_assert(offsetof(LocaleRecord, area_9) == 9624);
+
+inline constexpr std::int64_t text_entry_capacity = JW_TEXT_ENTRY_CAPACITY;
+inline constexpr std::int64_t currency_symbol_capacity = JW_CURRENCY_SYMBOL_CAPACITY;
 
 /// A length out of a record, brought into 0 to `bound` units.
 constexpr std::size_t bounded_length(std::int64_t length, std::int64_t bound) noexcept {
@@ -115,5 +161,6 @@ constexpr std::u16string_view currency_symbol_of(const LocaleRecord& record) noe
 }
 
 }  // namespace jwnls
+#endif
 
 #endif  // JWNLS_ABI_LOCALE_RECORD_H_

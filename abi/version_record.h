@@ -1,19 +1,18 @@
-// The version record: what the build says of itself, 208 bytes for jwvercn1.
+// The version record: what a build says of itself, 208 bytes for `jwvercn1`.
+//
+// The caller owns the record that it had filled. The texts in it are zero-terminated, belong to the
+// module or extension, and live as long as it stays loaded. Any thread.
 
 #ifndef JWNLS_ABI_VERSION_RECORD_H_
 #define JWNLS_ABI_VERSION_RECORD_H_
 
-#include <cstddef>
-#include <cstdint>
+#include "abi/language.h"
 
-namespace jwnls {
-
-/// 26 words; texts are zero-terminated and live as long as the module.
-struct VersionRecord {
+typedef struct jw_version_record {
   const char* version;
   const char* stream;
   const char* empty_2;
-  std::int64_t build_seconds;  // since 1 January 1970
+  int64_t build_seconds;  // since 1 January 1970
   const char* component_family;
   const char* component_build;
   const char* interface_family;
@@ -27,14 +26,19 @@ struct VersionRecord {
   const char* image_description;  // likewise
   const char* platform;
   const char* build_date;
-  std::uint64_t zero_17[9];
-};
-static_assert(sizeof(VersionRecord) == 208 && offsetof(VersionRecord, hotfix_number) == 12 * 8 &&
-              offsetof(VersionRecord, build_date) == 16 * 8);
+  uint64_t zero_17[9];
+} jw_version_record;
 
-/// Copies the module's record into a buffer of 208 bytes.
-void copy_version_record(void* out) noexcept;
+JW_SIZE_IS(jw_version_record, 208);
+JW_AT_WORD(jw_version_record, build_seconds, 3);
+JW_AT_WORD(jw_version_record, hotfix_number, 12);
+JW_AT_WORD(jw_version_record, image_description, 14);
+JW_AT_WORD(jw_version_record, build_date, 16);
 
+#ifdef __cplusplus
+namespace jwnls {
+using VersionRecord = ::jw_version_record;
 }  // namespace jwnls
+#endif
 
 #endif  // JWNLS_ABI_VERSION_RECORD_H_

@@ -22,6 +22,7 @@
 #include <string_view>
 #include <vector>
 
+#include "abi/reading_modes.h"
 #include "bench/contest.h"
 #include "bench/handles.h"
 
@@ -237,9 +238,9 @@ constexpr double seconds_per_millisecond = 1.0 / 1000;
 constexpr double days_1960_to_1970 = 3653;
 
 // The lenient dialect, which is as free with blanks, case and digits as strptime is.
-constexpr std::uint32_t lenient = 0x4;
+constexpr std::uint32_t lenient = reading_modes::lenient;
 constexpr std::uint32_t date_pattern_3 = 0x3;
-constexpr std::uint32_t datetime_value = 0x200;
+constexpr std::uint32_t datetime_value = reading_modes::datetime;
 constexpr std::uint32_t recognition = 0x4;
 
 void known_date() {

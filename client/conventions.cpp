@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 #include "client/utf8.h"
@@ -23,25 +22,12 @@ std::string symbol(char16_t unit) {
   return unit == 0 ? std::string() : to_utf8(std::u16string_view(&unit, 1));
 }
 
-// What the locale database writes into record area 6, which no service reads.
-struct CurrencyArea {
-  TextEntry code;
-  std::int64_t decimals;
-};
-static_assert(sizeof(CurrencyArea) == sizeof LocaleRecord::area_6);
-
-CurrencyArea currency_area(const LocaleRecord& record) noexcept {
-  CurrencyArea area;
-  std::memcpy(&area, record.area_6, sizeof area);
-  return area;
-}
-
 }  // namespace
 
 int currency_decimals(const LocaleRecord& record) noexcept {
   constexpr std::int64_t usual = 2;
   constexpr std::int64_t most = 4;
-  const std::int64_t decimals = currency_area(record).decimals;
+  const std::int64_t decimals = record.currency_decimals;
   return static_cast<int>(decimals >= 0 && decimals <= most ? decimals : usual);
 }
 
@@ -63,7 +49,7 @@ Conventions conventions_of(const LocaleRecord& record) {
       .grouping_symbol = symbol(record.grouping_symbol),
       .grouping = to_utf8(grouping_of(record)),
       .currency_symbol = to_utf8(currency_symbol_of(record)),
-      .currency_code = text(currency_area(record).code),
+      .currency_code = text(record.currency_code),
       .currency_decimals = currency_decimals(record),
   };
 }

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "abi/locale_handle.h"
 #include "abi/locale_record.h"
 #include "client/conventions.h"
 #include "client/date_scale.h"
@@ -20,12 +21,9 @@
 #include "client/reading_options.h"
 #include "client/result.h"
 
-namespace jwnls {
-struct LocaleHandle;
-namespace host {
+namespace jwnls::host {
 class Host;
-}
-}  // namespace jwnls
+}  // namespace jwnls::host
 
 namespace jwnls::client {
 

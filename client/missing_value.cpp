@@ -1,25 +1,15 @@
 #include "client/missing_value.h"
 
-#include <bit>
-#include <cstdint>
+#include "abi/missing_value.h"
 
 namespace jwnls::client {
 namespace {
-
-constexpr std::uint64_t top_bits = 0xFFFF;
-constexpr int top_shift = 48;
-constexpr int code_shift = 40;  // the byte below holds the complement of the character's code
-
-// "_" is stored as "-", whose code is the one below that of ".": so it sorts as the least.
-constexpr char stored_underscore = '-';
 
 constexpr bool is_capital(char character) { return character >= 'A' && character <= 'Z'; }
 
 }  // namespace
 
-bool is_missing(double value) noexcept {
-  return std::bit_cast<std::uint64_t>(value) >> top_shift == top_bits;
-}
+bool is_missing(double value) noexcept { return jwnls::is_missing(value); }
 
 std::optional<MissingValue> MissingValue::named(char character) noexcept {
   if (character >= 'a' && character <= 'z') character = static_cast<char>(character - 'a' + 'A');
@@ -29,16 +19,11 @@ std::optional<MissingValue> MissingValue::named(char character) noexcept {
 
 std::optional<MissingValue> MissingValue::of(double value) noexcept {
   if (!is_missing(value)) return std::nullopt;
-  const auto stored =
-      static_cast<char>(~(std::bit_cast<std::uint64_t>(value) >> code_shift) & 0xFF);
-  if (stored == stored_underscore) return MissingValue{'_'};
-  return is_capital(stored) || stored == '_' || stored == '.' ? named(stored) : std::nullopt;
+  const char character = missing_character(value);
+  return is_capital(character) || character == '_' || character == '.' ? named(character)
+                                                                       : std::nullopt;
 }
 
-double MissingValue::value() const noexcept {
-  const char stored = character_ == '_' ? stored_underscore : character_;
-  const std::uint64_t code = ~static_cast<std::uint64_t>(static_cast<unsigned char>(stored)) & 0xFF;
-  return std::bit_cast<double>(top_bits << top_shift | code << code_shift);
-}
+double MissingValue::value() const noexcept { return missing_value(character_); }
 
 }  // namespace jwnls::client

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "abi/locale_handle.h"
+#include "abi/reading_modes.h"
 #include "client/fitting_part.h"
 #include "client/locale.h"
 #include "client/locale_state.h"
@@ -15,22 +16,16 @@
 namespace jwnls::client {
 namespace {
 
-// The mode word of the services.
-constexpr std::uint32_t lenient_bit = 0x4;
-constexpr std::uint32_t datetime_bit = 0x200;
-constexpr std::uint32_t time_recognition = 0x4;
-constexpr std::uint32_t lenient_time_alone = 0x8;
-constexpr std::uint32_t strict_datetime = 0x1;
-constexpr std::uint32_t strict_time_alone = 0x2;
-
 std::uint32_t mode_of(const DateReading& reading) {
-  return static_cast<std::uint32_t>(reading.pattern) | (reading.strict ? 0 : lenient_bit);
+  return static_cast<std::uint32_t>(reading.pattern) |
+         (reading.strict ? 0 : reading_modes::lenient);
 }
 
 std::uint32_t mode_of(const TimeReading& reading) {
-  if (reading.pattern == 1) return strict_datetime;
-  if (reading.strict) return strict_time_alone;
-  return reading.pattern == 2 ? lenient_time_alone : time_recognition;
+  using namespace reading_modes;
+  if (reading.pattern == 1) return time_pattern_1;
+  if (reading.strict) return time_pattern_2;
+  return reading.pattern == 2 ? time_pattern_2_lenient : time_recognition;
 }
 
 Result<void> check_pattern(int pattern, int last) {
@@ -187,7 +182,8 @@ Result<std::chrono::local_seconds> Locale::read_datetime(std::string_view text,
     const auto usable = check_strict(record().datetime_pattern, *this);
     if (!usable) return tl::unexpected<Error>(usable.error());
   }
-  const Reader reader(handle(), handle()->services.read_date, mode_of(reading) | datetime_bit);
+  const Reader reader(handle(), handle()->services.read_date,
+                      mode_of(reading) | reading_modes::datetime);
   return read(reader, "datetime", text, reading.strict, *this, state_->datetime_endings)
       .map([](double seconds) {
         return civil_time(DatetimeValue{seconds}).value_or(std::chrono::local_seconds{});
@@ -195,7 +191,7 @@ Result<std::chrono::local_seconds> Locale::read_datetime(std::string_view text,
 }
 
 Result<std::chrono::year_month_day> Locale::read_period(std::string_view text) const {
-  const Reader reader(handle(), handle()->services.read_period, lenient_bit);
+  const Reader reader(handle(), handle()->services.read_period, reading_modes::lenient);
   return read(reader, "period", text, false, *this, state_->period_endings).map([](double days) {
     return civil_date(DateValue{days}).value_or(std::chrono::year_month_day{});
   });

@@ -4,7 +4,7 @@
 // over here is not kept.
 
 #include "abi/locale_handle.h"
-#include "abi/version_record.h"
+#include "module/frame/version_record.h"
 
 #define JWNLS_EXPORT extern "C" __attribute__((visibility("default")))
 

@@ -11,6 +11,7 @@
 
 #include "abi/locale_handle.h"
 #include "abi/missing_value.h"
+#include "abi/reading_modes.h"
 #include "abi/status.h"
 #include "fuzz/fuzzed_handle.h"
 #include "fuzz/pattern_input.h"
@@ -31,8 +32,8 @@ constexpr double untouched_value = -77.25;
 // Modes. Of time input: one pattern, and recognition. Of date input: bits.
 constexpr std::uint32_t strict_time = 2;
 constexpr std::uint32_t recognised_time = 4;
-constexpr std::uint32_t date_pattern_bits = 0x3;
-constexpr std::uint32_t datetime_bit = 0x200;
+constexpr std::uint32_t date_pattern_bits = reading_modes::pattern;
+constexpr std::uint32_t datetime_bit = reading_modes::datetime;
 
 void set(TextEntry& entry, std::u16string_view text) {
   entry.length = static_cast<std::int64_t>(text.copy(entry.units, text_entry_capacity));

@@ -11,16 +11,10 @@
 namespace jwnls::ldb {
 namespace {
 
-// The object; its word 10 is the ABI's `fill`, word 2 destroys it.
 struct Database {
-  HostWord word_0[2];
-  void (*destroy)(Database*);
-  Pool* pool;
-  HostWord word_4[6];
-  decltype(LocaleDatabase::fill) fill;
+  LocaleDatabase base;  // what the host and the module see
+  Pool* pool;           // the object's own
 };
-static_assert(sizeof(Database) == sizeof(LocaleDatabase) && offsetof(Database, destroy) == 2 * 8 &&
-              offsetof(Database, fill) == offsetof(LocaleDatabase, fill));
 
 const LocaleRow* find_row(const char16_t* name, std::int64_t length) noexcept {
   constexpr auto longest = static_cast<std::int64_t>(LocaleKey::max_name_length);
@@ -42,6 +36,9 @@ void write_text(std::byte* entry, std::uint16_t text) noexcept {
 // unzeroed.
 void write_row(std::byte* record, const LocaleRow& row) noexcept {
   constexpr std::size_t head = offsetof(LocaleRecord, area_2);
+  const auto write = [record](std::size_t offset, auto value) {
+    std::memcpy(record + offset, &value, sizeof value);
+  };
   std::memset(record + head, 0, sizeof(LocaleRecord) - head);
   for (std::size_t i = 0; i < run_count; ++i) {
     const std::uint16_t* list = list_texts + row.lists[i];
@@ -50,12 +47,11 @@ void write_row(std::byte* record, const LocaleRow& row) noexcept {
       write_text(entry, list[k]);
     }
   }
-  const std::int64_t currency_digits = row.currency_digits;
-  const std::int32_t week[] = {row.first_weekday, row.minimal_days};
-  std::memcpy(record + offsetof(LocaleRecord, decimal_symbol), &row.decimal_symbol, 2);
-  std::memcpy(record + offsetof(LocaleRecord, grouping_symbol), &row.grouping_symbol, 2);
-  std::memcpy(record + currency_digits_offset, &currency_digits, sizeof currency_digits);
-  std::memcpy(record + week_offset, week, sizeof week);
+  write(offsetof(LocaleRecord, decimal_symbol), row.decimal_symbol);
+  write(offsetof(LocaleRecord, grouping_symbol), row.grouping_symbol);
+  write(offsetof(LocaleRecord, currency_decimals), std::int64_t{row.currency_digits});
+  write(offsetof(LocaleRecord, first_weekday), std::int32_t{row.first_weekday});
+  write(offsetof(LocaleRecord, first_week_days), std::int32_t{row.minimal_days});
 }
 
 std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
@@ -66,16 +62,21 @@ std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {
   return code(Status::ok);
 }
 
+void destroy(LocaleDatabase* database) {
+  Pool* pool = reinterpret_cast<Database*>(database)->pool;
+  pool->destroy(pool);
+}
+
 }  // namespace
 }  // namespace jwnls::ldb
 
 /// The factory. The caller owns the object and destroys it through its word 2.
-extern "C" __attribute__((visibility("default"))) void* jwnlsldb(jwnls::Kernel* kernel,
-                                                                 jwnls::ErrorSink* errors) {
+extern "C" __attribute__((visibility("default"))) jwnls::LocaleDatabase* jwnlsldb(
+    jwnls::Kernel* kernel, jwnls::ErrorSink* errors) {
   using jwnls::ldb::Database;
   auto* database = jwnls::create_in_own_pool<Database>(kernel, errors, "jwnlsldb pool");
   if (database == nullptr) return nullptr;
-  database->destroy = jwnls::destroy_with_own_pool<Database>;
-  database->fill = jwnls::ldb::fill;
-  return database;
+  database->base.destroy = jwnls::ldb::destroy;
+  database->base.fill = jwnls::ldb::fill;
+  return &database->base;
 }

@@ -62,21 +62,15 @@ inline constexpr Run runs[] = {
     {offsetof(LocaleRecord, before_noon), 2},    // and after_noon
     {offsetof(LocaleRecord, full_quarters), 4},
     {offsetof(LocaleRecord, short_quarters), 4},
-    {offsetof(LocaleRecord, area_4), 1},  // the BCP 47 tag
+    {offsetof(LocaleRecord, language_tag), 1},
     {offsetof(LocaleRecord, grouping_length), 1},
-    {offsetof(LocaleRecord, area_3), 3},  // language, script and region
+    {offsetof(LocaleRecord, language), 3},  // and script and region
     {offsetof(LocaleRecord, currency_symbol_length), 1},
-    {offsetof(LocaleRecord, area_6), 1},  // the currency's ISO 4217 code
-    {offsetof(LocaleRecord, area_1), 1},  // the locale's own name
-    {offsetof(LocaleRecord, area_8), 2},  // its English name, and the locale that it inherits from
+    {offsetof(LocaleRecord, currency_code), 1},
+    {offsetof(LocaleRecord, own_name), 1},
+    {offsetof(LocaleRecord, english_name), 2},  // and parent_name
 };
 inline constexpr std::size_t run_count = std::size(runs);
-
-// Behind the currency's code in area 6: the digits of its minor unit, a 64-bit integer.
-inline constexpr std::size_t currency_digits_offset = offsetof(LocaleRecord, area_6) + 128;
-// Area 7: the week's first day (1 = Sunday) and the days of the new year that make a week its
-// first, two 32-bit integers.
-inline constexpr std::size_t week_offset = offsetof(LocaleRecord, area_7);
 
 struct LocaleRow {
   std::uint16_t lists[run_count];  // where each run's list of texts begins in list_texts

@@ -9,12 +9,9 @@
 namespace jwnls {
 namespace {
 
-// The character of a missing value: the complement of its byte 5. Other NaNs show as the standard
-// one.
-std::uint8_t missing_code(double value) noexcept {
-  const std::uint64_t bits =
-      is_missing(value) ? std::bit_cast<std::uint64_t>(value) : missing_value_bits;
-  return static_cast<std::uint8_t>(~(bits >> 40));
+// Other NaNs show as the standard missing value.
+std::uint8_t shown_character(double value) noexcept {
+  return static_cast<std::uint8_t>(is_missing(value) ? missing_character(value) : '.');
 }
 
 // Where the units digit of a number with these decimals would stand.
@@ -36,9 +33,9 @@ void align_with_units(const NumberRequest& request, std::int64_t capacity,
 
 void place_missing(double value, const FloatOptions* options, const NumberRequest& request,
                    std::int64_t capacity, ShortNumber& out) noexcept {
-  const std::uint8_t code = missing_code(value);
-  out.body[0] = code == '-' ? u'_' : char16_t{code};
-  if (code == '.' && options != nullptr && (options->flags & 1) != 0) {
+  const std::uint8_t character = shown_character(value);
+  out.body[0] = character;
+  if (character == '.' && options != nullptr && (options->flags & 1) != 0) {
     out.body[0] = options->missing_symbol;
     if (options->missing_symbol == 0) return out.placement.refuse(Status::no_missing_symbol);
   }

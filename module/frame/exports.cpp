@@ -1,8 +1,8 @@
 // The module's four exports: the only names that a host can find in it.
 
 #include "abi/locale_handle.h"
-#include "abi/version_record.h"
 #include "module/frame/factory.h"
+#include "module/frame/version_record.h"
 #include "module/host_calls/kernel_handle.h"
 
 #define JWNLS_EXPORT extern "C" __attribute__((visibility("default")))

@@ -17,14 +17,14 @@ constexpr std::uint32_t blank_padded = 1;
 // Where the areas of selectors 0 to 9 begin in the record.
 constexpr std::size_t record_areas[] = {
     0,
-    offsetof(LocaleRecord, area_1),
+    offsetof(LocaleRecord, own_name),
     offsetof(LocaleRecord, area_2),
-    offsetof(LocaleRecord, area_3),
-    offsetof(LocaleRecord, area_4),
+    offsetof(LocaleRecord, language),
+    offsetof(LocaleRecord, language_tag),
     offsetof(LocaleRecord, full_weekdays),
-    offsetof(LocaleRecord, area_6),
-    offsetof(LocaleRecord, area_7),
-    offsetof(LocaleRecord, area_8),
+    offsetof(LocaleRecord, currency_code),
+    offsetof(LocaleRecord, first_weekday),
+    offsetof(LocaleRecord, english_name),
     offsetof(LocaleRecord, area_9),
 };
 

@@ -1,4 +1,4 @@
-#include "abi/version_record.h"
+#include "module/frame/version_record.h"
 
 #include <array>
 #include <cstring>

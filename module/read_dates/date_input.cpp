@@ -1,5 +1,6 @@
 // Date or datetime input: slots 32 and 83.
 
+#include "abi/reading_modes.h"
 #include "module/calendar/datetime_value.h"
 #include "module/read_dates/date_candidates.h"
 #include "module/read_dates/date_services.h"
@@ -9,8 +10,8 @@
 namespace jwnls {
 namespace {
 
-constexpr std::uint32_t pattern_bits = 0x3;  // 0: recognition; else the date pattern to walk
-constexpr std::uint32_t datetime_bit = 0x200;
+constexpr std::uint32_t pattern_bits = reading_modes::pattern;
+constexpr std::uint32_t datetime_bit = reading_modes::datetime;
 
 // The day that the parts make; false when there is no such date.
 [[gnu::always_inline]] inline bool day_of_parts(const DateTimeParts& parts,

@@ -9,15 +9,15 @@
 
 #include <cstdint>
 
+#include "abi/reading_modes.h"
+
 namespace jwnls {
 
 enum class Dialect : std::uint8_t { strict, lenient };
 
-inline constexpr std::uint32_t lenient_bits = 0x1FC;
-
 /// The dialect that a service's mode word asks for.
 constexpr Dialect dialect_of(std::uint32_t mode) noexcept {
-  return (mode & lenient_bits) != 0 ? Dialect::lenient : Dialect::strict;
+  return (mode & reading_modes::lenient_bits) != 0 ? Dialect::lenient : Dialect::strict;
 }
 
 }  // namespace jwnls

@@ -1,5 +1,6 @@
 // Time-of-day input: slots 34 and 85.
 
+#include "abi/reading_modes.h"
 #include "module/read_dates/date_services.h"
 #include "module/read_dates/input_text.h"
 #include "module/read_dates/time_recognition.h"
@@ -7,8 +8,8 @@
 namespace jwnls {
 namespace {
 
-constexpr std::uint32_t mode_pattern_1 = 1;
-constexpr std::uint32_t mode_recognition = 4;
+constexpr std::uint32_t mode_pattern_1 = reading_modes::time_pattern_1;
+constexpr std::uint32_t mode_recognition = reading_modes::time_recognition;
 
 // Text behind the pattern's end is left to the caller.
 template <typename Unit>

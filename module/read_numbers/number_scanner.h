@@ -98,15 +98,15 @@ class NumberScanner {
     ++at_;
     if (at_end() || is_blank(at_)) return finish(missing_value());
     const std::uint32_t letter = Encoding::upper_case(unit(at_));
-    if (letter == Encoding::of('_')) return finish_special(0xD2);
+    if (letter == Encoding::of('_')) return finish_special('_');
     for (char each = 'A'; each <= 'Z'; ++each) {
-      if (letter == Encoding::of(each)) return finish_special(~static_cast<unsigned>(each) & 0xFF);
+      if (letter == Encoding::of(each)) return finish_special(each);
     }
     return invalid(at_);
   }
-  NumberReading finish_special(std::uint64_t code) noexcept {
+  NumberReading finish_special(char character) noexcept {
     ++at_;
-    return finish(std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | code << 40));
+    return finish(missing_value(character));
   }
 
   // Any text. Of a copy, as in the other steps that few numbers take, so that the scanner itself

@@ -70,10 +70,10 @@ TEST_F(LocaleRecordTest, TextsAreThereAndCanBeTyped) {
     for (const auto& list : lists) std::ranges::for_each(list, expect_text);
     for (const TextEntry* entry :
          {&record.time_pattern, &record.datetime_pattern, &record.style_0_pattern,
-          &record.before_noon, &record.after_noon, &record.area_1, &record.area_4}) {
+          &record.before_noon, &record.after_noon, &record.own_name, &record.language_tag}) {
       expect_text(*entry);
     }
-    EXPECT_EQ(text_of(record.area_1), row.own_name);
+    EXPECT_EQ(text_of(record.own_name), row.own_name);
   });
 }
 
@@ -117,9 +117,7 @@ TEST_F(LocaleRecordTest, NumbersHaveTheLocalesSymbols) {
     EXPECT_EQ(record->grouping_symbol, grouping);
     EXPECT_EQ(grouping_of(*record), sizes);
     EXPECT_EQ(currency_symbol_of(*record), currency);
-    TextEntry code;
-    std::memcpy(&code, record->area_6, sizeof code);
-    EXPECT_EQ(text_of(code), currency_code);
+    EXPECT_EQ(text_of(record->currency_code), currency_code);
   };
   check("en_US", u'.', u',', u"3", u"$", u"USD");
   check("de_CH", u'.', u'\u2019', u"3", u"CHF\u00A0", u"CHF");
@@ -133,23 +131,15 @@ TEST_F(LocaleRecordTest, NumbersHaveTheLocalesSymbols) {
 
 TEST_F(LocaleRecordTest, UnreadAreasDescribeTheLocale) {
   const auto record = database_.record("zh_Hant_TW");
-  const auto text_at = [&](std::size_t offset) {
-    std::int64_t length = 0;
-    std::memcpy(&length, bytes_of(*record).data() + offset, sizeof length);
-    std::u16string text(static_cast<std::size_t>(length), u'\0');
-    std::memcpy(text.data(), bytes_of(*record).data() + offset + 8, text.size() * 2);
-    return text;
-  };
-  EXPECT_EQ(text_at(8176), u"zh");
-  EXPECT_EQ(text_at(8304), u"Hant");
-  EXPECT_EQ(text_at(8432), u"TW");
-  EXPECT_EQ(text_at(7912), u"zh-Hant-TW");
-  EXPECT_EQ(text_at(9096), u"Chinese (Traditional, Taiwan)");
-  EXPECT_EQ(text_at(9224), u"zh_Hant");
-  std::int32_t week[2];
-  std::memcpy(week, database_.record("de_DE")->area_7, sizeof week);
-  EXPECT_EQ(week[0], 2);  // Monday
-  EXPECT_EQ(week[1], 4);  // as ISO 8601 counts weeks
+  EXPECT_EQ(text_of(record->language), u"zh");
+  EXPECT_EQ(text_of(record->script), u"Hant");
+  EXPECT_EQ(text_of(record->region), u"TW");
+  EXPECT_EQ(text_of(record->language_tag), u"zh-Hant-TW");
+  EXPECT_EQ(text_of(record->english_name), u"Chinese (Traditional, Taiwan)");
+  EXPECT_EQ(text_of(record->parent_name), u"zh_Hant");
+  const auto german = database_.record("de_DE");
+  EXPECT_EQ(german->first_weekday, 2);    // Monday
+  EXPECT_EQ(german->first_week_days, 4);  // as ISO 8601 counts weeks
 }
 
 TEST_F(LocaleRecordTest, UnknownNamesFailAndLeaveTheRecordAlone) {

@@ -7,6 +7,7 @@
 #include <set>
 #include <string_view>
 
+#include "abi/reading_modes.h"
 #include "host/locales/locale_names.h"
 #include "module/format_dates/date_services.h"
 #include "module/read_dates/date_services.h"
@@ -64,7 +65,10 @@ class Services {
   bool reads_datetime(std::int32_t day, std::int32_t second, Dialect dialect) {
     const double value = day * 86'400.0 + second;
     format_datetime<Unit>(&handle_, value, 1, out_, room, &length_);
-    return reads(read_date<Unit>, dialect == Dialect::lenient ? 0x204 : 0x200, value);
+    return reads(read_date<Unit>,
+                 dialect == Dialect::lenient ? reading_modes::lenient | reading_modes::datetime
+                                             : reading_modes::datetime,
+                 value);
   }
 
  private:

@@ -1,5 +1,6 @@
 // Date and datetime input: single patterns, recognition, and what may stand behind a date.
 
+#include "abi/reading_modes.h"
 #include "tests/module/read_dates/reading.h"
 
 namespace jwnls::test {
@@ -7,7 +8,7 @@ namespace {
 
 constexpr std::uint32_t strict = 0;
 constexpr std::uint32_t lenient = 4;
-constexpr std::uint32_t datetime = 0x200;
+constexpr std::uint32_t datetime = reading_modes::datetime;
 constexpr std::optional<double> fails;
 constexpr const char16_t* none = u"!";
 
