@@ -15,7 +15,11 @@
 
 // Words without a name are the host's: here the first of a table leads to the table's object.
 // ---- Pools: a zeroed room of which any thread may take a piece, and which goes as a whole.
-struct pool { jw_pool table; atomic_size_t used; max_align_t room[4096]; };
+struct pool {
+  jw_pool table;
+  atomic_size_t used;
+  max_align_t room[4096];
+};
 static void* allocate(jw_pool* table, uint64_t bytes, uint32_t flags) {
   struct pool* pool = table->word_0[0];
   const size_t pieces = bytes / sizeof(max_align_t) + 1;
@@ -31,7 +35,10 @@ static jw_pool* create_pool(jw_kernel* host, const void* how, jw_error_sink* to,
 }
 // ---- Locks: a mutex that checks errors ignores a release by a thread that does not hold it.
 static pthread_mutexattr_t checking;
-struct lock { jw_lock table; pthread_mutex_t mutex; };
+struct lock {
+  jw_lock table;
+  pthread_mutex_t mutex;
+};
 static void take(jw_lock* lock, int64_t i, int64_t j) { pthread_mutex_lock(lock->word_0[1]); }
 static void release(jw_lock* lock) { pthread_mutex_unlock(lock->word_0[1]); }
 static void destroy_lock(jw_lock* lock) { pthread_mutex_destroy(lock->word_0[1]), free(lock); }
@@ -42,8 +49,17 @@ static jw_lock* create_lock(jw_kernel* host, const uint8_t* how, jw_journal* to,
   return &lock->table;
 }
 // ---- Tracks: a few entries with copies of keys. One thread adds; others see what counts.
-struct entry { jw_track_entry table; int64_t key_bytes; char key[220]; };
-struct track { jw_track table; jw_entry_destructor ended; atomic_int count; struct entry all[8]; };
+struct entry {
+  jw_track_entry table;
+  int64_t key_bytes;
+  char key[220];
+};
+struct track {
+  jw_track table;
+  jw_entry_destructor ended;
+  atomic_int count;
+  struct entry all[8];
+};
 static jw_track_entry* look_up(jw_track* table, uint32_t flags, uint64_t zero, const void* key,
                                int64_t bytes) {
   struct track* track = table->word_0[0];
@@ -74,8 +90,9 @@ static void destroy_track(jw_track* table) {
 }
 static jw_track* create_track(jw_kernel* host, const void* how, jw_journal* log, const char* name) {
   struct track* track = calloc(1, sizeof *track);
-  if (track) track->table = (jw_track){{track}, destroy_track, {0}, look_up, insert,
-                                       set_destructor, {0}, release_entry};
+  if (track)
+    track->table = (jw_track){{track}, destroy_track,  {0}, look_up,
+                              insert,  set_destructor, {0}, release_entry};
   return track ? &track->table : NULL;
 }
 // ---- Extensions: <folder>/<name>.so, with a factory of its name. They stay open.
@@ -86,7 +103,8 @@ static void* load(jw_kernel* host, const char16_t* name, int64_t length, uint64_
   snprintf(path, sizeof path, "%s/%s.so", folder, symbol);
   void* library = dlopen(path, RTLD_NOW);
   if (library == NULL) return NULL;
-  jw_extver_export* version; jw_extension_export* make;
+  jw_extver_export* version;
+  jw_extension_export* make;
   *(void**)&version = dlsym(library, "jwextver");
   *(void**)&make = dlsym(library, symbol);
   int64_t major = 0, minor = 0;
@@ -94,10 +112,13 @@ static void* load(jw_kernel* host, const char16_t* name, int64_t length, uint64_
   return make && major == 6 && minor == 1 ? make(host, NULL) : NULL;
 }
 // ---- Locales, letters and zones: German, ASCII and UTC.
-struct jw_zone { char16_t name[3]; } utc = {u"UTC"};
+struct jw_zone {
+  char16_t name[3];
+} utc = {u"UTC"};
 static jw_resolved_locale german = {.length = 5, .name = u"de_DE"};
 static char16_t upper(jw_nls_context* context, char16_t unit, uint64_t zero) {
-  return unit >= u'a' && unit <= u'z' ? unit - 32 : unit; }
+  return unit >= u'a' && unit <= u'z' ? unit - 32 : unit;
+}
 static uint32_t resolve(jw_nls_context* context, const char16_t* name, int64_t length,
                         uint32_t flags, jw_resolved_locale** out) {
   *out = &german;
@@ -110,9 +131,11 @@ static uint32_t normalise(jw_nls_context* context, const char16_t* name, int64_t
   return memcpy(out, utc.name, 6), *length_io = 3, JW_OK;
 }
 static uint32_t os_zone(jw_nls_context* context, char16_t* out, int64_t* length, uint32_t flags) {
-  return normalise(context, utc.name, 3, 0, out, length, NULL); }
+  return normalise(context, utc.name, 3, 0, out, length, NULL);
+}
 static jw_zone* open_zone(jw_zone_service* zones, const char16_t* name, int64_t n, uint64_t zero) {
-  return &utc; }
+  return &utc;
+}
 static void close_zone(jw_zone_service* service, jw_zone* zone) {}
 static uint32_t zone_info(jw_zone_service* service, jw_zone* zone, char16_t abbreviation[50],
                           int64_t* length, int64_t* offset_seconds) {
@@ -120,12 +143,21 @@ static uint32_t zone_info(jw_zone_service* service, jw_zone* zone, char16_t abbr
 }
 
 int main(int argc, char** argv) {
-  static jw_kernel kernel = {.create_lock = create_lock, .create_pool = create_pool,
-      .create_track = create_track, .load_extension = load};
+  static jw_kernel kernel = {.create_lock = create_lock,
+                             .create_pool = create_pool,
+                             .create_track = create_track,
+                             .load_extension = load};
   static jw_zone_service zones = {.open = open_zone, .close = close_zone, .zone_info = zone_info};
-  static jw_nls_context context = {.host_service = &kernel, .os_zone = os_zone, .to_upper = upper,
-      .resolve_locale = resolve, .normalise_zone = normalise, .zone_service = &zones};
-  uint32_t status; char text[80]; int64_t length, consumed; double number;
+  static jw_nls_context context = {.host_service = &kernel,
+                                   .os_zone = os_zone,
+                                   .to_upper = upper,
+                                   .resolve_locale = resolve,
+                                   .normalise_zone = normalise,
+                                   .zone_service = &zones};
+  uint32_t status;
+  char text[80];
+  int64_t length, consumed;
+  double number;
   if (argc > 1) folder = argv[1];
   pthread_mutexattr_init(&checking);
   pthread_mutexattr_settype(&checking, PTHREAD_MUTEX_ERRORCHECK);

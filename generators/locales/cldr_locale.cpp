@@ -257,14 +257,15 @@ CldrLocale read_cldr_locale(const std::string& name) try {
       {offsetof(LocaleRecord, before_noon), named(UDAT_AM_PMS, 0, 2)},
       {offsetof(LocaleRecord, full_quarters), named(UDAT_QUARTERS, 0, 4)},
       {offsetof(LocaleRecord, short_quarters), named(UDAT_SHORT_QUARTERS, 0, 4)},
-      {offsetof(LocaleRecord, area_4), {language_tag(name)}},
+      {offsetof(LocaleRecord, language_tag), {language_tag(name)}},
       {offsetof(LocaleRecord, grouping_length), {grouping(numbers.getAlias())}},
-      {offsetof(LocaleRecord, area_3),
+      {offsetof(LocaleRecord, language),
        {widened(subtags.language), widened(subtags.script), widened(subtags.region)}},
       {offsetof(LocaleRecord, currency_symbol_length), {currency.symbol}},
-      {offsetof(LocaleRecord, area_6), {currency.code}},
-      {offsetof(LocaleRecord, area_1), {display_name(name, name)}},
-      {offsetof(LocaleRecord, area_8), {display_name(name, "en"), widened(cldr_parent(name))}},
+      {offsetof(LocaleRecord, currency_code), {currency.code}},
+      {offsetof(LocaleRecord, own_name), {display_name(name, name)}},
+      {offsetof(LocaleRecord, english_name),
+       {display_name(name, "en"), widened(cldr_parent(name))}},
   };
   return locale;
 } catch (const std::runtime_error& failure) {

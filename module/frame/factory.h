@@ -7,9 +7,9 @@
 
 namespace jwnls {
 
-/// Makes a factory. Null when the kernel gave no pool, or the pool no memory, and when the word that
-/// gives either, or the pool's word for its end, is null: what the kernel cannot report itself is
-/// reported to `errors` (which may be null). Leaves nothing behind.
+/// Makes a factory. Null when the kernel gave no pool, or the pool no memory, and when the word
+/// that gives either, or the pool's word for its end, is null: what the kernel cannot report itself
+/// is reported to `errors` (which may be null). Leaves nothing behind.
 Factory* create_factory(Kernel* kernel, ErrorSink* errors) noexcept;
 
 }  // namespace jwnls
