@@ -1,4 +1,6 @@
-// A whole time of day, "14:30:15", as one word: by far the most common one.
+// A whole time of day as one word: by far the most common one.
+//
+//   clock = digit digit ":" digit digit ":" digit digit       "14:30:15", no digit behind it
 
 #ifndef JWNLS_MODULE_READ_DATES_CLOCK_FIELD_H_
 #define JWNLS_MODULE_READ_DATES_CLOCK_FIELD_H_

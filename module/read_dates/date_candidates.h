@@ -1,5 +1,8 @@
 // The candidate patterns of date recognition: the record's three date patterns, then seventeen
 // layouts, ordered by whether the locale writes the month before the day.
+//
+//   date   = date pattern 1 | date pattern 2 | date pattern 3 | layout     the first that reads it
+//   layout = one of the patterns that date_candidates.cpp lists, in one of their two orders
 
 #ifndef JWNLS_MODULE_READ_DATES_DATE_CANDIDATES_H_
 #define JWNLS_MODULE_READ_DATES_DATE_CANDIDATES_H_

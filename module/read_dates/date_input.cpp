@@ -1,4 +1,9 @@
 // Date or datetime input: slots 32 and 83.
+//
+//   text     = ( date | datetime ) blanks
+//   date     = a date pattern of the record (modes 1 to 3) | a candidate (mode 0,
+//   date_candidates.h) datetime = time pattern 1 | date | date blanks [ "T" | "t" | "," | ":" ]
+//   blanks time time     = see time_recognition.h
 
 #include "abi/reading_modes.h"
 #include "module/calendar/datetime_value.h"

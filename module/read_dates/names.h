@@ -3,7 +3,6 @@
 #ifndef JWNLS_MODULE_READ_DATES_NAMES_H_
 #define JWNLS_MODULE_READ_DATES_NAMES_H_
 
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 

@@ -1,8 +1,12 @@
 // The two readers of decimal fields: free width and fixed width.
+//
+//   free  = blanks digit { digit }          at most `width` digits, none behind them
+//   fixed = blanks { digit }                `width` units together, or fewer at the end of the text
 
 #ifndef JWNLS_MODULE_READ_DATES_NUMBER_FIELDS_H_
 #define JWNLS_MODULE_READ_DATES_NUMBER_FIELDS_H_
 
+#include <cstddef>
 #include <cstdint>
 
 #include "module/text/text_cursor.h"

@@ -1,4 +1,9 @@
 // Period input: slots 33 and 84. Labels of months, weeks and quarters.
+//
+//   period  = month | week | quarter                                       by the table of labels
+//   month   = "Month" n ", " year | name "-" year | n "/" year
+//   week    = "Week" n " " year | "W" n ", " year                          the second is ISO's
+//   quarter = "Quarter" n " " year | "Qtr" n " " year | "Q" n ", " year
 
 #include "abi/missing_value.h"
 #include "module/calendar/civil.h"

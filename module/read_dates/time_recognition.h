@@ -1,6 +1,10 @@
 // Reading a time of day: by the record's time patterns, by shorter ones derived from them, and by
 // two that every locale knows.
 //
+//   time = pattern 2 | pattern 1 | "%H:%M:%S" | "%H:%M:%SZ"
+//        | pattern 2 up to its minutes or seconds, with or without its designator
+//        | pattern 1 up to its minutes or seconds                        the first that reads it
+//
 // "Time pattern 1" is the record's datetime pattern, "time pattern 2" its style-0 pattern.
 
 #ifndef JWNLS_MODULE_READ_DATES_TIME_RECOGNITION_H_

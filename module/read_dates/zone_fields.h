@@ -1,10 +1,13 @@
 // Time zones in a text: names and numeric offsets.
 //
-//   name    = blanks { unit but blank } ( blank | end )
-//   offset  = blanks [ "+" | "-" ] hours blanks [ ":" ] minutes
-//   hours   = 2 units: digits with blanks before them, up to 12
-//   minutes = 2 units likewise, up to 59; fewer or none at the end of the text count as they are
-//             and, in the strict dialect, one digit before anything else
+//   name    = blanks { unit } ( " " | end )
+//   offset  = blanks [ "+" | "-" ] hours blanks [ ":" ] minutes         [+-]hh[[:]mm]
+//   hours   = a fixed-width number of 2, up to 12
+//   minutes = lenient: a fixed-width number of 2, up to 59
+//             strict:  end | [ " " ] digit [ digit ], 2 units at most, up to 59
+//
+// Fixed-width numbers may be cut short by the end of the text, as number_fields.h has it.
+
 #ifndef JWNLS_MODULE_READ_DATES_ZONE_FIELDS_H_
 #define JWNLS_MODULE_READ_DATES_ZONE_FIELDS_H_
 

@@ -63,7 +63,7 @@ class DecimalAccumulator {
   static constexpr std::int64_t largest_exact = ((std::int64_t{1} << 53) - 9'999) / 10'000;
   static constexpr int counted_digits = 150;
 
-  // Of a copy, so that the accumulator itself can stay in registers.
+  // Of a copy, for the same reason as the steps of the scanner (number_scanner.h).
   static DecimalAccumulator rounded(DecimalAccumulator copy, std::uint32_t value,
                                     std::uint32_t count) noexcept;
 

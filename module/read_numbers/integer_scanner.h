@@ -4,7 +4,7 @@
 //   hexadecimal  = blanks [ "0x" | "0X" ] hexadecimal digit { hexadecimal digit }
 //   fraction     = decimal symbol { digit }
 //
-// Blanks are spaces alone.
+// Blanks are spaces alone. The scanner lives in registers, as number_scanner.h explains.
 
 #ifndef JWNLS_MODULE_READ_NUMBERS_INTEGER_SCANNER_H_
 #define JWNLS_MODULE_READ_NUMBERS_INTEGER_SCANNER_H_
@@ -92,8 +92,7 @@ class IntegerScanner {
     return letter < 6 ? letter + 10 : 99;
   }
 
-  // Takes what stands before the digits. Of a copy, so that the scanner itself can stay in
-  // registers.
+  // Takes what stands before the digits.
   [[gnu::noinline]] static Reading read_start(IntegerScanner copy) noexcept {
     copy.skip_blanks();
     if (copy.at_end()) return copy.finish(Status::ok);

@@ -8,6 +8,11 @@
 //
 // Blanks are spaces and tabs. Group sizes are not checked. A text that is blank or a lone period
 // is the standard missing value.
+//
+// The scanner lives in registers: the steps that nearly every number takes are inlined, and those
+// that few take are static functions of a copy, for a scanner whose address is handed to a call
+// would live in memory. A place is an index, not a pointer: places are what the caller is told, and
+// a word of digits near the end is loaded from before it (digit_words.h).
 
 #ifndef JWNLS_MODULE_READ_NUMBERS_NUMBER_SCANNER_H_
 #define JWNLS_MODULE_READ_NUMBERS_NUMBER_SCANNER_H_
@@ -109,8 +114,7 @@ class NumberScanner {
     return finish(missing_value(character));
   }
 
-  // Any text. Of a copy, as in the other steps that few numbers take, so that the scanner itself
-  // can stay in registers.
+  // Any text.
   [[gnu::noinline]] static NumberReading read_start(NumberScanner copy) noexcept {
     return copy.read_any();
   }
