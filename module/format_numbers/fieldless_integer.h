@@ -6,7 +6,6 @@
 #define JWNLS_MODULE_FORMAT_NUMBERS_FIELDLESS_INTEGER_H_
 
 #include <bit>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>

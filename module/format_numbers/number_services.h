@@ -4,6 +4,8 @@
 #ifndef JWNLS_MODULE_FORMAT_NUMBERS_NUMBER_SERVICES_H_
 #define JWNLS_MODULE_FORMAT_NUMBERS_NUMBER_SERVICES_H_
 
+#include <cstdint>
+
 #include "abi/locale_handle.h"
 
 namespace jwnls {
