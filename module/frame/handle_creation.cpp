@@ -8,7 +8,6 @@
 #include "abi/status.h"
 #include "module/frame/handle_key.h"
 #include "module/frame/handle_making.h"
-#include "module/host_calls/kernel_handle.h"
 #include "module/host_calls/required_words.h"
 #include "module/host_calls/time_zone.h"
 #include "module/host_calls/typed_calls.h"
