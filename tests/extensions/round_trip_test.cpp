@@ -9,6 +9,7 @@
 
 #include "abi/reading_modes.h"
 #include "host/locales/locale_names.h"
+#include "module/calendar/civil.h"
 #include "module/format_dates/date_services.h"
 #include "module/read_dates/date_services.h"
 #include "tests/extensions/loaded_extension.h"
