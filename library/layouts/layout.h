@@ -1,0 +1,26 @@
+// What a layout holds: everything that reading and writing need, found out once at its opening.
+
+#ifndef JWNLS_LIBRARY_LAYOUTS_LAYOUT_H_
+#define JWNLS_LIBRARY_LAYOUTS_LAYOUT_H_
+
+#include <memory>
+#include <string>
+
+#include "abi/locale_handle.h"
+#include "include/jwnls/jwnls.h"
+#include "library/layouts/options.h"
+#include "library/process/process.h"
+#include "library/zones/zone.h"
+
+struct jwnls_layout {
+  int kind = 0;
+  jwnls::library::Options options;
+  const jwnls::library::Locale* locale = nullptr;    // stays as long as the process
+  std::shared_ptr<const jwnls::library::Zone> zone;  // of "zone="; null: none
+  std::string currency;                              // of amounts: the ISO code of the layout's own
+  std::string description;                           // "de_DE number decimals=2"
+
+  [[nodiscard]] bool is(int one_kind) const noexcept { return kind == one_kind; }
+};
+
+#endif  // JWNLS_LIBRARY_LAYOUTS_LAYOUT_H_

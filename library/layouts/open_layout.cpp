@@ -1,0 +1,98 @@
+// Opening and describing layouts.
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "include/jwnls/jwnls.h"
+#include "library/layouts/layout.h"
+#include "library/layouts/options.h"
+#include "library/texts/failure.h"
+#include "library/texts/give_text.h"
+
+namespace {
+
+using jwnls::library::fail;
+using jwnls::library::guarded;
+using jwnls::library::Message;
+
+constexpr const char* kind_names[] = {nullptr,   "number", "date",    "datetime", "time",
+                                      "integer", "amount", "percent", "instant",  "period"};
+constexpr int kinds = std::size(kind_names);
+
+std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::string_view words) {
+  if (jwnls_kind_name(kind) == nullptr) {
+    fail(JWNLS_UNKNOWN, [kind](Message& message) { message << "no such kind: " << kind; });
+  }
+  auto layout = std::make_unique<jwnls_layout>();
+  layout->kind = kind;
+  read_options(kind, words, layout->options);
+  layout->locale = &jwnls::library::open_locale(locale);
+  if (!layout->options.zone.empty()) {
+    layout->zone = jwnls::library::open_zone(layout->options.zone);
+    layout->options.zone = layout->zone->name();
+  }
+  layout->description = layout->locale->name + " " + jwnls_kind_name(kind) +
+                        jwnls::library::option_words(kind, layout->options);
+  return layout;
+}
+
+// The next word of a description, which moves behind it.
+std::string_view next_word(std::string_view& text) {
+  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  const std::size_t end = std::min(text.find(' ', begin), text.size());
+  const std::string_view word = text.substr(begin, end - begin);
+  text.remove_prefix(end);
+  return word;
+}
+
+}  // namespace
+
+extern "C" {
+
+const char* jwnls_kind_name(int kind) {
+  return kind > 0 && kind < kinds ? kind_names[kind] : nullptr;
+}
+
+int jwnls_kind_of_name(const char* name) {
+  for (int kind = 1; kind < kinds; ++kind) {
+    if (std::strcmp(kind_names[kind], name) == 0) return kind;
+  }
+  return 0;
+}
+
+int jwnls_open(const char* locale, int kind, const char* options, jwnls_layout** layout,
+               jwnls_error* error) {
+  *layout = nullptr;
+  return guarded(
+      error, [&] { *layout = open(locale, kind, options != nullptr ? options : "").release(); });
+}
+
+int jwnls_open_described(const char* description, jwnls_layout** layout, jwnls_error* error) {
+  *layout = nullptr;
+  return guarded(error, [&] {
+    std::string_view words = description;
+    const std::string locale(next_word(words));
+    const std::string kind(next_word(words));
+    if (jwnls_kind_of_name(kind.c_str()) == 0) {
+      fail(JWNLS_UNKNOWN, [&](Message& message) {
+        (message << "layout ").quoted(description) << ": no kind ";
+        message.quoted(kind);
+      });
+    }
+    *layout = open(locale, jwnls_kind_of_name(kind.c_str()), words).release();
+  });
+}
+
+void jwnls_close(jwnls_layout* layout) { delete layout; }
+
+int jwnls_describe(const jwnls_layout* layout, char* out, size_t room, size_t* length) {
+  return jwnls::library::give_text(layout->description, out, room, length);
+}
+
+int jwnls_layout_kind(const jwnls_layout* layout) { return layout->kind; }
+const char* jwnls_layout_locale(const jwnls_layout* layout) { return layout->locale->name.c_str(); }
+const char* jwnls_layout_currency(const jwnls_layout* layout) { return layout->currency.c_str(); }
+
+}  // extern "C"

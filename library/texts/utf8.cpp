@@ -1,0 +1,113 @@
+#include "library/texts/utf8.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace jwnls::library {
+namespace {
+
+constexpr bool is_high_surrogate(char32_t unit) { return (unit & 0xFC00U) == 0xD800U; }
+constexpr bool is_low_surrogate(char32_t unit) { return (unit & 0xFC00U) == 0xDC00U; }
+
+constexpr std::uint64_t high_bits = 0x8080808080808080;
+
+std::uint64_t eight_bytes(const char* bytes) {
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// The bytes of a character in UTF-8, and its value.
+std::size_t encode(char32_t c, char (&out)[4]) {
+  if (c < 0x80) {
+    out[0] = static_cast<char>(c);
+    return 1;
+  }
+  const auto follow = [c](int shift) { return static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
+  if (c < 0x800) {
+    out[0] = static_cast<char>(0xC0U | (c >> 6));
+    out[1] = follow(0);
+    return 2;
+  }
+  if (c < 0x10000) {
+    out[0] = static_cast<char>(0xE0U | (c >> 12));
+    out[1] = follow(6);
+    out[2] = follow(0);
+    return 3;
+  }
+  out[0] = static_cast<char>(0xF0U | (c >> 18));
+  out[1] = follow(12);
+  out[2] = follow(6);
+  out[3] = follow(0);
+  return 4;
+}
+
+}  // namespace
+
+Utf8Character first_character(std::string_view text) noexcept {
+  constexpr Utf8Character bad = {U'\uFFFD', 1, false};
+  const auto lead = static_cast<unsigned char>(text.front());
+  if (lead < 0x80) return {lead, 1, true};
+  const std::size_t bytes = lead < 0xC2   ? 0
+                            : lead < 0xE0 ? 2
+                            : lead < 0xF0 ? 3
+                            : lead < 0xF5 ? 4
+                                          : 0;
+  if (bytes == 0 || text.size() < bytes) return bad;
+  char32_t value = lead & (0x7FU >> bytes);
+  for (std::size_t i = 1; i < bytes; ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if ((byte & 0xC0) != 0x80) return bad;
+    value = (value << 6) | (byte & 0x3FU);
+  }
+  constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (value < least[bytes] || value > 0x10FFFF || (value & 0xFFFFF800U) == 0xD800U) return bad;
+  return {value, bytes, true};
+}
+
+std::optional<std::size_t> to_utf16(std::string_view text, char16_t* out,
+                                    std::size_t room) noexcept {
+  std::size_t units = 0;
+  while (!text.empty()) {
+    // ASCII, as most texts are, eight at a time.
+    if (text.size() >= 8 && room - units >= 8 && (eight_bytes(text.data()) & high_bits) == 0) {
+      for (std::size_t i = 0; i < 8; ++i) out[units + i] = static_cast<unsigned char>(text[i]);
+      units += 8;
+      text.remove_prefix(8);
+      continue;
+    }
+    const Utf8Character next = first_character(text);
+    const std::size_t taken = next.value > 0xFFFF ? 2 : 1;
+    if (!next.valid || room - units < taken) return std::nullopt;
+    if (taken == 1) {
+      out[units] = static_cast<char16_t>(next.value);
+    } else {
+      out[units] = static_cast<char16_t>(0xD800U + ((next.value - 0x10000U) >> 10));
+      out[units + 1] = static_cast<char16_t>(0xDC00U + (next.value & 0x3FFU));
+    }
+    units += taken;
+    text.remove_prefix(next.bytes);
+  }
+  return units;
+}
+
+std::size_t to_utf8(std::u16string_view text, char* out, std::size_t room) noexcept {
+  std::size_t bytes = 0;
+  bool cut = false;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    char32_t c = text[at];
+    if (is_high_surrogate(c) && at + 1 < text.size() && is_low_surrogate(text[at + 1])) {
+      c = 0x10000U + ((c - 0xD800U) << 10) + (text[++at] - 0xDC00U);
+    } else if (is_high_surrogate(c) || is_low_surrogate(c)) {
+      c = U'\uFFFD';
+    }
+    char encoded[4];
+    const std::size_t length = encode(c, encoded);
+    cut = cut || bytes + length > room;
+    if (!cut) std::memcpy(out + bytes, encoded, length);
+    bytes += length;
+  }
+  return bytes;
+}
+
+}  // namespace jwnls::library
