@@ -1,0 +1,40 @@
+// What layouts know of a locale beyond the record's fields: the sections of the block in record
+// area 9 (abi/layout_data.h), as bytes.
+
+#ifndef JWNLS_GENERATORS_LOCALES_LAYOUT_DATA_H_
+#define JWNLS_GENERATORS_LOCALES_LAYOUT_DATA_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace jwnls::generator {
+
+/// Bytes of a section, put together from front to back.
+class SectionWriter {
+ public:
+  void byte(std::size_t value);
+  void word(std::size_t value);  // 16 bits, the low byte first
+  /// UTF-8 of a text behind its length, one byte. Throws std::runtime_error above `most` bytes.
+  void text(std::u16string_view text, std::size_t most = 255);
+  void bytes(std::string_view bytes) { bytes_ += bytes; }
+
+  [[nodiscard]] const std::string& all() const { return bytes_; }
+
+ private:
+  std::string bytes_;
+};
+
+/// Symbols, affixes and group sizes of the locale's number kinds.
+std::string number_section(const std::string& locale);
+
+/// The symbols of every currency that locales do not write as its code, where they say nothing
+/// else.
+std::string common_currency_section();
+
+/// The symbols of the currencies of which the locale says something else.
+std::string currency_section(const std::string& locale);
+
+}  // namespace jwnls::generator
+
+#endif  // JWNLS_GENERATORS_LOCALES_LAYOUT_DATA_H_
