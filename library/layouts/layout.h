@@ -8,6 +8,7 @@
 
 #include "abi/locale_handle.h"
 #include "include/jwnls/jwnls.h"
+#include "library/layouts/number_layout.h"
 #include "library/layouts/options.h"
 #include "library/process/process.h"
 #include "library/zones/zone.h"
@@ -18,6 +19,7 @@ struct jwnls_layout {
   const jwnls::library::Locale* locale = nullptr;    // stays as long as the process
   std::shared_ptr<const jwnls::library::Zone> zone;  // of "zone="; null: none
   std::string currency;                              // of amounts: the ISO code of the layout's own
+  jwnls::library::NumberLayout number;               // of numbers and integers
   std::string description;                           // "de_DE number decimals=2"
 
   [[nodiscard]] bool is(int one_kind) const noexcept { return kind == one_kind; }

@@ -33,6 +33,9 @@ std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::strin
     layout->zone = jwnls::library::open_zone(layout->options.zone);
     layout->options.zone = layout->zone->name();
   }
+  if (kind == JWNLS_NUMBER || kind == JWNLS_INTEGER) {
+    layout->number = number_layout(*layout->locale, layout->options, kind == JWNLS_INTEGER);
+  }
   layout->description = layout->locale->name + " " + jwnls_kind_name(kind) +
                         jwnls::library::option_words(kind, layout->options);
   return layout;

@@ -1,0 +1,255 @@
+// Numbers out: from doubles, floats, integers and exact decimals.
+//
+// Where a service writes what the layout writes, it does so into the caller's room. Everything else
+// is digits first, laid out afterwards.
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "abi/number_flags.h"
+#include "abi/status.h"
+#include "include/jwnls/jwnls.h"
+#include "library/layouts/layout.h"
+#include "library/numbers/decimal_text.h"
+#include "library/numbers/lay_out.h"
+#include "library/texts/give_text.h"
+
+namespace jwnls::library {
+namespace {
+
+constexpr std::size_t quick_room = 64;     // from which on the services are at their quickest
+constexpr std::size_t integer_room = 32;   // of which they clear whatever they are given
+constexpr double exact_integers = 0x1p53;  // below, doubles are integers as they stand
+
+bool takes_integers(const jwnls_layout& layout) {
+  return layout.is(JWNLS_NUMBER) || layout.is(JWNLS_INTEGER);
+}
+
+template <typename Unit>
+bool is_direct(const NumberStyle& style) {
+  return sizeof(Unit) == 1 ? style.direct_8bit : style.direct_16bit;
+}
+
+template <typename Unit>
+Status ask_service(const NumberStyle& style, double value, std::uint32_t flags, Unit* out,
+                   std::size_t room, std::size_t* length) {
+  const ServiceTable& services = style.handle->services;
+  std::int64_t written = 0;
+  const auto capacity = static_cast<std::int64_t>(room);
+  std::uint32_t status = 0;
+  if constexpr (sizeof(Unit) == 1) {
+    status = services.format_number_8bit(style.handle, value, 0, style.decimals, flags, out,
+                                         capacity, &written, nullptr);
+  } else {
+    status = services.format_number_with_options(style.handle, value, 0, style.decimals, flags, out,
+                                                 capacity, &written, nullptr);
+  }
+  *length = static_cast<std::size_t>(written);
+  return Status{status};
+}
+
+template <typename Unit>
+Status ask_service(const NumberStyle& style, std::int64_t value, std::uint32_t flags, Unit* out,
+                   std::size_t room, std::size_t* length) {
+  const ServiceTable& services = style.handle->services;
+  std::int64_t written = 0;
+  const auto capacity = static_cast<std::int64_t>(std::min(room, integer_room));
+  std::uint32_t status = 0;
+  if constexpr (sizeof(Unit) == 1) {
+    status = services.format_int64_8bit(style.handle, value, 0, 1, flags, out, capacity, &written);
+  } else {
+    status = services.format_int64(style.handle, value, 0, 1, flags, out, capacity, &written);
+  }
+  *length = static_cast<std::size_t>(written);
+  return Status{status};
+}
+
+// Digits with a fixed number of decimals, which the service writes without groups.
+template <typename Unit>
+int lay_out_fixed(const NumberStyle& style, double value, Unit* out, std::size_t room,
+                  std::size_t* length) {
+  char text[512];
+  std::size_t count = 0;
+  if (ask_service(style, std::abs(value), number_flags::fixed, text, sizeof text, &count) !=
+      Status::ok) {
+    // More digits than the service writes.
+    DecimalText decimal;
+    decimal.exact(value);
+    decimal.round(style.decimals, false);
+    return lay_out(style, decimal.digits(), out, room, length);
+  }
+  const std::string_view digits(text, count);
+  const auto decimals = static_cast<std::size_t>(style.decimals);
+  const std::size_t integers = std::min(digits.find_first_not_of("0123456789"), count);
+  return lay_out(
+      style, {digits.substr(0, integers), digits.substr(count - decimals), 0, std::signbit(value)},
+      out, room, length);
+}
+
+template <typename Unit>
+int write_magnitude(const NumberStyle& style, std::uint64_t magnitude, bool negative, Unit* out,
+                    std::size_t room, std::size_t* length) {
+  char text[24];
+  const char* const end = std::to_chars(text, text + sizeof text, magnitude).ptr;
+  return lay_out(style,
+                 {{text, static_cast<std::size_t>(end - text)},
+                  {},
+                  static_cast<std::size_t>(std::max(style.decimals, 0)),
+                  negative},
+                 out, room, length);
+}
+
+template <typename Unit>
+int write_int64(const NumberStyle& style, std::int64_t value, Unit* out, std::size_t room,
+                std::size_t* length) {
+  const std::uint64_t magnitude =
+      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  if (room >= integer_room && is_direct<Unit>(style) && style.decimals <= 0 &&
+      style.direct_from == 0) [[likely]] {
+    if (ask_service(style, value, style.sign_flag | style.group_flag, out, room, length) ==
+        Status::ok) {
+      return JWNLS_OK;
+    }
+  }
+  return write_magnitude(style, magnitude, value < 0, out, room, length);
+}
+
+// Infinities, and what is no value.
+template <typename Unit>
+[[gnu::noinline]] int write_special(const NumberStyle& style, double value, Unit* out,
+                                    std::size_t room, std::size_t* length) {
+  *length = 0;
+  if (std::isnan(value)) return JWNLS_MISSING;
+  const auto sign = (value < 0 ? style.minus : style.plus).text<Unit>();
+  const auto symbol = style.infinity.text<Unit>();
+  *length = sign.size() + symbol.size();
+  if (*length > room) return JWNLS_ROOM;
+  symbol.copy(out + sign.copy(out, sign.size()), symbol.size());
+  return JWNLS_OK;
+}
+
+template <typename Float, typename Unit>
+[[gnu::noinline]] int write_shortest(const NumberStyle& style, Float value, Unit* out,
+                                     std::size_t room, std::size_t* length) {
+  const auto wide = static_cast<double>(value);
+  if (std::abs(wide) < exact_integers && std::trunc(wide) == wide && wide != 0 &&
+      std::abs(wide) < 1.0 / static_cast<double>(std::numeric_limits<Float>::epsilon())) {
+    return write_int64(style, static_cast<std::int64_t>(wide), out, room, length);
+  }
+  DecimalText decimal;
+  decimal.shortest(value);
+  return lay_out(style, decimal.digits(), out, room, length);
+}
+
+template <typename Float, typename Unit>
+int write_float(const jwnls_layout* layout, Float value, Unit* out, std::size_t room,
+                std::size_t* length) {
+  if (!layout->is(JWNLS_NUMBER)) {
+    *length = 0;
+    return JWNLS_KIND;
+  }
+  const NumberStyle& style = layout->number.style;
+  const auto wide = static_cast<double>(value);
+  if (!std::isfinite(wide)) [[unlikely]]
+    return write_special(style, wide, out, room, length);
+  if (style.decimals < 0) return write_shortest(style, value, out, room, length);
+  // Negative zero is the layout's matter: the service shows no sign of it.
+  const bool is_negative_zero = std::bit_cast<std::uint64_t>(wide) == std::uint64_t{1} << 63;
+  if (room >= quick_room && is_direct<Unit>(style) && std::abs(wide) >= style.direct_from &&
+      !is_negative_zero) [[likely]] {
+    const std::uint32_t flags = number_flags::fixed | style.sign_flag | style.group_flag;
+    if (ask_service(style, wide, flags, out, room, length) == Status::ok) return JWNLS_OK;
+  }
+  return lay_out_fixed(style, wide, out, room, length);
+}
+
+template <typename Unit>
+int write_signed(const jwnls_layout* layout, std::int64_t value, Unit* out, std::size_t room,
+                 std::size_t* length) {
+  *length = 0;
+  if (!takes_integers(*layout)) return JWNLS_KIND;
+  return write_int64(layout->number.style, value, out, room, length);
+}
+
+template <typename Unit>
+int write_unsigned(const jwnls_layout* layout, std::uint64_t value, Unit* out, std::size_t room,
+                   std::size_t* length) {
+  *length = 0;
+  if (!takes_integers(*layout)) return JWNLS_KIND;
+  const NumberStyle& style = layout->number.style;
+  if (value <= static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
+    return write_int64(style, static_cast<std::int64_t>(value), out, room, length);
+  }
+  return write_magnitude(style, value, false, out, room, length);
+}
+
+template <typename Unit>
+int write_decimal(const jwnls_layout* layout, std::string_view text, Unit* out, std::size_t room,
+                  std::size_t* length) {
+  *length = 0;
+  if (!takes_integers(*layout)) return JWNLS_KIND;
+  const NumberStyle& style = layout->number.style;
+  DecimalText decimal;
+  if (const int code = decimal.read(text); code != JWNLS_OK) return code;
+  if (layout->is(JWNLS_INTEGER) && !decimal.drop_fraction()) return JWNLS_RANGE;
+  if (style.decimals >= 0) decimal.round(style.decimals, style.half_even);
+  return lay_out(style, decimal.digits(), out, room, length);
+}
+
+}  // namespace
+}  // namespace jwnls::library
+
+using jwnls::library::write_decimal;
+using jwnls::library::write_float;
+using jwnls::library::write_signed;
+using jwnls::library::write_unsigned;
+
+extern "C" {
+
+int jwnls_write_number(const jwnls_layout* layout, double value, char* out, size_t room,
+                       size_t* length) {
+  return write_float(layout, value, out, room, length);
+}
+int jwnls_write_number_utf16(const jwnls_layout* layout, double value, char16_t* out, size_t room,
+                             size_t* length) {
+  return write_float(layout, value, out, room, length);
+}
+int jwnls_write_float(const jwnls_layout* layout, float value, char* out, size_t room,
+                      size_t* length) {
+  return write_float(layout, value, out, room, length);
+}
+int jwnls_write_float_utf16(const jwnls_layout* layout, float value, char16_t* out, size_t room,
+                            size_t* length) {
+  return write_float(layout, value, out, room, length);
+}
+int jwnls_write_integer(const jwnls_layout* layout, int64_t value, char* out, size_t room,
+                        size_t* length) {
+  return write_signed(layout, value, out, room, length);
+}
+int jwnls_write_integer_utf16(const jwnls_layout* layout, int64_t value, char16_t* out, size_t room,
+                              size_t* length) {
+  return write_signed(layout, value, out, room, length);
+}
+int jwnls_write_unsigned(const jwnls_layout* layout, uint64_t value, char* out, size_t room,
+                         size_t* length) {
+  return write_unsigned(layout, value, out, room, length);
+}
+int jwnls_write_unsigned_utf16(const jwnls_layout* layout, uint64_t value, char16_t* out,
+                               size_t room, size_t* length) {
+  return write_unsigned(layout, value, out, room, length);
+}
+int jwnls_write_decimal(const jwnls_layout* layout, const char* decimal, size_t decimal_length,
+                        char* out, size_t room, size_t* length) {
+  return write_decimal(layout, {decimal, decimal_length}, out, room, length);
+}
+int jwnls_write_decimal_utf16(const jwnls_layout* layout, const char* decimal,
+                              size_t decimal_length, char16_t* out, size_t room, size_t* length) {
+  return write_decimal(layout, {decimal, decimal_length}, out, room, length);
+}
+
+}  // extern "C"

@@ -1,0 +1,42 @@
+// What the characters of a number are, whatever the locale: digits of every script, separators by
+// their class, blanks, marks and signs.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_CHARACTERS_H_
+#define JWNLS_LIBRARY_NUMBERS_CHARACTERS_H_
+
+#include <cstdint>
+
+namespace jwnls::library {
+
+/// Separators that people take for one another.
+enum class Separator : std::uint8_t {
+  none,
+  point,           // . and its full-width form
+  comma,           // , and its full-width form
+  apostrophe,      // ' U+2019 U+02BC U+FF07
+  blank,           // plain, no-break, thin, figure
+  arabic_group,    // U+066C
+  arabic_decimal,  // U+066B
+  other,           // a symbol of the locale's own, such as '$'
+};
+
+[[nodiscard]] Separator separator_of(char32_t c) noexcept;
+
+/// The value of a decimal digit, and the zero of its script. A character that is none has zero 0.
+struct Digit {
+  char32_t zero;
+  int value;
+};
+[[nodiscard]] Digit digit_of(char32_t c) noexcept;
+
+/// What may stand around a number.
+[[nodiscard]] bool is_blank(char32_t c) noexcept;
+/// Marks of the writing direction, which may stand anywhere outside the digits.
+[[nodiscard]] bool is_mark(char32_t c) noexcept;
+
+/// '-', '+', or 0 for what is no sign. U+25B3 and U+25B2 are minus signs where `triangles`.
+[[nodiscard]] char sign_of(char32_t c, bool triangles) noexcept;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_CHARACTERS_H_

@@ -1,0 +1,77 @@
+// Digits laid out as a locale writes them: sign, groups, decimal symbol, digits of its own.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_LAY_OUT_H_
+#define JWNLS_LIBRARY_NUMBERS_LAY_OUT_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+#include "include/jwnls/jwnls.h"
+#include "library/numbers/number_style.h"
+
+namespace jwnls::library {
+
+/// ASCII digits on both sides of the decimal symbol; at least one in front.
+struct NumberDigits {
+  std::string_view integers;
+  std::string_view fraction;
+  std::size_t zeros = 0;  // behind the fraction
+  bool negative = false;
+};
+
+/// The separators of an integer part.
+[[nodiscard]] inline std::size_t group_count(const NumberStyle& style,
+                                             std::size_t digits) noexcept {
+  const std::size_t primary = style.sizes.primary;
+  if (primary == 0 || digits < primary + style.minimum_grouping) return 0;
+  return 1 + (digits - primary - 1) / style.sizes.secondary;
+}
+
+/// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes.
+template <typename Unit>
+[[nodiscard]] int lay_out(const NumberStyle& style, const NumberDigits& number, Unit* out,
+                          std::size_t room, std::size_t* length) noexcept {
+  const auto sign = (number.negative ? style.minus : style.plus).text<Unit>();
+  const auto group = style.group.text<Unit>();
+  const auto decimal = style.decimal.text<Unit>();
+  const std::size_t integers = number.integers.size();
+  const std::size_t decimals = number.fraction.size() + number.zeros;
+  const std::size_t groups = group_count(style, integers);
+  const std::size_t digit_units = style.digits[0].text<Unit>().size();
+  *length = sign.size() + (integers + decimals) * digit_units + groups * group.size() +
+            (decimals != 0 ? decimal.size() : 0);
+  if (*length > room) return JWNLS_ROOM;
+
+  const auto put = [&out](std::basic_string_view<Unit> text) {
+    for (const Unit unit : text) *out++ = unit;
+  };
+  const auto put_digits = [&](std::string_view digits) {
+    if (style.native_digits) {
+      for (const char digit : digits) put(style.digits[digit - '0'].text<Unit>());
+    } else {
+      for (const char digit : digits) *out++ = static_cast<Unit>(digit);
+    }
+  };
+  put(sign);
+  std::string_view rest = number.integers;
+  std::size_t next = groups == 0 ? integers
+                                 : integers - style.sizes.primary -
+                                       (groups - 1) * std::size_t{style.sizes.secondary};
+  for (std::size_t left = groups; true; --left) {
+    put_digits(rest.substr(0, next));
+    if (left == 0) break;
+    rest.remove_prefix(next);
+    put(group);
+    next = left == 1 ? style.sizes.primary : style.sizes.secondary;
+  }
+  if (decimals == 0) return JWNLS_OK;
+  put(decimal);
+  put_digits(number.fraction);
+  for (std::size_t i = 0; i < number.zeros; ++i) put(style.digits[0].text<Unit>());
+  return JWNLS_OK;
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_LAY_OUT_H_

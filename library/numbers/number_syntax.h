@@ -1,0 +1,73 @@
+// How a layout's numbers are written: what the scanners go by, prepared at the layout's opening.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_NUMBER_SYNTAX_H_
+#define JWNLS_LIBRARY_NUMBERS_NUMBER_SYNTAX_H_
+
+#include <cstddef>
+#include <cstdint>
+
+#include "library/layouts/options.h"
+#include "library/locale_data/number_data.h"
+#include "library/numbers/characters.h"
+
+namespace jwnls::library {
+
+/// Longer texts are refused before anything is looked at.
+inline constexpr std::size_t longest_text = 1024;
+
+/// A symbol as the quick scanner compares it: up to three bytes of UTF-8.
+struct SymbolBytes {
+  std::uint32_t bytes = 0;  // little-endian
+  std::uint32_t mask = 0;   // of the bytes in use
+  std::uint8_t length = 0;  // 0: no symbol
+};
+
+/// What the quick scanners take, all of it written as the locale itself would.
+struct QuickSyntax {
+  SymbolBytes groups[3];         // own group symbols; unused ones last
+  SymbolBytes minus;             // beside '-'
+  GroupSizes sizes;              //
+  char decimal = '\0';           // '\0': no fraction
+  char group = '\0';             // the one symbol where it is ASCII, for groups of three
+  std::uint16_t group_bits = 0;  // all ones where `group` counts
+  std::uint16_t decimal_bits = 0;
+  bool group_is_blank = false;
+};
+
+struct NumberSyntax {
+  char32_t decimal_character = U'.';
+  char32_t group_character = 0;               // 0: none
+  Separator decimal = Separator::point;       //
+  Separator other_decimal = Separator::none;  // taken too: of the number, in an amount
+  std::uint32_t own_groups = 0;               // bit sets of separators
+  GroupSizes sizes[2] = {};                   // that are taken: of numbers and of amounts
+  std::uint8_t groups = groups_locale;        // Groups
+  bool signs_anywhere = false;                // signs=any
+  bool exponent = true;                       //
+  bool fraction = true;                       //
+  bool triangle_minus = false;                //
+  bool module_missing = false;                // "." and ".A" are missing values
+  QuickSyntax quick;
+
+  [[nodiscard]] bool is_own(Separator separator) const noexcept {
+    return (own_groups >> static_cast<unsigned>(separator) & 1U) != 0;
+  }
+  /// Of a character, in this syntax.
+  [[nodiscard]] Separator separator(char32_t c) const noexcept {
+    if (c == decimal_character) return decimal;
+    const Separator known = separator_of(c);
+    return known == Separator::none && c == group_character ? Separator::other : known;
+  }
+  [[nodiscard]] bool is_decimal(Separator separator) const noexcept {
+    return separator == decimal || separator == Separator::arabic_decimal ||
+           (separator == other_decimal && separator != Separator::none && !is_own(separator));
+  }
+};
+
+/// The syntax of a layout of numbers or integers.
+[[nodiscard]] NumberSyntax number_syntax(const NumberData& data, const Options& options,
+                                         bool integers) noexcept;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_NUMBER_SYNTAX_H_

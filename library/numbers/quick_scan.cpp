@@ -1,0 +1,237 @@
+#include "library/numbers/quick_scan.h"
+
+#include <bit>
+#include <cstring>
+
+#include "include/jwnls/jwnls.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace jwnls::library {
+namespace {
+
+constexpr std::size_t longest_by_character = 48;
+constexpr int most_digits = 18;  // that a word holds
+
+constexpr std::uint8_t facts_of(bool two_ways, bool marked) {
+  const auto both =
+      static_cast<unsigned>(marked && !two_ways) << 1 | static_cast<unsigned>(two_ways);
+  static_assert(JWNLS_TWO_WAYS == 1 && JWNLS_DECIDES == 2);
+  return static_cast<std::uint8_t>(both);
+}
+
+std::uint64_t load_8(const char* bytes) {
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+std::uint64_t load_4(const char* bytes) {
+  std::uint32_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+#if defined(__SSE2__)
+
+__extension__ using Wide = unsigned __int128;
+
+// A text of 1 to 16 bytes, the first lowest, zeros above; nothing beside it is read.
+Wide load_text(const char* text, std::size_t length) {
+  if (length >= 8) {
+    const std::uint64_t last = load_8(text + length - 8);
+    const std::uint64_t high = length == 8 ? 0 : last >> (8 * (16 - length) & 63);
+    return Wide{high} << 64 | load_8(text);
+  }
+  if (length >= 4) return load_4(text) | load_4(text + length - 4) << (8 * (length - 4));
+  const auto byte = [text](std::size_t i) {
+    return std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
+  };
+  return byte(0) | byte(length / 2) | byte(length - 1);
+}
+
+__m128i vector_of(Wide bytes) {
+  return _mm_set_epi64x(static_cast<long long>(bytes >> 64), static_cast<long long>(bytes));
+}
+
+Wide wide_of(__m128i vector) {
+  const auto low = static_cast<std::uint64_t>(_mm_cvtsi128_si64(vector));
+  const auto high = static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_srli_si128(vector, 8)));
+  return Wide{high} << 64 | low;
+}
+
+// Where the separators stand in front of an integer part's end: every fourth byte from there. The
+// bits count from the first digit. A length that puts one in front of it has no groups.
+struct GroupMasks {
+  std::uint16_t of_length[17];
+};
+
+constexpr GroupMasks group_masks = [] {
+  GroupMasks masks = {};
+  for (unsigned length = 0; length <= 16; ++length) {
+    std::uint16_t mask = 0;
+    for (unsigned at = length; at >= 4; at -= 4) mask |= static_cast<std::uint16_t>(1U << (at - 4));
+    masks.of_length[length] = length % 4 == 0 ? 0 : mask;
+  }
+  return masks;
+}();
+
+// What each of four digits counts: with the place of a separator in front, and without.
+alignas(16) constexpr std::int16_t digit_weights[2][8] = {{1000, 100, 10, 1, 1000, 100, 10, 1},
+                                                          {0, 100, 10, 1, 0, 100, 10, 1}};
+alignas(16) constexpr std::int16_t block_weights[2][8] = {{10000, 1, 10000, 1, 0, 0, 0, 0},
+                                                          {1000, 1, 1000, 1, 0, 0, 0, 0}};
+constexpr std::uint64_t half_weights[2] = {100'000'000, 1'000'000};
+
+const __m128i& weights(const std::int16_t (&row)[8]) {
+  return *reinterpret_cast<const __m128i*>(row);
+}
+
+// Digit values of sixteen bytes that end with the last digit, separators as zeros.
+std::uint64_t integer_of(Wide digits, bool grouped) {
+  const __m128i bytes = vector_of(digits);
+  const __m128i none = _mm_setzero_si128();
+  const __m128i& tens = weights(digit_weights[grouped]);
+  const __m128i pairs = _mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(bytes, none), tens),
+                                        _mm_madd_epi16(_mm_unpackhi_epi8(bytes, none), tens));
+  const __m128i blocks = _mm_madd_epi16(pairs, _mm_set1_epi16(1));  // four, below 10,000 each
+  const __m128i halves =
+      _mm_madd_epi16(_mm_packs_epi32(blocks, none), weights(block_weights[grouped]));
+  const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(halves));
+  return (both & 0xFFFFFFFF) * half_weights[grouped] + (both >> 32);
+}
+
+// Eight digit values, the first lowest.
+std::uint64_t eight_digits(std::uint64_t digits) {
+  constexpr std::uint64_t mask = 0x000000FF000000FF;
+  constexpr std::uint64_t outer = 100 + (std::uint64_t{1'000'000} << 32);
+  constexpr std::uint64_t inner = 1 + (std::uint64_t{10'000} << 32);
+  const std::uint64_t pairs = digits * 10 + (digits >> 8);
+  return ((pairs & mask) * outer + (pairs >> 16 & mask) * inner) >> 32;
+}
+
+constexpr std::uint64_t small_powers[] = {1,       10,        100,        1'000,      10'000,
+                                          100'000, 1'000'000, 10'000'000, 100'000'000};
+
+#endif
+
+}  // namespace
+
+#if defined(__SSE2__)
+
+bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t length,
+                   QuickNumber& number) noexcept {
+  if (length - 1 >= 16) return false;
+  const __m128i bytes = vector_of(load_text(text, length));
+  const __m128i values = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
+  const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(values, _mm_set1_epi8(9)), values);
+  const auto places_of = [bytes](char symbol) {
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(symbol))));
+  };
+  const auto digit_places = static_cast<unsigned>(_mm_movemask_epi8(is_digit));
+  const unsigned group_places = places_of(syntax.group) & syntax.group_bits;
+  const unsigned decimal_places = places_of(syntax.decimal) & syntax.decimal_bits;
+  const unsigned sign = text[0] == '-' ? 1 : 0;
+  const unsigned all = (1U << length) - 1;
+  if ((digit_places | group_places | decimal_places | sign) != all) return false;
+  if ((decimal_places & (decimal_places - 1)) != 0) return false;
+
+  const auto integer_end = static_cast<unsigned>(std::countr_zero(decimal_places | (all + 1)));
+  const unsigned integer_length = integer_end - sign;
+  const bool has_decimal = decimal_places != 0;
+  const bool grouped = group_places != 0;
+  const unsigned expected = group_masks.of_length[integer_length];
+  if (integer_length == 0 ||
+      (grouped && ((group_places >> sign) != expected || text[sign] == '0'))) {
+    return false;
+  }
+  const unsigned decimals = static_cast<unsigned>(length) - integer_end - (has_decimal ? 1 : 0);
+  if (decimals > 8) return false;
+
+  const Wide digits = wide_of(_mm_and_si128(values, is_digit));
+  number.mantissa = integer_of(digits << (8 * (16 - integer_end)), grouped);
+  if (decimals != 0) {
+    const auto fraction = static_cast<std::uint64_t>(digits >> (8 * (integer_end + 1)));
+    number.mantissa =
+        number.mantissa * small_powers[decimals] + eight_digits(fraction << (8 * (8 - decimals)));
+  }
+  number.decimals = decimals;
+  number.negative = sign != 0;
+  const bool one_group = (group_places & (group_places - 1)) == 0;
+  const bool two_ways = grouped ? one_group && !has_decimal
+                                : decimals == 3 && integer_length <= 3 && text[sign] != '0';
+  number.facts = facts_of(two_ways, grouped || has_decimal);
+  return true;
+}
+
+#else
+
+bool scan_by_masks(const QuickSyntax&, const char*, std::size_t, QuickNumber&) noexcept {
+  return false;
+}
+
+#endif
+
+bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t length,
+                       QuickNumber& number) noexcept {
+  if (length - 1 >= longest_by_character) return false;
+  // The longest symbol may be compared everywhere: what lies behind the text is zeros.
+  char bytes[longest_by_character + 4] = {};
+  std::memcpy(bytes, text, length);
+  const char* at = bytes;
+  const char* const end = bytes + length;
+  const auto begins_with = [&at](const SymbolBytes& symbol) {
+    return symbol.length != 0 && ((load_4(at) ^ symbol.bytes) & symbol.mask) == 0;
+  };
+  number.negative = *at == '-' || begins_with(syntax.minus);
+  if (number.negative) at += *at == '-' ? 1 : syntax.minus.length;
+  const char first_character = *at;
+  std::uint64_t mantissa = 0;
+  int digits = 0;
+  unsigned run = 0;     // digits of the present group
+  unsigned groups = 0;  // separators
+  const auto take_digits = [&] {
+    const char* const begin = at;
+    for (unsigned value = 0; (value = static_cast<unsigned char>(*at) - unsigned{'0'}) <= 9; ++at) {
+      mantissa = mantissa * 10 + value;
+    }
+    run = static_cast<unsigned>(at - begin);
+    digits += static_cast<int>(run);
+  };
+  while (true) {
+    take_digits();
+    if (run == 0) return false;
+    if (at == end || *at == syntax.decimal) break;
+    const SymbolBytes* const symbol = begins_with(syntax.groups[0])   ? &syntax.groups[0]
+                                      : begins_with(syntax.groups[1]) ? &syntax.groups[1]
+                                      : begins_with(syntax.groups[2]) ? &syntax.groups[2]
+                                                                      : nullptr;
+    if (symbol == nullptr || (groups == 0 ? run > syntax.sizes.secondary || first_character == '0'
+                                          : run != syntax.sizes.secondary)) {
+      return false;
+    }
+    at += symbol->length;
+    ++groups;
+  }
+  if (groups != 0 && run != syntax.sizes.primary) return false;
+  const bool has_decimal = at != end;
+  const int integers = digits;
+  if (has_decimal) {
+    if (syntax.decimal == '\0') return false;
+    ++at;
+    take_digits();
+    if (at != end) return false;
+  }
+  if (digits > most_digits) return false;
+  number.mantissa = mantissa;
+  number.decimals = static_cast<std::uint32_t>(digits - integers);
+  const bool two_ways = groups != 0
+                            ? groups == 1 && !has_decimal && !syntax.group_is_blank
+                            : number.decimals == 3 && integers <= 3 && first_character != '0';
+  number.facts = facts_of(two_ways, groups != 0 || has_decimal);
+  return true;
+}
+
+}  // namespace jwnls::library

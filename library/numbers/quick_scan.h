@@ -1,0 +1,38 @@
+// The quick reader: takes what locales themselves write, and leaves everything else, all refusals
+// among it, to scan_number(). What it takes means the same there.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_QUICK_SCAN_H_
+#define JWNLS_LIBRARY_NUMBERS_QUICK_SCAN_H_
+
+#include <cstddef>
+#include <cstdint>
+
+#include "library/numbers/number_syntax.h"
+
+namespace jwnls::library {
+
+/// mantissa / 10^decimals; the decimals are those of the text, zeros at its end included.
+struct QuickNumber {
+  std::uint64_t mantissa = 0;
+  std::uint32_t decimals = 0;  // at most 18
+  bool negative = false;
+  std::uint8_t facts = 0;
+};
+
+/// False for what it does not take; `number` is then of no use. Of at most 16 bytes, by masks.
+[[nodiscard]] bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t length,
+                                 QuickNumber& number) noexcept;
+
+/// The same of at most 48 bytes, character by character, with any group symbol.
+[[nodiscard]] bool scan_by_character(const QuickSyntax& syntax, const char* text,
+                                     std::size_t length, QuickNumber& number) noexcept;
+
+[[nodiscard]] inline bool scan_quickly(const QuickSyntax& syntax, const char* text,
+                                       std::size_t length, QuickNumber& number) noexcept {
+  return scan_by_masks(syntax, text, length, number) ||
+         scan_by_character(syntax, text, length, number);
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_QUICK_SCAN_H_

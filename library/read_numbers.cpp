@@ -1,0 +1,206 @@
+// Numbers in: as doubles, as integers, as exact decimals.
+
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "abi/missing_value.h"
+#include "include/jwnls/jwnls.h"
+#include "library/layouts/layout.h"
+#include "library/numbers/decimal_value.h"
+#include "library/numbers/quick_scan.h"
+#include "library/numbers/scan_number.h"
+#include "library/texts/give_text.h"
+#include "library/texts/utf8_input.h"
+
+namespace jwnls::library {
+namespace {
+
+void give_facts(std::uint8_t facts, std::uint8_t* out) {
+  if (out != nullptr) *out = facts;
+}
+
+int code_of(Refusal refusal) {
+  return refusal == Refusal::none    ? JWNLS_OK
+         : refusal == Refusal::blank ? JWNLS_MISSING
+                                     : JWNLS_UNREAD;
+}
+
+// ---- Doubles
+
+// The value of a module's missing value, as the module has it.
+double missing_of(LocaleHandle* handle, char name) {
+  if (name == '\0' || name == '.') return missing_value();
+  const char text[2] = {'.', name};
+  double value = 0;
+  std::int64_t consumed = 0;
+  handle->services.read_number_8bit(handle, text, 2, &value, &consumed);
+  return value;
+}
+
+[[gnu::noinline]] int read_double_fully(const jwnls_layout* layout, const char* text,
+                                        std::size_t length, double* value, std::uint8_t* facts) {
+  ScannedNumber number;
+  scan_number(layout->number.syntax, {text, length}, number);
+  give_facts(0, facts);
+  *value = missing_value();
+  if (const int code = code_of(number.refusal); code != JWNLS_OK) {
+    if (number.missing != '\0') *value = missing_of(layout->locale->handle, number.missing);
+    return code;
+  }
+  const auto rounded = double_of({{number.text, number.digits},
+                                  number.exponent - static_cast<int>(number.decimals),
+                                  number.negative});
+  if (!rounded) return JWNLS_RANGE;
+  *value = *rounded;
+  give_facts(number.facts, facts);
+  return JWNLS_OK;
+}
+
+int read_double(const jwnls_layout* layout, const char* text, std::size_t length, double* value,
+                std::uint8_t* facts) {
+  QuickNumber number;
+  if (layout->is(JWNLS_NUMBER)) [[likely]] {
+    if (!scan_quickly(layout->number.syntax.quick, text, length, number)) {
+      return read_double_fully(layout, text, length, value, facts);
+    }
+    // So few digits are no more than a double holds.
+    const double magnitude = *double_of(number.mantissa, -static_cast<int>(number.decimals));
+    *value = number.negative ? -magnitude : magnitude;
+    give_facts(number.facts, facts);
+    return JWNLS_OK;
+  }
+  *value = missing_value();
+  give_facts(0, facts);
+  return JWNLS_KIND;
+}
+
+// ---- Integers
+
+// Puts a magnitude with its sign into a type; false beyond it.
+bool put_integer(std::uint64_t magnitude, bool negative, std::int64_t* value) {
+  constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  if (magnitude > most + (negative ? 1 : 0)) return false;
+  *value = static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude);
+  return true;
+}
+bool put_integer(std::uint64_t magnitude, bool negative, std::uint64_t* value) {
+  if (negative && magnitude != 0) return false;
+  *value = magnitude;
+  return true;
+}
+
+template <typename Integer>
+[[gnu::noinline]] int read_integer_fully(const jwnls_layout* layout, const char* text,
+                                         std::size_t length, Integer* value, std::uint8_t* facts) {
+  ScannedNumber number;
+  scan_number(layout->number.syntax, {text, length}, number);
+  give_facts(0, facts);
+  if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
+  const auto magnitude = integer_of({number.text, number.digits});
+  if (!magnitude || !put_integer(*magnitude, number.negative, value)) return JWNLS_RANGE;
+  give_facts(number.facts, facts);
+  return JWNLS_OK;
+}
+
+template <typename Integer>
+int read_integer(const jwnls_layout* layout, const char* text, std::size_t length, Integer* value,
+                 std::uint8_t* facts) {
+  *value = 0;
+  QuickNumber number;
+  if (layout->is(JWNLS_INTEGER)) [[likely]] {
+    if (!scan_quickly(layout->number.syntax.quick, text, length, number) ||
+        !put_integer(number.mantissa, number.negative, value)) {
+      return read_integer_fully(layout, text, length, value, facts);
+    }
+    give_facts(number.facts, facts);
+    return JWNLS_OK;
+  }
+  give_facts(0, facts);
+  return JWNLS_KIND;
+}
+
+// ---- Exact decimals
+
+int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
+                 std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
+  *out_length = 0;
+  if (currency != nullptr) *currency = '\0';
+  give_facts(0, facts);
+  if (!layout->is(JWNLS_NUMBER) && !layout->is(JWNLS_INTEGER)) return JWNLS_KIND;
+  Decimal decimal;
+  std::uint8_t found = 0;
+  QuickNumber quick;
+  ScannedNumber number;
+  char digits[24];
+  if (scan_quickly(layout->number.syntax.quick, text, length, quick)) {
+    const char* const end = std::to_chars(digits, digits + sizeof digits, quick.mantissa).ptr;
+    decimal = {{digits, static_cast<std::size_t>(end - digits)},
+               -static_cast<int>(quick.decimals),
+               quick.negative};
+    found = quick.facts;
+  } else {
+    scan_number(layout->number.syntax, {text, length}, number);
+    if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
+    decimal = {{number.text, number.digits},
+               number.exponent - static_cast<int>(number.decimals),
+               number.negative};
+    found = number.facts;
+  }
+  char canonical[canonical_room];
+  const auto written = write_canonical(decimal, canonical);
+  if (!written) return JWNLS_RANGE;
+  give_facts(found, facts);
+  return give_text({canonical, *written}, out, room, out_length);
+}
+
+}  // namespace
+}  // namespace jwnls::library
+
+using jwnls::library::read_decimal;
+using jwnls::library::read_double;
+using jwnls::library::read_integer;
+using jwnls::library::Utf8Input;
+
+extern "C" {
+
+int jwnls_read_number(const jwnls_layout* layout, const char* text, size_t length, double* value,
+                      uint8_t* facts) {
+  return read_double(layout, text, length, value, facts);
+}
+int jwnls_read_number_utf16(const jwnls_layout* layout, const char16_t* text, size_t length,
+                            double* value, uint8_t* facts) {
+  const Utf8Input bytes(text, length);
+  return read_double(layout, bytes.data(), bytes.size(), value, facts);
+}
+int jwnls_read_integer(const jwnls_layout* layout, const char* text, size_t length, int64_t* value,
+                       uint8_t* facts) {
+  return read_integer(layout, text, length, value, facts);
+}
+int jwnls_read_integer_utf16(const jwnls_layout* layout, const char16_t* text, size_t length,
+                             int64_t* value, uint8_t* facts) {
+  const Utf8Input bytes(text, length);
+  return read_integer(layout, bytes.data(), bytes.size(), value, facts);
+}
+int jwnls_read_unsigned(const jwnls_layout* layout, const char* text, size_t length,
+                        uint64_t* value, uint8_t* facts) {
+  return read_integer(layout, text, length, value, facts);
+}
+int jwnls_read_unsigned_utf16(const jwnls_layout* layout, const char16_t* text, size_t length,
+                              uint64_t* value, uint8_t* facts) {
+  const Utf8Input bytes(text, length);
+  return read_integer(layout, bytes.data(), bytes.size(), value, facts);
+}
+int jwnls_read_decimal(const jwnls_layout* layout, const char* text, size_t length, char* out,
+                       size_t room, size_t* out_length, char currency[4], uint8_t* facts) {
+  return read_decimal(layout, text, length, out, room, out_length, currency, facts);
+}
+int jwnls_read_decimal_utf16(const jwnls_layout* layout, const char16_t* text, size_t length,
+                             char* out, size_t room, size_t* out_length, char currency[4],
+                             uint8_t* facts) {
+  const Utf8Input bytes(text, length);
+  return read_decimal(layout, bytes.data(), bytes.size(), out, room, out_length, currency, facts);
+}
+
+}  // extern "C"

@@ -1,0 +1,161 @@
+// Numbers out: the table of cases, every room, and what is written is read back.
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "tests/library/number_cases.h"
+#include "tests/library/opened_layout.h"
+
+namespace {
+
+using jwnls::test::number_cases;
+using jwnls::test::NumberCase;
+using jwnls::test::open_layout;
+using jwnls::test::OpenedLayout;
+using jwnls::test::widened;
+
+// Writes into every room up to more than enough: the same code, length and text.
+template <typename Unit, typename Write>
+std::basic_string<Unit> write_in_every_room(Write write, int expected_code) {
+  std::basic_string<Unit> text;
+  std::size_t needed = 77;
+  const int code = write(static_cast<Unit*>(nullptr), std::size_t{0}, &needed);
+  EXPECT_EQ(code, needed != 0 ? JWNLS_ROOM : expected_code);
+  for (std::size_t room = 0; room <= needed + 70; ++room) {
+    constexpr Unit guard = 0x55;
+    std::basic_string<Unit> out(room + 1, guard);
+    std::size_t length = 77;
+    const int here = write(out.data(), room, &length);
+    EXPECT_EQ(here, room >= needed ? expected_code : JWNLS_ROOM);
+    EXPECT_EQ(length, needed);
+    EXPECT_EQ(out.back(), guard);
+    if (here != JWNLS_OK) continue;
+    out.resize(length);
+    if (text.empty()) text = out;
+    EXPECT_EQ(out, text);
+    if (testing::Test::HasFailure()) break;
+  }
+  return text;
+}
+
+template <typename Unit, typename Write>
+void check(const NumberCase& row, Write write) {
+  const auto text = write_in_every_room<Unit>(write, row.code());
+  if (row.code() != JWNLS_OK) return;
+  if constexpr (sizeof(Unit) == 1) {
+    EXPECT_EQ(text, row.expected);
+  } else {
+    EXPECT_EQ(text, widened(row.expected));
+  }
+}
+
+template <typename Value>
+Value value_of(const std::string& text) {
+  Value value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
+TEST(FormatNumbers, AnswerTheTable) {
+  for (const NumberCase& row : number_cases()) {
+    if (row.action == "read") continue;
+    SCOPED_TRACE(row.line);
+    const OpenedLayout opened = open_layout(row.locale, row.kind_number(), row.options);
+    const jwnls_layout* const layout = opened.get();
+    if (row.action == "write-decimal") {
+      const std::string& given = row.given;
+      check<char>(row, [&](char* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_decimal(layout, given.data(), given.size(), out, room, length);
+      });
+      check<char16_t>(row, [&](char16_t* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_decimal_utf16(layout, given.data(), given.size(), out, room, length);
+      });
+    } else if (row.kind == "number") {
+      const auto value = value_of<double>(row.given);
+      check<char>(row, [&](char* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_number(layout, value, out, room, length);
+      });
+      check<char16_t>(row, [&](char16_t* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_number_utf16(layout, value, out, room, length);
+      });
+    } else {
+      const bool negative = row.given.front() == '-';
+      const auto value = negative ? static_cast<std::uint64_t>(value_of<std::int64_t>(row.given))
+                                  : value_of<std::uint64_t>(row.given);
+      const auto write_value = [&](auto* out, std::size_t room, std::size_t* length) {
+        const auto as_signed = static_cast<std::int64_t>(value);
+        if constexpr (sizeof *out == 1) {
+          return negative ? jwnls_write_integer(layout, as_signed, out, room, length)
+                          : jwnls_write_unsigned(layout, value, out, room, length);
+        } else {
+          return negative ? jwnls_write_integer_utf16(layout, as_signed, out, room, length)
+                          : jwnls_write_unsigned_utf16(layout, value, out, room, length);
+        }
+      };
+      check<char>(row, write_value);
+      check<char16_t>(row, write_value);
+    }
+  }
+}
+
+std::string written(const jwnls_layout* layout, double value) {
+  char text[1500];
+  std::size_t length = 0;
+  EXPECT_EQ(jwnls_write_number(layout, value, text, sizeof text, &length), JWNLS_OK);
+  return {text, length};
+}
+
+TEST(FormatNumbers, FloatsAreShortestAsFloats) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_NUMBER);
+  const std::pair<float, const char*> rows[] = {{0.1F, "0,1"},
+                                                {1234.56F, "1.234,56"},
+                                                {3.4e10F, "34.000.000.000"},
+                                                {16777216.0F, "16.777.216"},
+                                                {1e-10F, "0,0000000001"}};
+  for (const auto& [value, expected] : rows) {
+    char text[100];
+    std::size_t length = 0;
+    ASSERT_EQ(jwnls_write_float(layout.get(), value, text, sizeof text, &length), JWNLS_OK);
+    EXPECT_EQ(std::string_view(text, length), expected);
+  }
+}
+
+// More digits than the services write, rounded exactly and away from zero.
+TEST(FormatNumbers, AnyCountOfDigitsIsWritten) {
+  const OpenedLayout all = open_layout("en_US", JWNLS_NUMBER, "decimals=350 no-group");
+  EXPECT_EQ(written(all.get(), 0.1).substr(0, 40), "0.10000000000000000555111512312578270211");
+  EXPECT_EQ(written(all.get(), 0.1).size(), 352U);
+  EXPECT_EQ(written(all.get(), 1e300).size(), 301U + 351U);
+  // A half at the 350th decimal, which 2^-351 has there.
+  EXPECT_EQ(written(all.get(), std::ldexp(1.0, -351)).substr(340), "401489257813");
+  const OpenedLayout grouped = open_layout("fr_FR", JWNLS_NUMBER, "decimals=2");
+  EXPECT_EQ(written(grouped.get(), 1e300).size(), 301U + 2 * 100U + 3U);
+}
+
+// Doubles of all sizes come back as they were, with and without groups, in UTF-8 and UTF-16.
+TEST(FormatNumbers, WhatIsWrittenIsReadBack) {
+  std::mt19937_64 random(13);
+  for (const char* locale : {"de_DE", "en_IN", "fr_FR", "de_CH", "sv_SE", "en_US_POSIX"}) {
+    SCOPED_TRACE(locale);
+    const OpenedLayout layout = open_layout(locale, JWNLS_NUMBER);
+    for (int i = 0; i < 20'000; ++i) {
+      double value = std::bit_cast<double>(random());
+      if (i % 2 != 0) value = static_cast<double>(static_cast<std::int64_t>(random()) >> 20) / 1e4;
+      if (!std::isfinite(value)) continue;
+      const std::string text = written(layout.get(), value);
+      double read = 0;
+      ASSERT_EQ(jwnls_read_number(layout.get(), text.data(), text.size(), &read, nullptr), JWNLS_OK)
+          << text;
+      ASSERT_EQ(read, value) << text;
+    }
+  }
+}
+
+}  // namespace

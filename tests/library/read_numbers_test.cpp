@@ -1,0 +1,296 @@
+// Numbers and integers in: the table of cases, the readers against each other, every short text.
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "library/layouts/layout.h"
+#include "library/numbers/decimal_value.h"
+#include "library/numbers/quick_scan.h"
+#include "library/numbers/scan_number.h"
+#include "tests/library/number_cases.h"
+#include "tests/library/opened_layout.h"
+
+namespace {
+
+using namespace jwnls::library;
+using jwnls::test::number_cases;
+using jwnls::test::NumberCase;
+using jwnls::test::open_layout;
+using jwnls::test::OpenedLayout;
+using jwnls::test::widened;
+
+std::uint8_t facts_named(const std::string& name) {
+  return name == "two-ways" ? JWNLS_TWO_WAYS : name == "decides" ? JWNLS_DECIDES : 0;
+}
+
+// Both encodings, as double or integer, and as decimal.
+template <typename Value, typename Read, typename ReadUtf16>
+void check_read(const NumberCase& row, const jwnls_layout* layout, Read read,
+                ReadUtf16 read_utf16) {
+  Value value = 7;
+  std::uint8_t facts = 77;
+  const int code = read(layout, row.given.data(), row.given.size(), &value, &facts);
+  ASSERT_EQ(code, row.code());
+  const std::u16string units = widened(row.given);
+  Value wide_value = 7;
+  std::uint8_t wide_facts = 77;
+  ASSERT_EQ(read_utf16(layout, units.data(), units.size(), &wide_value, &wide_facts), code);
+  EXPECT_EQ(std::bit_cast<std::uint64_t>(wide_value), std::bit_cast<std::uint64_t>(value));
+  EXPECT_EQ(wide_facts, facts);
+  jwnls_error error;
+  const int explained = jwnls_explain(layout, row.given.data(), row.given.size(), &error);
+  EXPECT_EQ(explained, code) << error.text;
+  if (code != JWNLS_OK) {
+    EXPECT_EQ(facts, 0);
+    if constexpr (std::is_integral_v<Value>) {
+      EXPECT_EQ(value, 0);
+    } else {
+      EXPECT_NE(jwnls_is_missing(value), 0);
+    }
+    return;
+  }
+  Value expected = 0;
+  std::from_chars(row.expected.data(), row.expected.data() + row.expected.size(), expected);
+  EXPECT_EQ(value, expected);
+  if (row.facts != "*") {
+    EXPECT_EQ(facts, facts_named(row.facts));
+  }
+  char decimal[2100];
+  std::size_t length = 0;
+  ASSERT_EQ(jwnls_read_decimal(layout, row.given.data(), row.given.size(), decimal, sizeof decimal,
+                               &length, nullptr, nullptr),
+            JWNLS_OK);
+  std::from_chars(decimal, decimal + length, value);
+  EXPECT_EQ(value, expected) << std::string_view(decimal, length);
+}
+
+TEST(ReadNumbers, AnswerTheTable) {
+  for (const NumberCase& row : number_cases()) {
+    if (row.action != "read") continue;
+    SCOPED_TRACE(row.line);
+    const OpenedLayout layout = open_layout(row.locale, row.kind_number(), row.options);
+    if (row.kind == "number") {
+      check_read<double>(row, layout.get(), jwnls_read_number, jwnls_read_number_utf16);
+    } else {
+      check_read<std::int64_t>(row, layout.get(), jwnls_read_integer, jwnls_read_integer_utf16);
+    }
+  }
+}
+
+TEST(ReadNumbers, UnsignedTakesNoNegativeValue) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_INTEGER);
+  const auto read = [&layout](std::string_view text) {
+    std::uint64_t value = 7;
+    return std::pair(jwnls_read_unsigned(layout.get(), text.data(), text.size(), &value, nullptr),
+                     value);
+  };
+  EXPECT_EQ(read("18.446.744.073.709.551.615"), std::pair(int{JWNLS_OK}, ~std::uint64_t{0}));
+  EXPECT_EQ(read("18446744073709551616").first, JWNLS_RANGE);
+  EXPECT_EQ(read("-1").first, JWNLS_RANGE);
+  EXPECT_EQ(read("-0").first, JWNLS_OK);
+}
+
+TEST(ReadNumbers, DecimalsAreExact) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_NUMBER);
+  const std::string digits(500, '7');
+  const std::pair<std::string, std::string> rows[] = {
+      {"-1.234.567,8900", "-1234567.8900"},
+      {"007", "7"},
+      {"5,", "5"},
+      {",50", "0.50"},
+      {"-0", "-0"},
+      {"1,5E3", "1500"},
+      {"15E-4", "0.0015"},
+      {"0E99", "0"},
+      {"0E-3", "0.000"},
+      {digits + "," + digits, digits + "." + digits}};
+  for (const auto& [text, expected] : rows) {
+    char out[2100];
+    std::size_t length = 0;
+    char currency[4] = "xyz";
+    ASSERT_EQ(jwnls_read_decimal(layout.get(), text.data(), text.size(), out, sizeof out, &length,
+                                 currency, nullptr),
+              JWNLS_OK);
+    EXPECT_EQ(std::string_view(out, length), expected);
+    EXPECT_STREQ(currency, "");
+    EXPECT_EQ(jwnls_read_decimal(layout.get(), text.data(), text.size(), nullptr, 0, &length,
+                                 nullptr, nullptr),
+              JWNLS_ROOM);
+    EXPECT_EQ(length, expected.size());
+  }
+}
+
+TEST(ReadNumbers, LongTextsAreRefusedUnread) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_NUMBER);
+  const std::string longest(1024, '0');
+  double value = 7;
+  EXPECT_EQ(jwnls_read_number(layout.get(), longest.data(), 1024, &value, nullptr), JWNLS_OK);
+  // Nothing of it is looked at.
+  EXPECT_EQ(jwnls_read_number(layout.get(), nullptr, 1025, &value, nullptr), JWNLS_UNREAD);
+  EXPECT_EQ(jwnls_read_number_utf16(layout.get(), nullptr, SIZE_MAX, &value, nullptr),
+            JWNLS_UNREAD);
+  const std::u16string blanks(400, u'\u3000');  // 1,200 bytes
+  EXPECT_EQ(jwnls_read_number_utf16(layout.get(), blanks.data(), 400, &value, nullptr),
+            JWNLS_UNREAD);
+  jwnls_error error;
+  EXPECT_EQ(jwnls_explain(layout.get(), nullptr, 1025, &error), JWNLS_UNREAD);
+}
+
+TEST(ReadNumbers, OtherKindsAreRefused) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_DATE);
+  double value = 7;
+  std::int64_t integer = 7;
+  EXPECT_EQ(jwnls_read_number(layout.get(), "1", 1, &value, nullptr), JWNLS_KIND);
+  EXPECT_NE(jwnls_is_missing(value), 0);
+  EXPECT_EQ(jwnls_read_integer(layout.get(), "1", 1, &integer, nullptr), JWNLS_KIND);
+  EXPECT_EQ(integer, 0);
+}
+
+// Of every way that 805 locales write numbers, one, and some that have symbols alike.
+constexpr const char* conventions[] = {"en_US", "en_IN", "de_DE",  "fr_FR", "de_CH", "en_US_POSIX",
+                                       "pl_PL", "en_ZA", "fr_CH",  "de_AT", "hi_IN", "es_CR",
+                                       "pt_BR", "sv_SE", "gsw_CH", "mr_IN"};
+
+struct Reading {
+  bool read = false;
+  double value = 0;
+  std::uint8_t facts = 0;
+};
+
+// What the full reader says; the quick ones say the same of what they take.
+Reading read_all_ways(const NumberSyntax& syntax, std::string_view text, int& taken) {
+  ScannedNumber full;
+  scan_number(syntax, text, full);
+  Reading reading;
+  reading.read = full.refusal == Refusal::none;
+  if (reading.read) {
+    reading.value = double_of({{full.text, full.digits},
+                               full.exponent - static_cast<int>(full.decimals),
+                               full.negative})
+                        .value_or(INFINITY);
+    reading.facts = full.facts;
+  }
+  for (auto* scan : {scan_by_masks, scan_by_character}) {
+    QuickNumber quick;
+    if (!scan(syntax.quick, text.data(), text.size(), quick)) continue;
+    ++taken;
+    double value = double_of(quick.mantissa, -static_cast<int>(quick.decimals)).value_or(INFINITY);
+    value = quick.negative ? -value : value;
+    EXPECT_TRUE(reading.read) << text;
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(reading.value))
+        << text;
+    EXPECT_EQ(quick.decimals, full.decimals) << text;
+    EXPECT_EQ(quick.facts, full.facts) << text;
+  }
+  return reading;
+}
+
+// Every text of up to eight units: no two conventions read one differently without saying so.
+TEST(ReadNumbers, EveryShortTextIsReadAlikeOrMarked) {
+  constexpr std::string_view alphabet[] = {"1", "0", ".", ",", "\u2019", " "};
+  constexpr std::size_t base = std::size(alphabet);
+  constexpr int longest = 7;
+  std::vector<NumberSyntax> syntaxes;
+  for (const char* locale : conventions) {
+    syntaxes.push_back(open_layout(locale, JWNLS_NUMBER)->number.syntax);
+  }
+  int taken = 0;
+  int read = 0;
+  int two_values = 0;
+  std::size_t texts = 1;
+  for (int units = 1; units <= longest; ++units) {
+    texts *= base;
+    for (std::size_t index = 0; index < texts; ++index) {
+      std::string text;
+      std::size_t rest = index;
+      for (int i = 0; i < units; ++i, rest /= base) text += alphabet[rest % base];
+      bool seen = false;
+      bool differs = false;
+      bool all_marked = true;
+      double first = 0;
+      for (const NumberSyntax& syntax : syntaxes) {
+        const Reading reading = read_all_ways(syntax, text, taken);
+        if (!reading.read) continue;
+        differs = differs || (seen && reading.value != first);
+        if (!seen) first = reading.value;
+        seen = true;
+        all_marked = all_marked && (reading.facts & JWNLS_TWO_WAYS) != 0;
+      }
+      read += seen ? 1 : 0;
+      two_values += differs ? 1 : 0;
+      ASSERT_TRUE(!differs || all_marked) << text;
+    }
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(two_values, 50);
+  EXPECT_GT(read, 1'000);
+  EXPECT_GT(taken, read);
+}
+
+// Random texts of longer numbers, mostly well formed, with one place changed in half of them.
+TEST(ReadNumbers, ReadersAgreeOnRandomTexts) {
+  std::mt19937_64 random(11);
+  const auto pick = [&random](std::size_t count) {
+    return static_cast<std::size_t>(random() % count);
+  };
+  constexpr std::string_view pieces[] = {"0",      "5",      "9",      ".",      ",", "'",
+                                         "\u2019", " ",      "\u00A0", "\u202F", "-", "\u2212",
+                                         "e",      "\u0661", "\xC2",   ""};
+  std::vector<OpenedLayout> layouts;
+  for (const char* locale : conventions) {
+    layouts.push_back(open_layout(locale, JWNLS_NUMBER));
+    layouts.push_back(open_layout(locale, JWNLS_INTEGER));
+  }
+  int taken = 0;
+  for (int i = 0; i < 400'000; ++i) {
+    const jwnls_layout& layout = *layouts[pick(layouts.size())];
+    char written[100];
+    std::size_t length = 0;
+    const double magnitude = std::pow(10.0, static_cast<double>(random() % 1800) / 100.0 - 2);
+    if (layout.is(JWNLS_NUMBER)) {
+      const double scale = std::pow(10.0, static_cast<double>(pick(5)));
+      (void)jwnls_write_number(&layout, std::round(magnitude * scale) / scale, written,
+                               sizeof written, &length);
+    } else {
+      (void)jwnls_write_integer(&layout, static_cast<std::int64_t>(magnitude), written,
+                                sizeof written, &length);
+    }
+    std::string text(written, length);
+    if (pick(2) == 0) text.replace(pick(text.size()), pick(3), pieces[pick(std::size(pieces))]);
+    read_all_ways(layout.number.syntax, text, taken);
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(taken, 300'000);
+}
+
+// Rounded correctly, as the standard library does it.
+TEST(ReadNumbers, DoublesAreTheNearest) {
+  const OpenedLayout layout = open_layout("en_US", JWNLS_NUMBER);
+  std::mt19937_64 random(12);
+  for (int i = 0; i < 200'000; ++i) {
+    const auto value = std::bit_cast<double>(random());
+    if (!std::isfinite(value)) continue;
+    char text[64];
+    const bool shortest = i % 2 == 0;
+    char* const end =
+        shortest
+            ? std::to_chars(text, text + sizeof text, value).ptr
+            : std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 20).ptr;
+    double read = 0;
+    ASSERT_EQ(
+        jwnls_read_number(layout.get(), text, static_cast<std::size_t>(end - text), &read, nullptr),
+        JWNLS_OK)
+        << std::string_view(text, static_cast<std::size_t>(end - text));
+    ASSERT_EQ(read, value);
+  }
+}
+
+}  // namespace
