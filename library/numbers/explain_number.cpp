@@ -66,7 +66,7 @@ void tell_any_groups(const NumberSyntax& syntax, std::string_view text, Message&
                                        number.exponent - static_cast<int>(number.decimals),
                                        number.negative},
                                       canonical);
-  if (length) (message << ", groups=any reads ").said({canonical, *length});
+  if (length) (message << " groups=any reads ").said({canonical, *length});
 }
 
 void tell_sample(const jwnls_layout* layout, Message& message) {
@@ -80,7 +80,6 @@ void tell_sample(const jwnls_layout* layout, Message& message) {
 
 void tell_refusal(const jwnls_layout* layout, std::string_view text, const ScannedNumber& number,
                   Message& message) {
-  const NumberSyntax& syntax = layout->number.syntax;
   if (number.at > 0 && number.at < text.size()) {
     message.quoted(text.substr(0, number.at), 30) << " fits, ";
     message.quoted(text.substr(number.at), 30) << " does not";
@@ -90,10 +89,8 @@ void tell_refusal(const jwnls_layout* layout, std::string_view text, const Scann
     message << "it ends too early";
   }
   if (const char* reason = reason_of(number.refusal)) message << ": " << reason;
-  if (number.refusal == Refusal::group_size || number.refusal == Refusal::foreign_group ||
-      number.refusal == Refusal::group_led_by_zero) {
-    tell_any_groups(syntax, text, message);
-  }
+  if (number.refusal == Refusal::foreign_group)
+    tell_any_groups(layout->number.syntax, text, message);
   tell_sample(layout, message);
 }
 
