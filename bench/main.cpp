@@ -2,6 +2,7 @@
 #include "bench/date_formatting.h"
 #include "bench/date_reading.h"
 #include "bench/handles.h"
+#include "bench/library_numbers.h"
 #include "bench/number_formatting.h"
 #include "bench/number_reading.h"
 
@@ -12,6 +13,7 @@ int main(int argc, char** argv) {
   enter_date_reading();
   enter_number_formatting();
   enter_number_reading();
+  enter_library_numbers();
   enter_handle_creation();
   return run_contests(argc, argv);
 }

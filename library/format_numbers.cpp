@@ -22,8 +22,10 @@
 namespace jwnls::library {
 namespace {
 
-constexpr std::size_t quick_room = 64;     // from which on the services are at their quickest
-constexpr std::size_t integer_room = 32;   // of which they clear whatever they are given
+constexpr std::size_t quick_room = 64;    // from which on the services are at their quickest
+constexpr std::size_t integer_room = 32;  // of which they clear whatever they are given
+constexpr double quick_magnitude = 1e15;
+constexpr std::uint32_t quick_decimals = 16;
 constexpr double exact_integers = 0x1p53;  // below, doubles are integers as they stand
 
 bool takes_integers(const jwnls_layout& layout) {
@@ -35,44 +37,42 @@ bool is_direct(const NumberStyle& style) {
   return sizeof(Unit) == 1 ? style.direct_8bit : style.direct_16bit;
 }
 
+// The services count what callers here know as sizes: the same type but for the sign.
+std::int64_t* counted(std::size_t* length) { return reinterpret_cast<std::int64_t*>(length); }
+
 template <typename Unit>
-Status ask_service(const NumberStyle& style, double value, std::uint32_t flags, Unit* out,
-                   std::size_t room, std::size_t* length) {
+[[gnu::always_inline]] inline Status ask_service(const NumberStyle& style, double value,
+                                                 std::uint32_t flags, Unit* out, std::size_t room,
+                                                 std::size_t* length) {
   const ServiceTable& services = style.handle->services;
-  std::int64_t written = 0;
   const auto capacity = static_cast<std::int64_t>(room);
-  std::uint32_t status = 0;
   if constexpr (sizeof(Unit) == 1) {
-    status = services.format_number_8bit(style.handle, value, 0, style.decimals, flags, out,
-                                         capacity, &written, nullptr);
+    return Status{services.format_number_8bit(style.handle, value, 0, style.decimals, flags, out,
+                                              capacity, counted(length), nullptr)};
   } else {
-    status = services.format_number_with_options(style.handle, value, 0, style.decimals, flags, out,
-                                                 capacity, &written, nullptr);
+    return Status{services.format_number_with_options(style.handle, value, 0, style.decimals, flags,
+                                                      out, capacity, counted(length), nullptr)};
   }
-  *length = static_cast<std::size_t>(written);
-  return Status{status};
 }
 
 template <typename Unit>
-Status ask_service(const NumberStyle& style, std::int64_t value, std::uint32_t flags, Unit* out,
-                   std::size_t room, std::size_t* length) {
+[[gnu::always_inline]] inline Status ask_service(const NumberStyle& style, std::int64_t value,
+                                                 Unit* out, std::size_t* length) {
   const ServiceTable& services = style.handle->services;
-  std::int64_t written = 0;
-  const auto capacity = static_cast<std::int64_t>(std::min(room, integer_room));
-  std::uint32_t status = 0;
+  constexpr std::int64_t capacity = integer_room;
   if constexpr (sizeof(Unit) == 1) {
-    status = services.format_int64_8bit(style.handle, value, 0, 1, flags, out, capacity, &written);
+    return Status{services.format_int64_8bit(style.handle, value, 0, 1, style.service_flags, out,
+                                             capacity, counted(length))};
   } else {
-    status = services.format_int64(style.handle, value, 0, 1, flags, out, capacity, &written);
+    return Status{services.format_int64(style.handle, value, 0, 1, style.service_flags, out,
+                                        capacity, counted(length))};
   }
-  *length = static_cast<std::size_t>(written);
-  return Status{status};
 }
 
 // Digits with a fixed number of decimals, which the service writes without groups.
 template <typename Unit>
-int lay_out_fixed(const NumberStyle& style, double value, Unit* out, std::size_t room,
-                  std::size_t* length) {
+[[gnu::noinline]] int lay_out_fixed(const NumberStyle& style, double value, Unit* out,
+                                    std::size_t room, std::size_t* length) {
   char text[512];
   std::size_t count = 0;
   if (ask_service(style, std::abs(value), number_flags::fixed, text, sizeof text, &count) !=
@@ -92,8 +92,9 @@ int lay_out_fixed(const NumberStyle& style, double value, Unit* out, std::size_t
 }
 
 template <typename Unit>
-int write_magnitude(const NumberStyle& style, std::uint64_t magnitude, bool negative, Unit* out,
-                    std::size_t room, std::size_t* length) {
+[[gnu::noinline]] int write_magnitude(const NumberStyle& style, std::uint64_t magnitude,
+                                      bool negative, Unit* out, std::size_t room,
+                                      std::size_t* length) {
   char text[24];
   const char* const end = std::to_chars(text, text + sizeof text, magnitude).ptr;
   return lay_out(style,
@@ -107,15 +108,13 @@ int write_magnitude(const NumberStyle& style, std::uint64_t magnitude, bool nega
 template <typename Unit>
 int write_int64(const NumberStyle& style, std::int64_t value, Unit* out, std::size_t room,
                 std::size_t* length) {
-  const std::uint64_t magnitude =
-      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
   if (room >= integer_room && is_direct<Unit>(style) && style.decimals <= 0 &&
       style.direct_from == 0) [[likely]] {
-    if (ask_service(style, value, style.sign_flag | style.group_flag, out, room, length) ==
-        Status::ok) {
-      return JWNLS_OK;
-    }
+    // No integer outgrows that room, so that the service does not fail.
+    return ask_service(style, value, out, length) == Status::ok ? JWNLS_OK : JWNLS_RANGE;
   }
+  const std::uint64_t magnitude =
+      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
   return write_magnitude(style, magnitude, value < 0, out, room, length);
 }
 
@@ -147,25 +146,35 @@ template <typename Float, typename Unit>
 }
 
 template <typename Float, typename Unit>
+[[gnu::noinline]] int write_any(const NumberStyle& style, Float value, Unit* out, std::size_t room,
+                                std::size_t* length) {
+  const auto wide = static_cast<double>(value);
+  if (!std::isfinite(wide)) return write_special(style, wide, out, room, length);
+  if (style.decimals < 0) return write_shortest(style, value, out, room, length);
+  return lay_out_fixed(style, wide, out, room, length);
+}
+
+template <typename Float, typename Unit>
 int write_float(const jwnls_layout* layout, Float value, Unit* out, std::size_t room,
                 std::size_t* length) {
-  if (!layout->is(JWNLS_NUMBER)) {
+  const NumberStyle& style = layout->number.style;
+  if (!layout->is(JWNLS_NUMBER)) [[unlikely]] {
     *length = 0;
     return JWNLS_KIND;
   }
-  const NumberStyle& style = layout->number.style;
   const auto wide = static_cast<double>(value);
-  if (!std::isfinite(wide)) [[unlikely]]
-    return write_special(style, wide, out, room, length);
-  if (style.decimals < 0) return write_shortest(style, value, out, room, length);
+  const double magnitude = std::abs(wide);
   // Negative zero is the layout's matter: the service shows no sign of it.
   const bool is_negative_zero = std::bit_cast<std::uint64_t>(wide) == std::uint64_t{1} << 63;
-  if (room >= quick_room && is_direct<Unit>(style) && std::abs(wide) >= style.direct_from &&
-      !is_negative_zero) [[likely]] {
-    const std::uint32_t flags = number_flags::fixed | style.sign_flag | style.group_flag;
-    if (ask_service(style, wide, flags, out, room, length) == Status::ok) return JWNLS_OK;
+  if (room >= quick_room && is_direct<Unit>(style) && magnitude < quick_magnitude &&
+      magnitude >= style.direct_from && !is_negative_zero &&
+      static_cast<std::uint32_t>(style.decimals) <= quick_decimals) [[likely]] {
+    // Such a number does not outgrow that room, so that the service does not fail.
+    const std::uint32_t flags = number_flags::fixed | style.service_flags;
+    return ask_service(style, wide, flags, out, room, length) == Status::ok ? JWNLS_OK
+                                                                            : JWNLS_RANGE;
   }
-  return lay_out_fixed(style, wide, out, room, length);
+  return write_any(style, value, out, room, length);
 }
 
 template <typename Unit>

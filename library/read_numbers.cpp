@@ -65,8 +65,12 @@ int read_double(const jwnls_layout* layout, const char* text, std::size_t length
     if (!scan_quickly(layout->number.syntax.quick, text, length, number)) {
       return read_double_fully(layout, text, length, value, facts);
     }
-    // So few digits are no more than a double holds.
-    const double magnitude = *double_of(number.mantissa, -static_cast<int>(number.decimals));
+    // One division of two exact operands rounds correctly; so few digits are within the doubles.
+    static_assert(exact_powers >= 18);
+    const double magnitude = number.mantissa <= exact_mantissas
+                                 ? static_cast<double>(static_cast<std::int64_t>(number.mantissa)) /
+                                       powers_of_ten[number.decimals]
+                                 : *double_of(number.mantissa, -static_cast<int>(number.decimals));
     *value = number.negative ? -magnitude : magnitude;
     give_facts(number.facts, facts);
     return JWNLS_OK;

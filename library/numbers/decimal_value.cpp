@@ -8,12 +8,6 @@
 namespace jwnls::library {
 namespace {
 
-constexpr std::uint64_t exact_mantissas = std::uint64_t{1} << 53;
-constexpr int exact_powers = 22;  // of ten, that a double holds exactly
-constexpr double powers[exact_powers + 1] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
 std::string_view without_leading_zeros(std::string_view digits) {
   return digits.substr(std::min(digits.find_first_not_of('0'), digits.size()));
 }
@@ -38,7 +32,7 @@ std::optional<double> double_of(std::uint64_t mantissa, int exponent) noexcept {
   if (mantissa <= exact_mantissas && exponent >= -exact_powers && exponent <= exact_powers) {
     // Both operands are exact, so that the one operation rounds correctly.
     const auto exact = static_cast<double>(mantissa);
-    return exponent < 0 ? exact / powers[-exponent] : exact * powers[exponent];
+    return exponent < 0 ? exact / powers_of_ten[-exponent] : exact * powers_of_ten[exponent];
   }
   if (mantissa == 0) return 0.0;
   char digits[24];

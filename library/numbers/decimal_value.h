@@ -19,6 +19,13 @@ struct Decimal {
   bool negative = false;
 };
 
+/// Up to this, integers are doubles as they stand; and so are 10^0 to 10^22.
+inline constexpr std::uint64_t exact_mantissas = std::uint64_t{1} << 53;
+inline constexpr int exact_powers = 22;
+inline constexpr double powers_of_ten[exact_powers + 1] = {
+    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 /// mantissa times 10^exponent, correctly rounded; nothing beyond the doubles.
 [[nodiscard]] std::optional<double> double_of(std::uint64_t mantissa, int exponent) noexcept;
 

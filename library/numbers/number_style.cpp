@@ -47,9 +47,11 @@ NumberStyle number_style(const NumberData& data, const Options& options,
   for (unsigned digit = 0; digit < 10; ++digit)
     style.digits[digit] = character_symbol(zero + digit);
 
-  if (options.plus != 0) style.sign_flag = number_flags::sign;
   const bool grouped = style.sizes.primary != 0;
-  if (grouped) style.group_flag = number_flags::group;
+  static_assert(number_flags::sign == integer_flags::sign &&
+                number_flags::group == integer_flags::group);
+  if (options.plus != 0) style.service_flags |= number_flags::sign;
+  if (grouped) style.service_flags |= number_flags::group;
   style.direct_16bit = !style.native_digits && group == data.group && data.minus == u"-" &&
                        data.plus == u"+" && data.decimal <= 0xFFFF;
   // The 8-bit service takes its long way where it has more to write than ASCII.
@@ -57,7 +59,6 @@ NumberStyle number_style(const NumberData& data, const Options& options,
   if (grouped && style.minimum_grouping > 1) {
     style.direct_from = std::pow(10.0, style.sizes.primary + style.minimum_grouping - 1);
   }
-  style.service_decimal = data.decimal < 0x80 ? static_cast<char>(data.decimal) : '\0';
   return style;
 }
 

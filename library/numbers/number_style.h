@@ -39,13 +39,12 @@ struct NumberStyle {
   bool native_digits = false;         // other digits than 0 to 9
   GroupSizes sizes;                   // primary 0: no groups
   std::uint8_t minimum_grouping = 1;  // digits in front of the first group symbol, or no groups
-  std::uint32_t sign_flag = 0;        // number_flags::sign: a sign always
-  std::uint32_t group_flag = 0;       // number_flags::group, where the service groups alike
-  // Whether the service writes what the layout writes, in UTF-8 and in UTF-16, ...
+  // What the service writes alike: its flags, in UTF-8 and UTF-16, and the magnitudes from which on
+  // it does. Below, minimum grouping keeps it from its groups, which it does not know.
+  std::uint32_t service_flags = 0;  // of number_flags and integer_flags: sign, group
+  double direct_from = 0;
   bool direct_8bit = false;
   bool direct_16bit = false;
-  double direct_from = 0;  // ... of this magnitude on: minimum grouping is not the service's matter
-  char service_decimal = '.';  // the decimal symbol that the service writes, where it is ASCII
   SymbolText decimal;
   SymbolText group;
   SymbolText minus;

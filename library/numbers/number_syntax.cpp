@@ -54,6 +54,7 @@ QuickSyntax quick_syntax(const NumberData& data, const NumberSyntax& syntax) {
     quick.group = static_cast<char>(data.group);
     quick.group_bits = 0xFFFF;
   }
+  quick.masks = data.group == 0 || quick.group_bits != 0;
   return quick;
 }
 

@@ -32,6 +32,7 @@ struct QuickSyntax {
   std::uint16_t group_bits = 0;  // all ones where `group` counts
   std::uint16_t decimal_bits = 0;
   bool group_is_blank = false;
+  bool masks = true;  // texts are tried by masks first
 };
 
 struct NumberSyntax {

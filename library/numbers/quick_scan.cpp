@@ -34,6 +34,16 @@ std::uint64_t load_4(const char* bytes) {
   return word;
 }
 
+// What stands at a place, as far as the text goes; zeros behind it.
+std::uint64_t up_to_4(const char* at, const char* end) {
+  if (end - at >= 4) return load_4(at);
+  std::uint64_t word = 0;
+  for (int i = 0; at + i != end; ++i) {
+    word |= std::uint64_t{static_cast<unsigned char>(at[i])} << (8 * i);
+  }
+  return word;
+}
+
 #if defined(__SSE2__)
 
 __extension__ using Wide = unsigned __int128;
@@ -177,24 +187,23 @@ bool scan_by_masks(const QuickSyntax&, const char*, std::size_t, QuickNumber&) n
 bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t length,
                        QuickNumber& number) noexcept {
   if (length - 1 >= longest_by_character) return false;
-  // The longest symbol may be compared everywhere: what lies behind the text is zeros.
-  char bytes[longest_by_character + 4] = {};
-  std::memcpy(bytes, text, length);
-  const char* at = bytes;
-  const char* const end = bytes + length;
-  const auto begins_with = [&at](const SymbolBytes& symbol) {
-    return symbol.length != 0 && ((load_4(at) ^ symbol.bytes) & symbol.mask) == 0;
+  const char* at = text;
+  const char* const end = text + length;
+  const auto begins_with = [&at, end](const SymbolBytes& symbol) {
+    return symbol.length != 0 && ((up_to_4(at, end) ^ symbol.bytes) & symbol.mask) == 0;
   };
   number.negative = *at == '-' || begins_with(syntax.minus);
   if (number.negative) at += *at == '-' ? 1 : syntax.minus.length;
-  const char first_character = *at;
+  const char first_character = at != end ? *at : '\0';
   std::uint64_t mantissa = 0;
   int digits = 0;
   unsigned run = 0;     // digits of the present group
   unsigned groups = 0;  // separators
   const auto take_digits = [&] {
     const char* const begin = at;
-    for (unsigned value = 0; (value = static_cast<unsigned char>(*at) - unsigned{'0'}) <= 9; ++at) {
+    for (; at != end; ++at) {
+      const unsigned value = static_cast<unsigned char>(*at) - unsigned{'0'};
+      if (value > 9) break;
       mantissa = mantissa * 10 + value;
     }
     run = static_cast<unsigned>(at - begin);

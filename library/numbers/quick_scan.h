@@ -29,7 +29,8 @@ struct QuickNumber {
 
 [[nodiscard]] inline bool scan_quickly(const QuickSyntax& syntax, const char* text,
                                        std::size_t length, QuickNumber& number) noexcept {
-  return scan_by_masks(syntax, text, length, number) ||
+  // The masks know groups of three by an ASCII symbol; whoever writes others goes the second way.
+  return (syntax.masks && scan_by_masks(syntax, text, length, number)) ||
          scan_by_character(syntax, text, length, number);
 }
 
