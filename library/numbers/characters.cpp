@@ -46,8 +46,7 @@ Separator separator_of(char32_t c) noexcept {
   }
 }
 
-Digit digit_of(char32_t c) noexcept {
-  if (c < 0x80) return c >= U'0' && c <= U'9' ? Digit{U'0', static_cast<int>(c - U'0')} : Digit{};
+Digit digit_beyond_ascii(char32_t c) noexcept {
   const char32_t* const above = std::upper_bound(std::begin(zeros), std::end(zeros), c);
   const char32_t zero = above[-1];  // at least U'0', as c is no ASCII
   return c - zero < 10 ? Digit{zero, static_cast<int>(c - zero)} : Digit{};

@@ -27,7 +27,11 @@ struct Digit {
   char32_t zero;
   int value;
 };
-[[nodiscard]] Digit digit_of(char32_t c) noexcept;
+[[nodiscard]] Digit digit_beyond_ascii(char32_t c) noexcept;
+[[nodiscard]] inline Digit digit_of(char32_t c) noexcept {
+  if (c >= 0x80) return digit_beyond_ascii(c);
+  return c >= U'0' && c <= U'9' ? Digit{U'0', static_cast<int>(c - U'0')} : Digit{0, 0};
+}
 
 /// What may stand around a number.
 [[nodiscard]] bool is_blank(char32_t c) noexcept;

@@ -80,6 +80,11 @@ class NumberScanner {
       bytes_ = 0;
       return;
     }
+    if (const auto byte = static_cast<unsigned char>(text_[at_]); byte < 0x80) [[likely]] {
+      c_ = byte;
+      bytes_ = 1;
+      return;
+    }
     const Utf8Character next = first_character(text_.substr(at_));
     if (!next.valid && valid_) {
       valid_ = false;
@@ -92,12 +97,14 @@ class NumberScanner {
     at_ += bytes_;
     look();
   }
-  // The character behind the present one; 0 at the end.
-  [[nodiscard]] char32_t behind() const {
+  // Whether a digit follows the present character.
+  [[nodiscard]] bool digit_behind() const {
     const std::string_view rest = text_.substr(at_ + bytes_);
-    return rest.empty() ? 0 : first_character(rest).value;
+    if (rest.empty()) return false;
+    const auto byte = static_cast<unsigned char>(rest.front());
+    if (byte < 0x80) return byte >= '0' && byte <= '9';
+    return digit_of(first_character(rest).value).zero != 0;
   }
-  [[nodiscard]] bool digit_behind() const { return digit_of(behind()).zero != 0; }
 
   void skip_pad() {
     while (!ended() && (is_blank(c_) || is_mark(c_))) advance();

@@ -67,6 +67,7 @@ inline std::vector<NumberCase> number_cases() {
     row.expected = unescaped(row.expected);
     cases.push_back(row);
   }
+  EXPECT_GT(cases.size(), 200U);
   return cases;
 }
 

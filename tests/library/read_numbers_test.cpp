@@ -193,7 +193,7 @@ Reading read_all_ways(const NumberSyntax& syntax, std::string_view text, int& ta
   return reading;
 }
 
-// Every text of up to eight units: no two conventions read one differently without saying so.
+// Every text of up to seven units: no two conventions read one differently without saying so.
 TEST(ReadNumbers, EveryShortTextIsReadAlikeOrMarked) {
   constexpr std::string_view alphabet[] = {"1", "0", ".", ",", "\u2019", " "};
   constexpr std::size_t base = std::size(alphabet);
