@@ -8,6 +8,7 @@
 
 #include "abi/locale_handle.h"
 #include "include/jwnls/jwnls.h"
+#include "library/dates/date_layout.h"
 #include "library/layouts/number_layout.h"
 #include "library/layouts/options.h"
 #include "library/process/process.h"
@@ -16,11 +17,12 @@
 struct jwnls_layout {
   int kind = 0;
   jwnls::library::Options options;
-  const jwnls::library::Locale* locale = nullptr;    // stays as long as the process
-  std::shared_ptr<const jwnls::library::Zone> zone;  // of "zone="; null: none
-  std::string currency;                              // of amounts: the ISO code of the layout's own
-  jwnls::library::NumberLayout number;               // of numbers and integers
-  std::string description;                           // "de_DE number decimals=2"
+  const jwnls::library::Locale* locale = nullptr;           // stays as long as the process
+  std::shared_ptr<const jwnls::library::Zone> zone;         // of "zone="; null: none
+  std::unique_ptr<const jwnls::library::DateLayout> dates;  // of dates, datetimes and instants
+  std::string currency;                 // of amounts: the ISO code of the layout's own
+  jwnls::library::NumberLayout number;  // of numbers and integers
+  std::string description;              // "de_DE number decimals=2"
 
   [[nodiscard]] bool is(int one_kind) const noexcept { return kind == one_kind; }
 };

@@ -36,6 +36,7 @@ std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::strin
   if (kind == JWNLS_NUMBER || kind == JWNLS_INTEGER) {
     layout->number = number_layout(*layout->locale, layout->options, kind == JWNLS_INTEGER);
   }
+  layout->dates = jwnls::library::make_date_layout(*layout->locale, kind, layout->options);
   layout->description = layout->locale->name + " " + jwnls_kind_name(kind) +
                         jwnls::library::option_words(kind, layout->options);
   return layout;

@@ -17,8 +17,9 @@ std::uint64_t eight_bytes(const char* bytes) {
   return word;
 }
 
-// The bytes of a character in UTF-8, and its value.
-std::size_t encode(char32_t c, char (&out)[4]) {
+}  // namespace
+
+std::size_t encode_utf8(char32_t c, char (&out)[4]) noexcept {
   if (c < 0x80) {
     out[0] = static_cast<char>(c);
     return 1;
@@ -41,8 +42,6 @@ std::size_t encode(char32_t c, char (&out)[4]) {
   out[3] = follow(0);
   return 4;
 }
-
-}  // namespace
 
 Utf8Character first_character(std::string_view text) noexcept {
   constexpr Utf8Character bad = {U'\uFFFD', 1, false};
@@ -102,7 +101,7 @@ std::size_t to_utf8(std::u16string_view text, char* out, std::size_t room) noexc
       c = U'\uFFFD';
     }
     char encoded[4];
-    const std::size_t length = encode(c, encoded);
+    const std::size_t length = encode_utf8(c, encoded);
     cut = cut || bytes + length > room;
     if (!cut) std::memcpy(out + bytes, encoded, length);
     bytes += length;

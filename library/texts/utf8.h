@@ -20,6 +20,9 @@ struct Utf8Character {
 /// valid, nor is a sequence that the text cuts.
 [[nodiscard]] Utf8Character first_character(std::string_view text) noexcept;
 
+/// Encodes a character and gives its bytes.
+std::size_t encode_utf8(char32_t c, char (&out)[4]) noexcept;
+
 /// Turns UTF-8 into UTF-16 and gives the units written, at most text.size(); nothing when the text
 /// is not valid or outgrows the room.
 [[nodiscard]] std::optional<std::size_t> to_utf16(std::string_view text, char16_t* out,

@@ -1,0 +1,38 @@
+// What bytes are in the text of a date. Whatever is not ASCII counts as a letter.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_
+#define JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_
+
+#include <cstddef>
+#include <string_view>
+
+namespace jwnls::library {
+
+constexpr bool is_digit(char byte) noexcept { return static_cast<unsigned char>(byte - '0') < 10; }
+constexpr bool is_letter(char byte) noexcept {
+  return static_cast<unsigned char>((byte | 0x20) - 'a') < 26 ||
+         static_cast<unsigned char>(byte) >= 0x80;
+}
+constexpr bool is_blank(char byte) noexcept {
+  return byte == ' ' || static_cast<unsigned char>(byte - '\t') < 5;
+}
+
+/// The end of the run of letters at `at`: a mark between two letters is part of it ("a. m." is two
+/// runs, "segunda-feira" and "ม.ค" are one).
+constexpr std::size_t end_of_run(std::string_view text, std::size_t at) noexcept {
+  while (at < text.size()) {
+    if (is_letter(text[at])) {
+      ++at;
+      continue;
+    }
+    const bool inner = (text[at] == '.' || text[at] == '-' || text[at] == '\'') && at > 0 &&
+                       is_letter(text[at - 1]) && at + 1 < text.size() && is_letter(text[at + 1]);
+    if (!inner) break;
+    ++at;
+  }
+  return at;
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_

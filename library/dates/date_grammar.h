@@ -1,0 +1,497 @@
+// The text of a date taken apart and put together: one order a layout.
+//
+//   date    = [ weekday [ "." ] [ "," ] ] fields [ [ "," ] [ "(" ] weekday [ ")" ] ] [ "." ]
+//   fields  = number gap number gap number     year of four digits first: year month day, always;
+//                                              else by the layout's order
+//           | day name year | name day year | year name day | year day name
+//           | eight digits                     year month day
+//   gap     = twice the same of "." "-" "/" and blank, or the marks of one of the locale's patterns
+//
+// A year has four digits or two, a day one or two, with an ordinal behind it in some languages. The
+// parts have to be a date of the calendar, a weekday has to be that date's. Names and words are
+// looked up by the caller's way: the quick one, or the one that knows every form.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_GRAMMAR_H_
+#define JWNLS_LIBRARY_DATES_DATE_GRAMMAR_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "include/jwnls/jwnls.h"
+#include "library/dates/date_characters.h"
+#include "library/dates/date_layout.h"
+#include "library/dates/date_names.h"
+#include "module/calendar/civil.h"
+
+namespace jwnls::library {
+
+/// Why a text is no date of a layout.
+enum class Refusal : std::uint8_t {
+  none,
+  undecided,      // the quick way cannot tell
+  too_long,       // more than 1,024 bytes
+  not_utf8,       //
+  blank,          // no value
+  no_date,        // nothing that looks like one
+  too_many,       // numbers left over
+  unknown_word,   // or a mark out of place
+  marks,          // between the numbers
+  digits,         // a number of three, five or more digits
+  no_month,       // two numbers and no month's name
+  two_names,      // two months, two weekdays, or in no order
+  two_months,     // a name that two months have
+  year_last,      // three numbers where the locale writes the year first
+  short_year,     // two digits are no year here
+  no_year,        // no number can be the year
+  no_such_date,   // no date of the calendar
+  years,          // outside the calendar: the year is told
+  weekday,        // another one: the right one is told
+  // Of datetimes and times.
+  no_time, no_such_time, offset, no_offset, gap, overlap, two_places, range,
+};
+
+struct DateRead {
+  CivilDate date = {};
+  std::uint8_t facts = 0;
+  Refusal refusal = Refusal::none;
+  std::int32_t told = 0;   // the year, or the weekday
+  std::size_t place = 0;   // what fits of the text that was taken apart
+};
+
+/// A text's numbers and what stands around them.
+struct Numbers {
+  struct Number {
+    std::int32_t value;
+    std::size_t begin, end;
+    [[nodiscard]] std::size_t digits() const noexcept { return end - begin; }
+  };
+  Number number[3];
+  std::size_t count = 0;  // 4: more than three
+
+  explicit Numbers(std::string_view text) noexcept;
+};
+
+/// The names that were found in a text.
+struct FoundNames {
+  struct Name {
+    const NameMeaning* meaning;
+    std::size_t piece;  // in front of that number; of the last piece: how many numbers there are
+    std::size_t place;
+  };
+  Name name[2];
+  std::size_t count = 0;
+};
+
+/// A word that was looked up: its bytes in the text, its folded form, what it means if anything.
+struct Word {
+  std::size_t size;  // 0: the way of looking up cannot tell
+  std::string_view folded;
+  const NameMeaning* meaning;
+};
+
+/// Reads a trimmed text. `look_up(std::string_view rest)` gives the Word that a rest begins with.
+template <typename LookUp>
+class DateGrammar {
+ public:
+  DateGrammar(const DateLayout& layout, std::string_view text, LookUp& look_up) noexcept
+      : layout_(layout), text_(text), look_up_(look_up), numbers_(text) {}
+
+  DateRead read() noexcept {
+    switch (numbers_.count) {
+      case 0:
+        refuse(Refusal::no_date, 0);
+        break;
+      case 1:
+        read_eight_digits();
+        break;
+      case 2:
+        read_with_name();
+        break;
+      case 3:
+        read_numbers();
+        break;
+      default:
+        refuse(Refusal::too_many, numbers_.number[2].end);
+    }
+    return read_;
+  }
+
+ private:
+  using Number = Numbers::Number;
+
+  bool refuse(Refusal refusal, std::size_t place, std::int32_t told = 0) noexcept {
+    read_.refusal = refusal;
+    read_.place = place;
+    read_.told = told;
+    return false;
+  }
+
+  // Where the piece in front of a number begins, and ends.
+  [[nodiscard]] std::size_t begin_of(std::size_t piece) const noexcept {
+    return piece == 0 ? 0 : numbers_.number[piece - 1].end;
+  }
+  [[nodiscard]] std::size_t end_of(std::size_t piece) const noexcept {
+    return piece == numbers_.count ? text_.size() : numbers_.number[piece].begin;
+  }
+  [[nodiscard]] std::string_view piece(std::size_t index) const noexcept {
+    return text_.substr(begin_of(index), end_of(index) - begin_of(index));
+  }
+
+  bool read_piece(std::size_t index) noexcept {
+    return read_piece(index, begin_of(index), end_of(index));
+  }
+  bool read_piece(std::size_t index, std::size_t at, std::size_t end) noexcept;
+  bool take_word(std::size_t index, std::size_t& at, std::size_t end) noexcept;
+  bool is_ordinal(std::size_t index, std::size_t at, std::string_view folded) const noexcept;
+
+  bool marks_fit(std::size_t& lead_end, std::size_t& tail_begin) const noexcept;
+  void read_eight_digits() noexcept;
+  void read_numbers() noexcept;
+  void read_with_name() noexcept;
+  bool find_weekday_alone() noexcept;
+  bool tell_names_apart(std::size_t& month_piece) noexcept;
+  bool place_numbers(CivilDate& date) noexcept;
+  bool place_numbers_by_name(std::size_t month_piece, CivilDate& date) noexcept;
+  bool check_short_year(const Number& number) noexcept;
+  [[nodiscard]] std::int32_t widened(std::int32_t year) const noexcept {
+    const std::int32_t candidate = layout_.century - layout_.century % 100 + year;
+    return candidate < layout_.century ? candidate + 100 : candidate;
+  }
+  [[nodiscard]] bool another_order_fits(const CivilDate& date) const noexcept;
+  void finish(CivilDate date) noexcept;
+
+  const DateLayout& layout_;
+  const std::string_view text_;
+  LookUp& look_up_;
+  const Numbers numbers_;
+  FoundNames found_;
+  std::int32_t month_ = 0;
+  std::int32_t weekday_ = 0;
+  std::size_t weekday_place_ = 0;
+  DateRead read_;
+};
+
+/// The only mark of a gap: one of "." "-" "/", or a blank; 0 when there is another, or two.
+constexpr char only_mark(std::string_view gap) noexcept {
+  char mark = gap.empty() ? '\0' : ' ';
+  for (const char each : gap) {
+    if (is_blank(each)) continue;
+    if (mark != ' ' || (each != '.' && each != '-' && each != '/')) return '\0';
+    mark = each;
+  }
+  return mark;
+}
+
+/// Whether a gap, without blanks and commas, is `marks`.
+constexpr bool same_marks(std::string_view gap, std::string_view marks) noexcept {
+  std::size_t at = 0;
+  for (const char each : gap) {
+    if (is_blank(each) || each == ',') continue;
+    if (at == marks.size() || marks[at] != each) return false;
+    ++at;
+  }
+  return at == marks.size();
+}
+
+inline Numbers::Numbers(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size();) {
+    if (!is_digit(text[at])) {
+      ++at;
+      continue;
+    }
+    if (count == 3) {
+      count = 4;
+      return;
+    }
+    Number& each = number[count++];
+    each = {0, at, at};
+    for (; each.end < text.size() && is_digit(text[each.end]); ++each.end) {
+      if (each.end - at < 8) each.value = each.value * 10 + (text[each.end] - '0');
+    }
+    at = each.end;
+  }
+}
+
+// Words, marks and blanks of a piece. A dot stands directly behind what it ends; "-" and "/" stand
+// between numbers and names, parentheses around the last weekday.
+template <typename LookUp>
+bool DateGrammar<LookUp>::read_piece(std::size_t index, std::size_t at, std::size_t end) noexcept {
+  const bool is_last = index == numbers_.count;
+  char before = index == 0 ? '\0' : '0';  // the last that was no blank: 'a' for a word
+  bool is_open = false;
+  for (; at < end; ++at) {
+    const char each = text_[at];
+    if (is_blank(each)) continue;
+    if (is_letter(each) || each == '\'') {
+      if (!take_word(index, at, end)) return false;
+      before = before == '(' ? ')' : 'a';
+      continue;
+    }
+    bool fits = false;
+    if (each == '.') {
+      fits = (before == '0' || before == 'a') && (at == 0 || !is_blank(text_[at - 1]));
+    } else if (each == ',') {
+      fits = before == '0' || before == 'a' || before == '.';
+    } else if (each == '-' || each == '/') {
+      fits = index > 0 && !is_last && (before == '0' || before == 'a' || before == '.');
+    } else if (each == '(') {
+      fits = is_last && !is_open;
+      is_open = true;
+    } else if (each == ')') {
+      fits = is_open && before == ')';
+      is_open = false;
+    }
+    if (!fits) return refuse(Refusal::unknown_word, at);
+    before = each == ')' ? 'a' : each == '.' && before == '(' ? ')' : each;
+  }
+  if (is_open || (is_last && before == ',')) return refuse(Refusal::unknown_word, at);
+  return true;
+}
+
+// Leaves `at` on the last byte of the word.
+template <typename LookUp>
+bool DateGrammar<LookUp>::take_word(std::size_t index, std::size_t& at, std::size_t end) noexcept {
+  const Word word = look_up_(text_.substr(at, end - at));
+  if (word.size == 0) return refuse(Refusal::undecided, at);
+  const bool is_name = word.meaning != nullptr && word.meaning->is_name();
+  if (is_name) {
+    if (found_.count == 2) return refuse(Refusal::two_names, at);
+    if (word.meaning->two_months) return refuse(Refusal::two_months, at);
+    found_.name[found_.count++] = {word.meaning, index, at};
+  } else if (word.meaning == nullptr && !is_ordinal(index, at, word.folded)) {
+    return refuse(Refusal::unknown_word, at);
+  }
+  at += word.size - 1;
+  return true;
+}
+
+// Directly behind a number of one or two digits; "1st".
+template <typename LookUp>
+bool DateGrammar<LookUp>::is_ordinal(std::size_t index, std::size_t at,
+                                     std::string_view folded) const noexcept {
+  if (index == 0 || at != begin_of(index) || numbers_.number[index - 1].digits() > 2) return false;
+  for (const std::string_view ordinal : layout_.ordinals) {
+    if (!ordinal.empty() && folded == ordinal) return true;
+  }
+  return false;
+}
+
+// What stands between three numbers; of the locale's own marks those before and behind are cut.
+template <typename LookUp>
+bool DateGrammar<LookUp>::marks_fit(std::size_t& lead_end, std::size_t& tail_begin) const noexcept {
+  const char mark = only_mark(piece(1));
+  if (mark != '\0' && mark == only_mark(piece(2))) return true;
+  for (const OwnMarks& own : layout_.own_marks) {
+    if (!same_marks(piece(1), own.first_gap) || !same_marks(piece(2), own.second_gap)) continue;
+    const std::string_view lead = piece(0);
+    if (!own.lead.empty() && same_marks(lead, own.lead)) lead_end = 0;
+    std::size_t begin = tail_begin;
+    while (begin < text_.size() && is_blank(text_[begin])) ++begin;
+    if (text_.substr(begin, own.tail.size()) == own.tail) tail_begin = begin + own.tail.size();
+    return true;
+  }
+  return false;
+}
+
+template <typename LookUp>
+void DateGrammar<LookUp>::read_numbers() noexcept {
+  std::size_t lead_end = end_of(0);
+  std::size_t tail_begin = begin_of(3);
+  if (!marks_fit(lead_end, tail_begin)) {
+    refuse(look_up_.knows(piece(1)) && look_up_.knows(piece(2)) ? Refusal::marks
+                                                                : Refusal::undecided,
+           begin_of(1));
+    return;
+  }
+  CivilDate date;
+  if ((lead_end != 0 && !read_piece(0, 0, lead_end)) ||
+      (tail_begin != text_.size() && !read_piece(3, tail_begin, text_.size())) ||
+      !find_weekday_alone() || !place_numbers(date)) {
+    return;
+  }
+  finish(date);
+}
+
+template <typename LookUp>
+void DateGrammar<LookUp>::read_eight_digits() noexcept {
+  const Number& number = numbers_.number[0];
+  if (number.digits() != 8) {
+    refuse(number.digits() > 4 ? Refusal::digits : Refusal::no_date, number.end);
+    return;
+  }
+  if (read_piece(0) && read_piece(1) && find_weekday_alone()) {
+    finish({number.value / 10000, number.value / 100 % 100, number.value % 100});
+  }
+}
+
+// Beside three numbers only a weekday may stand.
+template <typename LookUp>
+bool DateGrammar<LookUp>::find_weekday_alone() noexcept {
+  if (found_.count == 0) return true;
+  const FoundNames::Name& name = found_.name[0];
+  if (found_.count > 1) return refuse(Refusal::two_names, found_.name[1].place);
+  if (name.meaning->weekday == 0) return refuse(Refusal::two_names, name.place);
+  weekday_ = name.meaning->weekday;
+  weekday_place_ = name.place;
+  return true;
+}
+
+template <typename LookUp>
+bool DateGrammar<LookUp>::check_short_year(const Number& number) noexcept {
+  if (number.digits() != 2) return refuse(Refusal::digits, number.begin);
+  return layout_.short_years || refuse(Refusal::short_year, number.begin);
+}
+
+// Whether two digits of a year, and the two other numbers, are another date in another order.
+template <typename LookUp>
+bool DateGrammar<LookUp>::another_order_fits(const CivilDate& date) const noexcept {
+  const std::int32_t first = numbers_.number[0].value;
+  const std::int32_t second = numbers_.number[1].value;
+  const std::int32_t third = numbers_.number[2].value;
+  const CivilDate others[] = {{widened(third), second, first},
+                              {widened(third), first, second},
+                              {widened(first), second, third}};
+  for (const CivilDate& other : others) {
+    const bool is_date = other.month >= 1 && other.month <= 12 && other.day >= 1 &&
+                         other.day <= days_in_month(other.year, other.month);
+    const bool same = other.year == date.year && other.month == date.month && other.day == date.day;
+    if (is_date && !same) return true;
+  }
+  return false;
+}
+
+template <typename LookUp>
+bool DateGrammar<LookUp>::place_numbers(CivilDate& date) noexcept {
+  const auto& [first, second, third] = numbers_.number;
+  for (const Number& each : numbers_.number) {
+    if (each.digits() != 4 && each.digits() > 2) return refuse(Refusal::digits, each.begin);
+  }
+  if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
+  if (first.digits() == 4) {
+    if (third.digits() == 4) return refuse(Refusal::no_year, third.begin);
+    date = {first.value, second.value, third.value};
+    return true;
+  }
+  if (third.digits() == 4) {
+    if (!layout_.ends_with_year) return refuse(Refusal::year_last, third.begin);
+    const bool month_first = layout_.order == order_mdy;
+    const std::int32_t day = month_first ? second.value : first.value;
+    const std::int32_t month = month_first ? first.value : second.value;
+    date = {third.value, month, day};
+    if (day > 12) {
+      read_.facts = JWNLS_DECIDES;
+    } else if (day != month && month <= 12) {
+      read_.facts = JWNLS_TWO_WAYS;
+    }
+    return true;
+  }
+  if (layout_.order == order_ymd) {
+    if (!layout_.leading_short_years) return refuse(Refusal::short_year, first.begin);
+    if (!check_short_year(first)) return false;
+    date = {widened(first.value), second.value, third.value};
+  } else {
+    if (!check_short_year(third)) return false;
+    const bool month_first = layout_.order == order_mdy;
+    date = {widened(third.value), month_first ? first.value : second.value,
+            month_first ? second.value : first.value};
+  }
+  if (another_order_fits(date)) read_.facts = JWNLS_TWO_WAYS;
+  return true;
+}
+
+// Of two names one is the month; the weekday stands before everything else, or behind it.
+template <typename LookUp>
+bool DateGrammar<LookUp>::tell_names_apart(std::size_t& month_piece) noexcept {
+  if (found_.count == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
+  const FoundNames::Name& first = found_.name[0];
+  const FoundNames::Name& second = found_.name[1];
+  const FoundNames::Name* month = &first;
+  const FoundNames::Name* weekday = nullptr;
+  if (found_.count == 2) {
+    if (first.piece == 0 && first.meaning->weekday != 0 && second.meaning->month != 0) {
+      weekday = &first;
+      month = &second;
+    } else if (second.piece == 2 && second.meaning->weekday != 0) {
+      weekday = &second;
+    } else {
+      return refuse(Refusal::two_names, second.place);
+    }
+  }
+  if (month->meaning->month == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
+  month_ = month->meaning->month;
+  month_piece = month->piece;
+  if (month->meaning->false_friend) read_.facts = JWNLS_TWO_WAYS;
+  if (weekday != nullptr) {
+    weekday_ = weekday->meaning->weekday;
+    weekday_place_ = weekday->place;
+  }
+  return true;
+}
+
+template <typename LookUp>
+bool DateGrammar<LookUp>::place_numbers_by_name(std::size_t month_piece, CivilDate& date) noexcept {
+  const Number& first = numbers_.number[0];
+  const Number& second = numbers_.number[1];
+  for (const Number* each : {&first, &second}) {
+    if (each->digits() != 4 && each->digits() > 2) return refuse(Refusal::digits, each->begin);
+  }
+  if (first.digits() == 4) {  // "2024 March 15", "2024 15 March"
+    if (month_piece == 0) return refuse(Refusal::no_year, second.begin);
+    if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
+    date = {first.value, month_, second.value};
+    return true;
+  }
+  if (month_piece == 2) return refuse(Refusal::no_year, second.begin);
+  if (second.digits() == 4) {
+    date = {second.value, month_, first.value};
+    return true;
+  }
+  if (!layout_.short_years_with_names) return refuse(Refusal::short_year, second.begin);
+  if (!check_short_year(second)) return false;
+  date = {widened(second.value), month_, first.value};
+  const bool both_days = first.digits() == 2 && first.value >= 1 && second.value >= 1 &&
+                         second.value <= days_in_month(widened(first.value), month_) &&
+                         first.value != second.value;
+  if (month_piece == 1 && both_days) read_.facts = JWNLS_TWO_WAYS;
+  return true;
+}
+
+template <typename LookUp>
+void DateGrammar<LookUp>::read_with_name() noexcept {
+  std::size_t month_piece = 0;
+  CivilDate date;
+  if (read_piece(0) && read_piece(1) && read_piece(2) && tell_names_apart(month_piece) &&
+      place_numbers_by_name(month_piece, date)) {
+    finish(date);
+  }
+}
+
+template <typename LookUp>
+void DateGrammar<LookUp>::finish(CivilDate date) noexcept {
+  if (layout_.buddhist && date.year >= 2400 && date.year <= 2700) {
+    date.year -= 543;
+    read_.facts |= JWNLS_BUDDHIST;
+  }
+  if (date.month < 1 || date.month > 12 || date.day < 1 ||
+      (date.day > 28 && date.day > days_in_month(date.year, date.month))) {
+    refuse(Refusal::no_such_date, text_.size());
+    return;
+  }
+  if (date.year < first_year) {
+    refuse(Refusal::years, text_.size(), date.year);
+    return;
+  }
+  if (weekday_ != 0 && weekday_ != NameMeaning::some_weekday) {
+    const std::int32_t right = weekday_from_day(day_from_civil(date));
+    if (right != weekday_) {
+      refuse(Refusal::weekday, weekday_place_, right);
+      return;
+    }
+  }
+  read_.date = date;
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_GRAMMAR_H_

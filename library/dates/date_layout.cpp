@@ -1,0 +1,212 @@
+#include "library/dates/date_layout.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "include/jwnls/jwnls.h"
+#include "library/dates/pattern_parts.h"
+#include "library/texts/failure.h"
+#include "library/texts/folding.h"
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+namespace {
+
+std::string utf8_of(std::u16string_view units) {
+  std::string text(3 * units.size(), '\0');
+  text.resize(to_utf8(units, text.data(), text.size()));
+  return text;
+}
+
+std::string folded_marks(std::string_view text) {
+  std::string folded(3 * text.size() + 8, '\0');
+  folded.resize(fold_text(text, folded.data(), folded.size()).value_or(0));
+  const auto dropped = [](char each) { return each == ' ' || each == ','; };
+  folded.erase(std::remove_if(folded.begin(), folded.end(), dropped), folded.end());
+  return folded;
+}
+
+std::string_view language_of(const std::string& locale) {
+  return std::string_view(locale).substr(0, locale.find('_'));
+}
+
+// Which part of a date a directive writes: 'd', 'm' or 'Y'; 0: none.
+char part_of(char directive) {
+  if (directive == 'd' || directive == 'E') return 'd';
+  if (directive == 'm' || directive == 'O' || directive == 'B' || directive == 'b') return 'm';
+  return directive == 'Y' ? 'Y' : '\0';
+}
+
+// "dmY", "mdY", "Ymd", ...: the order of the parts in a pattern.
+std::string order_of(const PatternParts& pattern) {
+  std::string order;
+  for (const PatternParts::Part& part : pattern.parts) {
+    const char each = part_of(part.directive);
+    if (each != 0 && order.find(each) == order.npos) order += each;
+  }
+  return order;
+}
+
+// Months whose names are their numbers between two texts ("3月", "tháng 3"): those texts. False
+// when they are names.
+bool month_is_number(const TextEntry (&months)[12], std::string& before, std::string& behind) {
+  for (int month = 1; month <= 12; ++month) {
+    const std::string name = utf8_of(text_of(months[month - 1]));
+    const std::string digits = std::to_string(month);
+    const std::size_t begin = std::min(name.find_first_of("123456789"), name.size());
+    if (name.compare(begin, digits.size(), digits) != 0) return false;
+    const std::size_t zeros = begin > 0 && name[begin - 1] == '0' ? 1 : 0;
+    const std::string front = name.substr(0, begin - zeros);
+    const std::string rest = name.substr(begin + digits.size());
+    if (month > 1 && (front != before || rest != behind)) return false;
+    before = front;
+    behind = rest;
+  }
+  return true;
+}
+
+// The marks of a pattern of three numbers.
+void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, DateLayout& layout) {
+  std::string marks[4];
+  std::size_t gap = 0;
+  for (const PatternParts::Part& part : pattern.parts) {
+    if (part.directive == 0) {
+      marks[gap] += part.literal;
+      continue;
+    }
+    if (part_of(part.directive) == 0 || gap == 3) return;
+    std::string before;
+    std::string behind;
+    if (part.directive == 'B' || part.directive == 'b') {
+      const auto& months = part.directive == 'B' ? record.full_months : record.short_months;
+      if (!month_is_number(months, before, behind)) return;
+    }
+    marks[gap] += before;
+    marks[++gap] += behind;
+  }
+  if (gap != 3) return;
+  for (std::string& each : marks) each = folded_marks(each);
+  layout.own_marks.push_back({marks[0], marks[1], marks[2], marks[3]});
+}
+
+void set_orders(const LocaleRecord& record, const Options& options, DateLayout& layout) {
+  const PatternParts short_pattern(utf8_of(text_of(record.date_patterns[0])));
+  const PatternParts long_pattern(utf8_of(text_of(record.date_patterns[2])));
+  const std::string order = order_of(short_pattern);
+  Order chosen = static_cast<Order>(options.order);
+  if (chosen == order_locale) {
+    chosen = order.front() == 'Y'               ? order_ymd
+             : order.find('m') < order.find('d') ? order_mdy
+                                                 : order_dmy;
+  }
+  layout.order = chosen;
+  layout.ends_with_year = chosen != order_ymd;
+  layout.short_years = options.years != years_four;
+  layout.leading_short_years = options.years == years_two;
+  layout.short_years_with_names =
+      options.years == years_two || order_of(long_pattern).substr(0, 1) != "Y";
+}
+
+struct Ordinals {
+  std::string_view language;
+  std::array<std::string_view, 4> endings;
+};
+constexpr Ordinals ordinals[] = {
+    {"en", {"st", "nd", "rd", "th"}}, {"fr", {"er", "e"}}, {"nl", {"e"}},      {"es", {"o", "a"}},
+    {"it", {"o", "a"}},               {"pt", {"o", "a"}},  {"ca", {"o", "a"}}, {"gl", {"o", "a"}}};
+
+// Where other calendars are in daily use.
+struct OtherCalendar {
+  std::string_view locale;  // or language
+  const char* name;
+};
+constexpr OtherCalendar other_calendars[] = {
+    {"fa", "Persian"},     {"ps", "Persian"},     {"mzn", "Persian"}, {"lrc_IR", "Persian"},
+    {"ckb_IR", "Persian"}, {"ar_SA", "Islamic"},  {"th", "Buddhist"}, {"am", "Ethiopic"},
+    {"ti_ET", "Ethiopic"}, {"ja", "Japanese"},    {"zh_TW", "Republic of China"},
+    {"zh_Hant", "Republic of China"}};
+
+void set_habits(const std::string& locale, DateLayout& layout) {
+  const std::string_view language = language_of(locale);
+  for (const Ordinals& row : ordinals) {
+    if (row.language == language) layout.ordinals = row.endings;
+  }
+  for (const OtherCalendar& row : other_calendars) {
+    if (row.locale == language || row.locale == locale) layout.calendar = row.name;
+  }
+  layout.buddhist = language == "th";
+  if (layout.buddhist) layout.short_years = false;
+}
+
+// What stands between date and time in the datetime pattern, which is a date pattern and the
+// pattern of times in either order.
+void set_joint(const LocaleRecord& record, DateLayout& layout) {
+  const std::u16string_view pattern = text_of(record.datetime_pattern);
+  const std::u16string_view time = text_of(record.time_pattern);
+  const std::size_t at = pattern.find(time);
+  if (time.empty() || at == pattern.npos) return;
+  const std::u16string_view before = pattern.substr(0, at);
+  const std::u16string_view behind = pattern.substr(at + time.size());
+  layout.time_first = before.empty();
+  for (const TextEntry& each : record.date_patterns) {
+    const std::u16string_view date = text_of(each);
+    if (date.empty()) continue;
+    if (behind.empty() && before.substr(0, date.size()) == date) {
+      layout.joint_units = before.substr(date.size());
+    } else if (before.empty() && behind.size() >= date.size() &&
+               behind.substr(behind.size() - date.size()) == date) {
+      layout.joint_units = behind.substr(0, behind.size() - date.size());
+    } else {
+      continue;
+    }
+    layout.is_composed = true;
+    layout.joint = utf8_of(layout.joint_units);
+    return;
+  }
+}
+
+// The pattern of full dates, with their weekdays; null: the locale's data has none.
+const TextEntry* full_date_pattern(const Locale& /*locale*/) { return nullptr; }
+
+void set_style(const Locale& locale, int kind, const Options& options, DateLayout& layout) {
+  if (options.style == style_full && full_date_pattern(locale) == nullptr) {
+    fail(JWNLS_UNKNOWN, [&](Message& message) {
+      message << "option 'style=full': the data of " << locale.name << " has no full dates";
+    });
+  }
+  // The date service takes 1 for the medium and 2 for the long pattern, anything else for the
+  // short one.
+  layout.date_style = options.style == style_long ? 2 : options.style == style_short ? 0 : 1;
+  set_joint(*locale.record, layout);
+  if (kind != JWNLS_DATE && options.style != style_medium && !layout.is_composed) {
+    fail(JWNLS_UNKNOWN, [&](Message& message) {
+      message << "option 'style': " << locale.name << " writes datetimes in its medium style only";
+    });
+  }
+  layout.is_composed = layout.is_composed && options.style != style_medium;
+}
+
+}  // namespace
+
+std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kind,
+                                                   const Options& options) {
+  if (kind != JWNLS_DATE && kind != JWNLS_DATETIME && kind != JWNLS_INSTANT) return nullptr;
+  auto layout = std::make_unique<DateLayout>();
+  const LocaleRecord& record = *locale.record;
+  add_names(record, layout->names);
+  if (options.names == names_english) prefer_english_months(layout->names);
+  layout->names.finish();
+  set_orders(record, options, *layout);
+  layout->century = options.century;
+  for (const TextEntry& pattern : record.date_patterns) {
+    add_own_marks(record, PatternParts(utf8_of(text_of(pattern))), *layout);
+  }
+  set_habits(locale.name, *layout);
+  set_style(locale, kind, options, *layout);
+  // What every locale's words for "at" are comes with the data; these stand in the pattern.
+  layout->joining_words = words_of(layout->joint);
+  return layout;
+}
+
+}  // namespace jwnls::library

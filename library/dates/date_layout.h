@@ -1,0 +1,54 @@
+// What layouts of dates, datetimes and instants have found out at their opening.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_LAYOUT_H_
+#define JWNLS_LIBRARY_DATES_DATE_LAYOUT_H_
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "abi/locale_record.h"
+#include "library/dates/date_names.h"
+#include "library/layouts/options.h"
+#include "library/process/process.h"
+
+namespace jwnls::library {
+
+/// The texts around the three numbers of one of the locale's own patterns: "" "年" "月" "日".
+/// Folded, without blanks and commas.
+struct OwnMarks {
+  std::string lead, first_gap, second_gap, tail;
+};
+
+struct DateLayout {
+  DateNames names;
+  Order order = order_dmy;             // of three numbers, the year of four digits last; or the year first
+  bool ends_with_year = true;          // false: numbers with the year last are refused
+  bool short_years = true;             // two digits may be a year
+  bool leading_short_years = false;    // also in front, where the year is written there
+  bool short_years_with_names = true;  // "15-Mar-24"
+  bool buddhist = false;               // years 2400 to 2700 are of that era
+  const char* calendar = nullptr;      // another one that the locale's people count years by
+  std::int32_t century = 1960;         // the first year that two digits stand for
+  std::vector<OwnMarks> own_marks;
+  std::array<std::string_view, 4> ordinals;  // that may follow a day: "st", "nd"; folded
+
+  // Datetimes.
+  std::vector<std::string> joining_words;  // between date and time, folded: "um"
+  bool time_first = false;                 // as Vietnamese has it
+  std::uint16_t date_style = 1;            // the style of the date service
+  bool is_composed = false;      // date and time are written apart, with `joint` between
+  std::string joint;             // UTF-8
+  std::u16string joint_units;    //
+};
+
+/// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not have, and bad_alloc.
+std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kind,
+                                                   const Options& options);
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_LAYOUT_H_

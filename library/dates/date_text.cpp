@@ -1,0 +1,180 @@
+#include "library/dates/date_text.h"
+
+#include <cstring>
+
+#include "library/texts/folding.h"
+
+namespace jwnls::library {
+namespace {
+
+constexpr bool is_ascii(std::string_view text) noexcept {
+  for (const char each : text) {
+    if (static_cast<unsigned char>(each) >= 0x80) return false;
+  }
+  return true;
+}
+
+bool begins_with_no_break_blank(std::string_view text) {
+  return text.size() >= 2 && text[0] == '\xC2' && text[1] == '\xA0';
+}
+
+// Looks up a run of letters of a text as it is written, folding it on the way. It tells of runs
+// that are a name or a word as a whole; all others are for the full way.
+class QuickLookUp {
+ public:
+  explicit QuickLookUp(const DateLayout& layout) noexcept : names_(layout.names) {}
+
+  Word operator()(std::string_view rest) noexcept {
+    constexpr Word no_break_blank = {2, "", &blank};
+    if (begins_with_no_break_blank(rest)) return no_break_blank;
+    folded_size_ = 0;
+    std::size_t at = 0;
+    while (at < rest.size() && folded_size_ + 4 <= sizeof folded_) {
+      const char each = rest[at];
+      if (static_cast<unsigned char>((each | 0x20) - 'a') < 26) {
+        folded_[folded_size_++] = static_cast<char>(each | 0x20);
+        ++at;
+      } else if (is_letter(each)) {
+        if (begins_with_no_break_blank(rest.substr(at))) break;
+        const std::size_t bytes = fold_letter(rest.substr(at));
+        if (bytes == 0) return {};
+        at += bytes;
+      } else if (at > 0 && end_of_run(rest.substr(0, at + 2), at) > at) {
+        folded_[folded_size_++] = each;
+        ++at;
+      } else {
+        break;
+      }
+    }
+    const std::string_view folded(folded_, folded_size_);
+    const NameMeaning* const meaning = names_.find(folded);
+    // The full way knows names of several words, and beginnings of runs.
+    return meaning != nullptr || is_ordinal_form(folded) ? Word{at, folded, meaning} : Word{};
+  }
+
+  [[nodiscard]] static bool knows(std::string_view gap) noexcept {
+    for (const char each : gap) {
+      if (is_letter(each)) return false;
+    }
+    return true;
+  }
+
+ private:
+  static constexpr NameMeaning blank = {0, 0, true, false, false};
+
+  // Ordinals are one or two letters; whether they are the layout's is asked later.
+  static bool is_ordinal_form(std::string_view folded) noexcept {
+    return folded.size() <= 2 && is_ascii(folded);
+  }
+
+  // Folds a character of two or three bytes and gives its bytes; 0: the full way has to.
+  std::size_t fold_letter(std::string_view rest) noexcept {
+    const auto lead = static_cast<unsigned char>(rest[0]);
+    const auto follows = [rest](std::size_t i) {
+      return i < rest.size() && (static_cast<unsigned char>(rest[i]) & 0xC0) == 0x80;
+    };
+    if (lead >= 0xC2 && lead < 0xE0 && follows(1)) {
+      const std::uint16_t folded =
+          folded_letters[(lead & 0x1FU) << 6 | (static_cast<unsigned char>(rest[1]) & 0x3FU)];
+      if (folded == 0) return 2;
+      if (folded < 0x80) {
+        if (!is_letter(static_cast<char>(folded)) && folded != '\'') return 0;
+        folded_[folded_size_++] = static_cast<char>(folded);
+        return 2;
+      }
+      if (folded >= 0x800) return 0;
+      folded_[folded_size_++] = static_cast<char>(0xC0U | folded >> 6);
+      folded_[folded_size_++] = static_cast<char>(0x80U | (folded & 0x3FU));
+      return 2;
+    }
+    // Of three bytes: the scripts of South Asia, and those of East Asia, whose letters have no
+    // cases. What folds to something else among them is not found, which leaves it to the full way.
+    const bool kept = lead == 0xE0 || (lead >= 0xE3 && lead <= 0xED);
+    if (!kept || !follows(1) || !follows(2)) return 0;
+    std::memcpy(folded_ + folded_size_, rest.data(), 3);
+    folded_size_ += 3;
+    return 3;
+  }
+
+  const DateNames& names_;
+  char folded_[64];
+  std::size_t folded_size_ = 0;
+};
+
+// Looks up the longest name or word that a folded text goes on with.
+class FullLookUp {
+ public:
+  explicit FullLookUp(const DateLayout& layout) noexcept : names_(layout.names) {}
+
+  Word operator()(std::string_view rest) const noexcept {
+    std::size_t size = 0;
+    const NameMeaning* const meaning = names_.longest_at(rest, size);
+    if (meaning == nullptr) size = end_of_run(rest, 0);
+    if (size == 0) size = 1;  // an apostrophe
+    return {size, rest.substr(0, size), meaning};
+  }
+  [[nodiscard]] static bool knows(std::string_view) noexcept { return true; }
+
+ private:
+  const DateNames& names_;
+};
+
+}  // namespace
+
+std::string_view trimmed(std::string_view text) noexcept {
+  for (;;) {
+    if (!text.empty() && is_blank(text.front())) {
+      text.remove_prefix(1);
+    } else if (begins_with_no_break_blank(text)) {
+      text.remove_prefix(2);
+    } else {
+      break;
+    }
+  }
+  for (;;) {
+    if (!text.empty() && is_blank(text.back())) {
+      text.remove_suffix(1);
+    } else if (text.size() >= 2 && begins_with_no_break_blank(text.substr(text.size() - 2))) {
+      text.remove_suffix(2);
+    } else {
+      return text;
+    }
+  }
+}
+
+DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
+  QuickLookUp look_up(layout);
+  DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
+  // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way.
+  if (read.refusal != Refusal::none && !is_ascii(text)) read.refusal = Refusal::undecided;
+  return read;
+}
+
+DateRead full_date(const DateLayout& layout, std::string_view text, bool with_place) noexcept {
+  char folded[folded_room];
+  std::uint16_t places[folded_room + 1];
+  const auto size = fold_text(text, folded, sizeof folded, with_place ? places : nullptr);
+  if (!size) {
+    DateRead read;
+    read.refusal = text.size() > folded_room / 3 ? Refusal::too_long : Refusal::not_utf8;
+    return read;
+  }
+  const std::string_view all(folded, *size);
+  const std::string_view inner = trimmed(all);
+  DateRead read;
+  if (inner.empty()) {
+    read.refusal = Refusal::blank;
+    return read;
+  }
+  FullLookUp look_up(layout);
+  read = DateGrammar<FullLookUp>(layout, inner, look_up).read();
+  if (with_place) read.place = places[static_cast<std::size_t>(inner.data() - folded) + read.place];
+  return read;
+}
+
+DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept {
+  const DateRead read = quick_date(layout, text);
+  return read.refusal == Refusal::undecided ? full_date(layout, text) : read;
+}
+
+}  // namespace jwnls::library

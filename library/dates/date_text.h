@@ -1,0 +1,32 @@
+// Reads the text of a date by its layout. See date_grammar.h for the grammar.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_TEXT_H_
+#define JWNLS_LIBRARY_DATES_DATE_TEXT_H_
+
+#include <cstdint>
+#include <string_view>
+
+#include "library/dates/date_grammar.h"
+#include "library/dates/date_layout.h"
+
+namespace jwnls::library {
+
+inline constexpr std::size_t longest_text = 1024;   // bytes that are looked at
+inline constexpr std::size_t folded_room = 600;     // more than any date has
+
+/// Without the blanks around it; ASCII blanks and U+00A0.
+[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
+
+/// Reads a whole text, trimmed, of at most 1,024 bytes: quickly when it can be told so, else by
+/// full_date().
+[[nodiscard]] DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept;
+
+/// The two ways of it. Where the quick one does not say `undecided`, both say the same.
+[[nodiscard]] DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept;
+/// The place is one of `text` where `with_place` is true, else it means nothing.
+[[nodiscard]] DateRead full_date(const DateLayout& layout, std::string_view text,
+                                 bool with_place = false) noexcept;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_TEXT_H_

@@ -1,0 +1,251 @@
+// Datetimes and instants: a date, a joint and a time of day, maybe with an offset from UTC.
+
+#include <algorithm>
+#include <optional>
+
+#include "include/jwnls/jwnls.h"
+#include "library/dates/date_text.h"
+#include "library/dates/day_scale.h"
+#include "library/dates/moment_text.h"
+#include "library/texts/folding.h"
+
+namespace jwnls::library {
+namespace {
+
+// What a clock on the wall shows, and how far it is from UTC if the text says so.
+struct Clock {
+  DateRead date;
+  std::int64_t microseconds = 0;  // from 1970
+  bool has_offset = false;
+  std::int32_t offset_seconds = 0;  // east of UTC
+};
+
+constexpr std::int32_t two_digits(std::string_view text) noexcept {
+  return is_digit(text[0]) && is_digit(text[1]) ? (text[0] - '0') * 10 + (text[1] - '0') : 99;
+}
+
+// "+01", "+0100", "+01:00" at the end, behind a time: the bytes, 0 where there is none.
+std::size_t numeric_offset(std::string_view text, std::int32_t& offset_seconds) noexcept {
+  for (const std::size_t size : {6U, 5U, 3U}) {
+    if (text.size() <= size) continue;
+    std::string_view end = text.substr(text.size() - size);
+    if (end[0] != '+' && end[0] != '-') continue;
+    if (size == 6 && end[3] != ':') continue;
+    const std::int32_t hours = two_digits(end.substr(1));
+    const std::int32_t minutes = size == 3 ? 0 : two_digits(end.substr(size - 2));
+    if (hours > 18 || minutes > 59) continue;
+    const std::int32_t seconds = (hours * 60 + minutes) * 60;
+    offset_seconds = end[0] == '-' ? -seconds : seconds;
+    return size;
+  }
+  return 0;
+}
+
+// Cuts an offset from the end of a text whose time is its last part.
+bool cut_offset(std::string_view& text, std::int32_t& offset_seconds) noexcept {
+  std::size_t size = numeric_offset(text, offset_seconds);
+  if (size == 0) {
+    for (const std::string_view word : {"Z", "z", "UTC", "GMT"}) {
+      if (text.size() > word.size() && text.substr(text.size() - word.size()) == word) {
+        size = word.size();
+        offset_seconds = 0;
+      }
+    }
+  }
+  if (size == 0) return false;
+  const std::string_view before = trimmed(text.substr(0, text.size() - size));
+  if (before.empty() || !is_digit(before.back()) || before.find(':') == before.npos) return false;
+  text = before;
+  return true;
+}
+
+// A date without what joins it to its time: blanks, commas, "T" behind a digit, joining words.
+std::string_view without_joint(const DateLayout& layout, std::string_view text) noexcept {
+  for (;;) {
+    text = trimmed(text);
+    if (text.empty()) return text;
+    if (text.back() == ',') {
+      text.remove_suffix(1);
+      continue;
+    }
+    const bool is_t = (text.back() == 'T' || text.back() == 't') && text.size() > 1 &&
+                      is_digit(text[text.size() - 2]);
+    if (is_t) return text.substr(0, text.size() - 1);
+    char folded[40];
+    bool cut = false;
+    for (const std::string& word : layout.joining_words) {
+      // The word as it is written may take more bytes than its folded form.
+      for (std::size_t size = word.size(); size <= 2 * word.size() && size < text.size(); ++size) {
+        const std::string_view end = text.substr(text.size() - size);
+        const auto bytes = fold_text(end, folded, sizeof folded);
+        if (bytes && std::string_view(folded, *bytes) == word &&
+            !is_letter(text[text.size() - size - 1])) {
+          text.remove_suffix(size);
+          cut = true;
+          break;
+        }
+      }
+    }
+    if (!cut) return text;
+  }
+}
+
+std::string_view without_leading_joint(std::string_view text) noexcept {
+  text = trimmed(text);
+  while (!text.empty() && text.front() == ',') text = trimmed(text.substr(1));
+  return text;
+}
+
+bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcept {
+  const std::int64_t days = since_1970(day_from_civil(date.date));
+  clock.date = date;
+  clock.microseconds = days * seconds_per_day * microseconds_per_second + time;
+  return true;
+}
+
+// Reads `text` with its date before `at` and its time from there on, or the other way round. The
+// refusal that goes farthest is kept.
+bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
+             Clock& clock) noexcept {
+  const bool time_first = layout.dates->time_first;
+  if (!time_first || text.find(':') > at) {
+    const std::string_view front = without_joint(*layout.dates, text.substr(0, at));
+    const DateRead date = read_date_text(*layout.dates, front);
+    if (date.refusal == Refusal::none) {
+      if (const auto time = read_time_text(*layout.locale, trimmed(text.substr(at)))) {
+        return put_together(date, *time, clock);
+      }
+      clock.date.refusal = Refusal::no_such_time;
+      clock.date.place = at;
+    } else if (clock.date.refusal == Refusal::no_time) {
+      clock.date = date;
+    }
+    return false;
+  }
+  const DateRead date = read_date_text(*layout.dates, without_leading_joint(text.substr(at)));
+  if (date.refusal != Refusal::none) return false;
+  const auto time = read_time_text(*layout.locale, trimmed(text.substr(0, at)));
+  return time && put_together(date, *time, clock);
+}
+
+// Where the time of a text with a ":" begins, if it is not in front of the date: at its hour, or at
+// a word before it that says which half of the day it is.
+bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::size_t colon,
+                       Clock& clock) noexcept {
+  std::size_t at = colon;
+  while (at > 0 && is_digit(text[at - 1])) --at;
+  for (;;) {
+    if (at == 0) return false;
+    if (read_at(layout, text, at, clock)) return true;
+    if (is_digit(text[at - 1])) return false;
+    do {
+      --at;
+    } while (at > 0 && !is_digit(text[at - 1]) &&
+             (is_blank(text[at]) || text[at] == ',' || !is_blank(text[at - 1])));
+  }
+}
+
+// At every blank: the one place where both parts read. Two places with two values are refused.
+bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
+  constexpr int most_places = 16;
+  int places = 0;
+  bool found = false;
+  for (std::size_t at = 1; at < text.size() && places < most_places; ++at) {
+    if (!is_blank(text[at - 1]) || is_blank(text[at])) continue;
+    ++places;
+    Clock here;
+    here.date.refusal = clock.date.refusal;
+    if (!read_at(layout, text, at, here)) {
+      if (!found && here.date.refusal == Refusal::no_such_time) clock.date = here.date;
+      continue;
+    }
+    if (found && here.microseconds != clock.microseconds) {
+      clock.date.refusal = Refusal::two_places;
+      clock.date.place = at;
+      return false;
+    }
+    clock = here;
+    found = true;
+  }
+  return found;
+}
+
+Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
+  Clock clock;
+  std::int32_t offset_seconds = 0;
+  const bool has_offset = cut_offset(text, offset_seconds);
+  clock.date.refusal = Refusal::no_time;
+  const std::size_t colon = text.find(':');
+  const bool read = (colon != text.npos && !layout.dates->time_first &&
+                     read_before_colon(layout, text, colon, clock)) ||
+                    read_at_blanks(layout, text, clock) ||
+                    (layout.dates->time_first && colon != text.npos &&
+                     read_before_colon(layout, text, colon, clock));
+  clock.has_offset = has_offset;
+  clock.offset_seconds = offset_seconds;
+  if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;
+  return clock;
+}
+
+Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text) noexcept {
+  const Clock clock = read_clock(layout, text);
+  if (clock.date.refusal == Refusal::none) return clock;
+  char folded[longest_text];
+  const auto size = fold_digits(text, folded, sizeof folded);
+  if (!size) return clock;
+  const std::string_view plain = trimmed({folded, *size});
+  if (plain.empty()) {
+    Clock blank;
+    blank.date.refusal = Refusal::blank;
+    return blank;
+  }
+  return read_clock(layout, plain);
+}
+
+constexpr std::int64_t floored(std::int64_t value, std::int64_t divisor) noexcept {
+  return value / divisor - (value % divisor < 0 ? 1 : 0);
+}
+
+// The moment at which the zone's clocks show a time.
+Refusal to_utc(const jwnls_layout& layout, std::int64_t& microseconds) noexcept {
+  if (layout.zone == nullptr) return Refusal::no_offset;
+  const std::int64_t seconds = floored(microseconds, microseconds_per_second);
+  const std::int64_t fraction = microseconds - seconds * microseconds_per_second;
+  const Zone::Moments moments = layout.zone->moments_of(seconds);
+  if (moments.count == 0) return Refusal::gap;
+  if (moments.count == 2 && layout.options.overlap == overlap_refuse) return Refusal::overlap;
+  const bool second = moments.count == 2 && layout.options.overlap == overlap_second;
+  microseconds = (second ? moments.second : moments.first) * microseconds_per_second + fraction;
+  return Refusal::none;
+}
+
+}  // namespace
+
+MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text) noexcept {
+  const Clock clock = read_clock_in_any_digits(layout, text);
+  MomentRead read = {clock.date, clock.microseconds};
+  if (read.date.refusal != Refusal::none) return read;
+  const bool is_instant = layout.is(JWNLS_INSTANT);
+  if (clock.has_offset) {
+    if (!is_instant && layout.zone == nullptr) {
+      read.date.refusal = Refusal::offset;
+      read.date.place = text.size();
+      return read;
+    }
+    read.microseconds -= clock.offset_seconds * microseconds_per_second;
+    if (!is_instant) {
+      const std::int64_t moment = floored(read.microseconds, microseconds_per_second);
+      read.microseconds += layout.zone->offset_at(moment) * microseconds_per_second;
+    }
+  } else if (is_instant) {
+    read.date.refusal = to_utc(layout, read.microseconds);
+    read.date.place = text.size();
+  }
+  const std::int64_t days = floored(read.microseconds, seconds_per_day * microseconds_per_second);
+  if (read.date.refusal == Refusal::none && !calendar_day(days)) {
+    read.date.refusal = Refusal::range;
+  }
+  return read;
+}
+
+}  // namespace jwnls::library

@@ -1,0 +1,100 @@
+// Times of day.
+
+#include <cstring>
+
+#include "library/dates/date_characters.h"
+#include "library/dates/date_text.h"
+#include "library/dates/day_scale.h"
+#include "library/dates/moment_text.h"
+#include "library/dates/service_call.h"
+#include "library/texts/folding.h"
+
+namespace jwnls::library {
+namespace {
+
+constexpr std::uint32_t time_recognition = 0x4;
+
+// A fraction behind the seconds: "14:30:05.25", "14.30.05,25", also in front of a designator.
+struct Fraction {
+  std::size_t begin;  // of its mark
+  std::size_t end;    // equal: there is none
+  std::int64_t microseconds;
+};
+
+constexpr std::size_t end_of_digits(std::string_view text, std::size_t at) noexcept {
+  while (at < text.size() && is_digit(text[at])) ++at;
+  return at;
+}
+
+Fraction find_fraction(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (!is_digit(text[at])) continue;
+    const std::size_t hour = end_of_digits(text, at);
+    if (hour + 6 >= text.size() || (text[hour] != ':' && text[hour] != '.')) break;
+    const std::size_t minute = end_of_digits(text, hour + 1);
+    if (minute != hour + 3 || minute >= text.size() || text[minute] != text[hour]) break;
+    const std::size_t second = end_of_digits(text, minute + 1);
+    if (second != minute + 3 || second >= text.size()) break;
+    if (text[second] != ',' && (text[second] != '.' || text[hour] == '.')) break;
+    const std::size_t end = end_of_digits(text, second + 1);
+    std::int64_t microseconds = 0;
+    for (std::size_t i = 0; i < 6; ++i) {
+      const std::size_t digit = second + 1 + i;
+      microseconds = microseconds * 10 + (digit < end ? text[digit] - '0' : 0);
+    }
+    return end > second + 1 ? Fraction{second, end, microseconds} : Fraction{0, 0, 0};
+  }
+  return {0, 0, 0};
+}
+
+// "14:30" and "14:30:05", which every locale reads so.
+std::optional<std::int64_t> plain_time(std::string_view text) noexcept {
+  const auto two = [text](std::size_t at) {
+    return is_digit(text[at]) && is_digit(text[at + 1]) ? (text[at] - '0') * 10 + text[at + 1] - '0'
+                                                        : 99;
+  };
+  if ((text.size() != 5 && text.size() != 8) || text[2] != ':') return std::nullopt;
+  const int hour = two(0);
+  const int minute = two(3);
+  const int second = text.size() == 5 ? 0 : text[5] == ':' ? two(6) : 99;
+  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
+  return (hour * 60 + minute) * 60 + second;
+}
+
+std::optional<std::int64_t> seconds_of(const Locale& locale, std::string_view text) noexcept {
+  if (const auto plain = plain_time(text)) return plain;
+  const ServiceTable& services = locale.handle->services;
+  const auto value =
+      read_by_service(locale, services.read_time_8bit, services.read_time, time_recognition, text);
+  // The hour 24 would be the midnight of another day.
+  if (!value || *value >= seconds_per_day) return std::nullopt;
+  return static_cast<std::int64_t>(*value);
+}
+
+std::optional<std::int64_t> read_as_it_stands(const Locale& locale,
+                                              std::string_view text) noexcept {
+  const Fraction fraction = find_fraction(text);
+  char without[longest_text];
+  std::string_view whole = text;
+  if (fraction.end > fraction.begin) {
+    const std::size_t rest = text.size() - fraction.end;
+    std::memcpy(without, text.data(), fraction.begin);
+    if (rest > 0) std::memcpy(without + fraction.begin, text.data() + fraction.end, rest);
+    whole = {without, fraction.begin + rest};
+  }
+  const auto seconds = seconds_of(locale, whole);
+  if (!seconds) return std::nullopt;
+  return *seconds * microseconds_per_second + fraction.microseconds;
+}
+
+}  // namespace
+
+std::optional<std::int64_t> read_time_text(const Locale& locale, std::string_view text) noexcept {
+  if (const auto value = read_as_it_stands(locale, text)) return value;
+  // Digits and blanks that people write and the service does not know.
+  char folded[longest_text];
+  const auto size = fold_digits(text, folded, sizeof folded);
+  return size ? read_as_it_stands(locale, trimmed({folded, *size})) : std::nullopt;
+}
+
+}  // namespace jwnls::library

@@ -1,0 +1,105 @@
+#include "library/texts/folding.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+namespace {
+
+// A character's folded form; `count` may be 0.
+struct Folded {
+  char32_t characters[3];
+  std::size_t count;
+};
+
+Folded fold(char32_t c) noexcept {
+  if (c < 0x800 && folded_letters[c] != folds_to_several) {
+    return {{folded_letters[c]}, folded_letters[c] != 0 || c == 0 ? 1U : 0U};
+  }
+  const FoldedCharacter* const end = folded_characters + folded_character_count;
+  const FoldedCharacter* const found =
+      std::lower_bound(folded_characters, end, c, [](const FoldedCharacter& row, char32_t value) {
+        return row.character < value;
+      });
+  if (found == end || found->character != c) return {{c}, 1};
+  Folded result = {{found->folded[0], found->folded[1], found->folded[2]}, 0};
+  while (result.count < 3 && result.characters[result.count] != 0) ++result.count;
+  return result;
+}
+
+class Output {
+ public:
+  Output(char* out, std::size_t room, std::uint16_t* places) noexcept
+      : out_(out), room_(room), places_(places) {}
+
+  // False when the room is used up.
+  bool put(std::string_view bytes, std::size_t place) noexcept {
+    if (room_ - size_ < bytes.size()) return false;
+    for (const char byte : bytes) {
+      if (places_ != nullptr) places_[size_] = static_cast<std::uint16_t>(place);
+      out_[size_++] = byte;
+    }
+    return true;
+  }
+  bool put(char32_t c, std::size_t place) noexcept {
+    char bytes[4];
+    return put({bytes, encode_utf8(c, bytes)}, place);
+  }
+  std::size_t finish(std::size_t place) noexcept {
+    if (places_ != nullptr) places_[size_] = static_cast<std::uint16_t>(place);
+    return size_;
+  }
+
+ private:
+  char* out_;
+  std::size_t room_;
+  std::uint16_t* places_;
+  std::size_t size_ = 0;
+};
+
+}  // namespace
+
+std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size_t room,
+                                     std::uint16_t* places) noexcept {
+  Output output(out, room, places);
+  for (std::size_t at = 0; at < text.size();) {
+    const Utf8Character next = first_character(text.substr(at));
+    if (!next.valid) return std::nullopt;
+    const Folded folded = fold(next.value);
+    for (std::size_t i = 0; i < folded.count; ++i) {
+      if (!output.put(folded.characters[i], at)) return std::nullopt;
+    }
+    at += next.bytes;
+  }
+  return output.finish(text.size());
+}
+
+std::optional<std::size_t> fold_digits(std::string_view text, char* out,
+                                       std::size_t room) noexcept {
+  Output output(out, room, nullptr);
+  bool changed = false;
+  for (std::size_t at = 0; at < text.size();) {
+    const Utf8Character next = first_character(text.substr(at));
+    if (!next.valid) return std::nullopt;
+    const Folded folded = fold(next.value);
+    const bool accent = next.value >= 0x300 && next.value <= 0x36F;
+    const bool plain = folded.count == 0
+                           ? !accent
+                           : folded.count == 1 && (folded.characters[0] == ' ' ||
+                                                   (folded.characters[0] >= '0' &&
+                                                    folded.characters[0] <= '9'));
+    if (plain) {
+      changed = changed || folded.count == 0 || folded.characters[0] != next.value;
+      if (folded.count > 0 && !output.put(folded.characters[0], at)) return std::nullopt;
+    } else if (!output.put(text.substr(at, next.bytes), at)) {
+      return std::nullopt;
+    }
+    at += next.bytes;
+  }
+  if (!changed) return std::nullopt;
+  return output.finish(text.size());
+}
+
+}  // namespace jwnls::library

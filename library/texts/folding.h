@@ -1,0 +1,41 @@
+// The form in which names are compared: NİSAN, nisan and Nisan are one, so are MÄRZ and marz.
+
+#ifndef JWNLS_LIBRARY_TEXTS_FOLDING_H_
+#define JWNLS_LIBRARY_TEXTS_FOLDING_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace jwnls::library {
+
+/// A character and the up to three that it folds to; zeros behind them.
+struct FoldedCharacter {
+  char32_t character;
+  char32_t folded[3];
+};
+
+// Generated. What characters below U+0800 fold to: 0 for nothing, 0xFFFF for several, which stand
+// in the list; and the list of those that change and are not in the array, sorted.
+extern const std::uint16_t folded_letters[0x800];
+extern const FoldedCharacter folded_characters[];
+extern const std::size_t folded_character_count;
+inline constexpr std::uint16_t folds_to_several = 0xFFFF;
+
+/// Folds UTF-8 and gives the bytes written; nothing when the text is not valid or outgrows the
+/// room.
+///   places  gets for each byte written, and for the end, where its character stands in `text`;
+///           room + 1 of them; may be null
+[[nodiscard]] std::optional<std::size_t> fold_text(std::string_view text, char* out,
+                                                   std::size_t room,
+                                                   std::uint16_t* places = nullptr) noexcept;
+
+/// The same, but letters stay as they are: digits of any script, blanks and what is dropped alone
+/// are folded. Nothing, too, where that changes nothing.
+[[nodiscard]] std::optional<std::size_t> fold_digits(std::string_view text, char* out,
+                                                     std::size_t room) noexcept;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_TEXTS_FOLDING_H_
