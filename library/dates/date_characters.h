@@ -18,16 +18,17 @@ constexpr bool is_blank(char byte) noexcept {
 }
 
 /// The end of the run of letters at `at`: a mark between two letters is part of it ("a. m." is two
-/// runs, "segunda-feira" and "ม.ค" are one).
+/// runs, "segunda-feira" and "ม.ค" are one), and an apostrophe behind one.
 constexpr std::size_t end_of_run(std::string_view text, std::size_t at) noexcept {
   while (at < text.size()) {
     if (is_letter(text[at])) {
       ++at;
       continue;
     }
-    const bool inner = (text[at] == '.' || text[at] == '-' || text[at] == '\'') && at > 0 &&
-                       is_letter(text[at - 1]) && at + 1 < text.size() && is_letter(text[at + 1]);
-    if (!inner) break;
+    if (at == 0 || !is_letter(text[at - 1])) break;
+    const bool inner = (text[at] == '.' || text[at] == '-') && at + 1 < text.size() &&
+                       is_letter(text[at + 1]);
+    if (!inner && text[at] != '\'') break;
     ++at;
   }
   return at;

@@ -214,7 +214,7 @@ inline Numbers::Numbers(std::string_view text) noexcept {
 }
 
 // Words, marks and blanks of a piece. A dot stands directly behind what it ends; "-" and "/" stand
-// between numbers and names, parentheses around the last weekday.
+// between numbers and names, parentheses around a weekday or an ending.
 template <typename LookUp>
 bool DateGrammar<LookUp>::read_piece(std::size_t index, std::size_t at, std::size_t end) noexcept {
   const bool is_last = index == numbers_.count;
@@ -234,9 +234,12 @@ bool DateGrammar<LookUp>::read_piece(std::size_t index, std::size_t at, std::siz
     } else if (each == ',') {
       fits = before == '0' || before == 'a' || before == '.';
     } else if (each == '-' || each == '/') {
-      fits = index > 0 && !is_last && (before == '0' || before == 'a' || before == '.');
+      const bool between = index > 0 && !is_last;
+      const bool touches = before == '0' && at == begin_of(index) && index > 0 && at + 1 < end &&
+                           is_letter(text_[at + 1]);
+      fits = touches || (between && (before == '0' || before == 'a' || before == '.'));
     } else if (each == '(') {
-      fits = is_last && !is_open;
+      fits = before != '\0' && !is_open;
       is_open = true;
     } else if (each == ')') {
       fits = is_open && before == ')';

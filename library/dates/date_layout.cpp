@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "include/jwnls/jwnls.h"
+#include "library/dates/date_text.h"
 #include "library/dates/pattern_parts.h"
 #include "library/texts/failure.h"
 #include "library/texts/folding.h"
@@ -19,9 +20,14 @@ std::string utf8_of(std::u16string_view units) {
   return text;
 }
 
-std::string folded_marks(std::string_view text) {
+std::string folded_form(std::string_view text) {
   std::string folded(3 * text.size() + 8, '\0');
   folded.resize(fold_text(text, folded.data(), folded.size()).value_or(0));
+  return folded;
+}
+
+std::string folded_marks(std::string_view text) {
+  std::string folded = folded_form(text);
   const auto dropped = [](char each) { return each == ' ' || each == ','; };
   folded.erase(std::remove_if(folded.begin(), folded.end(), dropped), folded.end());
   return folded;
@@ -52,7 +58,7 @@ std::string order_of(const PatternParts& pattern) {
 // when they are names.
 bool month_is_number(const TextEntry (&months)[12], std::string& before, std::string& behind) {
   for (int month = 1; month <= 12; ++month) {
-    const std::string name = utf8_of(text_of(months[month - 1]));
+    const std::string name = folded_form(utf8_of(text_of(months[month - 1])));
     const std::string digits = std::to_string(month);
     const std::size_t begin = std::min(name.find_first_of("123456789"), name.size());
     if (name.compare(begin, digits.size(), digits) != 0) return false;
@@ -162,6 +168,7 @@ void set_joint(const LocaleRecord& record, DateLayout& layout) {
     }
     layout.is_composed = true;
     layout.joint = utf8_of(layout.joint_units);
+    layout.joint_mark = trimmed(layout.joint);
     return;
   }
 }

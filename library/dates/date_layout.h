@@ -43,6 +43,7 @@ struct DateLayout {
   bool is_composed = false;      // date and time are written apart, with `joint` between
   std::string joint;             // UTF-8
   std::u16string joint_units;    //
+  std::string joint_mark;        // without blanks
 };
 
 /// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not have, and bad_alloc.

@@ -5,6 +5,7 @@
 #include <bit>
 #include <iterator>
 
+#include "library/dates/date_characters.h"
 #include "library/dates/pattern_parts.h"
 #include "library/texts/folding.h"
 #include "library/texts/utf8.h"
@@ -30,7 +31,6 @@ class FoldedName {
   std::size_t size_ = 0;
 };
 
-bool is_digit(char byte) { return byte >= '0' && byte <= '9'; }
 bool continues_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
 void set_month(NameMeaning& meaning, int month) {
@@ -118,8 +118,62 @@ void DateNames::add_beginnings() {
   }
 }
 
+// Names with digits, and characters of the private use area in their place.
+void DateNames::add_numbered() {
+  const std::size_t known = entries_.size();
+  for (std::size_t i = 0; i < known; ++i) {
+    const std::string name(text_of_entry(entries_[i]));
+    if (std::none_of(name.begin(), name.end(), is_digit)) continue;
+    char bytes[4];
+    const char32_t character = 0xE000 + static_cast<char32_t>(numbered_.size());
+    const std::string stand_in(bytes, encode_utf8(character, bytes));
+    const NameMeaning meaning = entries_[i].meaning;
+    *meaning_of(stand_in) = meaning;
+    numbered_.push_back({name, stand_in});
+  }
+  std::sort(numbered_.begin(), numbered_.end(), [](const Numbered& a, const Numbered& b) {
+    return a.name.size() != b.name.size() ? a.name.size() > b.name.size() : a.name < b.name;
+  });
+}
+
+std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
+                                        std::uint16_t* places) const noexcept {
+  for (const Numbered& each : numbered_) {
+    const std::size_t name = each.name.size();
+    const std::size_t stand_in = each.stand_in.size();
+    std::size_t at = std::string_view(folded, size).find(each.name);
+    if (at == std::string_view::npos || name < stand_in) continue;
+    const bool inside = (at > 0 && is_letter(folded[at - 1])) ||
+                        (at + name < size && is_digit(folded[at + name]));
+    if (inside) continue;
+    std::memcpy(folded + at, each.stand_in.data(), stand_in);
+    at += stand_in;
+    const std::size_t cut = name - stand_in;
+    std::memmove(folded + at, folded + at + cut, size - at - cut);
+    if (places != nullptr) {
+      std::memmove(places + at, places + at + cut, (size - at - cut + 1) * sizeof *places);
+    }
+    size -= cut;
+  }
+  return size;
+}
+
+void DateNames::mark_longer() {
+  for (const Entry& longer : entries_) {
+    const std::string_view name = text_of_entry(longer);
+    if (std::all_of(name.begin(), name.end(), is_letter)) continue;
+    for (Entry& each : entries_) {
+      const std::string_view begin = text_of_entry(each);
+      const bool begins = begin.size() < name.size() && name.substr(0, begin.size()) == begin;
+      if (begins && !is_letter(name[begin.size()])) each.meaning.begins_longer = true;
+    }
+  }
+}
+
 void DateNames::finish() {
   add_beginnings();
+  add_numbered();
+  mark_longer();
   const auto first_byte = [this](const Entry& entry) {
     return static_cast<unsigned char>(texts_[entry.begin]);
   };

@@ -25,6 +25,7 @@ struct NameMeaning {
   bool word = false;         // may stand between the parts of a date
   bool two_months = false;   // the name of two months: says nothing
   bool false_friend = false;  // the name of another month in a related language
+  bool begins_longer = false;  // a longer name has another word behind it
 
   static constexpr std::uint8_t some_weekday = 8;
   [[nodiscard]] bool is_name() const noexcept { return month != 0 || weekday != 0 || two_months; }
@@ -43,6 +44,11 @@ class DateNames {
   void prefer_month(std::string_view name, int month);
   /// Adds the beginnings of three letters and more that only one month has, and makes the table.
   void finish();
+
+  /// Replaces every name that has digits in it ("M11", "Th 2") by a character of its own, so that
+  /// they do not count as numbers of the date. Gives the new size; `places` may be null.
+  std::size_t replace_numbered(char* folded, std::size_t size,
+                               std::uint16_t* places) const noexcept;
 
   /// The meaning of a folded text that is the whole name; null: none.
   [[nodiscard]] const NameMeaning* find(std::string_view name) const noexcept {
@@ -89,7 +95,15 @@ class DateNames {
   }
   NameMeaning* meaning_of(std::string_view name);
   void add_beginnings();
+  void add_numbered();
+  void mark_longer();
 
+  // A name with digits and the three bytes that stand for it.
+  struct Numbered {
+    std::string name, stand_in;
+  };
+
+  std::vector<Numbered> numbered_;  // the longest first
   std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are

@@ -22,7 +22,7 @@ bool begins_with_no_break_blank(std::string_view text) {
 // that are a name or a word as a whole; all others are for the full way.
 class QuickLookUp {
  public:
-  explicit QuickLookUp(const DateLayout& layout) noexcept : names_(layout.names) {}
+  explicit QuickLookUp(const DateLayout& layout) noexcept : layout_(layout) {}
 
   Word operator()(std::string_view rest) noexcept {
     constexpr Word no_break_blank = {2, "", &blank};
@@ -47,9 +47,10 @@ class QuickLookUp {
       }
     }
     const std::string_view folded(folded_, folded_size_);
-    const NameMeaning* const meaning = names_.find(folded);
+    const NameMeaning* const meaning = layout_.names.find(folded);
     // The full way knows names of several words, and beginnings of runs.
-    return meaning != nullptr || is_ordinal_form(folded) ? Word{at, folded, meaning} : Word{};
+    const bool is_whole = meaning != nullptr ? !meaning->begins_longer : is_ordinal(folded);
+    return is_whole ? Word{at, folded, meaning} : Word{};
   }
 
   [[nodiscard]] static bool knows(std::string_view gap) noexcept {
@@ -60,11 +61,14 @@ class QuickLookUp {
   }
 
  private:
-  static constexpr NameMeaning blank = {0, 0, true, false, false};
+  static constexpr NameMeaning blank = {.word = true};
 
-  // Ordinals are one or two letters; whether they are the layout's is asked later.
-  static bool is_ordinal_form(std::string_view folded) noexcept {
-    return folded.size() <= 2 && is_ascii(folded);
+  // Whether one may stand here is asked later.
+  [[nodiscard]] bool is_ordinal(std::string_view folded) const noexcept {
+    for (const std::string_view each : layout_.ordinals) {
+      if (!each.empty() && each == folded) return true;
+    }
+    return false;
   }
 
   // Folds a character of two or three bytes and gives its bytes; 0: the full way has to.
@@ -96,7 +100,7 @@ class QuickLookUp {
     return 3;
   }
 
-  const DateNames& names_;
+  const DateLayout& layout_;
   char folded_[64];
   std::size_t folded_size_ = 0;
 };
@@ -159,7 +163,8 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
     read.refusal = text.size() > folded_room / 3 ? Refusal::too_long : Refusal::not_utf8;
     return read;
   }
-  const std::string_view all(folded, *size);
+  const std::string_view all(folded, layout.names.replace_numbered(
+                                         folded, *size, with_place ? places : nullptr));
   const std::string_view inner = trimmed(all);
   DateRead read;
   if (inner.empty()) {

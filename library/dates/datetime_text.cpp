@@ -68,6 +68,12 @@ std::string_view without_joint(const DateLayout& layout, std::string_view text) 
       text.remove_suffix(1);
       continue;
     }
+    const std::string_view mark = layout.joint_mark;
+    if (!mark.empty() && text.size() > mark.size() &&
+        text.substr(text.size() - mark.size()) == mark) {
+      text.remove_suffix(mark.size());
+      continue;
+    }
     const bool is_t = (text.back() == 'T' || text.back() == 't') && text.size() > 1 &&
                       is_digit(text[text.size() - 2]);
     if (is_t) return text.substr(0, text.size() - 1);
