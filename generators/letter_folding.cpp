@@ -108,8 +108,8 @@ void fold(const Characters& characters, std::uint32_t c, Text& out) {
 
 // Blocks of forms that no name is written in.
 bool left_alone(std::uint32_t c) {
-  constexpr std::uint32_t blocks[][2] = {{0x2070, 0x214F}, {0x2150, 0x2BFF},   {0x3100, 0xA63F},
-                                         {0xAC00, 0xFAFF}, {0xFB13, 0xFEFE},   {0xFF5F, 0xFFFF},
+  constexpr std::uint32_t blocks[][2] = {{0x2070, 0x214F},   {0x2150, 0x2BFF},   {0x3100, 0xA63F},
+                                         {0xAC00, 0xFAFF},   {0xFB13, 0xFEFE},   {0xFF5F, 0xFFFF},
                                          {0x1D000, 0x1D7CD}, {0x1F000, 0x10FFFF}};
   for (const auto& block : blocks) {
     if (c >= block[0] && c <= block[1]) return true;

@@ -17,6 +17,11 @@ constexpr bool is_blank(char byte) noexcept {
   return byte == ' ' || static_cast<unsigned char>(byte - '\t') < 5;
 }
 
+/// U+00A0 in UTF-8.
+constexpr bool is_no_break_blank(std::string_view text) noexcept {
+  return text.size() >= 2 && text[0] == '\xC2' && text[1] == '\xA0';
+}
+
 /// The end of the run of letters at `at`: a mark between two letters is part of it ("a. m." is two
 /// runs, "segunda-feira" and "ม.ค" are one), and an apostrophe behind one.
 constexpr std::size_t end_of_run(std::string_view text, std::size_t at) noexcept {
@@ -26,8 +31,8 @@ constexpr std::size_t end_of_run(std::string_view text, std::size_t at) noexcept
       continue;
     }
     if (at == 0 || !is_letter(text[at - 1])) break;
-    const bool inner = (text[at] == '.' || text[at] == '-') && at + 1 < text.size() &&
-                       is_letter(text[at + 1]);
+    const bool inner =
+        (text[at] == '.' || text[at] == '-') && at + 1 < text.size() && is_letter(text[at + 1]);
     if (!inner && text[at] != '\'') break;
     ++at;
   }

@@ -17,6 +17,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_characters.h"
@@ -29,34 +30,41 @@ namespace jwnls::library {
 /// Why a text is no date of a layout.
 enum class Refusal : std::uint8_t {
   none,
-  undecided,      // the quick way cannot tell
-  too_long,       // more than 1,024 bytes
-  not_utf8,       //
-  blank,          // no value
-  no_date,        // nothing that looks like one
-  too_many,       // numbers left over
-  unknown_word,   // or a mark out of place
-  marks,          // between the numbers
-  digits,         // a number of three, five or more digits
-  no_month,       // two numbers and no month's name
-  two_names,      // two months, two weekdays, or in no order
-  two_months,     // a name that two months have
-  year_last,      // three numbers where the locale writes the year first
-  short_year,     // two digits are no year here
-  no_year,        // no number can be the year
-  no_such_date,   // no date of the calendar
-  years,          // outside the calendar: the year is told
-  weekday,        // another one: the right one is told
+  undecided,     // the quick way cannot tell
+  too_long,      // more than 1,024 bytes
+  not_utf8,      //
+  blank,         // no value
+  no_date,       // nothing that looks like one
+  too_many,      // numbers left over
+  unknown_word,  // or a mark out of place
+  marks,         // between the numbers
+  digits,        // a number of three, five or more digits
+  no_month,      // two numbers and no month's name
+  two_names,     // two months, two weekdays, or in no order
+  two_months,    // a name that two months have
+  year_last,     // three numbers where the locale writes the year first
+  short_year,    // two digits are no year here
+  no_year,       // no number can be the year
+  no_such_date,  // no date of the calendar
+  years,         // outside the calendar: the year is told
+  weekday,       // another one: the right one is told
   // Of datetimes and times.
-  no_time, no_such_time, offset, no_offset, gap, overlap, two_places, range,
+  no_time,
+  no_such_time,
+  offset,
+  no_offset,
+  gap,
+  overlap,
+  two_places,
+  range,
 };
 
 struct DateRead {
   CivilDate date = {};
   std::uint8_t facts = 0;
   Refusal refusal = Refusal::none;
-  std::int32_t told = 0;   // the year, or the weekday
-  std::size_t place = 0;   // what fits of the text that was taken apart
+  std::int32_t told = 0;  // the year, or the weekday
+  std::size_t place = 0;  // what fits of the text that was taken apart
 };
 
 /// A text's numbers and what stands around them.
@@ -145,7 +153,7 @@ class DateGrammar {
   bool take_word(std::size_t index, std::size_t& at, std::size_t end) noexcept;
   bool is_ordinal(std::size_t index, std::size_t at, std::string_view folded) const noexcept;
 
-  bool marks_fit(std::size_t& lead_end, std::size_t& tail_begin) const noexcept;
+  bool marks_fit(std::size_t& lead_end, std::size_t& tail_begin) noexcept;
   void read_eight_digits() noexcept;
   void read_numbers() noexcept;
   void read_with_name() noexcept;
@@ -166,6 +174,7 @@ class DateGrammar {
   LookUp& look_up_;
   const Numbers numbers_;
   FoundNames found_;
+  const OwnMarks* words_ = nullptr;  // marks that are words, which say what each number is
   std::int32_t month_ = 0;
   std::int32_t weekday_ = 0;
   std::size_t weekday_place_ = 0;
@@ -220,9 +229,19 @@ bool DateGrammar<LookUp>::read_piece(std::size_t index, std::size_t at, std::siz
   const bool is_last = index == numbers_.count;
   char before = index == 0 ? '\0' : '0';  // the last that was no blank: 'a' for a word
   bool is_open = false;
+  bool is_apart = false;  // a blank stands before
   for (; at < end; ++at) {
     const char each = text_[at];
-    if (is_blank(each)) continue;
+    if (is_blank(each)) {
+      is_apart = true;
+      continue;
+    }
+    if (is_no_break_blank(text_.substr(at))) {
+      is_apart = true;
+      ++at;
+      continue;
+    }
+    const bool was_apart = std::exchange(is_apart, false);
     if (is_letter(each) || each == '\'') {
       if (!take_word(index, at, end)) return false;
       before = before == '(' ? ')' : 'a';
@@ -230,7 +249,7 @@ bool DateGrammar<LookUp>::read_piece(std::size_t index, std::size_t at, std::siz
     }
     bool fits = false;
     if (each == '.') {
-      fits = (before == '0' || before == 'a') && (at == 0 || !is_blank(text_[at - 1]));
+      fits = (before == '0' || before == 'a') && !was_apart;
     } else if (each == ',') {
       fits = before == '0' || before == 'a' || before == '.';
     } else if (each == '-' || each == '/') {
@@ -282,11 +301,12 @@ bool DateGrammar<LookUp>::is_ordinal(std::size_t index, std::size_t at,
 
 // What stands between three numbers; of the locale's own marks those before and behind are cut.
 template <typename LookUp>
-bool DateGrammar<LookUp>::marks_fit(std::size_t& lead_end, std::size_t& tail_begin) const noexcept {
+bool DateGrammar<LookUp>::marks_fit(std::size_t& lead_end, std::size_t& tail_begin) noexcept {
   const char mark = only_mark(piece(1));
   if (mark != '\0' && mark == only_mark(piece(2))) return true;
   for (const OwnMarks& own : layout_.own_marks) {
     if (!same_marks(piece(1), own.first_gap) || !same_marks(piece(2), own.second_gap)) continue;
+    if (own.has_words) words_ = &own;
     const std::string_view lead = piece(0);
     if (!own.lead.empty() && same_marks(lead, own.lead)) lead_end = 0;
     std::size_t begin = tail_begin;
@@ -302,9 +322,9 @@ void DateGrammar<LookUp>::read_numbers() noexcept {
   std::size_t lead_end = end_of(0);
   std::size_t tail_begin = begin_of(3);
   if (!marks_fit(lead_end, tail_begin)) {
-    refuse(look_up_.knows(piece(1)) && look_up_.knows(piece(2)) ? Refusal::marks
-                                                                : Refusal::undecided,
-           begin_of(1));
+    refuse(
+        look_up_.knows(piece(1)) && look_up_.knows(piece(2)) ? Refusal::marks : Refusal::undecided,
+        begin_of(1));
     return;
   }
   CivilDate date;
@@ -377,11 +397,14 @@ bool DateGrammar<LookUp>::place_numbers(CivilDate& date) noexcept {
     return true;
   }
   if (third.digits() == 4) {
-    if (!layout_.ends_with_year) return refuse(Refusal::year_last, third.begin);
-    const bool month_first = layout_.order == order_mdy;
+    if (words_ == nullptr && layout_.order == order_ymd) {
+      return refuse(Refusal::year_last, third.begin);
+    }
+    const bool month_first = words_ != nullptr ? words_->month_first : layout_.order == order_mdy;
     const std::int32_t day = month_first ? second.value : first.value;
     const std::int32_t month = month_first ? first.value : second.value;
     date = {third.value, month, day};
+    if (words_ != nullptr) return true;
     if (day > 12) {
       read_.facts = JWNLS_DECIDES;
     } else if (day != month && month <= 12) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "include/jwnls/jwnls.h"
+#include "library/dates/date_characters.h"
 #include "library/dates/date_text.h"
 #include "library/dates/pattern_parts.h"
 #include "library/texts/failure.h"
@@ -93,7 +94,12 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   }
   if (gap != 3) return;
   for (std::string& each : marks) each = folded_marks(each);
-  layout.own_marks.push_back({marks[0], marks[1], marks[2], marks[3]});
+  const auto is_letter_of_it = [](char each) { return is_letter(each); };
+  const bool has_words = std::any_of(marks[1].begin(), marks[1].end(), is_letter_of_it) ||
+                         std::any_of(marks[2].begin(), marks[2].end(), is_letter_of_it);
+  const std::string order = order_of(pattern);
+  layout.own_marks.push_back(
+      {marks[0], marks[1], marks[2], marks[3], order.find('m') < order.find('d'), has_words});
 }
 
 void set_orders(const LocaleRecord& record, const Options& options, DateLayout& layout) {
@@ -102,12 +108,11 @@ void set_orders(const LocaleRecord& record, const Options& options, DateLayout& 
   const std::string order = order_of(short_pattern);
   Order chosen = static_cast<Order>(options.order);
   if (chosen == order_locale) {
-    chosen = order.front() == 'Y'               ? order_ymd
+    chosen = order.front() == 'Y'                ? order_ymd
              : order.find('m') < order.find('d') ? order_mdy
                                                  : order_dmy;
   }
   layout.order = chosen;
-  layout.ends_with_year = chosen != order_ymd;
   layout.short_years = options.years != years_four;
   layout.leading_short_years = options.years == years_two;
   layout.short_years_with_names =
@@ -118,20 +123,32 @@ struct Ordinals {
   std::string_view language;
   std::array<std::string_view, 4> endings;
 };
-constexpr Ordinals ordinals[] = {
-    {"en", {"st", "nd", "rd", "th"}}, {"fr", {"er", "e"}}, {"nl", {"e"}},      {"es", {"o", "a"}},
-    {"it", {"o", "a"}},               {"pt", {"o", "a"}},  {"ca", {"o", "a"}}, {"gl", {"o", "a"}}};
+constexpr Ordinals ordinals[] = {{"en", {"st", "nd", "rd", "th"}},
+                                 {"fr", {"er", "e"}},
+                                 {"nl", {"e"}},
+                                 {"es", {"o", "a"}},
+                                 {"it", {"o", "a"}},
+                                 {"pt", {"o", "a"}},
+                                 {"ca", {"o", "a"}},
+                                 {"gl", {"o", "a"}}};
 
 // Where other calendars are in daily use.
 struct OtherCalendar {
   std::string_view locale;  // or language
   const char* name;
 };
-constexpr OtherCalendar other_calendars[] = {
-    {"fa", "Persian"},     {"ps", "Persian"},     {"mzn", "Persian"}, {"lrc_IR", "Persian"},
-    {"ckb_IR", "Persian"}, {"ar_SA", "Islamic"},  {"th", "Buddhist"}, {"am", "Ethiopic"},
-    {"ti_ET", "Ethiopic"}, {"ja", "Japanese"},    {"zh_TW", "Republic of China"},
-    {"zh_Hant", "Republic of China"}};
+constexpr OtherCalendar other_calendars[] = {{"fa", "Persian"},
+                                             {"ps", "Persian"},
+                                             {"mzn", "Persian"},
+                                             {"lrc_IR", "Persian"},
+                                             {"ckb_IR", "Persian"},
+                                             {"ar_SA", "Islamic"},
+                                             {"th", "Buddhist"},
+                                             {"am", "Ethiopic"},
+                                             {"ti_ET", "Ethiopic"},
+                                             {"ja", "Japanese"},
+                                             {"zh_TW", "Republic of China"},
+                                             {"zh_Hant", "Republic of China"}};
 
 void set_habits(const std::string& locale, DateLayout& layout) {
   const std::string_view language = language_of(locale);

@@ -21,12 +21,13 @@ namespace jwnls::library {
 /// Folded, without blanks and commas.
 struct OwnMarks {
   std::string lead, first_gap, second_gap, tail;
+  bool month_first;  // of the two that are not the year
+  bool has_words;    // in the gaps: they say what each number is
 };
 
 struct DateLayout {
   DateNames names;
-  Order order = order_dmy;             // of three numbers, the year of four digits last; or the year first
-  bool ends_with_year = true;          // false: numbers with the year last are refused
+  Order order = order_dmy;             // of three numbers
   bool short_years = true;             // two digits may be a year
   bool leading_short_years = false;    // also in front, where the year is written there
   bool short_years_with_names = true;  // "15-Mar-24"
@@ -40,13 +41,14 @@ struct DateLayout {
   std::vector<std::string> joining_words;  // between date and time, folded: "um"
   bool time_first = false;                 // as Vietnamese has it
   std::uint16_t date_style = 1;            // the style of the date service
-  bool is_composed = false;      // date and time are written apart, with `joint` between
-  std::string joint;             // UTF-8
-  std::u16string joint_units;    //
-  std::string joint_mark;        // without blanks
+  bool is_composed = false;                // date and time are written apart, with `joint` between
+  std::string joint;                       // UTF-8
+  std::u16string joint_units;              //
+  std::string joint_mark;                  // without blanks
 };
 
-/// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not have, and bad_alloc.
+/// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not
+/// have, and bad_alloc.
 std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kind,
                                                    const Options& options);
 

@@ -21,9 +21,7 @@ class FoldedName {
     while (size_ > 0 && (bytes_[size_ - 1] == '.' || bytes_[size_ - 1] == ' ')) --size_;
     while (begin_ < size_ && bytes_[begin_] == ' ') ++begin_;
   }
-  [[nodiscard]] std::string_view text() const {
-    return {bytes_.data() + begin_, size_ - begin_};
-  }
+  [[nodiscard]] std::string_view text() const { return {bytes_.data() + begin_, size_ - begin_}; }
 
  private:
   std::array<char, DateNames::longest> bytes_;
@@ -143,8 +141,8 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
     const std::size_t stand_in = each.stand_in.size();
     std::size_t at = std::string_view(folded, size).find(each.name);
     if (at == std::string_view::npos || name < stand_in) continue;
-    const bool inside = (at > 0 && is_letter(folded[at - 1])) ||
-                        (at + name < size && is_digit(folded[at + name]));
+    const bool inside =
+        (at > 0 && is_letter(folded[at - 1])) || (at + name < size && is_digit(folded[at + name]));
     if (inside) continue;
     std::memcpy(folded + at, each.stand_in.data(), stand_in);
     at += stand_in;
@@ -201,9 +199,8 @@ const NameMeaning* DateNames::longest_at(std::string_view text, std::size_t& siz
     if (text.substr(0, name.size()) != name) continue;
     // Not inside a word; scripts whose characters take three bytes write words without blanks.
     const char next = name.size() < text.size() ? text[name.size()] : ' ';
-    const bool inside = (next >= 'a' && next <= 'z') ||
-                        (static_cast<unsigned char>(next) >= 0xC0 &&
-                         static_cast<unsigned char>(next) < 0xE0);
+    const bool inside = (next >= 'a' && next <= 'z') || (static_cast<unsigned char>(next) >= 0xC0 &&
+                                                         static_cast<unsigned char>(next) < 0xE0);
     if (inside) continue;
     size = name.size();
     return &entries_[i].meaning;

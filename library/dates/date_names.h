@@ -20,10 +20,10 @@ namespace jwnls::library {
 
 /// What a name stands for.
 struct NameMeaning {
-  std::uint8_t month = 0;    // 1 to 12; 0: none
-  std::uint8_t weekday = 0;  // 1 (Sunday) to 7; 0: none; `some_weekday`: of two, not to be checked
-  bool word = false;         // may stand between the parts of a date
-  bool two_months = false;   // the name of two months: says nothing
+  std::uint8_t month = 0;     // 1 to 12; 0: none
+  std::uint8_t weekday = 0;   // 1 (Sunday) to 7; 0: none; `some_weekday`: of two, not to be checked
+  bool word = false;          // may stand between the parts of a date
+  bool two_months = false;    // the name of two months: says nothing
   bool false_friend = false;  // the name of another month in a related language
   bool begins_longer = false;  // a longer name has another word behind it
 
@@ -49,6 +49,7 @@ class DateNames {
   /// they do not count as numbers of the date. Gives the new size; `places` may be null.
   std::size_t replace_numbered(char* folded, std::size_t size,
                                std::uint16_t* places) const noexcept;
+  [[nodiscard]] bool has_numbered() const noexcept { return !numbered_.empty(); }
 
   /// The meaning of a folded text that is the whole name; null: none.
   [[nodiscard]] const NameMeaning* find(std::string_view name) const noexcept {
@@ -104,7 +105,7 @@ class DateNames {
   };
 
   std::vector<Numbered> numbered_;  // the longest first
-  std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
+  std::vector<Entry> entries_;      // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are
   std::size_t mask_ = 0;

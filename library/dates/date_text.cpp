@@ -14,10 +14,6 @@ constexpr bool is_ascii(std::string_view text) noexcept {
   return true;
 }
 
-bool begins_with_no_break_blank(std::string_view text) {
-  return text.size() >= 2 && text[0] == '\xC2' && text[1] == '\xA0';
-}
-
 // Looks up a run of letters of a text as it is written, folding it on the way. It tells of runs
 // that are a name or a word as a whole; all others are for the full way.
 class QuickLookUp {
@@ -25,8 +21,6 @@ class QuickLookUp {
   explicit QuickLookUp(const DateLayout& layout) noexcept : layout_(layout) {}
 
   Word operator()(std::string_view rest) noexcept {
-    constexpr Word no_break_blank = {2, "", &blank};
-    if (begins_with_no_break_blank(rest)) return no_break_blank;
     folded_size_ = 0;
     std::size_t at = 0;
     while (at < rest.size() && folded_size_ + 4 <= sizeof folded_) {
@@ -35,7 +29,7 @@ class QuickLookUp {
         folded_[folded_size_++] = static_cast<char>(each | 0x20);
         ++at;
       } else if (is_letter(each)) {
-        if (begins_with_no_break_blank(rest.substr(at))) break;
+        if (is_no_break_blank(rest.substr(at))) break;
         const std::size_t bytes = fold_letter(rest.substr(at));
         if (bytes == 0) return {};
         at += bytes;
@@ -61,8 +55,6 @@ class QuickLookUp {
   }
 
  private:
-  static constexpr NameMeaning blank = {.word = true};
-
   // Whether one may stand here is asked later.
   [[nodiscard]] bool is_ordinal(std::string_view folded) const noexcept {
     for (const std::string_view each : layout_.ordinals) {
@@ -129,7 +121,7 @@ std::string_view trimmed(std::string_view text) noexcept {
   for (;;) {
     if (!text.empty() && is_blank(text.front())) {
       text.remove_prefix(1);
-    } else if (begins_with_no_break_blank(text)) {
+    } else if (is_no_break_blank(text)) {
       text.remove_prefix(2);
     } else {
       break;
@@ -138,7 +130,7 @@ std::string_view trimmed(std::string_view text) noexcept {
   for (;;) {
     if (!text.empty() && is_blank(text.back())) {
       text.remove_suffix(1);
-    } else if (text.size() >= 2 && begins_with_no_break_blank(text.substr(text.size() - 2))) {
+    } else if (text.size() >= 2 && is_no_break_blank(text.substr(text.size() - 2))) {
       text.remove_suffix(2);
     } else {
       return text;
@@ -149,8 +141,11 @@ std::string_view trimmed(std::string_view text) noexcept {
 DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
   QuickLookUp look_up(layout);
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
-  // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way.
-  if (read.refusal != Refusal::none && !is_ascii(text)) read.refusal = Refusal::undecided;
+  // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way, nor are
+  // names with digits.
+  if (read.refusal != Refusal::none && (!is_ascii(text) || layout.names.has_numbered())) {
+    read.refusal = Refusal::undecided;
+  }
   return read;
 }
 
@@ -163,8 +158,8 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
     read.refusal = text.size() > folded_room / 3 ? Refusal::too_long : Refusal::not_utf8;
     return read;
   }
-  const std::string_view all(folded, layout.names.replace_numbered(
-                                         folded, *size, with_place ? places : nullptr));
+  const std::string_view all(
+      folded, layout.names.replace_numbered(folded, *size, with_place ? places : nullptr));
   const std::string_view inner = trimmed(all);
   DateRead read;
   if (inner.empty()) {

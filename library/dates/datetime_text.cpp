@@ -125,6 +125,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
       clock.date.place = at;
     } else if (clock.date.refusal == Refusal::no_time) {
       clock.date = date;
+      if (date.refusal == Refusal::blank) clock.date.refusal = Refusal::no_date;
     }
     return false;
   }

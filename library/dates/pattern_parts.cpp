@@ -30,8 +30,7 @@ PatternParts::PatternParts(std::string_view pattern) {
 
 std::vector<std::string> words_of(std::string_view literal) {
   char folded[600];
-  const std::string_view text(folded,
-                              fold_text(literal, folded, sizeof folded).value_or(0));
+  const std::string_view text(folded, fold_text(literal, folded, sizeof folded).value_or(0));
   std::vector<std::string> words;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = end_of_run(text, at);

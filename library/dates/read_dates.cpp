@@ -82,38 +82,35 @@ bool by_services(const jwnls_layout* layout) {
 
 int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* days,
               std::uint8_t* facts) noexcept {
-  return read_checked(
-      layout, bit(JWNLS_DATE) | bit(JWNLS_PERIOD), text, days, facts,
-      [=](std::string_view inner) -> int {
-        if (by_services(layout)) return read_loosely(layout, inner, days);
-        const DateRead read = jwnls::library::read_date_text(*layout->dates, inner);
-        if (read.refusal != Refusal::none) return code_of(read.refusal);
-        *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
-        if (facts != nullptr) *facts = read.facts;
-        return JWNLS_OK;
-      });
+  return read_checked(layout, bit(JWNLS_DATE) | bit(JWNLS_PERIOD), text, days, facts,
+                      [=](std::string_view inner) -> int {
+                        if (by_services(layout)) return read_loosely(layout, inner, days);
+                        const DateRead read = jwnls::library::read_date_text(*layout->dates, inner);
+                        if (read.refusal != Refusal::none) return code_of(read.refusal);
+                        *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
+                        if (facts != nullptr) *facts = read.facts;
+                        return JWNLS_OK;
+                      });
 }
 
 int read_datetime(const jwnls_layout* layout, std::string_view text, std::int64_t* microseconds,
                   std::uint8_t* facts) noexcept {
-  return read_checked(
-      layout, bit(JWNLS_DATETIME) | bit(JWNLS_INSTANT), text, microseconds, facts,
-      [=](std::string_view inner) -> int {
-        if (by_services(layout)) return read_loosely(layout, inner, microseconds);
-        const MomentRead read = jwnls::library::read_moment_text(*layout, inner);
-        if (read.date.refusal != Refusal::none) return code_of(read.date.refusal);
-        *microseconds = read.microseconds;
-        if (facts != nullptr) *facts = read.date.facts;
-        return JWNLS_OK;
-      });
+  return read_checked(layout, bit(JWNLS_DATETIME) | bit(JWNLS_INSTANT), text, microseconds, facts,
+                      [=](std::string_view inner) -> int {
+                        if (by_services(layout)) return read_loosely(layout, inner, microseconds);
+                        const MomentRead read = jwnls::library::read_moment_text(*layout, inner);
+                        if (read.date.refusal != Refusal::none) return code_of(read.date.refusal);
+                        *microseconds = read.microseconds;
+                        if (facts != nullptr) *facts = read.date.facts;
+                        return JWNLS_OK;
+                      });
 }
 
 int read_time(const jwnls_layout* layout, std::string_view text, std::int64_t* microseconds,
               std::uint8_t* facts) noexcept {
   return read_checked(layout, bit(JWNLS_TIME), text, microseconds, facts,
                       [=](std::string_view inner) -> int {
-                        const auto time =
-                            jwnls::library::read_time_text(*layout->locale, inner);
+                        const auto time = jwnls::library::read_time_text(*layout->locale, inner);
                         if (!time) return is_blank_text(inner) ? JWNLS_MISSING : JWNLS_UNREAD;
                         *microseconds = *time;
                         return JWNLS_OK;

@@ -44,11 +44,9 @@ int write(const jwnls_layout* layout, Call call, Unit* out, std::size_t room,
           std::size_t* length) noexcept {
   if constexpr (sizeof(Unit) == 1) {
     if (layout->locale->beyond_bmp) [[unlikely]] {
-      return deliver_converted(
-          [&call](char16_t* to, std::int64_t capacity, std::int64_t* size) {
-            return call(to, capacity, size);
-          },
-          out, room, length);
+      return deliver_converted([&call](char16_t* to, std::int64_t capacity,
+                                       std::int64_t* size) { return call(to, capacity, size); },
+                               out, room, length);
     }
   }
   return deliver<Unit>(call, out, room, length);
@@ -132,8 +130,7 @@ int write_datetime(const jwnls_layout* layout, std::int64_t microseconds, Unit* 
   const Floor days = floor_divide(seconds, seconds_per_day);
   const auto day = jwnls::library::calendar_day(days.quotient);
   if (!day) return JWNLS_RANGE;
-  const double value =
-      static_cast<double>(std::int64_t{*day} * seconds_per_day + days.remainder);
+  const double value = static_cast<double>(std::int64_t{*day} * seconds_per_day + days.remainder);
   LocaleHandle* const handle = layout->locale->handle;
   if (layout->dates->is_composed) {
     return write(

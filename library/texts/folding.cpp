@@ -19,10 +19,9 @@ Folded fold(char32_t c) noexcept {
     return {{folded_letters[c]}, folded_letters[c] != 0 || c == 0 ? 1U : 0U};
   }
   const FoldedCharacter* const end = folded_characters + folded_character_count;
-  const FoldedCharacter* const found =
-      std::lower_bound(folded_characters, end, c, [](const FoldedCharacter& row, char32_t value) {
-        return row.character < value;
-      });
+  const FoldedCharacter* const found = std::lower_bound(
+      folded_characters, end, c,
+      [](const FoldedCharacter& row, char32_t value) { return row.character < value; });
   if (found == end || found->character != c) return {{c}, 1};
   Folded result = {{found->folded[0], found->folded[1], found->folded[2]}, 0};
   while (result.count < 3 && result.characters[result.count] != 0) ++result.count;
@@ -85,11 +84,11 @@ std::optional<std::size_t> fold_digits(std::string_view text, char* out,
     if (!next.valid) return std::nullopt;
     const Folded folded = fold(next.value);
     const bool accent = next.value >= 0x300 && next.value <= 0x36F;
-    const bool plain = folded.count == 0
-                           ? !accent
-                           : folded.count == 1 && (folded.characters[0] == ' ' ||
-                                                   (folded.characters[0] >= '0' &&
-                                                    folded.characters[0] <= '9'));
+    const bool plain =
+        folded.count == 0
+            ? !accent
+            : folded.count == 1 && (folded.characters[0] == ' ' ||
+                                    (folded.characters[0] >= '0' && folded.characters[0] <= '9'));
     if (plain) {
       changed = changed || folded.count == 0 || folded.characters[0] != next.value;
       if (folded.count > 0 && !output.put(folded.characters[0], at)) return std::nullopt;

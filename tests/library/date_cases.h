@@ -1,0 +1,123 @@
+// The rows of tests/cases/dates.tsv, and values as they stand there.
+
+#ifndef JWNLS_TESTS_LIBRARY_DATE_CASES_H_
+#define JWNLS_TESTS_LIBRARY_DATE_CASES_H_
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "include/jwnls/jwnls.h"
+#include "tests/support/encoded.h"
+
+namespace jwnls::test {
+
+struct DateCase {
+  std::string locale, kind, options, direction, input, answer, facts, needs;
+};
+
+// "\u00A0" as the character.
+inline std::string unescaped(const std::string& text) {
+  std::string out;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text.compare(at, 2, "\\u") != 0) {
+      out += text[at];
+      continue;
+    }
+    out += encoded(
+        std::u16string(1, static_cast<char16_t>(std::stoul(text.substr(at + 2, 4), nullptr, 16))));
+    at += 5;
+  }
+  return out;
+}
+
+inline std::vector<DateCase> date_cases() {
+  std::vector<DateCase> cases;
+  std::ifstream file(JWNLS_CASES_DIR "/dates.tsv");
+  for (std::string line; std::getline(file, line);) {
+    if (line.front() == '#') continue;
+    std::array<std::string, 8> fields;
+    std::size_t field = 0;
+    for (const char each : line) {
+      if (each == '\t') {
+        ++field;
+      } else {
+        fields.at(field) += each;
+      }
+    }
+    for (std::string& each : fields) each = unescaped(each);
+    cases.push_back(
+        {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6], fields[7]});
+  }
+  return cases;
+}
+
+struct Close {
+  void operator()(jwnls_layout* layout) const { jwnls_close(layout); }
+};
+using Layout = std::unique_ptr<jwnls_layout, Close>;
+
+inline Layout open_layout(const std::string& locale, int kind, const std::string& options) {
+  jwnls_layout* layout = nullptr;
+  jwnls_error error;
+  jwnls_open(locale.c_str(), kind, options.c_str(), &layout, &error);
+  EXPECT_NE(layout, nullptr) << error.text;
+  return Layout(layout);
+}
+
+inline constexpr std::int64_t day_microseconds = 86'400'000'000;
+
+inline std::string iso_day(std::int64_t days) {
+  const std::chrono::year_month_day date{
+      std::chrono::sys_days{std::chrono::days{static_cast<std::int32_t>(days)}}};
+  std::array<char, 40> text;
+  (void)std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", int{date.year()},
+                      unsigned{date.month()}, unsigned{date.day()});
+  return text.data();
+}
+
+inline std::string iso_time(std::int64_t microseconds) {
+  std::array<char, 60> text;
+  const long long seconds = microseconds / 1'000'000;
+  const long long fraction = microseconds % 1'000'000;
+  const int size = std::snprintf(text.data(), text.size(), "%02lld:%02lld:%02lld", seconds / 3600,
+                                 seconds / 60 % 60, seconds % 60);
+  if (fraction != 0) {
+    (void)std::snprintf(text.data() + size, text.size() - static_cast<std::size_t>(size), ".%06lld",
+                        fraction);
+  }
+  return text.data();
+}
+
+inline std::string iso_moment(std::int64_t microseconds) {
+  const std::int64_t of_day =
+      (microseconds % day_microseconds + day_microseconds) % day_microseconds;
+  return iso_day((microseconds - of_day) / day_microseconds) + "T" + iso_time(of_day);
+}
+
+inline std::int64_t days_of_iso(const std::string& text) {
+  const std::size_t year = text.find('-');
+  const std::chrono::year_month_day date{
+      std::chrono::year{std::stoi(text.substr(0, year))},
+      std::chrono::month{static_cast<unsigned>(std::stoi(text.substr(year + 1, 2)))},
+      std::chrono::day{static_cast<unsigned>(std::stoi(text.substr(year + 4, 2)))}};
+  return std::chrono::sys_days{date}.time_since_epoch().count();
+}
+
+inline std::int64_t microseconds_of_iso(const std::string& text) {
+  const auto number = [&](std::size_t at, std::size_t size) {
+    return std::int64_t{std::stoi(text.substr(at, size))};
+  };
+  const std::int64_t seconds = (number(0, 2) * 60 + number(3, 2)) * 60 + number(6, 2);
+  return seconds * 1'000'000 + (text.size() > 9 && text[8] == '.' ? number(9, 6) : 0);
+}
+
+}  // namespace jwnls::test
+
+#endif  // JWNLS_TESTS_LIBRARY_DATE_CASES_H_

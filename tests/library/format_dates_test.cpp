@@ -1,0 +1,149 @@
+// Writing dates, times, datetimes and instants; and reading back what was written.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "include/jwnls/jwnls.h"
+#include "library/texts/utf8.h"
+#include "tests/library/date_cases.h"
+
+namespace jwnls::test {
+namespace {
+
+struct Written {
+  int code;
+  std::string text;
+};
+
+// Calls a writer with every room from none to enough; no unit behind the room is touched.
+template <typename Unit, typename Call>
+std::basic_string<Unit> write(Call call, int& code) {
+  std::size_t length = 99;
+  code = call(static_cast<Unit*>(nullptr), 0, &length);
+  if (code != JWNLS_ROOM) {
+    EXPECT_EQ(length, 0U);
+    return {};
+  }
+  const std::size_t needed = length;
+  std::vector<Unit> room(needed + 1);
+  for (std::size_t size = 1; size <= needed; ++size) {
+    room[size] = Unit{'#'};
+    code = call(room.data(), size, &length);
+    EXPECT_EQ(code, size == needed ? JWNLS_OK : JWNLS_ROOM);
+    EXPECT_EQ(length, needed);
+    EXPECT_EQ(room[size], Unit{'#'});
+  }
+  return {room.data(), needed};
+}
+
+// A case's value, by the calls of its kind, in both encodings.
+Written write(const jwnls_layout* layout, const std::string& value) {
+  const auto both = [&](auto narrow, auto wide, auto number) {
+    Written written;
+    written.text =
+        write<char>([&](auto... room) { return narrow(layout, number, room...); }, written.code);
+    int code = 0;
+    const std::u16string units =
+        write<char16_t>([&](auto... room) { return wide(layout, number, room...); }, code);
+    EXPECT_EQ(code, written.code);
+    std::string bytes(3 * units.size(), '\0');
+    bytes.resize(library::to_utf8(units, bytes.data(), bytes.size()));
+    EXPECT_EQ(bytes, written.text);
+    return written;
+  };
+  switch (jwnls_layout_kind(layout)) {
+    case JWNLS_DATE:
+      return both(jwnls_write_date, jwnls_write_date_utf16,
+                  static_cast<std::int32_t>(days_of_iso(value)));
+    case JWNLS_TIME:
+      return both(jwnls_write_time, jwnls_write_time_utf16, microseconds_of_iso(value));
+    default: {
+      const std::size_t time = value.find('T');
+      // 29 February of 4000 is the day before 1 March to std::chrono as well.
+      return both(
+          jwnls_write_datetime, jwnls_write_datetime_utf16,
+          days_of_iso(value) * day_microseconds + microseconds_of_iso(value.substr(time + 1)));
+    }
+  }
+}
+
+TEST(FormatDates, AnswerTheTable) {
+  int written_rows = 0;
+  for (const DateCase& row : date_cases()) {
+    if (row.direction != "write" || !row.needs.empty()) continue;
+    SCOPED_TRACE(row.locale + " " + row.kind + " " + row.options + ": " + row.input);
+    ++written_rows;
+    const Layout layout =
+        open_layout(row.locale, jwnls_kind_of_name(row.kind.c_str()), row.options);
+    const Written written = write(layout.get(), row.input);
+    EXPECT_EQ(written.code == JWNLS_RANGE ? "range" : written.text, row.answer);
+  }
+  EXPECT_GT(written_rows, 15);
+}
+
+TEST(FormatDates, RefuseWhatHasNoText) {
+  const Layout date = open_layout("de_DE", JWNLS_DATE, "");
+  const Layout time = open_layout("de_DE", JWNLS_TIME, "");
+  const Layout instant = open_layout("de_DE", JWNLS_INSTANT, "zone=Europe/Berlin");
+  std::array<char, 60> text;
+  std::size_t length = 1;
+  for (const std::int32_t days : {INT32_MIN, -141'715, 2'932'897, INT32_MAX}) {
+    EXPECT_EQ(jwnls_write_date(date.get(), days, text.data(), text.size(), &length), JWNLS_RANGE);
+  }
+  for (const std::int64_t value : {INT64_MIN, std::int64_t{-1}, day_microseconds, INT64_MAX}) {
+    EXPECT_EQ(jwnls_write_time(time.get(), value, text.data(), text.size(), &length), JWNLS_RANGE);
+  }
+  for (const std::int64_t value : {INT64_MIN, INT64_MAX}) {
+    EXPECT_EQ(jwnls_write_datetime(instant.get(), value, text.data(), text.size(), &length),
+              JWNLS_RANGE);
+  }
+  EXPECT_EQ(jwnls_write_date(time.get(), 0, text.data(), text.size(), &length), JWNLS_KIND);
+  EXPECT_EQ(jwnls_write_time(date.get(), 0, text.data(), text.size(), &length), JWNLS_KIND);
+  EXPECT_EQ(jwnls_write_datetime(date.get(), 0, text.data(), text.size(), &length), JWNLS_KIND);
+  EXPECT_EQ(length, 0U);
+  jwnls_layout* full = nullptr;
+  jwnls_error error;
+  EXPECT_EQ(jwnls_open("de_DE", JWNLS_DATE, "style=full", &full, &error), JWNLS_UNKNOWN);
+  EXPECT_STREQ(error.text, "option 'style=full': the data of de_DE has no full dates");
+}
+
+// What a layout writes it reads, to the same value; other layouts of the locale do not matter.
+TEST(FormatDates, AreReadBack) {
+  for (const char* locale :
+       {"af",    "am",      "ar_EG", "bg_BG", "bn",         "bo",    "bs",    "ca",    "cgg",
+        "cs_CZ", "cy",      "de_AT", "dz",    "el_GR",      "en_GB", "en_US", "es_ES", "eu",
+        "fa_IR", "ff_Adlm", "fi_FI", "fr_FR", "gd",         "he_IL", "hi_IN", "hr_HR", "hu_HU",
+        "hy",    "ja_JP",   "ka",    "kkj",   "ko_KR",      "ky",    "lt_LT", "luo",   "lv_LV",
+        "mr",    "mt",      "my",    "nl_NL", "nmg",        "nnh",   "pl_PL", "pt_BR", "rm",
+        "ru_RU", "sr_Latn", "sv_SE", "ta",    "th_TH",      "tr_TR", "uk_UA", "ur",    "uz",
+        "vi_VN", "wo",      "yo",    "zh_CN", "zh_Hant_TW", "zu"}) {
+    for (const char* style : {"style=short", "style=medium", "style=long"}) {
+      const Layout date = open_layout(locale, JWNLS_DATE, style);
+      const Layout datetime = open_layout(locale, JWNLS_DATETIME, style);
+      for (std::int32_t day = 19723; day < 19723 + 366; day += 1) {
+        std::array<char, 600> text;
+        std::size_t length = 0;
+        std::int32_t days = 0;
+        ASSERT_EQ(jwnls_write_date(date.get(), day, text.data(), text.size(), &length), JWNLS_OK);
+        ASSERT_EQ(jwnls_read_date(date.get(), text.data(), length, &days, nullptr), JWNLS_OK)
+            << locale << " " << style << " " << std::string(text.data(), length);
+        ASSERT_EQ(days, day) << locale << " " << std::string(text.data(), length);
+        if (day % 5 != 0) continue;
+        const std::int64_t moment =
+            day * day_microseconds + day % 1440 * 61'000'000LL % day_microseconds;
+        std::int64_t read = 0;
+        ASSERT_EQ(jwnls_write_datetime(datetime.get(), moment, text.data(), text.size(), &length),
+                  JWNLS_OK);
+        ASSERT_EQ(jwnls_read_datetime(datetime.get(), text.data(), length, &read, nullptr),
+                  JWNLS_OK)
+            << locale << " " << style << " " << std::string(text.data(), length);
+        ASSERT_EQ(read, moment) << locale << " " << std::string(text.data(), length);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::test

@@ -1,0 +1,219 @@
+// Reading dates, times, datetimes, instants and periods; and what is said of those not read.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "include/jwnls/jwnls.h"
+#include "library/dates/date_text.h"
+#include "library/dates/reading.h"
+#include "library/layouts/layout.h"
+#include "library/texts/utf8.h"
+#include "tests/library/date_cases.h"
+
+namespace jwnls::test {
+namespace {
+
+using library::Refusal;
+
+std::string code_word(int code) {
+  return code == JWNLS_MISSING ? "missing" : code == JWNLS_RANGE ? "range" : "refuse";
+}
+
+std::string fact_words(unsigned facts) {
+  std::string words;
+  constexpr const char* names[] = {"two_ways", "decides", "buddhist"};
+  for (unsigned bit = 0; bit < 3; ++bit) {
+    if ((facts >> bit & 1U) == 0) continue;
+    if (!words.empty()) words.append(" ");
+    words.append(names[bit]);
+  }
+  return words;
+}
+
+// Calls the reader of the layout's kind in one of the encodings.
+template <typename Unit>
+std::string read(const jwnls_layout* layout, std::basic_string_view<Unit> text,
+                 std::uint8_t& facts) {
+  constexpr bool wide = sizeof(Unit) == 2;
+  const auto call = [&](auto narrow_call, auto wide_call, auto& value) {
+    if constexpr (wide) {
+      return wide_call(layout, text.data(), text.size(), &value, &facts);
+    } else {
+      return narrow_call(layout, text.data(), text.size(), &value, &facts);
+    }
+  };
+  std::int32_t days = -1;
+  std::int64_t microseconds = -1;
+  switch (const int kind = jwnls_layout_kind(layout); kind) {
+    case JWNLS_DATE:
+    case JWNLS_PERIOD: {
+      const int code = call(jwnls_read_date, jwnls_read_date_utf16, days);
+      EXPECT_TRUE(code == JWNLS_OK || (days == 0 && facts == 0));
+      return code == JWNLS_OK ? iso_day(days) : code_word(code);
+    }
+    case JWNLS_TIME: {
+      const int code = call(jwnls_read_time, jwnls_read_time_utf16, microseconds);
+      return code == JWNLS_OK ? iso_time(microseconds) : code_word(code);
+    }
+    default: {
+      const int code = call(jwnls_read_datetime, jwnls_read_datetime_utf16, microseconds);
+      if (code != JWNLS_OK) return code_word(code);
+      return iso_moment(microseconds) + (kind == JWNLS_INSTANT ? "Z" : "");
+    }
+  }
+}
+
+TEST(ReadDates, AnswerTheTable) {
+  int read_rows = 0;
+  for (const DateCase& row : date_cases()) {
+    if (row.direction != "read" || !row.needs.empty()) continue;
+    SCOPED_TRACE(row.locale + " " + row.kind + " " + row.options + ": " + row.input);
+    ++read_rows;
+    const Layout layout =
+        open_layout(row.locale, jwnls_kind_of_name(row.kind.c_str()), row.options);
+    std::uint8_t facts = 0xFF;
+    EXPECT_EQ(read<char>(layout.get(), row.input, facts), row.answer);
+    EXPECT_EQ(fact_words(facts), row.facts);
+    std::u16string units(row.input.size(), u'\0');
+    units.resize(library::to_utf16(row.input, units.data(), units.size()).value());
+    EXPECT_EQ(read<char16_t>(layout.get(), units, facts), row.answer);
+    // The explanation has the same code.
+    jwnls_error error;
+    const int code = library::explain_date(*layout, row.input, &error);
+    const bool is_value =
+        row.answer != "refuse" && row.answer != "range" && row.answer != "missing";
+    EXPECT_EQ(code, error.code);
+    EXPECT_EQ(code == JWNLS_OK, is_value) << error.text;
+    EXPECT_LE(error.at, row.input.size());
+    EXPECT_TRUE(code == JWNLS_OK || error.text[0] != '\0');
+  }
+  EXPECT_GT(read_rows, 150);
+}
+
+// locale, kind, options, text, how many bytes fit, the message up to what the locale writes
+struct ExplainCase {
+  const char* locale;
+  int kind;
+  const char* options;
+  const char* text;
+  std::size_t at;
+  const char* message;
+};
+constexpr ExplainCase explanations[] = {
+    {"en_US", JWNLS_DATE, "", "Mon, 15 Mar 2024", 0, "date 'Mon, 15 Mar 2024': is a Friday"},
+    {"de_DE", JWNLS_DATE, "", " 30.02.2024", 11, "date '30.02.2024': no such date in the calendar"},
+    {"de_DE", JWNLS_DATE, "", "15. Mrz 2024", 4,
+     "date '15. Mrz 2024': '15. ' fits, 'Mrz 2024' does not"},
+    {"de_DE", JWNLS_DATE, "", "15. M\u00E4rz 2024 x", 15,
+     "date '15. M\u00E4rz 2024 x': '15. M\u00E4rz 2024 ' fits, 'x' does not"},
+    {"de_DE", JWNLS_DATE, "", "15.03-2024", 2,
+     "date '15.03-2024': the marks between the numbers are not those of a date"},
+    {"de_DE", JWNLS_DATE, "", "15.\xFF", 0, "date '15.\\xFF': not valid UTF-8"},
+    {"de_DE", JWNLS_DATE, "", "ides", 0, "date 'ides': nothing in it is a date"},
+    {"sv_SE", JWNLS_DATE, "", "15/3/2024", 5,
+     "date '15/3/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
+    {"th_TH", JWNLS_DATE, "", "5/3/67", 4,
+     "date '5/3/67': a year of two digits may be one of the Buddhist calendar"},
+    {"fa_IR", JWNLS_DATE, "", "1402/12/25", 10,
+     "date '1402/12/25': the year 1402 is outside the calendar; is it one of the Persian calendar? "
+     "only the Gregorian is read"},
+    {"fr_FR", JWNLS_DATE, "", "15 jui 2024", 3,
+     "date '15 jui 2024': '15 ' fits, 'jui 2024' does not"},
+    {"de_DE", JWNLS_DATETIME, "", "2024-03-15T14:30Z", 17,
+     "datetime '2024-03-15T14:30Z': has an offset: say zone=... or read it as an instant"},
+    {"de_DE", JWNLS_INSTANT, "", "2024-03-15 14:30", 16,
+     "instant '2024-03-15 14:30': has no offset: say zone=..."},
+    {"de_DE", JWNLS_INSTANT, "zone=Europe/Berlin", "2024-03-31 02:30", 16,
+     "instant '2024-03-31 02:30': the clocks of the zone skip this time"},
+    {"de_DE", JWNLS_TIME, "", "25:00", 0, "time '25:00': not read in de_DE"},
+    {"de_DE", JWNLS_DATE, "", "  ", 0, "a blank text: no value"},
+};
+
+TEST(ExplainDate, SaysWhyAndWhere) {
+  for (const ExplainCase& row : explanations) {
+    const Layout layout = open_layout(row.locale, row.kind, row.options);
+    jwnls_error error;
+    EXPECT_NE(library::explain_date(*layout, row.text, &error), JWNLS_OK) << row.text;
+    const std::string message = error.text;
+    EXPECT_EQ(message.substr(0, message.find("; it writes")), row.message);
+    EXPECT_EQ(error.at, row.at) << row.text;
+  }
+}
+
+// Texts that once took a minute take no time at all, and longer ones are not looked at.
+TEST(ReadDates, TakeLittleTimeForAnyText) {
+  const Layout layouts[] = {open_layout("de_DE", JWNLS_DATE, ""),
+                            open_layout("vi_VN", JWNLS_DATETIME, ""),
+                            open_layout("cgg", JWNLS_INSTANT, "zone=Europe/Berlin")};
+  for (const Layout& layout : layouts) {
+    for (const char* part :
+         {"29 ", "29.2", ":", "M\u00E4rz ", " ", "okwaikumi na ", ", ", "\xFF"}) {
+      for (const std::size_t size : {1000U, 1'000'000U}) {
+        std::string text;
+        while (text.size() < size) text += part;
+        const auto start = std::chrono::steady_clock::now();
+        std::uint8_t facts = 0;
+        (void)read<char>(layout.get(), text, facts);
+        jwnls_error error;
+        EXPECT_NE(library::explain_date(*layout, text, &error), JWNLS_OK);
+        const auto took = std::chrono::steady_clock::now() - start;
+        EXPECT_LT(took, std::chrono::milliseconds(20)) << part << size;
+      }
+    }
+  }
+}
+
+// Pieces of dates in any order: where the quick way decides, the full way says the same.
+TEST(ReadDates, ReadTheSameQuicklyAndFully) {
+  int decided = 0;
+  std::mt19937 random(20240315);
+  const auto below = [&random](std::size_t bound) { return random() % bound; };
+  for (const char* locale : {"de_DE", "en_US", "es_ES", "ja_JP", "hu_HU", "cgg", "th_TH", "he_IL",
+                             "vi_VN", "ar_EG", "pt_PT", "tr_TR", "bg_BG", "eu_ES"}) {
+    const Layout layout = open_layout(locale, JWNLS_DATE, "");
+    std::vector<std::string> pieces = {" ",    " ",      ".",      ". ",    "/",  "-",      ",",
+                                       ", ",   "(",      ")",      "1",     "3",  "15",     "24",
+                                       "2024", "2567",   "07",     "st",    "de", "\u00A0", "'",
+                                       "x",    "\u0663", "\u5E74", "\u6708"};
+    for (const int item : {JWNLS_MONTH, JWNLS_SHORT_MONTH, JWNLS_WEEKDAY, JWNLS_SHORT_WEEKDAY}) {
+      for (std::size_t i = 0; i < 7; ++i) {
+        std::array<char, 400> text;
+        std::size_t length = 0;
+        ASSERT_EQ(jwnls_convention(layout.get(), item, i, text.data(), text.size(), &length), 0);
+        pieces.emplace_back(text.data(), length);
+      }
+    }
+    for (int round = 0; round < 60'000; ++round) {
+      std::string text;
+      // Mostly numbers with something between them.
+      for (std::size_t i = below(4) + 2; i > 0; --i) {
+        text += pieces[below(pieces.size())];
+        if (below(3) > 0) text += pieces[10 + below(7)];
+        if (below(3) > 0) text += pieces[below(8)];
+      }
+      const std::string_view inner = library::trimmed(text);
+      if (inner.empty()) continue;
+      const library::DateRead quick = library::quick_date(*layout->dates, inner);
+      if (quick.refusal == Refusal::undecided) continue;
+      const library::DateRead full = library::full_date(*layout->dates, inner);
+      ++decided;
+      ASSERT_EQ(quick.refusal == Refusal::none, full.refusal == Refusal::none)
+          << locale << " '" << text << "' " << int(quick.refusal) << " " << int(full.refusal);
+      ASSERT_EQ(code_of(quick.refusal), code_of(full.refusal)) << locale << " '" << text << "'";
+      if (quick.refusal != Refusal::none) continue;
+      ASSERT_TRUE(quick.date.year == full.date.year && quick.date.month == full.date.month &&
+                  quick.date.day == full.date.day && quick.facts == full.facts)
+          << locale << " '" << text << "'";
+    }
+  }
+  EXPECT_GT(decided, 100'000);
+}
+
+}  // namespace
+}  // namespace jwnls::test
