@@ -138,6 +138,12 @@ std::string_view trimmed(std::string_view text) noexcept {
   }
 }
 
+bool is_blank_text(std::string_view text) noexcept {
+  char folded[longest_text];
+  const auto size = fold_text(text, folded, sizeof folded);
+  return size && trimmed({folded, *size}).empty();
+}
+
 DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
   QuickLookUp look_up(layout);
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();

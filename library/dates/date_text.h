@@ -17,6 +17,9 @@ inline constexpr std::size_t folded_room = 600;    // more than any date has
 /// Without the blanks around it; ASCII blanks and U+00A0.
 [[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
 
+/// Blank in ways that trimming does not see: other blanks and marks of direction.
+[[nodiscard]] bool is_blank_text(std::string_view text) noexcept;
+
 /// Reads a whole text, trimmed, of at most 1,024 bytes: quickly when it can be told so, else by
 /// full_date().
 [[nodiscard]] DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept;

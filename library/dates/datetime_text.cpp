@@ -154,7 +154,7 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
 
 // At every blank: the one place where both parts read. Two places with two values are refused.
 bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
-  constexpr int most_places = 16;
+  constexpr int most_places = 12;
   int places = 0;
   bool found = false;
   for (std::size_t at = 1; at < text.size() && places < most_places; ++at) {
@@ -229,6 +229,12 @@ Refusal to_utc(const jwnls_layout& layout, std::int64_t& microseconds) noexcept 
 }  // namespace
 
 MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text) noexcept {
+  constexpr std::size_t longest_moment = 300;  // more than any has; every blank may cost a try
+  if (text.size() > longest_moment) {
+    MomentRead read;
+    read.date.refusal = is_blank_text(text) ? Refusal::blank : Refusal::too_long;
+    return read;
+  }
   const Clock clock = read_clock_in_any_digits(layout, text);
   MomentRead read = {clock.date, clock.microseconds};
   if (read.date.refusal != Refusal::none) return read;

@@ -126,10 +126,30 @@ void tell_sample(const jwnls_layout& layout, Message& message) {
   }
 }
 
-// What reading gives, with a place.
-DateRead diagnosis(const jwnls_layout& layout, std::string_view text) {
-  if (layout.is(JWNLS_DATE)) return full_date(*layout.dates, text, true);
-  return read_moment_text(layout, text).date;
+bool by_services(const jwnls_layout& layout) {
+  return layout.dates == nullptr || layout.options.loose != 0 || layout.options.pattern != 0;
+}
+
+// What reading gives, with a place where the library reads by itself.
+struct Diagnosis {
+  int code;
+  DateRead read;
+};
+
+Diagnosis diagnosis(const jwnls_layout& layout, std::string_view text, std::string_view inner) {
+  if (is_missing_text(layout, inner)) return {JWNLS_MISSING, {}};
+  if (by_services(layout)) {
+    std::int32_t days = 0;
+    std::int64_t microseconds = 0;
+    const bool is_day = layout.is(JWNLS_DATE) || layout.is(JWNLS_PERIOD);
+    const auto read = layout.is(JWNLS_TIME) ? jwnls_read_time : jwnls_read_datetime;
+    return {is_day ? jwnls_read_date(&layout, text.data(), text.size(), &days, nullptr)
+                   : read(&layout, text.data(), text.size(), &microseconds, nullptr),
+            {}};
+  }
+  const DateRead read = layout.is(JWNLS_DATE) ? full_date(*layout.dates, inner, true)
+                                              : read_moment_text(layout, inner).date;
+  return {code_of(read.refusal), read};
 }
 
 }  // namespace
@@ -140,28 +160,20 @@ int explain_date(const jwnls_layout& layout, std::string_view text, jwnls_error*
     message.quoted(text) << ": more than " << std::int64_t{longest_text} << " bytes";
     return JWNLS_UNREAD;
   }
-  std::int32_t days = 0;
-  std::int64_t microseconds = 0;
-  const bool is_day = layout.is(JWNLS_DATE) || layout.is(JWNLS_PERIOD);
-  const int code =
-      is_day ? jwnls_read_date(&layout, text.data(), text.size(), &days, nullptr)
-      : layout.is(JWNLS_TIME)
-          ? jwnls_read_time(&layout, text.data(), text.size(), &microseconds, nullptr)
-          : jwnls_read_datetime(&layout, text.data(), text.size(), &microseconds, nullptr);
+  const std::string_view inner = trimmed(text);
+  const auto [code, read] = diagnosis(layout, text, inner);
   Message message(error, code);
   if (code == JWNLS_OK) return code;
   if (code == JWNLS_MISSING) {
     message << "a blank text: no value";
     return code;
   }
-  const std::string_view inner = trimmed(text);
   const auto begin = static_cast<std::size_t>(inner.data() - text.data());
   message << jwnls_kind_name(layout.kind) << " ";
   message.quoted(inner) << ": ";
-  if (layout.dates == nullptr || layout.options.loose != 0 || layout.options.pattern != 0) {
+  if (by_services(layout)) {
     message << "not read in " << layout.locale->name;
   } else {
-    const DateRead read = diagnosis(layout, inner);
     message.at(begin + std::min(read.place, inner.size()));
     if (const char* reason = fixed_reason(read.refusal)) {
       message << reason;

@@ -10,7 +10,6 @@
 #include "library/dates/moment_text.h"
 #include "library/dates/reading.h"
 #include "library/layouts/layout.h"
-#include "library/texts/folding.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
@@ -42,18 +41,12 @@ namespace {
 
 using jwnls::library::code_of;
 using jwnls::library::DateRead;
+using jwnls::library::is_blank_text;
 using jwnls::library::MomentRead;
 using jwnls::library::Refusal;
 using jwnls::library::trimmed;
 
 constexpr unsigned bit(int kind) { return 1U << static_cast<unsigned>(kind); }
-
-// Blank in ways that the quick look does not see.
-bool is_blank_text(std::string_view text) noexcept {
-  char folded[jwnls::library::folded_room];
-  const auto size = jwnls::library::fold_text(text, folded, sizeof folded);
-  return size && trimmed({folded, *size}).empty();
-}
 
 // Checks what every reading call checks, and reads the trimmed text: read(text, value, facts).
 template <typename Value, typename Read>
