@@ -3,6 +3,7 @@
 #include "bench/date_reading.h"
 #include "bench/handles.h"
 #include "bench/library_numbers.h"
+#include "bench/library_dates.h"
 #include "bench/number_formatting.h"
 #include "bench/number_reading.h"
 
@@ -15,5 +16,6 @@ int main(int argc, char** argv) {
   enter_number_reading();
   enter_library_numbers();
   enter_handle_creation();
+  enter_library_dates();
   return run_contests(argc, argv);
 }

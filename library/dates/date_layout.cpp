@@ -27,11 +27,11 @@ std::string folded_form(std::string_view text) {
   return folded;
 }
 
-std::string folded_marks(std::string_view text) {
-  std::string folded = folded_form(text);
+// Nor commas.
+std::string without_blanks(std::string text) {
   const auto dropped = [](char each) { return each == ' ' || each == ','; };
-  folded.erase(std::remove_if(folded.begin(), folded.end(), dropped), folded.end());
-  return folded;
+  text.erase(std::remove_if(text.begin(), text.end(), dropped), text.end());
+  return text;
 }
 
 std::string_view language_of(const std::string& locale) {
@@ -93,13 +93,19 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
     marks[++gap] += behind;
   }
   if (gap != 3) return;
-  for (std::string& each : marks) each = folded_marks(each);
+  std::string written[4];  // as they stand in most texts, for the quick way
+  for (std::size_t i = 0; i < 4; ++i) {
+    written[i] = without_blanks(marks[i]);
+    marks[i] = without_blanks(folded_form(marks[i]));
+  }
   const auto is_letter_of_it = [](char each) { return is_letter(each); };
   const bool has_words = std::any_of(marks[1].begin(), marks[1].end(), is_letter_of_it) ||
                          std::any_of(marks[2].begin(), marks[2].end(), is_letter_of_it);
   const std::string order = order_of(pattern);
-  layout.own_marks.push_back(
-      {marks[0], marks[1], marks[2], marks[3], order.find('m') < order.find('d'), has_words});
+  const bool month_first = order.find('m') < order.find('d');
+  for (const auto& each : {written, marks}) {
+    layout.own_marks.push_back({each[0], each[1], each[2], each[3], month_first, has_words});
+  }
 }
 
 void set_orders(const LocaleRecord& record, const Options& options, DateLayout& layout) {
@@ -165,6 +171,8 @@ void set_habits(const std::string& locale, DateLayout& layout) {
 // What stands between date and time in the datetime pattern, which is a date pattern and the
 // pattern of times in either order.
 void set_joint(const LocaleRecord& record, DateLayout& layout) {
+  layout.day_halves[0] = utf8_of(text_of(record.before_noon));
+  layout.day_halves[1] = utf8_of(text_of(record.after_noon));
   const std::u16string_view pattern = text_of(record.datetime_pattern);
   const std::u16string_view time = text_of(record.time_pattern);
   const std::size_t at = pattern.find(time);

@@ -45,6 +45,7 @@ struct DateLayout {
   std::string joint;                       // UTF-8
   std::u16string joint_units;              //
   std::string joint_mark;                  // without blanks
+  std::string day_halves[2];               // "AM" and "PM", which may stand before the hour
 };
 
 /// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not

@@ -53,7 +53,10 @@ class DateNames {
 
   /// The meaning of a folded text that is the whole name; null: none.
   [[nodiscard]] const NameMeaning* find(std::string_view name) const noexcept {
-    const std::uint64_t key = key_of(name);
+    return find(key_of(name), name);
+  }
+  /// The same, with the name's first eight bytes, zeros behind its end.
+  [[nodiscard]] const NameMeaning* find(std::uint64_t key, std::string_view name) const noexcept {
     for (std::size_t slot = slot_of(key, name.size());; slot = (slot + 1) & mask_) {
       const std::uint16_t number = slots_[slot];
       if (number == 0) return nullptr;
@@ -63,6 +66,12 @@ class DateNames {
         return &entry.meaning;
       }
     }
+  }
+
+  static std::uint64_t key_of(std::string_view name) noexcept {
+    std::uint64_t key = 0;
+    std::memcpy(&key, name.data(), name.size() < 8 ? name.size() : 8);
+    return key;
   }
 
   /// The longest name that a folded text begins with; its bytes go to `size`. Null: none.
@@ -77,17 +86,6 @@ class DateNames {
     NameMeaning meaning;
   };
 
-  static std::uint64_t key_of(std::string_view name) noexcept {
-    std::uint64_t key = 0;
-    if (name.size() >= 8) {
-      std::memcpy(&key, name.data(), 8);
-    } else {
-      for (std::size_t i = 0; i < name.size(); ++i) {
-        key |= std::uint64_t{static_cast<unsigned char>(name[i])} << (8 * i);
-      }
-    }
-    return key;
-  }
   [[nodiscard]] std::size_t slot_of(std::uint64_t key, std::size_t size) const noexcept {
     return static_cast<std::size_t>(((key + size) * 0x9E3779B97F4A7C15U) >> 40) & mask_;
   }

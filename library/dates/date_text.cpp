@@ -22,6 +22,7 @@ class QuickLookUp {
 
   Word operator()(std::string_view rest) noexcept {
     folded_size_ = 0;
+    std::memset(folded_, 0, 8);
     std::size_t at = 0;
     while (at < rest.size() && folded_size_ + 4 <= sizeof folded_) {
       const char each = rest[at];
@@ -41,7 +42,9 @@ class QuickLookUp {
       }
     }
     const std::string_view folded(folded_, folded_size_);
-    const NameMeaning* const meaning = layout_.names.find(folded);
+    std::uint64_t key;
+    std::memcpy(&key, folded_, 8);
+    const NameMeaning* const meaning = layout_.names.find(key, folded);
     // The full way knows names of several words, and beginnings of runs.
     const bool is_whole = meaning != nullptr ? !meaning->begins_longer : is_ordinal(folded);
     return is_whole ? Word{at, folded, meaning} : Word{};
@@ -115,6 +118,40 @@ class FullLookUp {
   const DateNames& names_;
 };
 
+// The commonest of all: "4.9.2018", "04/09/2018", in the layout's order. False for everything else,
+// and for what is no date.
+bool read_plain_numbers(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
+  if (text.size() < 8 || text.size() > 10 || layout.order == order_ymd || layout.buddhist) {
+    return false;
+  }
+  std::size_t at = 0;
+  const auto one_or_two = [&] {
+    std::int32_t value = text[at++] - '0';
+    if (is_digit(text[at])) value = value * 10 + (text[at++] - '0');
+    return value;
+  };
+  if (!is_digit(text[0])) return false;
+  const std::int32_t first = one_or_two();
+  const char mark = text[at++];
+  if ((mark != '.' && mark != '/' && mark != '-') || !is_digit(text[at])) return false;
+  const std::int32_t second = one_or_two();
+  if (text[at++] != mark || text.size() - at != 4) return false;
+  std::int32_t year = 0;
+  for (; at < text.size(); ++at) {
+    if (!is_digit(text[at])) return false;
+    year = year * 10 + (text[at] - '0');
+  }
+  const std::int32_t day = layout.order == order_mdy ? second : first;
+  const std::int32_t month = layout.order == order_mdy ? first : second;
+  if (year < first_year || month < 1 || month > 12 || day < 1 ||
+      (day > 28 && day > days_in_month(year, month))) {
+    return false;
+  }
+  read.date = {year, month, day};
+  read.facts = day > 12 ? JWNLS_DECIDES : day != month ? JWNLS_TWO_WAYS : 0;
+  return true;
+}
+
 }  // namespace
 
 std::string_view trimmed(std::string_view text) noexcept {
@@ -145,6 +182,8 @@ bool is_blank_text(std::string_view text) noexcept {
 }
 
 DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
+  DateRead plain;
+  if (read_plain_numbers(layout, text, plain)) return plain;
   QuickLookUp look_up(layout);
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
   // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way, nor are

@@ -27,8 +27,8 @@ inline constexpr std::size_t folded_room = 600;    // more than any date has
 /// The two ways of it. Where the quick one does not say `undecided`, both say the same.
 [[nodiscard]] DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept;
 /// The place is one of `text` where `with_place` is true, else it means nothing.
-[[nodiscard]] DateRead full_date(const DateLayout& layout, std::string_view text,
-                                 bool with_place = false) noexcept;
+[[nodiscard, gnu::noinline]] DateRead full_date(const DateLayout& layout, std::string_view text,
+                                                bool with_place = false) noexcept;
 
 }  // namespace jwnls::library
 

@@ -141,6 +141,13 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
                        Clock& clock) noexcept {
   std::size_t at = colon;
   while (at > 0 && is_digit(text[at - 1])) --at;
+  const std::string_view front = trimmed(text.substr(0, at));
+  for (const std::string& half : layout.dates->day_halves) {
+    if (!half.empty() && front.size() > half.size() &&
+        front.substr(front.size() - half.size()) == half) {
+      at = static_cast<std::size_t>(front.data() - text.data()) + front.size() - half.size();
+    }
+  }
   for (;;) {
     if (at == 0) return false;
     if (read_at(layout, text, at, clock)) return true;
@@ -177,13 +184,26 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& cl
   return found;
 }
 
+// At the joint that the locale writes, the commonest place.
+bool read_at_joint(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
+  const DateLayout& dates = *layout.dates;
+  if (dates.joint_mark.empty() || dates.time_first) return false;
+  const std::size_t at = text.rfind(dates.joint);
+  if (at == text.npos) return false;
+  const DateRead date = quick_date(dates, text.substr(0, at));
+  if (date.refusal != Refusal::none) return false;
+  const auto time = read_time_text(*layout.locale, text.substr(at + dates.joint.size()));
+  return time && put_together(date, *time, clock);
+}
+
 Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   Clock clock;
   std::int32_t offset_seconds = 0;
   const bool has_offset = cut_offset(text, offset_seconds);
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');
-  const bool read = (colon != text.npos && !layout.dates->time_first &&
+  const bool read = read_at_joint(layout, text, clock) ||
+                    (colon != text.npos && !layout.dates->time_first &&
                      read_before_colon(layout, text, colon, clock)) ||
                     read_at_blanks(layout, text, clock) ||
                     (layout.dates->time_first && colon != text.npos &&

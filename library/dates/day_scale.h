@@ -30,8 +30,14 @@ constexpr std::int32_t since_1970(std::int32_t day) noexcept {
 
 /// The calendar's day; nothing for days that it does not have, or years of five digits.
 constexpr std::optional<std::int32_t> calendar_day(std::int64_t days_since_1970) noexcept {
+  constexpr std::int64_t least = first_day - days_1960_to_1970;
+  constexpr std::uint64_t plain = behind_absent_day[0] - first_day;
+  // Nearly every day is before the first absent one.
+  if (static_cast<std::uint64_t>(days_since_1970) - static_cast<std::uint64_t>(least) < plain) {
+    return static_cast<std::int32_t>(days_since_1970 + days_1960_to_1970);
+  }
+  if (days_since_1970 < least || days_since_1970 > end_of_written_days) return std::nullopt;
   std::int64_t day = days_since_1970 + days_1960_to_1970;
-  if (day < first_day) return std::nullopt;
   for (const std::int32_t behind : behind_absent_day) {
     if (day < behind) break;
     if (day == behind) return std::nullopt;

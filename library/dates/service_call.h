@@ -51,29 +51,39 @@ inline std::optional<double> read_by_service(const Locale& locale, ReadDate<char
 /// them a name of 60 at most.
 inline constexpr std::size_t most_units = 1800;
 
-/// Writes by a service: call(out, capacity, &length) gives its status.
+/// What deliver() does where the caller's room is none or too little: it tells the length.
 template <typename Unit, typename Call>
-int deliver(Call call, Unit* out, std::size_t room, std::size_t* length) noexcept {
-  std::int64_t written = 0;
-  constexpr std::size_t most_room = 1U << 30U;
-  if (room > 0) {
-    const Status status{call(out, static_cast<std::int64_t>(std::min(room, most_room)), &written)};
-    if (status == Status::ok) {
-      *length = static_cast<std::size_t>(written);
-      return JWNLS_OK;
-    }
-    if (status != Status::does_not_fit) return JWNLS_RANGE;
-  }
+[[gnu::noinline, gnu::cold]] int measure(Call call, Unit* out, std::size_t room,
+                                         std::size_t* length) noexcept {
   Unit units[sizeof(Unit) == 1 ? 3 * most_units : most_units];
+  std::int64_t written = 0;
   const Status status{call(units, static_cast<std::int64_t>(std::size(units)), &written)};
   if (status != Status::ok) return JWNLS_RANGE;
   return give_text(std::basic_string_view<Unit>(units, static_cast<std::size_t>(written)), out,
                    room, length);
 }
 
+/// Writes by a service: call(out, capacity, &length) gives its status.
+template <typename Unit, typename Call>
+[[gnu::always_inline]] inline int deliver(const Call& call, Unit* out, std::size_t room,
+                                          std::size_t* length) noexcept {
+  std::int64_t written = 0;
+  constexpr std::size_t most_room = 1U << 30U;
+  if (room > 0) [[likely]] {
+    const Status status{call(out, static_cast<std::int64_t>(std::min(room, most_room)), &written)};
+    if (status == Status::ok) [[likely]] {
+      *length = static_cast<std::size_t>(written);
+      return JWNLS_OK;
+    }
+    if (status != Status::does_not_fit) return JWNLS_RANGE;
+  }
+  return measure<Unit>(call, out, room, length);
+}
+
 /// By way of UTF-16, for texts that the 8-bit services do not write.
 template <typename Call>
-int deliver_converted(Call call, char* out, std::size_t room, std::size_t* length) noexcept {
+[[gnu::noinline]] int deliver_converted(Call call, char* out, std::size_t room,
+                                        std::size_t* length) noexcept {
   char16_t units[most_units];
   std::int64_t written = 0;
   if (Status{call(units, static_cast<std::int64_t>(std::size(units)), &written)} != Status::ok) {

@@ -62,7 +62,6 @@ std::optional<std::int64_t> plain_time(std::string_view text) noexcept {
 }
 
 std::optional<std::int64_t> seconds_of(const Locale& locale, std::string_view text) noexcept {
-  if (const auto plain = plain_time(text)) return plain;
   const ServiceTable& services = locale.handle->services;
   const auto value =
       read_by_service(locale, services.read_time_8bit, services.read_time, time_recognition, text);
@@ -90,6 +89,7 @@ std::optional<std::int64_t> read_as_it_stands(const Locale& locale,
 }  // namespace
 
 std::optional<std::int64_t> read_time_text(const Locale& locale, std::string_view text) noexcept {
+  if (const auto seconds = plain_time(text)) return *seconds * microseconds_per_second;
   if (const auto value = read_as_it_stands(locale, text)) return value;
   // Digits and blanks that people write and the service does not know.
   char folded[longest_text];

@@ -28,12 +28,22 @@ Folded fold(char32_t c) noexcept {
   return result;
 }
 
+constexpr char lower_ascii(char byte) noexcept {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
+
 class Output {
  public:
   Output(char* out, std::size_t room, std::uint16_t* places) noexcept
       : out_(out), room_(room), places_(places) {}
 
   // False when the room is used up.
+  bool put(char byte, std::size_t place) noexcept {
+    if (size_ == room_) return false;
+    if (places_ != nullptr) places_[size_] = static_cast<std::uint16_t>(place);
+    out_[size_++] = byte;
+    return true;
+  }
   bool put(std::string_view bytes, std::size_t place) noexcept {
     if (room_ - size_ < bytes.size()) return false;
     for (const char byte : bytes) {
@@ -64,6 +74,11 @@ std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size
                                      std::uint16_t* places) noexcept {
   Output output(out, room, places);
   for (std::size_t at = 0; at < text.size();) {
+    if (static_cast<unsigned char>(text[at]) < 0x80) {
+      if (!output.put(lower_ascii(text[at]), at)) return std::nullopt;
+      ++at;
+      continue;
+    }
     const Utf8Character next = first_character(text.substr(at));
     if (!next.valid) return std::nullopt;
     const Folded folded = fold(next.value);
