@@ -2,8 +2,8 @@
 #include "bench/date_formatting.h"
 #include "bench/date_reading.h"
 #include "bench/handles.h"
-#include "bench/library_numbers.h"
 #include "bench/library_dates.h"
+#include "bench/library_numbers.h"
 #include "bench/number_formatting.h"
 #include "bench/number_reading.h"
 
