@@ -168,13 +168,15 @@ JWNLS_API int jwnls_explain_utf16(JWNLS_READ_UTF16, jwnls_error *error); /* `at`
 
 /* Writes into `out` up to `room` bytes (units); *length gets the length of the whole text.
    OK, RANGE (*length is 0), ROOM (nothing of use in `out`; *length says what room it takes: room 0,
-   where `out` may be null, asks for it), KIND. The room behind the text may be used as scratch. */
+   where `out` may be null, asks for it), MISSING (a NaN, an empty decimal; *length is 0), KIND. The
+   room behind the text may be used as scratch. */
 #define JWNLS_WRITE char *out, size_t room, size_t *length
 JWNLS_API int jwnls_write_number(const jwnls_layout *layout, double value, JWNLS_WRITE);
 JWNLS_API int jwnls_write_float(const jwnls_layout *layout, float value, JWNLS_WRITE);
 JWNLS_API int jwnls_write_integer(const jwnls_layout *layout, int64_t value, JWNLS_WRITE);
 JWNLS_API int jwnls_write_unsigned(const jwnls_layout *layout, uint64_t value, JWNLS_WRITE);
-/* From "-1234567.89", exactly; UNREAD for what is no such number. */
+/* From "-1234567.89" or "1.5E+3", exactly; UNREAD for what is no such number, RANGE for a fraction
+   in a layout of integers and for exponents that take more than 1,024 zeros. */
 JWNLS_API int jwnls_write_decimal(const jwnls_layout *layout, const char *decimal,
                                   size_t decimal_length, JWNLS_WRITE);
 JWNLS_API int jwnls_write_date(const jwnls_layout *layout, int32_t days, JWNLS_WRITE);

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "include/jwnls/jwnls.h"
@@ -28,6 +30,28 @@ struct NumberDigits {
   return 1 + (digits - primary - 1) / style.sizes.secondary;
 }
 
+/// Copies a few digits: most are three, and a call would take longer than they do.
+template <typename Unit>
+inline void copy_digits(std::string_view digits, Unit* out) noexcept {
+  const char* const from = digits.data();
+  const std::size_t count = digits.size();
+  if (count == 3) {
+    for (int i = 0; i < 3; ++i) out[i] = static_cast<Unit>(from[i]);
+  } else if (sizeof(Unit) == 1 && count >= 4 && count <= 8) {
+    std::uint32_t first;
+    std::uint32_t last;
+    std::memcpy(&first, from, sizeof first);
+    std::memcpy(&last, from + count - sizeof last, sizeof last);
+    std::memcpy(out, &first, sizeof first);
+    std::memcpy(out + count - sizeof last, &last, sizeof last);
+  } else if (count == 1 || count == 2) {
+    out[0] = static_cast<Unit>(from[0]);
+    out[count - 1] = static_cast<Unit>(from[count - 1]);
+  } else {
+    for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<Unit>(from[i]);
+  }
+}
+
 /// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes.
 template <typename Unit>
 [[nodiscard]] int lay_out(const NumberStyle& style, const NumberDigits& number, Unit* out,
@@ -43,14 +67,24 @@ template <typename Unit>
             (decimals != 0 ? decimal.size() : 0);
   if (*length > room) return JWNLS_ROOM;
 
-  const auto put = [&out](std::basic_string_view<Unit> text) {
-    for (const Unit unit : text) *out++ = unit;
+  // Whole symbols are copied, with what lies behind them, where the room bears it.
+  const bool has_slack = room - *length >= sizeof(SymbolText::bytes);
+  const auto put = [&out, has_slack](std::basic_string_view<Unit> text) {
+    constexpr std::size_t whole =
+        sizeof(Unit) == 1 ? sizeof(SymbolText::bytes) : sizeof(SymbolText::units);
+    if (has_slack) {
+      std::memcpy(out, text.data(), whole);  // text() begins an array of that size
+      out += text.size();
+    } else {
+      for (const Unit unit : text) *out++ = unit;
+    }
   };
   const auto put_digits = [&](std::string_view digits) {
     if (style.native_digits) {
       for (const char digit : digits) put(style.digits[digit - '0'].text<Unit>());
     } else {
-      for (const char digit : digits) *out++ = static_cast<Unit>(digit);
+      copy_digits(digits, out);
+      out += digits.size();
     }
   };
   put(sign);
