@@ -23,62 +23,10 @@
 #include "library/dates/date_characters.h"
 #include "library/dates/date_layout.h"
 #include "library/dates/date_names.h"
+#include "library/dates/date_parts.h"
 #include "module/calendar/civil.h"
 
 namespace jwnls::library {
-
-/// Why a text is no date of a layout.
-enum class Refusal : std::uint8_t {
-  none,
-  undecided,     // the quick way cannot tell
-  too_long,      // more than 1,024 bytes
-  not_utf8,      //
-  blank,         // no value
-  no_date,       // nothing that looks like one
-  too_many,      // numbers left over
-  unknown_word,  // or a mark out of place
-  marks,         // between the numbers
-  digits,        // a number of three, five or more digits
-  no_month,      // two numbers and no month's name
-  two_names,     // two months, two weekdays, or in no order
-  two_months,    // a name that two months have
-  year_last,     // three numbers where the locale writes the year first
-  short_year,    // two digits are no year here
-  no_year,       // no number can be the year
-  no_such_date,  // no date of the calendar
-  years,         // outside the calendar: the year is told
-  weekday,       // another one: the right one is told
-  // Of datetimes and times.
-  no_time,
-  no_such_time,
-  offset,
-  no_offset,
-  gap,
-  overlap,
-  two_places,
-  range,
-};
-
-struct DateRead {
-  CivilDate date = {};
-  std::uint8_t facts = 0;
-  Refusal refusal = Refusal::none;
-  std::int32_t told = 0;  // the year, or the weekday
-  std::size_t place = 0;  // what fits of the text that was taken apart
-};
-
-/// A text's numbers and what stands around them.
-struct Numbers {
-  struct Number {
-    std::int32_t value;
-    std::size_t begin, end;
-    [[nodiscard]] std::size_t digits() const noexcept { return end - begin; }
-  };
-  Number number[3];
-  std::size_t count = 0;  // 4: more than three
-
-  explicit Numbers(std::string_view text) noexcept;
-};
 
 /// The names that were found in a text.
 struct FoundNames {
@@ -180,47 +128,6 @@ class DateGrammar {
   std::size_t weekday_place_ = 0;
   DateRead read_;
 };
-
-/// The only mark of a gap: one of "." "-" "/", or a blank; 0 when there is another, or two.
-constexpr char only_mark(std::string_view gap) noexcept {
-  char mark = gap.empty() ? '\0' : ' ';
-  for (const char each : gap) {
-    if (is_blank(each)) continue;
-    if (mark != ' ' || (each != '.' && each != '-' && each != '/')) return '\0';
-    mark = each;
-  }
-  return mark;
-}
-
-/// Whether a gap, without blanks and commas, is `marks`.
-constexpr bool same_marks(std::string_view gap, std::string_view marks) noexcept {
-  std::size_t at = 0;
-  for (const char each : gap) {
-    if (is_blank(each) || each == ',') continue;
-    if (at == marks.size() || marks[at] != each) return false;
-    ++at;
-  }
-  return at == marks.size();
-}
-
-inline Numbers::Numbers(std::string_view text) noexcept {
-  for (std::size_t at = 0; at < text.size();) {
-    if (!is_digit(text[at])) {
-      ++at;
-      continue;
-    }
-    if (count == 3) {
-      count = 4;
-      return;
-    }
-    Number& each = number[count++];
-    each = {0, at, at};
-    for (; each.end < text.size() && is_digit(text[each.end]); ++each.end) {
-      if (each.end - at < 8) each.value = each.value * 10 + (text[each.end] - '0');
-    }
-    at = each.end;
-  }
-}
 
 // Words, marks and blanks of a piece. A dot stands directly behind what it ends; "-" and "/" stand
 // between numbers and names, parentheses around a weekday or an ending.
