@@ -8,11 +8,11 @@
 
 #include "library/dates/date_grammar.h"
 #include "library/dates/date_layout.h"
+#include "library/texts/longest_text.h"
 
 namespace jwnls::library {
 
-inline constexpr std::size_t longest_text = 1024;  // bytes that are looked at
-inline constexpr std::size_t folded_room = 600;    // more than any date has
+inline constexpr std::size_t folded_room = 600;  // more than any date has
 
 /// Without the blanks around it; ASCII blanks and U+00A0.
 [[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;

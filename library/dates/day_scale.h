@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "module/calendar/civil.h"
+#include "module/calendar/datetime_value.h"
 
 namespace jwnls::library {
 

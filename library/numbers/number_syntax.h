@@ -9,11 +9,11 @@
 #include "library/layouts/options.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/characters.h"
+#include "library/texts/longest_text.h"
 
 namespace jwnls::library {
 
 /// Longer texts are refused before anything is looked at.
-inline constexpr std::size_t longest_text = 1024;
 
 /// A symbol as the quick scanner compares it: up to three bytes of UTF-8.
 struct SymbolBytes {

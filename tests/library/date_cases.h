@@ -8,13 +8,12 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
-#include "tests/support/encoded.h"
+#include "tests/library/case_rows.h"
 
 namespace jwnls::test {
 
@@ -22,38 +21,11 @@ struct DateCase {
   std::string locale, kind, options, direction, input, answer, facts, needs;
 };
 
-// "\u00A0" as the character.
-inline std::string unescaped(const std::string& text) {
-  std::string out;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (text.compare(at, 2, "\\u") != 0) {
-      out += text[at];
-      continue;
-    }
-    out += encoded(
-        std::u16string(1, static_cast<char16_t>(std::stoul(text.substr(at + 2, 4), nullptr, 16))));
-    at += 5;
-  }
-  return out;
-}
-
 inline std::vector<DateCase> date_cases() {
   std::vector<DateCase> cases;
-  std::ifstream file(JWNLS_CASES_DIR "/dates.tsv");
-  for (std::string line; std::getline(file, line);) {
-    if (line.front() == '#') continue;
-    std::array<std::string, 8> fields;
-    std::size_t field = 0;
-    for (const char each : line) {
-      if (each == '\t') {
-        ++field;
-      } else {
-        fields.at(field) += each;
-      }
-    }
-    for (std::string& each : fields) each = unescaped(each);
-    cases.push_back(
-        {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6], fields[7]});
+  for (const auto& [line, fields] : case_rows("dates.tsv")) {
+    const auto& [locale, kind, options, direction, input, answer, facts, needs] = fields;
+    cases.push_back({locale, kind, options, direction, input, answer, facts, needs});
   }
   return cases;
 }

@@ -5,13 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
+#include "tests/library/case_rows.h"
 
 namespace jwnls::test {
 
@@ -29,43 +27,11 @@ struct NumberCase {
   }
 };
 
-// "\s" and "\uXXXX" as the characters that they stand for, in UTF-8.
-inline std::string unescaped(const std::string& text) {
-  std::string out;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\') {
-      out += text[i];
-    } else if (text[++i] == 's') {
-      out += ' ';
-    } else {
-      const auto c =
-          static_cast<unsigned>(std::strtoul(text.substr(i + 1, 4).c_str(), nullptr, 16));
-      i += 4;
-      if (c >= 0x800) out += static_cast<char>(0xE0 | c >> 12);
-      if (c >= 0x800) out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-      if (c < 0x800) out += static_cast<char>(0xC0 | c >> 6);
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
-  return out;
-}
-
 inline std::vector<NumberCase> number_cases() {
-  std::ifstream file(JWNLS_CASES_DIR "/numbers.tsv");
-  EXPECT_TRUE(file.is_open()) << "no table of cases";
   std::vector<NumberCase> cases;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line.front() == '#') continue;
-    NumberCase row;
-    row.line = line;
-    std::istringstream fields(line);
-    for (std::string* field : {&row.locale, &row.kind, &row.options, &row.action, &row.given,
-                               &row.expected, &row.facts}) {
-      std::getline(fields, *field, '\t');
-    }
-    row.given = unescaped(row.given);
-    row.expected = unescaped(row.expected);
-    cases.push_back(row);
+  for (const auto& [line, fields] : case_rows("numbers.tsv")) {
+    cases.push_back(
+        {line, fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]});
   }
   EXPECT_GT(cases.size(), 200U);
   return cases;
