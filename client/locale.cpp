@@ -31,14 +31,14 @@ Result<Locale> Locale::open(std::shared_ptr<host::Host> host, std::string_view n
   // Without a name the module asks for the system's zone itself, and warns when there is none.
   const std::u16string_view zone_asked = zone.empty() ? std::u16string_view() : *zone_name;
   std::uint32_t status_code = 0;
-  LocaleHandle* handle =
-      host->create_handle(*wide_name, zone_asked, sharing == Sharing::own, &status_code);
+  std::string load_error;
+  LocaleHandle* handle = host->create_handle(*wide_name, zone_asked, sharing == Sharing::own,
+                                             &status_code, &load_error);
   if (handle == nullptr) {
     const Status status{status_code};
     if (host::match_locale_name(*wide_name).status == Status::lookup_failed) {
       return failure(Status::lookup_failed, what + "unknown");
     }
-    const std::string load_error = host->last_load_error();
     return failure(status, what + (load_error.empty() ? status_text(nullptr, status) : load_error));
   }
   return Locale(std::make_shared<State>(std::move(host), handle, sharing, *std::move(zone_name)));

@@ -1,20 +1,21 @@
-// The exports that all extensions share. Each adds its factory, under its own name.
-//
-// Objects get all they need from the kernel that their factory is given, so the one that is handed
-// over here is not kept.
+// An extension's four exports: the only names that a host can find in its file.
+//   JWNLS_FACTORY  the factory's name there, which is the extension's
+//   JWNLS_CREATE   the function behind it
 
-#include "abi/locale_handle.h"
+#include "extensions/entry_points.h"
 #include "module/frame/version_record.h"
 
 #define JWNLS_EXPORT extern "C" __attribute__((visibility("default")))
 
 JWNLS_EXPORT std::uint32_t jwextent(jwnls::Kernel* /*kernel*/) { return 0; }
 
-JWNLS_EXPORT std::uint32_t jwextver(jwnls::Kernel* /*kernel*/, std::int64_t* major,
+JWNLS_EXPORT std::uint32_t jwextver(jwnls::Kernel* kernel, std::int64_t* major,
                                     std::int64_t* minor) {
-  *major = 6;
-  *minor = 1;
-  return 0;
+  return jwnls::extension_interface(kernel, major, minor);
+}
+
+JWNLS_EXPORT void* JWNLS_FACTORY(jwnls::Kernel* kernel, jwnls::ErrorSink* errors) {
+  return jwnls::JWNLS_CREATE(kernel, errors);
 }
 
 JWNLS_EXPORT std::uint32_t jwvercn1(void* record) {
@@ -24,4 +25,5 @@ JWNLS_EXPORT std::uint32_t jwvercn1(void* record) {
 
 static_assert(std::is_same_v<decltype(jwextent), jwnls::JwExtent> &&
               std::is_same_v<decltype(jwextver), jwnls::JwExtver> &&
+              std::is_same_v<decltype(JWNLS_FACTORY), jw_extension_export> &&
               std::is_same_v<decltype(jwvercn1), jwnls::JwVersionRecord>);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/loading/linked_module.h"
 #include "host/objects/message_sinks.h"
 
 namespace jwnls::host {
@@ -15,6 +16,10 @@ namespace jwnls::host {
 struct HostConfiguration {
   /// Folders that are searched in order for "<name>.so".
   std::vector<std::filesystem::path> extension_path;
+  /// Modules that are linked in: used for what is not in those folders. One host at a time.
+  std::vector<LinkedModule> linked_modules;
+  /// Folders that are searched for what is in neither.
+  std::vector<std::filesystem::path> last_extension_path;
   /// Option name -> value. An option that is not here is taken from the environment.
   std::map<std::string, std::string> options;
   JournalSink journal;   // empty: messages are dropped

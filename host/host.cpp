@@ -9,6 +9,7 @@
 
 #include "abi/status.h"
 #include "host/kernel.h"
+#include "host/loading/load_failure.h"
 #include "host/nls_context.h"
 
 namespace jwnls::host {
@@ -42,7 +43,8 @@ class Host::Parts {
   Factory* start(std::string& error);
 
   LocaleHandle* create_handle(Factory* factory, std::u16string_view locale,
-                              std::u16string_view zone, bool is_private, std::uint32_t* status);
+                              std::u16string_view zone, bool is_private, std::uint32_t* status,
+                              std::string& error);
   static void destroy_handle(Factory* factory, LocaleHandle* handle) noexcept;
 
  private:
@@ -63,10 +65,11 @@ class Host::Parts {
 Factory* Host::Parts::start(std::string& error) {
   const std::lock_guard guard(starting_);
   if (Factory* factory = ready.load(std::memory_order_relaxed)) return factory;
-  if (loaded_ == nullptr) loaded_ = static_cast<Factory*>(kernel.extensions().load(module_name));
   if (loaded_ == nullptr) {
-    error = kernel.extensions().error();
-    return nullptr;
+    LoadedObject module = kernel.extensions().load(module_name);
+    loaded_ = static_cast<Factory*>(module.object);
+    error = std::move(module.error);
+    if (loaded_ == nullptr) return nullptr;
   }
   context.handle_cache = make_handle_cache(error);
   if (context.handle_cache == nullptr) return nullptr;
@@ -76,11 +79,9 @@ Factory* Host::Parts::start(std::string& error) {
 
 // Only a handle can make the cache, so the first handle is one that never goes into it.
 Track* Host::Parts::make_handle_cache(std::string& error) {
-  const std::string earlier_error = kernel.extensions().error();
   std::uint32_t status = 0;
-  LocaleHandle* handle = create_handle(loaded_, first_locale, first_zone, true, &status);
+  LocaleHandle* handle = create_handle(loaded_, first_locale, first_zone, true, &status, error);
   if (handle == nullptr) {
-    error = kernel.extensions().error();
     if (error.empty())
       error = "jwnlsloc: cannot make a locale handle, status " + status_text(status);
     return nullptr;
@@ -93,13 +94,16 @@ Track* Host::Parts::make_handle_cache(std::string& error) {
 
 LocaleHandle* Host::Parts::create_handle(Factory* factory, std::u16string_view locale,
                                          std::u16string_view zone, bool is_private,
-                                         std::uint32_t* status) {
+                                         std::uint32_t* status, std::string& error) {
   CreationOptions options = {};
   options.flags = is_private ? private_handle : 0;
   options.zone = zone.data();
   options.zone_length = static_cast<std::int64_t>(zone.size());
-  return factory->create_handle(&context, locale.data(), static_cast<std::int64_t>(locale.size()),
-                                status, &options);
+  const LoadFailure failure;
+  LocaleHandle* handle = factory->create_handle(
+      &context, locale.data(), static_cast<std::int64_t>(locale.size()), status, &options);
+  if (handle == nullptr) error = failure.reason();
+  return handle;
 }
 
 void Host::Parts::destroy_handle(Factory* factory, LocaleHandle* handle) noexcept {
@@ -110,8 +114,7 @@ void Host::Parts::destroy_handle(Factory* factory, LocaleHandle* handle) noexcep
 
 Host::Parts::~Parts() {
   if (Track* cache = context.handle_cache) cache->destroy(cache);
-  // Every extension's object has its destroy operation where the message extension has it.
-  if (auto* database = reinterpret_cast<MessageExtension*>(context.locale_database)) {
+  if (LocaleDatabase* database = context.locale_database) {
     if (database->destroy != nullptr) database->destroy(database);
   }
   if (loaded_ != nullptr) loaded_->destroy(loaded_);
@@ -137,13 +140,18 @@ Factory* Host::factory(std::string* error) {
 }
 
 LocaleHandle* Host::create_handle(std::u16string_view locale, std::u16string_view zone,
-                                  bool private_handle, std::uint32_t* status) {
-  Factory* ready = factory(nullptr);
+                                  bool private_handle, std::uint32_t* status, std::string* error) {
+  std::string why;
+  const auto told = [&](LocaleHandle* handle) {
+    if (handle == nullptr && error != nullptr) *error = std::move(why);
+    return handle;
+  };
+  Factory* ready = factory(&why);
   if (ready == nullptr) {
     if (status != nullptr) *status = code(Status::not_possible);
-    return nullptr;
+    return told(nullptr);
   }
-  return parts_->create_handle(ready, locale, zone, private_handle, status);
+  return told(parts_->create_handle(ready, locale, zone, private_handle, status, why));
 }
 
 void Host::destroy_handle(LocaleHandle* handle) noexcept {
@@ -162,7 +170,5 @@ std::int64_t Host::zone_offset(const Zone* zone, std::int64_t moment) {
 }
 
 std::string Host::zone_database_version() const { return parts_->context.zones().version(); }
-
-std::string Host::last_load_error() const { return parts_->kernel.extensions().error(); }
 
 }  // namespace jwnls::host

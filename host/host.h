@@ -56,12 +56,15 @@ class Host {
   ///                   true: one of the caller's own, for destroy_handle()
   ///   status          if not null: ok with a handle; otherwise lookup_failed for an unknown locale
   ///                   or zone, not_possible when factory() fails, out_of_memory
+  ///   error           if not null: without a handle, why this call could not load something; empty
+  ///                   where no load failed
   /// Null is a failure whatever the status: with ok or resolved_with_warning an extension or a part
-  /// of the handle could not be made, and last_load_error() may say why. A name that gives a locale
+  /// of the handle could not be made. A name that gives a locale
   /// near to it ("de_US": de) makes a handle with status ok; match_locale_name() tells the two
   /// apart.
   LocaleHandle* create_handle(std::u16string_view locale, std::u16string_view zone,
-                              bool private_handle, std::uint32_t* status);
+                              bool private_handle, std::uint32_t* status,
+                              std::string* error = nullptr);
 
   /// Destroys a private handle, and nothing when null. The caller made it with this host.
   void destroy_handle(LocaleHandle* handle) noexcept;
@@ -78,9 +81,6 @@ class Host {
 
   /// The release of the time-zone database, such as "2025b"; empty when it does not say.
   [[nodiscard]] std::string zone_database_version() const;
-
-  /// Why the latest load of an extension failed; empty while none has.
-  [[nodiscard]] std::string last_load_error() const;
 
  private:
   class Parts;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "abi/status.h"
+#include "host/loading/load_failure.h"
 #include "host/lookup/character_classes.h"
 #include "host/objects/lock.h"
 #include "host/objects/pool.h"
@@ -33,7 +34,9 @@ Pool* make_pool(Kernel* kernel, const void*, ErrorSink* errors, const char*) {
 
 void* load(Kernel* kernel, const char16_t* name, std::int64_t length, std::uint64_t) {
   if (name == nullptr || length < 1) return nullptr;
-  return host(kernel).extensions().load({name, static_cast<std::size_t>(length)});
+  LoadedObject loaded = host(kernel).extensions().load({name, static_cast<std::size_t>(length)});
+  if (loaded.object == nullptr) LoadFailure::note(std::move(loaded.error));
+  return loaded.object;
 }
 
 // Integers are the one type of value that options have. `size` holds the room at `value` in bytes,
@@ -58,7 +61,9 @@ HostKernel::HostKernel(HostConfiguration configuration)
       outlet_(std::move(configuration.journal), std::move(configuration.errors)),
       error_sink_(outlet_),
       options_(std::move(configuration.options)),
-      extensions_(std::move(configuration.extension_path), this, &error_sink_) {
+      extensions_({std::move(configuration.extension_path), std::move(configuration.linked_modules),
+                   std::move(configuration.last_extension_path)},
+                  this, &error_sink_) {
   create_lock = make_lock;
   create_journal = [](Kernel* kernel, const std::uint8_t*, std::uint64_t, const char*) -> Journal* {
     HostKernel& self = host(kernel);

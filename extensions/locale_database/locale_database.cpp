@@ -5,6 +5,7 @@
 
 #include "abi/host_tables.h"
 #include "abi/status.h"
+#include "extensions/entry_points.h"
 #include "extensions/extension_object.h"
 #include "extensions/locale_database/locale_tables.h"
 
@@ -70,13 +71,10 @@ void destroy(LocaleDatabase* database) {
 }  // namespace
 }  // namespace jwnls::ldb
 
-/// The factory. The caller owns the object and destroys it through its word 2.
-extern "C" __attribute__((visibility("default"))) jwnls::LocaleDatabase* jwnlsldb(
-    jwnls::Kernel* kernel, jwnls::ErrorSink* errors) {
-  using jwnls::ldb::Database;
-  auto* database = jwnls::create_in_own_pool<Database>(kernel, errors, "jwnlsldb pool");
+void* jwnls::create_jwnlsldb(Kernel* kernel, ErrorSink* errors) {
+  auto* database = create_in_own_pool<ldb::Database>(kernel, errors, "jwnlsldb pool");
   if (database == nullptr) return nullptr;
-  database->base.destroy = jwnls::ldb::destroy;
-  database->base.fill = jwnls::ldb::fill;
+  database->base.destroy = ldb::destroy;
+  database->base.fill = ldb::fill;
   return &database->base;
 }

@@ -6,6 +6,7 @@
 
 #include "abi/message_texts.h"
 #include "abi/status.h"
+#include "extensions/entry_points.h"
 #include "extensions/extension_object.h"
 
 namespace jwnls::emsg {
@@ -83,12 +84,10 @@ void destroy(MessageExtension* extension) {
 }  // namespace
 }  // namespace jwnls::emsg
 
-/// The factory. The caller owns the object and destroys it through its word 2.
-extern "C" __attribute__((visibility("default"))) jwnls::MessageExtension* jwemsg(
-    jwnls::Kernel* kernel, jwnls::ErrorSink* errors) {
-  auto* texts = jwnls::create_in_own_pool<jwnls::MessageTexts>(kernel, errors, "jwemsg pool");
+void* jwnls::create_jwemsg(Kernel* kernel, ErrorSink* errors) {
+  auto* texts = create_in_own_pool<MessageTexts>(kernel, errors, "jwemsg pool");
   if (texts == nullptr) return nullptr;
-  texts->base.destroy = jwnls::emsg::destroy;
-  texts->message = jwnls::emsg::message;
+  texts->base.destroy = emsg::destroy;
+  texts->message = emsg::message;
   return &texts->base;
 }

@@ -2,97 +2,64 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/sendfile.h>
-#include <sys/stat.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
-#include <mutex>
+#include <chrono>
 #include <string>
-#include <system_error>
+#include <thread>
 #include <utility>
+
+#include "host/loading/private_copy.h"
 
 namespace jwnls::host {
 namespace {
 
-constexpr int open_mode = RTLD_NOW | RTLD_LOCAL;
-
-std::string loader_error() {
-  const char* text = dlerror();
-  return text != nullptr ? text : "unknown reason";
-}
-
-bool is_open_already(const char* file) {
-  void* handle = dlopen(file, open_mode | RTLD_NOLOAD);
-  if (handle == nullptr) {
-    dlerror();  // not being open is no error to report later
-    return false;
-  }
-  dlclose(handle);
-  return true;
-}
-
-// A file without a name that holds the same bytes; -1, with errno set, when that fails.
-int copy_in_memory(const std::filesystem::path& file) {
-  const int source = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (source < 0) return -1;
-  const int copy = memfd_create(file.filename().c_str(), MFD_CLOEXEC);
-  struct stat about = {};
-  bool copied = copy >= 0 && fstat(source, &about) == 0;
-  for (off_t done = 0; copied && done < about.st_size;) {
-    copied = sendfile(copy, source, &done, static_cast<std::size_t>(about.st_size - done)) > 0;
-  }
-  const int failure = errno;
-  close(source);
-  if (!copied && copy >= 0) {
-    close(copy);
-    errno = failure;
-    return -1;
-  }
-  return copy;
-}
-
-std::string path_of(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
-
-// The system's loader knows a library by the name that it was opened by. Where a library stays in
-// the process after it was closed, its descriptor's number can come back, so a free name is sought.
-void* open_copy(int& copy, std::string* error) {
-  std::string name = path_of(copy);
-  while (is_open_already(name.c_str())) {
-    const int next = fcntl(copy, F_DUPFD_CLOEXEC, copy + 1);
-    if (next < 0) {
-      *error = std::generic_category().message(errno);
-      return nullptr;
+// A lock on the file itself: it holds between the hosts of a process whatever copy of this code
+// they are in, since each opens the file anew. (Between processes too, which does no harm.)
+class FileLock {
+ public:
+  explicit FileLock(const std::filesystem::path& file)
+      : descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+    // Others hold it for milliseconds. Who never gives it back must not stop us.
+    constexpr auto longest_wait = std::chrono::seconds(2);
+    const auto end = std::chrono::steady_clock::now() + longest_wait;
+    while (descriptor_ >= 0 && !(held_ = flock(descriptor_, LOCK_EX | LOCK_NB) == 0)) {
+      if (errno != EWOULDBLOCK && errno != EINTR) break;  // a file system without locks
+      if (std::chrono::steady_clock::now() > end) break;
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    close(copy);
-    copy = next;
-    name = path_of(copy);
   }
-  void* handle = dlopen(name.c_str(), open_mode);
-  if (handle == nullptr) *error = loader_error();
-  return handle;
-}
+  ~FileLock() {
+    // Said aloud: a child that was forked meanwhile has the same descriptor.
+    if (held_) flock(descriptor_, LOCK_UN);
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+
+  [[nodiscard]] bool held() const noexcept { return held_; }
+
+ private:
+  int descriptor_;
+  bool held_ = false;
+};
 
 }  // namespace
 
 ExtensionLibrary ExtensionLibrary::open(const std::filesystem::path& file, std::string* error) {
-  // Between the question whether the file is open and its opening no other host may open it.
-  static std::mutex opening;
-  const std::lock_guard guard(opening);
+  // Between the question whether the file is open and its opening no other host may open it. A
+  // copy serves where that cannot be had.
   ExtensionLibrary library;
-  if (!is_open_already(file.c_str())) {
-    library.handle_ = dlopen(file.c_str(), open_mode);
-    if (library.handle_ == nullptr) *error = loader_error();
+  const FileLock lock(file);
+  if (lock.held() && !is_open_as_library(file.c_str())) {
+    library.handle_ = open_as_library(file.c_str(), error);
     return library;
   }
-  library.copy_ = copy_in_memory(file);
-  if (library.copy_ < 0) {
-    *error = "cannot copy it for a second host: " + std::generic_category().message(errno);
-    return library;
-  }
-  library.handle_ = open_copy(library.copy_, error);
+  const OpenedCopy copy = open_private_copy(file, error);
+  library.handle_ = copy.handle;
+  library.copy_ = copy.descriptor;
   return library;
 }
 

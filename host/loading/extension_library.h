@@ -28,7 +28,7 @@ class ExtensionLibrary {
 
  private:
   void* handle_ = nullptr;
-  int copy_ = -1;  // the descriptor of the copy, which keeps the name that it was opened by taken
+  int copy_ = -1;  // the descriptor of a copy in memory, which keeps its name taken
 };
 
 }  // namespace jwnls::host

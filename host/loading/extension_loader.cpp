@@ -14,6 +14,9 @@ namespace {
 constexpr std::int64_t interface_major = 6;
 constexpr std::int64_t interface_minor = 1;
 
+// What makes a locale factory; all others make objects of extensions.
+constexpr std::string_view module_name = "jwnlsloc";
+
 std::string version_text(std::int64_t major, std::int64_t minor) {
   return std::to_string(major) + "." + std::to_string(minor);
 }
@@ -46,84 +49,108 @@ std::vector<std::filesystem::path> absolute(std::vector<std::filesystem::path> f
 
 }  // namespace
 
-ExtensionLoader::ExtensionLoader(std::vector<std::filesystem::path> folders, Kernel* kernel,
-                                 ErrorSink* errors)
-    : folders_(absolute(std::move(folders))), kernel_(kernel), errors_(errors) {}
+ExtensionLoader::ExtensionLoader(ModulePlaces places, Kernel* kernel, ErrorSink* errors)
+    : places_{absolute(std::move(places.folders)), std::move(places.linked),
+              absolute(std::move(places.last_folders))},
+      kernel_(kernel),
+      errors_(errors) {}
 
-void* ExtensionLoader::load(std::u16string_view name) noexcept {
+LoadedObject ExtensionLoader::load(std::u16string_view name) noexcept {
+  LoadedObject loaded;
   try {
-    std::string error;
     const std::string plain = plain_name(name);
-    const Extension* extension = nullptr;
     if (plain.empty()) {
-      error = "the name of an extension has 1 to 64 letters, digits, \"_\" and \"-\"";
-    } else {
+      loaded.error = "the name of an extension has 1 to 64 letters, digits, \"_\" and \"-\"";
+      return loaded;
+    }
+    const Opened* opened = nullptr;
+    {
       const std::lock_guard guard(mutex_);
-      extension = open(plain, &error);
+      opened = open(plain, &loaded.error);
     }
-    void* object = nullptr;
-    if (extension != nullptr) {
-      // Outside the lock: a factory may load other extensions.
-      object = extension->make(kernel_, errors_);
-      if (object == nullptr) error = extension->file.string() + ": its factory made no object";
-    }
-    if (object == nullptr) {
-      const std::lock_guard guard(mutex_);
-      error_ = std::move(error);
-    }
-    return object;
+    if (opened == nullptr) return loaded;
+    // Outside the lock: a factory may load other extensions.
+    loaded.object = opened->make(kernel_, errors_);
+    if (loaded.object == nullptr) loaded.error = opened->place + ": its factory made no object";
   } catch (const std::exception&) {
-    return nullptr;
+    loaded.error.clear();  // no memory
   }
+  return loaded;
 }
 
-std::string ExtensionLoader::error() const {
-  const std::lock_guard guard(mutex_);
-  return error_;
+// Each through a pointer of its own type.
+void* ExtensionLoader::Opened::make(Kernel* kernel, ErrorSink* errors) const {
+  return exports.make_factory != nullptr ? exports.make_factory(kernel, errors)
+                                         : exports.make_object(kernel, errors);
 }
 
-const ExtensionLoader::Extension* ExtensionLoader::open(const std::string& name,
-                                                        std::string* error) {
-  const auto known = extensions_.find(name);
-  if (known != extensions_.end()) return &known->second;
+const ExtensionLoader::Opened* ExtensionLoader::open(const std::string& name, std::string* error) {
+  const auto known = opened_.find(name);
+  if (known != opened_.end()) return &known->second;
 
-  Extension extension;
-  extension.file = find(name, error);
-  if (extension.file.empty()) return nullptr;
-  extension.library = ExtensionLibrary::open(extension.file, error);
-  if (!extension.library) {
-    *error = "cannot load " + extension.file.string() + ": " + *error;
-    return nullptr;
-  }
-  auto* version = reinterpret_cast<JwExtver*>(extension.library.symbol("jwextver"));
-  extension.make = reinterpret_cast<NewObject>(extension.library.symbol(name.c_str()));
-  if (version == nullptr || extension.make == nullptr) {
-    *error = extension.file.string() + ": does not export \"" +
-             (version == nullptr ? "jwextver" : name) + "\"";
-    return nullptr;
-  }
+  Opened opened;
+  if (!find(name, opened, error)) return nullptr;
   std::int64_t major = 0;
   std::int64_t minor = 0;
-  version(kernel_, &major, &minor);
+  opened.exports.version(kernel_, &major, &minor);
   if (major != interface_major || minor != interface_minor) {
-    *error = extension.file.string() + ": has interface version " + version_text(major, minor) +
-             ", not " + version_text(interface_major, interface_minor);
+    *error = opened.place + ": has interface version " + version_text(major, minor) + ", not " +
+             version_text(interface_major, interface_minor);
     return nullptr;
   }
-  return &extensions_.emplace(name, std::move(extension)).first->second;
+  return &opened_.emplace(name, std::move(opened)).first->second;
 }
 
-std::filesystem::path ExtensionLoader::find(const std::string& name, std::string* error) const {
+// In the order of the places. A file that is there and cannot be used is a failure: what stands
+// first was put there to be used.
+bool ExtensionLoader::find(const std::string& name, Opened& opened, std::string* error) const {
   std::string searched;
-  for (const std::filesystem::path& folder : folders_) {
-    std::filesystem::path file = folder / (name + ".so");
-    std::error_code ignored;
-    if (std::filesystem::exists(file, ignored)) return file;
-    searched += (searched.empty() ? "" : ", ") + folder.string();
+  const auto find_file = [&](const std::vector<std::filesystem::path>& folders) {
+    for (const std::filesystem::path& folder : folders) {
+      const std::filesystem::path file = folder / (name + ".so");
+      std::error_code ignored;
+      if (std::filesystem::exists(file, ignored)) {
+        opened.place = file.string();
+        return true;
+      }
+      searched += (searched.empty() ? "" : ", ") + folder.string();
+    }
+    return false;
+  };
+  if (find_file(places_.folders)) return open_file(name, opened, error);
+  const auto linked =
+      std::find_if(places_.linked.begin(), places_.linked.end(),
+                   [&name](const LinkedModule& module) { return module.name == name; });
+  if (linked != places_.linked.end()) {
+    opened.place = name + ", which is linked in";
+    opened.exports = *linked;
+    return true;
   }
+  if (find_file(places_.last_folders)) return open_file(name, opened, error);
   *error = "cannot find " + name + ".so in " +
            (searched.empty() ? "the extension path, which is empty" : searched);
-  return {};
+  return false;
+}
+
+bool ExtensionLoader::open_file(const std::string& name, Opened& opened, std::string* error) const {
+  opened.library = ExtensionLibrary::open(opened.place, error);
+  if (!opened.library) {
+    *error = "cannot load " + opened.place + ": " + *error;
+    return false;
+  }
+  opened.exports.version = reinterpret_cast<JwExtver*>(opened.library.symbol("jwextver"));
+  void* make = opened.library.symbol(name.c_str());
+  if (name == module_name) {
+    opened.exports.make_factory = reinterpret_cast<JwFactory*>(make);
+  } else {
+    opened.exports.make_object = reinterpret_cast<jw_extension_export*>(make);
+  }
+  if (opened.exports.version == nullptr || make == nullptr) {
+    *error = opened.place + ": does not export \"" +
+             (opened.exports.version == nullptr ? "jwextver" : name) + "\"";
+    return false;
+  }
+  return true;
 }
 
 }  // namespace jwnls::host

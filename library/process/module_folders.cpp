@@ -1,7 +1,10 @@
 #include "library/process/module_folders.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
+#include <array>
+#include <climits>
 #include <cstddef>
 #include <system_error>
 
@@ -18,22 +21,45 @@ std::vector<std::filesystem::path> absolute_folders(std::string_view list) {
   return folders;
 }
 
-std::vector<std::filesystem::path> folders_beside_library() {
+namespace {
+
+// The file that this code was loaded from; empty where nobody knows.
+std::filesystem::path own_file() {
   Dl_info own = {};
-  // NOLINTNEXTLINE(bugprone-casting-through-void): dladdr() asks for any address of the file
-  if (dladdr(reinterpret_cast<const void*>(&folders_beside_library), &own) == 0 ||
-      own.dli_fname == nullptr) {
+  void* entry = nullptr;  // a link_map
+  // NOLINTNEXTLINE(bugprone-casting-through-void): dladdr1() asks for any address of the file
+  if (dladdr1(reinterpret_cast<const void*>(&folders_beside_library), &own, &entry,
+              RTLD_DL_LINKMAP) == 0 ||
+      entry == nullptr) {
     return {};
   }
   std::error_code error;
-  std::filesystem::path file = std::filesystem::weakly_canonical(own.dli_fname, error);
-  // The loader gives a program as it was called, which may be no path.
-  if (error || !std::filesystem::exists(file, error)) {
-    file = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) return {};
+  const std::string_view name = static_cast<const link_map*>(entry)->l_name;
+  // The program has no name there, and elsewhere the one that it was called by, which another file
+  // in the current folder may have.
+  if (name.empty()) return std::filesystem::read_symlink("/proc/self/exe", error);
+  if (name.starts_with('/')) return std::filesystem::weakly_canonical(name, error);
+  // A library that was opened by a relative path: the loader knows its folder from that moment.
+  std::array<char, PATH_MAX> folder = {};
+  void* library = dlopen(own.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
+  if (library == nullptr) {
+    dlerror();
+    return {};
   }
+  const bool known = dlinfo(library, RTLD_DI_ORIGIN, folder.data()) == 0;
+  dlclose(library);
+  if (!known) return {};
+  return std::filesystem::path(folder.data()) / std::filesystem::path(name).filename();
+}
+
+}  // namespace
+
+std::vector<std::filesystem::path> folders_beside_library() {
+  const std::filesystem::path file = own_file();
+  if (!file.is_absolute()) return {};
   const std::filesystem::path folder = file.parent_path();
-  return {folder, folder / "jwnls", folder.parent_path() / "lib" / "jwnls"};
+  // The last is where the modules of an installed program stand, as seen from it.
+  return {folder, folder / "jwnls", (folder / JWNLS_MODULES_FROM_PROGRAM).lexically_normal()};
 }
 
 }  // namespace jwnls::library

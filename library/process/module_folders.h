@@ -14,7 +14,8 @@ namespace jwnls::library {
 std::vector<std::filesystem::path> absolute_folders(std::string_view list);
 
 /// The folder of the file that this code was loaded from, the folder "jwnls" in it (a library
-/// beside its modules), and "../lib/jwnls" (a program that the library is part of).
+/// beside its modules), and where modules are installed as seen from an installed program, such as
+/// "../lib/jwnls" (a program that the library is part of).
 std::vector<std::filesystem::path> folders_beside_library();
 
 }  // namespace jwnls::library

@@ -12,6 +12,7 @@
 
 #include "host/host.h"
 #include "host/locales/locale_names.h"
+#include "library/process/linked_modules.h"
 #include "library/process/module_folders.h"
 #include "library/texts/failure.h"
 #include "library/texts/utf8.h"
@@ -42,9 +43,8 @@ class Process {
     if (const char* folders = secure_getenv("JWNLS_EXTENSION_PATH")) {
       configuration.extension_path = absolute_folders(folders);
     }
-    for (auto& folder : folders_beside_library()) {
-      configuration.extension_path.push_back(std::move(folder));
-    }
+    configuration.linked_modules = linked_modules();
+    configuration.last_extension_path = folders_beside_library();
     return configuration;
   }
 
@@ -73,9 +73,9 @@ Locale Process::make_locale(std::string_view canonical) {
   // Wall-clock values carry no zone, so that any serves; layouts hold the zones that they convert
   // by.
   std::uint32_t status = 0;
-  LocaleHandle* handle = host_.create_handle({name.data(), length}, u"UTC", false, &status);
+  std::string why;
+  LocaleHandle* handle = host_.create_handle({name.data(), length}, u"UTC", false, &status, &why);
   if (handle == nullptr) {
-    const std::string why = host_.last_load_error();
     fail(JWNLS_LOAD, [&](Message& message) {
       (message << "locale ").quoted(canonical) << ": ";
       message.said(why.empty() ? "its data cannot be loaded" : why);

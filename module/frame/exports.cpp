@@ -1,28 +1,15 @@
-// The module's four exports: the only names that a host can find in it.
+// The module's four exports: the only names that a host can find in its file.
 
-#include "abi/locale_handle.h"
-#include "module/frame/factory.h"
+#include "module/frame/entry_points.h"
 #include "module/frame/version_record.h"
-#include "module/host_calls/kernel_handle.h"
 
 #define JWNLS_EXPORT extern "C" __attribute__((visibility("default")))
 
-namespace {
-constexpr std::int64_t interface_major = 6;
-constexpr std::int64_t interface_minor = 1;
-}  // namespace
-
-JWNLS_EXPORT std::uint32_t jwextent(jwnls::Kernel* kernel) {
-  jwnls::store_kernel_handle(kernel);
-  return 0;
-}
+JWNLS_EXPORT std::uint32_t jwextent(jwnls::Kernel* kernel) { return jwnls::accept_kernel(kernel); }
 
 JWNLS_EXPORT std::uint32_t jwextver(jwnls::Kernel* kernel, std::int64_t* major,
                                     std::int64_t* minor) {
-  *major = interface_major;
-  *minor = interface_minor;
-  jwnls::store_kernel_handle(kernel);
-  return 0;
+  return jwnls::report_interface(kernel, major, minor);
 }
 
 JWNLS_EXPORT jwnls::Factory* jwnlsloc(jwnls::Kernel* kernel, jwnls::ErrorSink* errors) {

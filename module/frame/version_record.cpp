@@ -18,12 +18,12 @@ constexpr auto hotfix_number = padded("QRX_VERSION_HOTFIX_NUMBER=");
 constexpr auto image_description = padded("VERCON_IMAGE_DESCRIPTION=");
 
 constexpr VersionRecord version_record = {
-    .version = JWNLS_VERSION,
+    .version = JWNLS_MODULE_VERSION,
     .stream = "main",
     .empty_2 = "",
     .build_seconds = JWNLS_BUILD_SECONDS,
     .component_family = "jwnls",
-    .component_build = JWNLS_COMPONENT " " JWNLS_VERSION,
+    .component_build = JWNLS_COMPONENT " " JWNLS_MODULE_VERSION,
     .interface_family = "jwext",
     .interface_build = "jwext 6.1",
     .empty_8 = "",
