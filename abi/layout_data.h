@@ -45,6 +45,8 @@ enum {
   JW_LAYOUT_DATE_PATTERNS = 4,
   jw_layout_sections = 5
 };
+/* Bytes in front of the first section: magic, version, size, offsets. */
+enum { JW_LAYOUT_DATA_HEAD = 8 + 2 * jw_layout_sections };
 
 /* Kinds of a system, in their order. */
 enum {

@@ -66,7 +66,7 @@ typedef struct jw_locale_record {
   jw_text_entry english_name;       // area 8: - the locale's
   jw_text_entry parent_name;        // - the locale that it inherits from; empty: none
   uint8_t unread_9352[272];         // - zeros
-  uint8_t area_9[30624];            // area 9: - zeros
+  uint8_t area_9[30624];            // area 9: - see layout_data.h
 } jw_locale_record;
 
 /// The areas that service slot 45 hands out, by selector.

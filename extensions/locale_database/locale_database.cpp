@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "abi/host_tables.h"
+#include "abi/layout_data.h"
 #include "abi/status.h"
 #include "extensions/entry_points.h"
 #include "extensions/extension_object.h"
@@ -33,6 +34,28 @@ void write_text(std::byte* entry, std::uint16_t text) noexcept {
               static_cast<std::size_t>(length) * sizeof(char16_t));
 }
 
+void write_16(std::byte* at, std::size_t value) noexcept {
+  at[0] = static_cast<std::byte>(value & 0xFF);
+  at[1] = static_cast<std::byte>(value >> 8);
+}
+
+// The block of abi/layout_data.h. The generator has seen that it fits.
+void write_layout_data(std::byte* block, const LocaleRow& row) noexcept {
+  std::memcpy(block, JW_LAYOUT_DATA_MAGIC, 4);
+  write_16(block + 4, JW_LAYOUT_DATA_VERSION);
+  std::byte* offset = block + 8;
+  std::size_t size = JW_LAYOUT_DATA_HEAD;
+  for (const std::uint16_t section : row.sections) {
+    const std::uint32_t begin = section_offsets[section];
+    const std::size_t bytes = section_offsets[section + 1] - begin;
+    write_16(offset, bytes == 0 ? 0 : size);
+    std::memcpy(block + size, section_bytes + begin, bytes);
+    offset += 2;
+    size += bytes;
+  }
+  write_16(block + 6, size);
+}
+
 // Writes every byte behind the head; the head, the locale's name, is the caller's. The memory comes
 // unzeroed.
 void write_row(std::byte* record, const LocaleRow& row) noexcept {
@@ -53,6 +76,7 @@ void write_row(std::byte* record, const LocaleRow& row) noexcept {
   write(offsetof(LocaleRecord, currency_decimals), std::int64_t{row.currency_digits});
   write(offsetof(LocaleRecord, first_weekday), std::int32_t{row.first_weekday});
   write(offsetof(LocaleRecord, first_week_days), std::int32_t{row.minimal_days});
+  write_layout_data(record + offsetof(LocaleRecord, area_9), row);
 }
 
 std::uint32_t fill(void* record, const char16_t* name, std::int64_t length) {

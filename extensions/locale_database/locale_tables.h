@@ -2,7 +2,8 @@
 // from it.
 //
 // A record is a sequence of runs: one text, or a list of them in consecutive entries. A locale's
-// row names a list for each run. Equal texts, and equal lists of them, are stored once.
+// row names a list for each run. Equal texts, and equal lists of them, are stored once; so are the
+// sections of the block in record area 9, of which a row names one for each place.
 
 #ifndef JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
 #define JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
@@ -13,6 +14,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "abi/layout_data.h"
 #include "abi/locale_record.h"
 
 namespace jwnls::ldb {
@@ -74,6 +76,7 @@ inline constexpr std::size_t run_count = std::size(runs);
 
 struct LocaleRow {
   std::uint16_t lists[run_count];  // where each run's list of texts begins in list_texts
+  std::uint16_t sections[jw_layout_sections];  // of layout data, by number; an empty one is none
   char16_t decimal_symbol;
   char16_t grouping_symbol;
   std::uint8_t currency_digits;
@@ -90,6 +93,8 @@ extern const std::uint16_t list_texts[];  // lists of text numbers, end to end
 extern const std::uint32_t
     text_offsets[];             // where each text begins in `texts`; one more at the end
 extern const char16_t texts[];  // text_entry_capacity units more at the end
+extern const std::uint32_t section_offsets[];  // where each section begins; one more at the end
+extern const std::uint8_t section_bytes[];     // sections, end to end
 
 }  // namespace jwnls::ldb
 

@@ -72,6 +72,21 @@ std::map<std::u16string, int> currencies() {
   return codes;
 }
 
+// What takes_blank() says is the one rule of spacing, on both sides and in every locale.
+void check_spacing(const icu::DecimalFormatSymbols& symbols) {
+  constexpr const char16_t* rule[UNUM_CURRENCY_SPACING_COUNT] = {u"[[:^S:]&[:^Z:]]", u"[:digit:]",
+                                                                 u"\u00A0"};
+  for (int which = 0; which < UNUM_CURRENCY_SPACING_COUNT; ++which) {
+    for (const UBool before : {UBool{0}, UBool{1}}) {
+      UErrorCode error = U_ZERO_ERROR;
+      const icu::UnicodeString text =
+          symbols.getPatternForCurrencySpacing(static_cast<UCurrencySpacing>(which), before, error);
+      check(error, "getPatternForCurrencySpacing");
+      if (text != rule[which]) throw std::runtime_error("a second rule of currency spacing");
+    }
+  }
+}
+
 // What a locale says of each currency, as the section holds it.
 using Rows = std::map<std::u16string, std::string>;
 
@@ -89,6 +104,7 @@ Rows rows_of(const std::string& locale) {
   UErrorCode error = U_ZERO_ERROR;
   const icu::DecimalFormatSymbols symbols(icu::Locale((locale + "@numbers=latn").c_str()), error);
   check(error, "DecimalFormatSymbols");
+  check_spacing(symbols);
   const MoneySymbols usual = money_symbols(symbols);
   std::map<std::u16string, std::u16string> owners;  // symbol -> the currency that it stands for
   Rows rows;

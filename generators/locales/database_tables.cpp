@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 #include <map>
 #include <ostream>
@@ -5,6 +6,7 @@
 
 #include "extensions/locale_database/locale_tables.h"
 #include "generators/locales/icu.h"
+#include "generators/locales/layout_data.h"
 #include "generators/locales/tables.h"
 
 namespace jwnls::generator {
@@ -51,6 +53,28 @@ class TextStore {
   std::vector<std::uint16_t> list_texts_;
 };
 
+// Sections of layout data, each stored once.
+class SectionStore {
+ public:
+  std::uint16_t add(const std::string& section) {
+    const auto [place, is_new] =
+        numbers_.try_emplace(section, index_16(numbers_.size(), "sections"));
+    if (is_new) {
+      bytes_.insert(bytes_.end(), section.begin(), section.end());
+      offsets_.push_back(static_cast<std::uint32_t>(bytes_.size()));
+    }
+    return place->second;
+  }
+
+  [[nodiscard]] const std::vector<std::uint8_t>& bytes() const { return bytes_; }
+  [[nodiscard]] const std::vector<std::uint32_t>& offsets() const { return offsets_; }
+
+ private:
+  std::map<std::string, std::uint16_t> numbers_;
+  std::vector<std::uint8_t> bytes_;
+  std::vector<std::uint32_t> offsets_ = {0};
+};
+
 // The locale's list for a run, of as many texts as it has entries.
 const TextList& list_for(const ldb::Run& run, const CldrLocale& locale) {
   const TextList& list = locale.lists.at(run.offset);
@@ -77,10 +101,12 @@ void write_array(std::ostream& out, const char* declaration, const Numbers& numb
   out << "\n};\n\n";
 }
 
-void write_row(std::ostream& out, const CldrLocale& locale,
-               const std::vector<std::uint16_t>& lists) {
+void write_row(std::ostream& out, const CldrLocale& locale, const std::vector<std::uint16_t>& lists,
+               const std::vector<std::uint16_t>& sections) {
   out << "    {{";
   for (const std::uint16_t list : lists) out << list << ", ";
+  out << "},\n     {";
+  for (const std::uint16_t section : sections) out << section << ", ";
   out << "},\n     " << static_cast<unsigned>(locale.decimal_symbol) << ", "
       << static_cast<unsigned>(locale.grouping_symbol) << ", " << +locale.currency_digits << ", "
       << +locale.first_weekday << ", " << +locale.minimal_days << "},  // " << locale.name << '\n';
@@ -91,6 +117,8 @@ void write_row(std::ostream& out, const CldrLocale& locale,
 void write_database_tables(const std::vector<CldrLocale>& locales, std::ostream& out,
                            std::ostream& counts) {
   TextStore store;
+  SectionStore section_store;
+  std::size_t largest_block = 0;
   out << "#include \"extensions/locale_database/locale_tables.h\"\n\n"
       << "namespace jwnls::ldb {\n\n"
       << "const std::uint32_t locale_count = " << locales.size() << ";\n\n";
@@ -113,21 +141,34 @@ void write_database_tables(const std::vector<CldrLocale>& locales, std::ostream&
     }
     std::vector<std::uint16_t> lists;
     for (const ldb::Run& run : ldb::runs) lists.push_back(store.add(list_for(run, locale)));
-    write_row(out, locale, lists);
+    std::vector<std::uint16_t> sections;
+    std::size_t block = JW_LAYOUT_DATA_HEAD;
+    for (const std::string& section : layout_sections(locale.name)) {
+      sections.push_back(section_store.add(section));
+      block += section.size();
+    }
+    largest_block = std::max(largest_block, block);
+    write_row(out, locale, lists, sections);
   }
   out << "};\n\n";
 
   write_array(out, "std::uint16_t list_texts", store.list_texts());
   write_array(out, "std::uint32_t text_offsets", store.offsets());
   write_array(out, "char16_t texts", store.texts());
+  write_array(out, "std::uint32_t section_offsets", section_store.offsets());
+  write_array(out, "std::uint8_t section_bytes", section_store.bytes());
   out << "}  // namespace jwnls::ldb\n";
 
   const std::size_t bytes = locales.size() * (sizeof(ldb::LocaleKey) + sizeof(ldb::LocaleRow)) +
                             store.list_texts().size() * 2 + store.offsets().size() * 4 +
-                            store.texts().size() * 2;
+                            store.texts().size() * 2 + section_store.offsets().size() * 4 +
+                            section_store.bytes().size();
   counts << locales.size() << " locales, " << store.offsets().size() - 1 << " texts of "
          << store.texts().size() << " units, " << store.list_count() << " lists: " << bytes / 1024
-         << " KiB\n";
+         << " KiB\n"
+         << section_store.offsets().size() - 1 << " sections of layout data, "
+         << section_store.bytes().size() / 1024 << " KiB of them; the largest block "
+         << largest_block << " bytes\n";
 }
 
 }  // namespace jwnls::generator

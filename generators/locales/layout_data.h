@@ -4,9 +4,12 @@
 #ifndef JWNLS_GENERATORS_LOCALES_LAYOUT_DATA_H_
 #define JWNLS_GENERATORS_LOCALES_LAYOUT_DATA_H_
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+#include "abi/layout_data.h"
 
 namespace jwnls::generator {
 
@@ -34,6 +37,17 @@ std::string common_currency_section();
 
 /// The symbols of the currencies of which the locale says something else.
 std::string currency_section(const std::string& locale);
+
+/// The names of months and weekdays, and the words that stand between them.
+std::string date_name_section(const std::string& locale);
+
+/// The date patterns with the weekday, and the words that join a date and a time.
+std::string date_pattern_section(const std::string& locale);
+
+/// A locale's sections in the block's order; an empty one is left out of the block. Throws
+/// std::runtime_error when the block would not fit in its area.
+using LayoutSections = std::array<std::string, jw_layout_sections>;
+LayoutSections layout_sections(const std::string& locale);
 
 }  // namespace jwnls::generator
 

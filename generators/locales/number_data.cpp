@@ -8,6 +8,7 @@
 #include <unicode/unumberformatter.h>
 #include <unicode/unumsys.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -114,16 +115,28 @@ void write_kind(SectionWriter& out, const NumberFormat& format, const Signs& sig
   }
 }
 
+void check_decimal_symbol(const std::u16string& symbol) {
+  if (symbol.size() != 1 || symbol.front() >= 0x80) {
+    throw std::runtime_error("a decimal symbol that is not one ASCII character");
+  }
+}
+
 void write_system(SectionWriter& out, const std::string& locale, const std::string& digits) {
   const NumberFormat number = open_format(UNUM_DECIMAL, locale, digits);
   const Signs signs = {symbol(number, UNUM_MINUS_SIGN_SYMBOL),
                        symbol(number, UNUM_PLUS_SIGN_SYMBOL), symbol(number, UNUM_PERCENT_SYMBOL),
                        symbol(number, UNUM_PERMILL_SYMBOL)};
   const NumberFormat amount = open_format(UNUM_CURRENCY, locale, digits);
+  const std::u16string decimal = symbol(number, UNUM_DECIMAL_SEPARATOR_SYMBOL);
+  const std::u16string money_decimal = symbol(amount, UNUM_MONETARY_SEPARATOR_SYMBOL);
+  if (digits == "latn") {
+    check_decimal_symbol(decimal);
+    check_decimal_symbol(money_decimal);
+  }
   out.text(symbol(number, UNUM_ZERO_DIGIT_SYMBOL));
-  out.text(symbol(number, UNUM_DECIMAL_SEPARATOR_SYMBOL));
+  out.text(decimal);
   out.text(symbol(number, UNUM_GROUPING_SEPARATOR_SYMBOL));
-  out.text(symbol(amount, UNUM_MONETARY_SEPARATOR_SYMBOL));
+  out.text(money_decimal);
   out.text(symbol(amount, UNUM_MONETARY_GROUPING_SEPARATOR_SYMBOL));
   for (const std::u16string& sign : {signs.minus, signs.plus, signs.percent, signs.per_mille,
                                      symbol(number, UNUM_INFINITY_SYMBOL)}) {
