@@ -10,7 +10,7 @@
 enum { batch = 1024, longest_line = 4096 };
 
 /* The field of a line, from 1. */
-static jwnls_text field_of(const char *line, long column) {
+static jwnls_text field_of(const char* line, long column) {
   jwnls_text field = {line, 0};
   while (--column > 0 && field.bytes) {
     field.bytes = strchr(field.bytes, ';');
@@ -20,8 +20,8 @@ static jwnls_text field_of(const char *line, long column) {
   return field;
 }
 
-static double sum_of(const jwnls_layout *layout, const jwnls_text *texts, size_t count,
-                     jwnls_column_facts *facts) {
+static double sum_of(const jwnls_layout* layout, const jwnls_text* texts, size_t count,
+                     jwnls_column_facts* facts) {
   double values[batch], sum = 0;
   uint8_t codes[batch];
   jwnls_texts column = {.size = sizeof column, .count = count, .texts = texts};
@@ -30,15 +30,15 @@ static double sum_of(const jwnls_layout *layout, const jwnls_text *texts, size_t
   return sum;
 }
 
-int main(int argument_count, char **arguments) {
+int main(int argument_count, char** arguments) {
   static char lines[batch][longest_line];
   static jwnls_text texts[batch];
-  jwnls_layout *layout;
+  jwnls_layout* layout;
   jwnls_error error;
   jwnls_column_facts facts = {.size = sizeof facts};
   double sum = 0;
   size_t count = 0;
-  FILE *file = argument_count > 2 ? fopen(arguments[1], "r") : NULL;
+  FILE* file = argument_count > 2 ? fopen(arguments[1], "r") : NULL;
   if (!file) {
     fprintf(stderr, "csv_column: FILE COLUMN [LOCALE], with a file that can be read\n");
     return 2;

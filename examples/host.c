@@ -1,8 +1,8 @@
 // A complete host in C: it loads the module, writes a date and reads a number, in German.
-//   jwnls_example_host <folder of jwnlsloc.so, jwnlsldb.so and jwemsg.so>
+//   host <folder of jwnlsloc.so, jwnlsldb.so and jwemsg.so>
 // All that the module asks of a host is here; every word that may be null is left null. A real host
 // knows more locales and zones, sets no limits, shares handles through a cache, and reports faults.
-#define _XOPEN_SOURCE 700
+#define _GNU_SOURCE
 #include <dlfcn.h>
 #include <pthread.h>
 #include <stdatomic.h>
@@ -33,20 +33,14 @@ static jw_pool* create_pool(jw_kernel* host, const void* how, jw_error_sink* to,
   if (pool) pool->table = (jw_pool){{pool}, destroy_pool, allocate, give_back};
   return pool ? &pool->table : NULL;
 }
-// ---- Locks: a mutex that checks errors ignores a release by a thread that does not hold it.
-static pthread_mutexattr_t checking;
-struct lock {
-  jw_lock table;
-  pthread_mutex_t mutex;
-};
-static void take(jw_lock* lock, int64_t i, int64_t j) { pthread_mutex_lock(lock->word_0[1]); }
-static void release(jw_lock* lock) { pthread_mutex_unlock(lock->word_0[1]); }
-static void destroy_lock(jw_lock* lock) { pthread_mutex_destroy(lock->word_0[1]), free(lock); }
+// ---- Locks: one for all, which a thread may take again; it ignores a release by another thread.
+static pthread_mutex_t mutex = PTHREAD_RECURSIVE_MUTEX_INITIALIZER_NP;
+static void take(jw_lock* lock, int64_t i, int64_t j) { pthread_mutex_lock(&mutex); }
+static void release(jw_lock* lock) { pthread_mutex_unlock(&mutex); }
+static void destroy_lock(jw_lock* lock) {}
 static jw_lock* create_lock(jw_kernel* host, const uint8_t* how, jw_journal* to, const char* name) {
-  struct lock* lock = calloc(1, sizeof *lock);
-  if (lock == NULL || pthread_mutex_init(&lock->mutex, &checking) != 0) return NULL;
-  lock->table = (jw_lock){{lock, &lock->mutex}, destroy_lock, take, release};
-  return &lock->table;
+  static jw_lock lock = {.destroy = destroy_lock, .take = take, .release = release};
+  return &lock;
 }
 // ---- Tracks: a few entries with copies of keys. One thread adds; others see what counts.
 struct entry {
@@ -97,19 +91,22 @@ static jw_track* create_track(jw_kernel* host, const void* how, jw_journal* log,
 }
 // ---- Extensions: <folder>/<name>.so, with a factory of its name. They stay open.
 static const char* folder = ".";
-static void* load(jw_kernel* host, const char16_t* name, int64_t length, uint64_t zero) {
-  char symbol[32] = "", path[4096];
-  for (int64_t i = 0; i < length && i < 31; ++i) symbol[i] = name[i];
-  snprintf(path, sizeof path, "%s/%s.so", folder, symbol);
+static void* factory_of(jw_kernel* host, const char* name) {
+  char path[4096];
+  snprintf(path, sizeof path, "%s/%s.so", folder, name);
   void* library = dlopen(path, RTLD_NOW);
-  if (library == NULL) return NULL;
   jw_extver_export* version;
-  jw_extension_export* make;
-  *(void**)&version = dlsym(library, "jwextver");
-  *(void**)&make = dlsym(library, symbol);
+  *(void**)&version = library ? dlsym(library, "jwextver") : NULL;
   int64_t major = 0, minor = 0;
   if (version) version(host, &major, &minor);
-  return make && major == 6 && minor == 1 ? make(host, NULL) : NULL;
+  return major == 6 && minor == 1 ? dlsym(library, name) : NULL;
+}
+static void* load(jw_kernel* host, const char16_t* name, int64_t length, uint64_t zero) {
+  char symbol[32] = "";
+  for (int64_t i = 0; i < length && i < 31; ++i) symbol[i] = name[i];
+  jw_extension_export* make;
+  *(void**)&make = factory_of(host, symbol);
+  return make ? make(host, NULL) : NULL;
 }
 // ---- Locales, letters and zones: German, ASCII and UTC.
 struct jw_zone {
@@ -159,11 +156,11 @@ int main(int argc, char** argv) {
   int64_t length, consumed;
   double number;
   if (argc > 1) folder = argv[1];
-  pthread_mutexattr_init(&checking);
-  pthread_mutexattr_settype(&checking, PTHREAD_MUTEX_ERRORCHECK);
   context.pool = create_pool(&kernel, NULL, NULL, "NLS pool");
   context.creation_lock = create_lock(&kernel, NULL, NULL, "NLS creation lock");
-  jw_factory* factory = load(&kernel, u"jwnlsloc", 8, 0);
+  jw_factory_export* make;  // of another type than the extensions' factories
+  *(void**)&make = factory_of(&kernel, "jwnlsloc");
+  jw_factory* factory = make ? make(&kernel, NULL) : NULL;
   if (factory == NULL) return fprintf(stderr, "%s/jwnlsloc.so: not loaded\n", folder), 1;
   jw_locale_handle* locale = factory->create_handle(&context, u"de_DE", 5, &status, NULL);
   if (locale == NULL) return fprintf(stderr, "de_DE: status 0x%X\n", status), 1;

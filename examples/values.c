@@ -5,8 +5,8 @@
 #include <stdio.h>
 #include <string.h>
 
-static jwnls_layout *open_layout(const char *locale, int kind, const char *options) {
-  jwnls_layout *layout;
+static jwnls_layout* open_layout(const char* locale, int kind, const char* options) {
+  jwnls_layout* layout;
   jwnls_error error;
   if (jwnls_open(locale, kind, options, &layout, &error) != JWNLS_OK) {
     fprintf(stderr, "values: %s\n", error.text);
@@ -14,7 +14,7 @@ static jwnls_layout *open_layout(const char *locale, int kind, const char *optio
   return layout; /* null when it could not be opened */
 }
 
-static void read_number(const jwnls_layout *numbers, const char *text) {
+static void read_number(const jwnls_layout* numbers, const char* text) {
   double value;
   uint8_t facts;
   if (jwnls_read_number(numbers, text, strlen(text), &value, &facts) == JWNLS_OK) {
@@ -26,7 +26,7 @@ static void read_number(const jwnls_layout *numbers, const char *text) {
   }
 }
 
-static void write_date(const jwnls_layout *dates, int32_t days) {
+static void write_date(const jwnls_layout* dates, int32_t days) {
   char text[100];
   size_t length;
   int code = jwnls_write_date(dates, days, text, sizeof text, &length);
@@ -37,10 +37,10 @@ static void write_date(const jwnls_layout *dates, int32_t days) {
   }
 }
 
-int main(int argument_count, char **arguments) {
-  const char *locale = argument_count > 1 ? arguments[1] : "de_DE";
-  jwnls_layout *numbers = open_layout(locale, JWNLS_NUMBER, NULL);
-  jwnls_layout *dates = open_layout(locale, JWNLS_DATE, "style=long");
+int main(int argument_count, char** arguments) {
+  const char* locale = argument_count > 1 ? arguments[1] : "de_DE";
+  jwnls_layout* numbers = open_layout(locale, JWNLS_NUMBER, NULL);
+  jwnls_layout* dates = open_layout(locale, JWNLS_DATE, "style=long");
   if (numbers && dates) {
     read_number(numbers, "1.234.567,89");
     read_number(numbers, "1.234");
