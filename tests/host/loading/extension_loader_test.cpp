@@ -36,6 +36,40 @@ TEST(ExtensionLoader, OpensTheLibraryOnceAndMakesANewObjectEachTime) {
   EXPECT_EQ(first->library_kernel, host.kernel());
 }
 
+std::uint32_t linked_version(Kernel* /*kernel*/, std::int64_t* major, std::int64_t* minor) {
+  *major = 6;
+  *minor = 1;
+  return 0;
+}
+
+void* make_linked(Kernel* kernel, ErrorSink* /*errors*/) { return new SampleObject{kernel, -1}; }
+
+TEST(ExtensionLoader, SeeksInTheFoldersThenAmongTheLinkedThenInTheLastFolders) {
+  const LinkedModule linked = {"jwtest_good", linked_version, nullptr, make_linked};
+  const LinkedModule other = {"jwother", linked_version, nullptr, make_linked};
+  const std::vector<std::filesystem::path> nowhere = {"/nonexistent"};
+  const std::vector<std::filesystem::path> built = {JWNLS_BUILD_DIR};
+  const struct {
+    std::vector<std::filesystem::path> folders;
+    std::vector<LinkedModule> linked;
+    std::vector<std::filesystem::path> last_folders;
+    int number;  // of the object: 1 from the file, -1 from what is linked in
+  } cases[] = {
+      {built, {linked}, {}, 1},
+      {nowhere, {other, linked}, built, -1},
+      {nowhere, {other}, built, 1},
+  };
+  for (const auto& row : cases) {
+    HostConfiguration configuration = with_path(row.folders);
+    configuration.linked_modules = row.linked;
+    configuration.last_extension_path = row.last_folders;
+    Host host(std::move(configuration));
+    const auto object = load_sample(host);
+    ASSERT_TRUE(object);
+    EXPECT_EQ(object->number, row.number);
+  }
+}
+
 TEST(ExtensionLoader, HostsOfOneProcessDoNotShareALibrarysVariables) {
   Host first(with_path({JWNLS_BUILD_DIR}));
   const auto of_first = load_sample(first);
