@@ -27,6 +27,21 @@
  *   flags        bit 0, bit 1: the symbol's first, last character takes a blank beside a digit; bits
  *                2, 3: of the narrow symbol; bit 4: money has other symbols in this currency
  *                bits 5 to 7: decimals of the currency
+ *
+ *   date names = count:u16 { name } count:u8 { exact }
+ *   name       = meaning:u16 text        folded as library/texts/folding.h says, sorted by bytes
+ *   meaning      bits 0 to 3: month, from 1; bits 4 to 7: weekday, from 1 for Sunday, 8 for two of
+ *                them; bit 8: a word that may stand between; bit 9: a name of two months; bit 10:
+ *                one that a related language gives to another month; bit 11: the beginning of a name
+ *   exact      = month:u8 text           as it is written: a name that folds to that of another
+ *
+ *   date patterns = flags:u8 full:text joint joint joint joint count:u8 { text }
+ *   flags        bit 0: short dates begin with two digits of the year
+ *   full         full dates, in the directives of the record's patterns
+ *   joint      = flags:u8 before:text between:text behind:text
+ *                around date and time, with a short, medium, long and full date; bit 0: the time
+ *                stands first
+ *   the last texts are the weekdays in full dates from Sunday on, 7 or 0: those of the record
  */
 #ifndef JWNLS_ABI_LAYOUT_DATA_H_
 #define JWNLS_ABI_LAYOUT_DATA_H_

@@ -43,3 +43,12 @@ function(jwnls_unicode_table generator output)
     DEPENDS ${generator} "${UNICODE_DATA}"
     COMMENT "Generating ${name}" VERBATIM)
 endfunction()
+
+if(NOT JWNLS_GENERATORS)
+  # Names of dates are folded at build time by the code that folds what is read.
+  set(folding_tables "${PROJECT_BINARY_DIR}/generators/folding_tables.cpp")
+  file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/generators")
+  jwnls_unicode_table(letter_folding_generator "${folding_tables}")
+  target_sources(ldb_generator PRIVATE library/dates/name_list.cpp library/dates/pattern_parts.cpp
+    library/texts/folding.cpp library/texts/utf8.cpp "${folding_tables}")
+endif()

@@ -3,7 +3,6 @@
 #include <unicode/ucal.h>
 #include <unicode/uchar.h>
 #include <unicode/ucurr.h>
-#include <unicode/udat.h>
 #include <unicode/uloc.h>
 #include <unicode/unum.h>
 #include <unicode/ures.h>
@@ -12,47 +11,16 @@
 #include <algorithm>
 
 #include "abi/locale_record.h"
+#include "generators/locales/date_symbols.h"
 #include "generators/locales/icu.h"
 #include "generators/locales/pattern_mapping.h"
 
 namespace jwnls::generator {
 namespace {
 
-using DateFormat = icu::LocalUDateFormatPointer;
 using NumberFormat = icu::LocalUNumberFormatPointer;
 using Calendar = icu::LocalUCalendarPointer;
 using Resource = icu::LocalUResourceBundlePointer;
-
-// Records are Gregorian and write the digits 0 to 9.
-std::string data_locale(const std::string& name) {
-  return name + "@calendar=gregorian;numbers=latn";
-}
-
-DateFormat open_format(const std::string& name, UDateFormatStyle date, UDateFormatStyle time) {
-  UErrorCode error = U_ZERO_ERROR;
-  DateFormat format(
-      udat_open(time, date, data_locale(name).c_str(), u"UTC", 3, nullptr, 0, &error));
-  check(error, "udat_open");
-  return format;
-}
-
-std::u16string cldr_pattern(const std::string& name, UDateFormatStyle date, UDateFormatStyle time) {
-  const DateFormat format = open_format(name, date, time);
-  return icu_text<char16_t>("udat_toPattern", [&](char16_t* out, int32_t room, UErrorCode* error) {
-    return udat_toPattern(format.getAlias(), false, out, room, error);
-  });
-}
-
-TextList symbols(const UDateFormat* format, UDateFormatSymbolType type, int first, int count) {
-  TextList list;
-  for (int i = first; i < first + count; ++i) {
-    list.push_back(
-        icu_text<char16_t>("udat_getSymbols", [&](char16_t* out, int32_t room, UErrorCode* error) {
-          return udat_getSymbols(format, type, i, out, room, error);
-        }));
-  }
-  return list;
-}
 
 TextList typeable_list(TextList list) {
   for (std::u16string& text : list) text = typeable(text);
@@ -92,24 +60,6 @@ char16_t number_symbol(const UNumberFormat* format, UNumberFormatSymbol symbol) 
       });
   if (text.size() != 1) throw std::runtime_error("a number symbol of more than one unit");
   return text[0];
-}
-
-struct Subtags {
-  std::string language, script, region;
-};
-
-// Language, script and region, the likely ones where the name has none.
-Subtags likely_subtags(const std::string& name) {
-  const std::string full =
-      icu_text<char>("uloc_addLikelySubtags", [&](char* out, int32_t room, UErrorCode* error) {
-        return uloc_addLikelySubtags(name.c_str(), out, room, error);
-      });
-  const auto part = [&](auto get) {
-    return icu_text<char>("uloc_get..", [&](char* out, int32_t room, UErrorCode* error) {
-      return get(full.c_str(), out, room, error);
-    });
-  };
-  return {part(uloc_getLanguage), part(uloc_getScript), part(uloc_getCountry)};
 }
 
 struct Currency {
@@ -188,6 +138,19 @@ std::map<std::string, std::string> read_explicit_parents() {
 
 }  // namespace
 
+Subtags likely_subtags(const std::string& name) {
+  const std::string full =
+      icu_text<char>("uloc_addLikelySubtags", [&](char* out, int32_t room, UErrorCode* error) {
+        return uloc_addLikelySubtags(name.c_str(), out, room, error);
+      });
+  const auto part = [&](auto get) {
+    return icu_text<char>("uloc_get..", [&](char* out, int32_t room, UErrorCode* error) {
+      return get(full.c_str(), out, room, error);
+    });
+  };
+  return {part(uloc_getLanguage), part(uloc_getScript), part(uloc_getCountry)};
+}
+
 std::vector<std::string> cldr_locale_names() {
   std::vector<std::string> names;
   names.reserve(static_cast<std::size_t>(uloc_countAvailable()));
@@ -227,10 +190,8 @@ CldrLocale read_cldr_locale(const std::string& name) try {
   CldrLocale locale;
   locale.name = name;
 
-  const DateFormat format = open_format(name, UDAT_MEDIUM, UDAT_NONE);
-  const TextList full_months = symbols(format.getAlias(), UDAT_MONTHS, 0, 12);
-  const TextList short_months = symbols(format.getAlias(), UDAT_SHORT_MONTHS, 0, 12);
-  const std::u16string era = symbols(format.getAlias(), UDAT_ERAS, 1, 1)[0];
+  const DateFormat format = open_date_format(name, UDAT_MEDIUM, UDAT_NONE);
+  const PatternNames texts = pattern_names(format);
 
   UErrorCode error = U_ZERO_ERROR;
   const NumberFormat numbers(
@@ -246,14 +207,14 @@ CldrLocale read_cldr_locale(const std::string& name) try {
   read_week(name, locale);
 
   const auto named = [&](UDateFormatSymbolType type, int first, int count) {
-    return typeable_list(symbols(format.getAlias(), type, first, count));
+    return typeable_list(date_symbols(format, type, first, count));
   };
   locale.lists = {
       {offsetof(LocaleRecord, full_weekdays), named(UDAT_WEEKDAYS, 1, 7)},
       {offsetof(LocaleRecord, short_weekdays), named(UDAT_SHORT_WEEKDAYS, 1, 7)},
-      {offsetof(LocaleRecord, full_months), typeable_list(full_months)},
-      {offsetof(LocaleRecord, short_months), typeable_list(short_months)},
-      {offsetof(LocaleRecord, date_patterns), patterns(name, {full_months, short_months, era})},
+      {offsetof(LocaleRecord, full_months), typeable_list(texts.full_months)},
+      {offsetof(LocaleRecord, short_months), typeable_list(texts.short_months)},
+      {offsetof(LocaleRecord, date_patterns), patterns(name, texts)},
       {offsetof(LocaleRecord, before_noon), named(UDAT_AM_PMS, 0, 2)},
       {offsetof(LocaleRecord, full_quarters), named(UDAT_QUARTERS, 0, 4)},
       {offsetof(LocaleRecord, short_quarters), named(UDAT_SHORT_QUARTERS, 0, 4)},

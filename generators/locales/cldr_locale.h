@@ -23,6 +23,12 @@ struct CldrLocale {
   std::uint8_t minimal_days = 0;   // of the new year, in its first week
 };
 
+struct Subtags {
+  std::string language, script, region;
+};
+/// Language, script and region of a name, the likely ones where it has none.
+Subtags likely_subtags(const std::string& name);
+
 /// Every locale that ICU has data for, sorted by name.
 std::vector<std::string> cldr_locale_names();
 

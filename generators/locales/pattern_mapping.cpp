@@ -17,11 +17,14 @@ struct Field {
 constexpr Field fields[] = {
     {u"y", u"%Y"},    {u"yy", u"%Y"},  // a four-digit year always
     {u"yyyy", u"%Y"},                  //
-    {u"M", u"%O"},    {u"MM", u"%m"}, {u"MMM", u"%b"}, {u"MMMM", u"%B"}, {u"d", u"%E"},
-    {u"dd", u"%d"},   {u"E", u"%a"},  {u"EEE", u"%a"}, {u"EEEE", u"%A"}, {u"H", u"%#H"},
-    {u"HH", u"%H"},   {u"h", u"%#I"}, {u"hh", u"%I"},  {u"m", u"%M"},    {u"mm", u"%M"},
-    {u"s", u"%S"},    {u"ss", u"%S"}, {u"a", u"%p"},   {u"B", u"%p"},  // the day's periods count as
-                                                                       // its halves
+    {u"M", u"%O"},    {u"MM", u"%m"},  {u"MMM", u"%b"},
+    {u"MMMM", u"%B"}, {u"d", u"%E"},   {u"dd", u"%d"},
+    {u"E", u"%a"},    {u"EEE", u"%a"}, {u"EEEE", u"%A"},
+    {u"cccc", u"%A"}, {u"H", u"%#H"},  {u"HH", u"%H"},
+    {u"h", u"%#I"},   {u"hh", u"%I"},  {u"m", u"%M"},
+    {u"mm", u"%M"},   {u"s", u"%S"},   {u"ss", u"%S"},
+    {u"a", u"%p"},    {u"B", u"%p"},  // the day's periods count as
+                                      // its halves
 };
 
 // Recognition learns from "%m" and "%d" that a locale writes the month first.

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_characters.h"
 #include "library/dates/date_text.h"
 #include "library/dates/pattern_parts.h"
+#include "library/locale_data/date_data.h"
 #include "library/texts/failure.h"
 #include "library/texts/folding.h"
 #include "library/texts/utf8.h"
@@ -19,6 +21,12 @@ std::string utf8_of(std::u16string_view units) {
   std::string text(3 * units.size(), '\0');
   text.resize(to_utf8(units, text.data(), text.size()));
   return text;
+}
+
+std::u16string utf16_of(std::string_view text) {
+  std::u16string units(text.size(), u'\0');
+  units.resize(to_utf16(text, units.data(), units.size()).value_or(0));
+  return units;
 }
 
 std::string folded_form(std::string_view text) {
@@ -108,7 +116,8 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   }
 }
 
-void set_orders(const LocaleRecord& record, const Options& options, DateLayout& layout) {
+void set_orders(const LocaleRecord& record, bool short_year_first, const Options& options,
+                DateLayout& layout) {
   const PatternParts short_pattern(utf8_of(text_of(record.date_patterns[0])));
   const PatternParts long_pattern(utf8_of(text_of(record.date_patterns[2])));
   const std::string order = order_of(short_pattern);
@@ -120,7 +129,8 @@ void set_orders(const LocaleRecord& record, const Options& options, DateLayout& 
   }
   layout.order = chosen;
   layout.short_years = options.years != years_four;
-  layout.leading_short_years = options.years == years_two;
+  layout.leading_short_years =
+      options.years == years_two || (short_year_first && options.years != years_four);
   layout.short_years_with_names =
       options.years == years_two || order_of(long_pattern).substr(0, 1) != "Y";
 }
@@ -168,55 +178,91 @@ void set_habits(const std::string& locale, DateLayout& layout) {
   if (layout.buddhist) layout.short_years = false;
 }
 
-// What stands between date and time in the datetime pattern, which is a date pattern and the
-// pattern of times in either order.
-void set_joint(const LocaleRecord& record, DateLayout& layout) {
-  layout.day_halves[0] = utf8_of(text_of(record.before_noon));
-  layout.day_halves[1] = utf8_of(text_of(record.after_noon));
-  const std::u16string_view pattern = text_of(record.datetime_pattern);
-  const std::u16string_view time = text_of(record.time_pattern);
+Joint make_joint(const DateJoint& data) {
+  Joint joint;
+  joint.time_first = data.time_first;
+  joint.before = data.before;
+  joint.between = data.between;
+  joint.behind = data.behind;
+  joint.before_units = utf16_of(data.before);
+  joint.between_units = utf16_of(data.between);
+  joint.behind_units = utf16_of(data.behind);
+  joint.mark = trimmed(data.between);
+  return joint;
+}
+
+// The joint of the record's datetime pattern, which is a date pattern and the pattern of times in
+// either order; false when it is not.
+bool find_joint(const LocaleRecord& record, Joint& joint) {
+  const std::string pattern = utf8_of(text_of(record.datetime_pattern));
+  const std::string time = utf8_of(text_of(record.time_pattern));
   const std::size_t at = pattern.find(time);
-  if (time.empty() || at == pattern.npos) return;
-  const std::u16string_view before = pattern.substr(0, at);
-  const std::u16string_view behind = pattern.substr(at + time.size());
-  layout.time_first = before.empty();
+  if (time.empty() || at == pattern.npos) return false;
+  const std::string before = pattern.substr(0, at);
+  const std::string behind = pattern.substr(at + time.size());
   for (const TextEntry& each : record.date_patterns) {
-    const std::u16string_view date = text_of(each);
+    const std::string date = utf8_of(text_of(each));
     if (date.empty()) continue;
     if (behind.empty() && before.substr(0, date.size()) == date) {
-      layout.joint_units = before.substr(date.size());
-    } else if (before.empty() && behind.size() >= date.size() &&
-               behind.substr(behind.size() - date.size()) == date) {
-      layout.joint_units = behind.substr(0, behind.size() - date.size());
-    } else {
-      continue;
+      joint = make_joint({false, "", std::string_view(before).substr(date.size()), ""});
+      return true;
     }
+    if (before.empty() && behind.size() >= date.size() &&
+        behind.substr(behind.size() - date.size()) == date) {
+      const std::string between = behind.substr(0, behind.size() - date.size());
+      joint = make_joint({true, "", between, ""});
+      return true;
+    }
+  }
+  return false;
+}
+
+void set_joints(const Locale& locale, const std::optional<DatePatternData>& data, int style,
+                DateLayout& layout) {
+  layout.day_halves[0] = utf8_of(text_of(locale.record->before_noon));
+  layout.day_halves[1] = utf8_of(text_of(locale.record->after_noon));
+  if (data) {
+    for (const DateJoint& each : data->joints) layout.joints.push_back(make_joint(each));
+    const std::size_t index = style == style_short  ? 0
+                              : style == style_long ? 2
+                              : style == style_full ? 3
+                                                    : 1;
+    layout.joint = layout.joints[index];
     layout.is_composed = true;
-    layout.joint = utf8_of(layout.joint_units);
-    layout.joint_mark = trimmed(layout.joint);
-    return;
+  } else if (find_joint(*locale.record, layout.joint)) {
+    layout.joints.push_back(layout.joint);
+    layout.is_composed = true;
+  }
+  for (const Joint& each : layout.joints) {
+    layout.time_first = layout.time_first || each.time_first;
+    layout.has_ends = layout.has_ends || !each.before.empty() || !each.behind.empty();
+    for (std::string& word : words_of(each.between)) {
+      auto& words = layout.joining_words;
+      if (std::find(words.begin(), words.end(), word) == words.end()) {
+        words.push_back(std::move(word));
+      }
+    }
   }
 }
 
-// The pattern of full dates, with their weekdays; null: the locale's data has none.
-const TextEntry* full_date_pattern(const Locale& /*locale*/) { return nullptr; }
-
-void set_style(const Locale& locale, int kind, const Options& options, DateLayout& layout) {
-  if (options.style == style_full && full_date_pattern(locale) == nullptr) {
+void set_style(const Locale& locale, int kind, const std::optional<DatePatternData>& data,
+               int style, DateLayout& layout) {
+  if (style == style_full && !data) {
     fail(JWNLS_UNKNOWN, [&](Message& message) {
       message << "option 'style=full': the data of " << locale.name << " has no full dates";
     });
   }
+  if (style == style_full) layout.full = make_full_date(*locale.record, *data);
   // The date service takes 1 for the medium and 2 for the long pattern, anything else for the
   // short one.
-  layout.date_style = options.style == style_long ? 2 : options.style == style_short ? 0 : 1;
-  set_joint(*locale.record, layout);
-  if (kind != JWNLS_DATE && options.style != style_medium && !layout.is_composed) {
+  layout.date_style = style == style_long ? 2 : style == style_short ? 0 : 1;
+  set_joints(locale, data, style, layout);
+  if (kind != JWNLS_DATE && style != style_medium && !layout.is_composed) {
     fail(JWNLS_UNKNOWN, [&](Message& message) {
       message << "option 'style': " << locale.name << " writes datetimes in its medium style only";
     });
   }
-  layout.is_composed = layout.is_composed && options.style != style_medium;
+  layout.is_composed = layout.is_composed && style != style_medium;
 }
 
 }  // namespace
@@ -226,18 +272,15 @@ std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kin
   if (kind != JWNLS_DATE && kind != JWNLS_DATETIME && kind != JWNLS_INSTANT) return nullptr;
   auto layout = std::make_unique<DateLayout>();
   const LocaleRecord& record = *locale.record;
-  add_names(record, layout->names);
-  if (options.names == names_english) prefer_english_months(layout->names);
-  layout->names.finish();
-  set_orders(record, options, *layout);
+  layout->names = date_names_of(locale, options.names == names_english);
+  const auto data = read_date_pattern_data(record);
+  set_orders(record, data && data->short_year_first, options, *layout);
   layout->century = options.century;
   for (const TextEntry& pattern : record.date_patterns) {
     add_own_marks(record, PatternParts(utf8_of(text_of(pattern))), *layout);
   }
   set_habits(locale.name, *layout);
-  set_style(locale, kind, options, *layout);
-  // What every locale's words for "at" are comes with the data; these stand in the pattern.
-  layout->joining_words = words_of(layout->joint);
+  set_style(locale, kind, data, options.style, *layout);
   return layout;
 }
 

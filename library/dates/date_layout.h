@@ -12,6 +12,7 @@
 
 #include "abi/locale_record.h"
 #include "library/dates/date_names.h"
+#include "library/dates/full_date.h"
 #include "library/layouts/options.h"
 #include "library/process/process.h"
 
@@ -25,8 +26,16 @@ struct OwnMarks {
   bool has_words;    // in the gaps: they say what each number is
 };
 
+/// What stands around a date and a time.
+struct Joint {
+  bool time_first = false;
+  std::string before, between, behind;                       // UTF-8
+  std::u16string before_units, between_units, behind_units;  //
+  std::string mark;                                          // between them, without blanks
+};
+
 struct DateLayout {
-  DateNames names;
+  std::shared_ptr<const DateNames> names;
   Order order = order_dmy;             // of three numbers
   bool short_years = true;             // two digits may be a year
   bool leading_short_years = false;    // also in front, where the year is written there
@@ -39,13 +48,15 @@ struct DateLayout {
 
   // Datetimes.
   std::vector<std::string> joining_words;  // between date and time, folded: "um"
-  bool time_first = false;                 // as Vietnamese has it
+  std::vector<Joint> joints;               // of all styles
+  bool time_first = false;                 // in one of them, as Vietnamese has it
+  bool has_ends = false;                   // some joint has texts before or behind it all
   std::uint16_t date_style = 1;            // the style of the date service
-  bool is_composed = false;                // date and time are written apart, with `joint` between
-  std::string joint;                       // UTF-8
-  std::u16string joint_units;              //
-  std::string joint_mark;                  // without blanks
+  bool is_composed = false;                // date and time are written apart, with `joint`
+  Joint joint;                             // of the layout's style
   std::string day_halves[2];               // "AM" and "PM", which may stand before the hour
+
+  std::unique_ptr<const FullDate> full;  // of style=full; null: the date service writes
 };
 
 /// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not

@@ -1,142 +1,71 @@
 #include "library/dates/date_names.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <iterator>
+#include <map>
+#include <mutex>
+#include <utility>
 
 #include "library/dates/date_characters.h"
 #include "library/dates/pattern_parts.h"
-#include "library/texts/folding.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
-namespace {
 
-// A name as the table has it.
-class FoldedName {
- public:
-  explicit FoldedName(std::string_view name) {
-    size_ = fold_text(name, bytes_.data(), bytes_.size()).value_or(0);
-    while (size_ > 0 && (bytes_[size_ - 1] == '.' || bytes_[size_ - 1] == ' ')) --size_;
-    while (begin_ < size_ && bytes_[begin_] == ' ') ++begin_;
-  }
-  [[nodiscard]] std::string_view text() const { return {bytes_.data() + begin_, size_ - begin_}; }
-
- private:
-  std::array<char, DateNames::longest> bytes_;
-  std::size_t begin_ = 0;
-  std::size_t size_ = 0;
-};
-
-bool continues_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-void set_month(NameMeaning& meaning, int month) {
-  meaning.two_months = meaning.two_months || (meaning.month != 0 && meaning.month != month);
-  meaning.month = static_cast<std::uint8_t>(month);
+DateNames::DateNames(const DateNameData& data) {
+  entries_.reserve(data.list.names.size() + data.exact.size());
+  for (const auto& [name, meaning] : data.list.names) add_entry(name, meaning);
+  add_stand_ins(data);
+  mark_longer();
+  make_slots();
 }
 
-}  // namespace
-
-NameMeaning* DateNames::meaning_of(std::string_view name) {
-  // Names that begin with a digit ("3月") are numbers with words of their own.
-  if (name.empty() || is_digit(name.front())) return nullptr;
-  for (Entry& entry : entries_) {
-    if (text_of_entry(entry) == name) return &entry.meaning;
-  }
+void DateNames::add_entry(std::string_view name, const NameMeaning& meaning) {
   const auto begin = static_cast<std::uint32_t>(texts_.size());
   texts_.append(name);
-  entries_.push_back({key_of(name), begin, static_cast<std::uint16_t>(name.size()), {}});
-  return &entries_.back().meaning;
+  entries_.push_back({key_of(name), begin, static_cast<std::uint16_t>(name.size()), meaning});
 }
 
-void DateNames::add_month(std::string_view name, int month) {
-  if (NameMeaning* meaning = meaning_of(FoldedName(name).text())) set_month(*meaning, month);
-}
-
-void DateNames::add_weekday(std::string_view name, int weekday) {
-  NameMeaning* const meaning = meaning_of(FoldedName(name).text());
-  if (meaning == nullptr) return;
-  const bool other = meaning->weekday != 0 && meaning->weekday != weekday;
-  meaning->weekday = other ? NameMeaning::some_weekday : static_cast<std::uint8_t>(weekday);
-}
-
-void DateNames::add_word(std::string_view word) {
-  if (NameMeaning* meaning = meaning_of(FoldedName(word).text())) meaning->word = true;
-}
-
-void DateNames::prefer_month(std::string_view name, int month) {
-  if (NameMeaning* meaning = meaning_of(FoldedName(name).text())) {
-    meaning->month = static_cast<std::uint8_t>(month);
-    meaning->two_months = false;
-  }
-}
-
-// Beginnings of names: each that all names which begin so give one month, and no weekday begins
-// so. They end where a character does, and hold letters alone.
-void DateNames::add_beginnings() {
-  struct Beginning {
-    std::string text;
-    int month;
-  };
-  std::vector<Beginning> beginnings;
-  const auto collect = [&beginnings](std::string_view name, int month) {
-    std::size_t letters = 0;
-    for (std::size_t at = 0; at < name.size(); ++at) {
-      if (at > 0 && continues_character(name[at])) continue;
-      if (at > 0 && letters >= 3) beginnings.push_back({std::string(name.substr(0, at)), month});
-      if (name[at] == ' ' || name[at] == '.' || is_digit(name[at])) return;
-      ++letters;
-    }
-  };
-  for (const Entry& entry : entries_) {
-    const NameMeaning& meaning = entry.meaning;
-    if (!meaning.is_name()) continue;
-    // 0 stands for what is no month, or two: nothing else may begin so.
-    const bool only_month = meaning.month != 0 && !meaning.two_months && meaning.weekday == 0;
-    collect(text_of_entry(entry), only_month ? meaning.month : 0);
-  }
-  std::sort(beginnings.begin(), beginnings.end(),
-            [](const Beginning& a, const Beginning& b) { return a.text < b.text; });
-  const std::size_t known = entries_.size();
-  for (std::size_t i = 0; i < beginnings.size();) {
-    const Beginning& first = beginnings[i];
-    bool unique = first.month != 0;
-    for (; i < beginnings.size() && beginnings[i].text == first.text; ++i) {
-      unique = unique && beginnings[i].month == first.month;
-    }
-    const auto is_known = [&](const Entry& entry) { return text_of_entry(entry) == first.text; };
-    const auto end = entries_.begin() + static_cast<std::ptrdiff_t>(known);
-    if (!unique || std::any_of(entries_.begin(), end, is_known)) continue;
-    const auto begin = static_cast<std::uint32_t>(texts_.size());
-    texts_.append(first.text);
-    Entry entry = {key_of(first.text), begin, static_cast<std::uint16_t>(first.text.size()), {}};
-    set_month(entry.meaning, first.month);
-    entries_.push_back(entry);
-  }
-}
-
-// Names with digits, and characters of the private use area in their place.
-void DateNames::add_numbered() {
-  const std::size_t known = entries_.size();
-  for (std::size_t i = 0; i < known; ++i) {
-    const std::string name(text_of_entry(entries_[i]));
-    if (std::none_of(name.begin(), name.end(), is_digit)) continue;
+void DateNames::add_stand_ins(const DateNameData& data) {
+  char32_t next = 0xE000;
+  const auto add = [&](std::vector<StandIn>& list, const std::string& name, NameMeaning meaning) {
     char bytes[4];
-    const char32_t character = 0xE000 + static_cast<char32_t>(numbered_.size());
-    const std::string stand_in(bytes, encode_utf8(character, bytes));
-    const NameMeaning meaning = entries_[i].meaning;
-    *meaning_of(stand_in) = meaning;
-    numbered_.push_back({name, stand_in});
+    list.push_back({name, std::string(bytes, encode_utf8(next++, bytes))});
+    add_entry(list.back().stand_in, meaning);
+  };
+  for (const auto& [name, meaning] : data.list.names) {
+    if (std::any_of(name.begin(), name.end(), is_digit)) add(numbered_, name, meaning);
   }
-  std::sort(numbered_.begin(), numbered_.end(), [](const Numbered& a, const Numbered& b) {
-    return a.name.size() != b.name.size() ? a.name.size() > b.name.size() : a.name < b.name;
-  });
+  for (const ExactName& each : data.exact) {
+    NameMeaning meaning;
+    meaning.month = static_cast<std::uint8_t>(each.month);
+    add(exact_, each.text, meaning);
+  }
+  for (auto* list : {&numbered_, &exact_}) {
+    std::sort(list->begin(), list->end(), [](const StandIn& a, const StandIn& b) {
+      return a.name.size() != b.name.size() ? a.name.size() > b.name.size() : a.name < b.name;
+    });
+  }
+}
+
+std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcept {
+  for (const StandIn& each : exact_) {
+    const std::size_t at = std::string_view(text, size).find(each.name);
+    const std::size_t end = at + each.name.size();
+    if (at == std::string_view::npos || each.name.size() < each.stand_in.size()) continue;
+    const auto is_ascii_letter = [](char byte) { return is_letter(byte) && byte > 0; };
+    if ((at > 0 && is_letter(text[at - 1])) || (end < size && is_ascii_letter(text[end]))) continue;
+    const std::size_t cut = each.name.size() - each.stand_in.size();
+    std::memcpy(text + at, each.stand_in.data(), each.stand_in.size());
+    std::memmove(text + end - cut, text + end, size - end);
+    size -= cut;
+  }
+  return size;
 }
 
 std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
                                         std::uint16_t* places) const noexcept {
-  for (const Numbered& each : numbered_) {
+  for (const StandIn& each : numbered_) {
     const std::size_t name = each.name.size();
     const std::size_t stand_in = each.stand_in.size();
     std::size_t at = std::string_view(folded, size).find(each.name);
@@ -168,10 +97,7 @@ void DateNames::mark_longer() {
   }
 }
 
-void DateNames::finish() {
-  add_beginnings();
-  add_numbered();
-  mark_longer();
+void DateNames::make_slots() {
   const auto first_byte = [this](const Entry& entry) {
     return static_cast<unsigned char>(texts_[entry.begin]);
   };
@@ -215,54 +141,55 @@ std::string utf8_of(std::u16string_view units) {
   return {bytes, to_utf8(units, bytes, sizeof bytes)};
 }
 
-// The words of a pattern; and names with what stands before or behind them without a blank, as
-// prepositions do in Hebrew.
-void add_pattern(const LocaleRecord& record, const PatternParts& parts, DateNames& names) {
-  for (const PatternParts::Part& part : parts.parts) {
-    if (part.directive == 0) {
-      for (const std::string& word : words_of(part.literal)) names.add_word(word);
-    }
+// What the record alone says, where the database has no layout data.
+NameList names_of_record(const LocaleRecord& record) {
+  NameList list;
+  std::string full_months[12];
+  std::string short_months[12];
+  for (int i = 0; i < 12; ++i) {
+    full_months[i] = utf8_of(text_of(record.full_months[i]));
+    short_months[i] = utf8_of(text_of(record.short_months[i]));
+    list.add_month(full_months[i], i + 1);
+    list.add_month(short_months[i], i + 1);
   }
-  for (std::size_t i = 0; i < parts.parts.size(); ++i) {
-    const char directive = parts.parts[i].directive;
-    if (directive != 'B' && directive != 'b') continue;
-    const std::string before = i > 0 ? letters_at_end(parts.parts[i - 1].literal) : "";
-    const std::string behind =
-        i + 1 < parts.parts.size() ? letters_at_begin(parts.parts[i + 1].literal) : "";
-    if (before.empty() && behind.empty()) continue;
-    const TextEntry* const months = directive == 'B' ? record.full_months : record.short_months;
-    for (int month = 1; month <= 12; ++month) {
-      names.add_month(before + utf8_of(text_of(months[month - 1])) + behind, month);
-    }
-  }
-}
-
-}  // namespace
-
-void add_names(const LocaleRecord& record, DateNames& names) {
-  for (int month = 1; month <= 12; ++month) {
-    names.add_month(utf8_of(text_of(record.full_months[month - 1])), month);
-    names.add_month(utf8_of(text_of(record.short_months[month - 1])), month);
-  }
-  for (int weekday = 1; weekday <= 7; ++weekday) {
-    names.add_weekday(utf8_of(text_of(record.full_weekdays[weekday - 1])), weekday);
-    names.add_weekday(utf8_of(text_of(record.short_weekdays[weekday - 1])), weekday);
+  for (int i = 0; i < 7; ++i) {
+    list.add_weekday(utf8_of(text_of(record.full_weekdays[i])), i + 1);
+    list.add_weekday(utf8_of(text_of(record.short_weekdays[i])), i + 1);
   }
   for (const TextEntry& pattern : record.date_patterns) {
-    add_pattern(record, PatternParts(utf8_of(text_of(pattern))), names);
+    list.add_pattern(PatternParts(utf8_of(text_of(pattern))), full_months, short_months);
   }
+  return list;
 }
 
-void prefer_english_months(DateNames& names) {
+void add_english_months(NameList& list) {
   constexpr const char* months[] = {"January",   "February", "March",    "April",
                                     "May",       "June",     "July",     "August",
                                     "September", "October",  "November", "December"};
   for (int month = 1; month <= 12; ++month) {
     const std::string_view name = months[month - 1];
-    names.prefer_month(name, month);
-    names.prefer_month(name.substr(0, 3), month);
+    list.add_foreign_month(name, month);
+    list.add_foreign_month(name.substr(0, 3), month);
   }
-  names.prefer_month("Sept", 9);
+  list.add_foreign_month("Sept", 9);
+}
+
+}  // namespace
+
+std::shared_ptr<const DateNames> date_names_of(const Locale& locale, bool with_english) {
+  // Never destroyed, as the locales.
+  static std::mutex& mutex = *new std::mutex;
+  using Known = std::map<std::pair<const Locale*, bool>, std::shared_ptr<const DateNames>>;
+  static Known& known = *new Known;
+  const std::lock_guard lock(mutex);
+  std::shared_ptr<const DateNames>& names = known[{&locale, with_english}];
+  if (names == nullptr) {
+    std::optional<DateNameData> data = read_date_name_data(*locale.record);
+    if (!data) data = DateNameData{names_of_record(*locale.record), {}};
+    if (with_english) add_english_months(data->list);
+    names = std::make_shared<const DateNames>(*data);
+  }
+  return names;
 }
 
 }  // namespace jwnls::library

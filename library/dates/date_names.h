@@ -1,8 +1,5 @@
-// The names by which a layout knows months and weekdays, and the words that may stand between.
-//
-// Made when a layout is opened: from the locale's record, today. Names are folded (see
-// library/texts/folding.h) and have no dot at their end; one text may be several things at once:
-// the Spanish "mar" is Tuesday and March.
+// The names by which a layout knows months and weekdays, and the words that may stand between, as
+// reading looks them up. Made once for each locale and choice of names=, shared by its layouts.
 
 #ifndef JWNLS_LIBRARY_DATES_DATE_NAMES_H_
 #define JWNLS_LIBRARY_DATES_DATE_NAMES_H_
@@ -10,46 +7,31 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "abi/locale_record.h"
+#include "library/dates/name_list.h"
+#include "library/locale_data/date_data.h"
+#include "library/process/process.h"
 
 namespace jwnls::library {
 
-/// What a name stands for.
-struct NameMeaning {
-  std::uint8_t month = 0;     // 1 to 12; 0: none
-  std::uint8_t weekday = 0;   // 1 (Sunday) to 7; 0: none; `some_weekday`: of two, not to be checked
-  bool word = false;          // may stand between the parts of a date
-  bool two_months = false;    // the name of two months: says nothing
-  bool false_friend = false;  // the name of another month in a related language
-  bool begins_longer = false;  // a longer name has another word behind it
-
-  static constexpr std::uint8_t some_weekday = 8;
-  [[nodiscard]] bool is_name() const noexcept { return month != 0 || weekday != 0 || two_months; }
-};
-
 class DateNames {
  public:
-  /// The most bytes of a folded name that are kept.
-  static constexpr std::size_t longest = 200;
-
-  // Filling, in this order; all of it allocates. Texts are UTF-8, as they are written.
-  void add_month(std::string_view name, int month);
-  void add_weekday(std::string_view name, int weekday);
-  void add_word(std::string_view word);
-  /// Adds a month's name of a second language, which wins over the first.
-  void prefer_month(std::string_view name, int month);
-  /// Adds the beginnings of three letters and more that only one month has, and makes the table.
-  void finish();
+  /// Throws bad_alloc.
+  explicit DateNames(const DateNameData& data);
 
   /// Replaces every name that has digits in it ("M11", "Th 2") by a character of its own, so that
   /// they do not count as numbers of the date. Gives the new size; `places` may be null.
   std::size_t replace_numbered(char* folded, std::size_t size,
                                std::uint16_t* places) const noexcept;
   [[nodiscard]] bool has_numbered() const noexcept { return !numbered_.empty(); }
+
+  /// Likewise, in a text as it is written, names that only their marks tell from another ("Ẹr").
+  std::size_t replace_exact(char* text, std::size_t size) const noexcept;
+  [[nodiscard]] bool has_exact() const noexcept { return !exact_.empty(); }
 
   /// The meaning of a folded text that is the whole name; null: none.
   [[nodiscard]] const NameMeaning* find(std::string_view name) const noexcept {
@@ -92,29 +74,27 @@ class DateNames {
   [[nodiscard]] std::string_view text_of_entry(const Entry& entry) const noexcept {
     return std::string_view(texts_).substr(entry.begin, entry.size);
   }
-  NameMeaning* meaning_of(std::string_view name);
-  void add_beginnings();
-  void add_numbered();
-  void mark_longer();
-
-  // A name with digits and the three bytes that stand for it.
-  struct Numbered {
+  // A name and the three bytes that stand for it: a character for private use.
+  struct StandIn {
     std::string name, stand_in;
   };
 
-  std::vector<Numbered> numbered_;  // the longest first
-  std::vector<Entry> entries_;      // at last sorted: by first byte, the longest first
+  void add_stand_ins(const DateNameData& data);
+  void add_entry(std::string_view name, const NameMeaning& meaning);
+  void mark_longer();
+  void make_slots();
+
+  std::vector<StandIn> numbered_;  // the longest first
+  std::vector<StandIn> exact_;     // likewise
+  std::vector<Entry> entries_;     // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are
   std::size_t mask_ = 0;
   std::uint16_t first_of_[257] = {};  // the first entry of each first byte
 };
 
-/// Fills in the names of a record: months, weekdays, and the words of its date patterns.
-void add_names(const LocaleRecord& record, DateNames& names);
-
-/// The English names, for names=english.
-void prefer_english_months(DateNames& names);
+/// The names of a locale. Throws bad_alloc. Any thread.
+std::shared_ptr<const DateNames> date_names_of(const Locale& locale, bool with_english);
 
 }  // namespace jwnls::library
 

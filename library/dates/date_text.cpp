@@ -44,7 +44,7 @@ class QuickLookUp {
     const std::string_view folded(folded_, folded_size_);
     std::uint64_t key;
     std::memcpy(&key, folded_, 8);
-    const NameMeaning* const meaning = layout_.names.find(key, folded);
+    const NameMeaning* const meaning = layout_.names->find(key, folded);
     // The full way knows names of several words, and beginnings of runs.
     const bool is_whole = meaning != nullptr ? !meaning->begins_longer : is_ordinal(folded);
     return is_whole ? Word{at, folded, meaning} : Word{};
@@ -103,7 +103,7 @@ class QuickLookUp {
 // Looks up the longest name or word that a folded text goes on with.
 class FullLookUp {
  public:
-  explicit FullLookUp(const DateLayout& layout) noexcept : names_(layout.names) {}
+  explicit FullLookUp(const DateLayout& layout) noexcept : names_(*layout.names) {}
 
   Word operator()(std::string_view rest) const noexcept {
     std::size_t size = 0;
@@ -188,13 +188,15 @@ DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
   // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way, nor are
   // names with digits.
-  if (read.refusal != Refusal::none && (!is_ascii(text) || layout.names.has_numbered())) {
+  if (read.refusal != Refusal::none && (!is_ascii(text) || layout.names->has_numbered())) {
     read.refusal = Refusal::undecided;
   }
   return read;
 }
 
-DateRead full_date(const DateLayout& layout, std::string_view text, bool with_place) noexcept {
+namespace {
+
+DateRead folded_date(const DateLayout& layout, std::string_view text, bool with_place) noexcept {
   char folded[folded_room];
   std::uint16_t places[folded_room + 1];
   const auto size = fold_text(text, folded, sizeof folded, with_place ? places : nullptr);
@@ -204,7 +206,7 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
     return read;
   }
   const std::string_view all(
-      folded, layout.names.replace_numbered(folded, *size, with_place ? places : nullptr));
+      folded, layout.names->replace_numbered(folded, *size, with_place ? places : nullptr));
   const std::string_view inner = trimmed(all);
   DateRead read;
   if (inner.empty()) {
@@ -215,6 +217,18 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
   read = DateGrammar<FullLookUp>(layout, inner, look_up).read();
   if (with_place) read.place = places[static_cast<std::size_t>(inner.data() - folded) + read.place];
   return read;
+}
+
+}  // namespace
+
+DateRead full_date(const DateLayout& layout, std::string_view text, bool with_place) noexcept {
+  const DateRead read = folded_date(layout, text, with_place);
+  if (read.refusal != Refusal::two_months || !layout.names->has_exact()) return read;
+  char copy[folded_room];
+  if (text.size() > sizeof copy) return read;
+  std::memcpy(copy, text.data(), text.size());
+  const std::size_t size = layout.names->replace_exact(copy, text.size());
+  return size == text.size() ? read : folded_date(layout, {copy, size}, with_place);
 }
 
 DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept {

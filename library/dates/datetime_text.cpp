@@ -68,10 +68,14 @@ std::string_view without_joint(const DateLayout& layout, std::string_view text) 
       text.remove_suffix(1);
       continue;
     }
-    const std::string_view mark = layout.joint_mark;
-    if (!mark.empty() && text.size() > mark.size() &&
-        text.substr(text.size() - mark.size()) == mark) {
-      text.remove_suffix(mark.size());
+    const auto ends_in = [text](std::string_view mark) {
+      return !mark.empty() && text.size() > mark.size() &&
+             text.substr(text.size() - mark.size()) == mark;
+    };
+    const auto joint = std::find_if(layout.joints.begin(), layout.joints.end(),
+                                    [&](const Joint& each) { return ends_in(each.mark); });
+    if (joint != layout.joints.end()) {
+      text.remove_suffix(joint->mark.size());
       continue;
     }
     const bool is_t = (text.back() == 'T' || text.back() == 't') && text.size() > 1 &&
@@ -96,9 +100,15 @@ std::string_view without_joint(const DateLayout& layout, std::string_view text) 
   }
 }
 
-std::string_view without_leading_joint(std::string_view text) noexcept {
+std::string_view without_leading_joint(const DateLayout& layout, std::string_view text) noexcept {
   text = trimmed(text);
   while (!text.empty() && text.front() == ',') text = trimmed(text.substr(1));
+  for (const Joint& joint : layout.joints) {
+    if (joint.time_first && !joint.mark.empty() &&
+        text.substr(0, joint.mark.size()) == joint.mark) {
+      return trimmed(text.substr(joint.mark.size()));
+    }
+  }
   return text;
 }
 
@@ -129,7 +139,8 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
     }
     return false;
   }
-  const DateRead date = read_date_text(*layout.dates, without_leading_joint(text.substr(at)));
+  const DateRead date =
+      read_date_text(*layout.dates, without_leading_joint(*layout.dates, text.substr(at)));
   if (date.refusal != Refusal::none) return false;
   const auto time = read_time_text(*layout.locale, trimmed(text.substr(0, at)));
   return time && put_together(date, *time, clock);
@@ -187,18 +198,36 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& cl
 // At the joint that the locale writes, the commonest place.
 bool read_at_joint(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
   const DateLayout& dates = *layout.dates;
-  if (dates.joint_mark.empty() || dates.time_first) return false;
-  const std::size_t at = text.rfind(dates.joint);
+  const std::string& between = dates.joint.between;
+  if (dates.joint.mark.empty() || dates.joint.time_first) return false;
+  const std::size_t at = text.rfind(between);
   if (at == text.npos) return false;
   const DateRead date = quick_date(dates, text.substr(0, at));
   if (date.refusal != Refusal::none) return false;
-  const auto time = read_time_text(*layout.locale, text.substr(at + dates.joint.size()));
+  const auto time = read_time_text(*layout.locale, text.substr(at + between.size()));
   return time && put_together(date, *time, clock);
+}
+
+// Without what some style writes before and behind it all: "lúc", "बजे".
+std::string_view without_ends(const DateLayout& layout, std::string_view text) noexcept {
+  for (const Joint& joint : layout.joints) {
+    const std::string_view before = trimmed(joint.before);
+    const std::string_view behind = trimmed(joint.behind);
+    if (!before.empty() && text.substr(0, before.size()) == before) {
+      text = trimmed(text.substr(before.size()));
+    }
+    if (!behind.empty() && text.size() > behind.size() &&
+        text.substr(text.size() - behind.size()) == behind) {
+      text = trimmed(text.substr(0, text.size() - behind.size()));
+    }
+  }
+  return text;
 }
 
 Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   Clock clock;
   std::int32_t offset_seconds = 0;
+  if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
   const bool has_offset = cut_offset(text, offset_seconds);
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');

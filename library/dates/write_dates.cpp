@@ -19,6 +19,7 @@ using jwnls::Status;
 using jwnls::library::DateLayout;
 using jwnls::library::deliver;
 using jwnls::library::deliver_converted;
+using jwnls::library::Joint;
 
 // The slots of the writing services, by the unit.
 template <typename Unit>
@@ -28,14 +29,18 @@ struct Slots<char> {
   static auto date(const ServiceTable& services) { return services.format_date_8bit; }
   static auto time(const ServiceTable& services) { return services.format_time_8bit; }
   static auto datetime(const ServiceTable& services) { return services.format_datetime_8bit; }
-  static std::string_view joint(const DateLayout& dates) { return dates.joint; }
+  static std::string_view before(const Joint& joint) { return joint.before; }
+  static std::string_view between(const Joint& joint) { return joint.between; }
+  static std::string_view behind(const Joint& joint) { return joint.behind; }
 };
 template <>
 struct Slots<char16_t> {
   static auto date(const ServiceTable& services) { return services.format_date; }
   static auto time(const ServiceTable& services) { return services.format_time; }
   static auto datetime(const ServiceTable& services) { return services.format_datetime; }
-  static std::u16string_view joint(const DateLayout& dates) { return dates.joint_units; }
+  static std::u16string_view before(const Joint& joint) { return joint.before_units; }
+  static std::u16string_view between(const Joint& joint) { return joint.between_units; }
+  static std::u16string_view behind(const Joint& joint) { return joint.behind_units; }
 };
 
 // Runs `call`, which is a template over the unit, for the caller's unit or by way of UTF-16.
@@ -53,12 +58,29 @@ int write(const jwnls_layout* layout, Call call, Unit* out, std::size_t room,
 }
 
 template <typename Unit>
+std::uint32_t put_full_date(const DateLayout& dates, std::int32_t day, Unit* out,
+                            std::int64_t capacity, std::int64_t* length) noexcept {
+  const auto room = static_cast<std::size_t>(capacity);
+  const std::size_t size = dates.full->texts<Unit>().write(day, out, room);
+  *length = static_cast<std::int64_t>(size);
+  return code(size <= room ? Status::ok : Status::does_not_fit);
+}
+
+template <typename Unit>
 int write_date(const jwnls_layout* layout, std::int32_t days, Unit* out, std::size_t room,
                std::size_t* length) noexcept {
   *length = 0;
   if (!layout->is(JWNLS_DATE)) return JWNLS_KIND;
   const auto day = jwnls::library::calendar_day(days);
   if (!day) return JWNLS_RANGE;
+  if (layout->dates->full != nullptr) {
+    return write(
+        layout,
+        [=](auto* to, std::int64_t capacity, std::int64_t* size) {
+          return put_full_date(*layout->dates, *day, to, capacity, size);
+        },
+        out, room, length);
+  }
   const CivilDate date = jwnls::civil_from_day(*day);
   LocaleHandle* const handle = layout->locale->handle;
   const std::uint32_t style = layout->dates->date_style;
@@ -72,7 +94,7 @@ int write_date(const jwnls_layout* layout, std::int32_t days, Unit* out, std::si
       out, room, length);
 }
 
-// A datetime of a short or long style: its parts, and what stands between them.
+// A datetime of another style than the medium: its parts, and what stands around them.
 template <typename Unit>
 std::uint32_t compose(const jwnls_layout* layout, std::int32_t day, double seconds, Unit* out,
                       std::int64_t capacity, std::int64_t* length) noexcept {
@@ -82,8 +104,11 @@ std::uint32_t compose(const jwnls_layout* layout, std::int32_t day, double secon
   std::int64_t at = 0;
   const auto put_date = [&] {
     std::int64_t size = 0;
-    const Status status{Slots<Unit>::date(handle->services)(
-        handle, date.month, date.day, date.year, dates.date_style, out + at, capacity - at, &size)};
+    const Status status{dates.full != nullptr
+                            ? put_full_date(dates, day, out + at, capacity - at, &size)
+                            : Slots<Unit>::date(handle->services)(handle, date.month, date.day,
+                                                                  date.year, dates.date_style,
+                                                                  out + at, capacity - at, &size)};
     at += size;
     return status;
   };
@@ -94,17 +119,19 @@ std::uint32_t compose(const jwnls_layout* layout, std::int32_t day, double secon
     at += size;
     return status;
   };
-  const auto put_joint = [&] {
-    const auto joint = Slots<Unit>::joint(dates);
-    const auto size = static_cast<std::int64_t>(joint.size());
+  const auto put_text = [&](auto text) {
+    const auto size = static_cast<std::int64_t>(text.size());
     if (capacity - at < size) return Status::does_not_fit;
-    if (size > 0) std::memcpy(out + at, joint.data(), joint.size() * sizeof(Unit));
+    if (size > 0) std::memcpy(out + at, text.data(), text.size() * sizeof(Unit));
     at += size;
     return Status::ok;
   };
-  Status status = dates.time_first ? put_time() : put_date();
-  if (status == Status::ok) status = put_joint();
-  if (status == Status::ok) status = dates.time_first ? put_date() : put_time();
+  const Joint& joint = dates.joint;
+  Status status = put_text(Slots<Unit>::before(joint));
+  if (status == Status::ok) status = joint.time_first ? put_time() : put_date();
+  if (status == Status::ok) status = put_text(Slots<Unit>::between(joint));
+  if (status == Status::ok) status = joint.time_first ? put_date() : put_time();
+  if (status == Status::ok) status = put_text(Slots<Unit>::behind(joint));
   *length = at;
   return code(status);
 }

@@ -72,7 +72,7 @@ std::string read(const jwnls_layout* layout, std::basic_string_view<Unit> text,
 TEST(ReadDates, AnswerTheTable) {
   int read_rows = 0;
   for (const DateCase& row : date_cases()) {
-    if (row.direction != "read" || !row.needs.empty()) continue;
+    if (row.direction != "read") continue;
     SCOPED_TRACE(row.locale + " " + row.kind + " " + row.options + ": " + row.input);
     ++read_rows;
     const Layout layout =

@@ -1,0 +1,168 @@
+// Layouts of dates against ICU, over all its locales: they read what ICU writes and write full
+// dates as ICU does.
+
+#include <gtest/gtest.h>
+#include <unicode/udat.h>
+#include <unicode/uloc.h>
+
+#include <array>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "include/jwnls/jwnls.h"
+#include "library/texts/utf8.h"
+#include "tests/library/date_cases.h"
+
+namespace jwnls::test {
+namespace {
+
+constexpr std::array styles = {UDAT_SHORT, UDAT_MEDIUM, UDAT_LONG, UDAT_FULL};
+constexpr std::int32_t first_of_2024 = 19723;
+
+// ICU's own texts of a locale in one style.
+class IcuTexts {
+ public:
+  IcuTexts(const std::string& locale, const char* keywords, UDateFormatStyle date,
+           UDateFormatStyle time) {
+    UErrorCode error = U_ZERO_ERROR;
+    format_.adoptInstead(
+        udat_open(time, date, (locale + keywords).c_str(), u"UTC", 3, nullptr, 0, &error));
+    EXPECT_TRUE(U_SUCCESS(error)) << locale;
+  }
+  [[nodiscard]] std::u16string text(std::int64_t microseconds) const {
+    std::u16string text(400, u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t size = udat_format(format_.getAlias(), static_cast<double>(microseconds) / 1000.0,
+                                     text.data(), 400, nullptr, &error);
+    text.resize(static_cast<std::size_t>(size));
+    return text;
+  }
+  // With the replacements that every text of this system has.
+  [[nodiscard]] std::u16string typed(std::int64_t microseconds) const {
+    std::u16string typed;
+    for (const char16_t unit : text(microseconds)) {
+      if (unit == u'\u00A0' || unit == u'\u202F' || unit == u'\u2009') {
+        typed += u' ';
+      } else if (unit != u'\u200E' && unit != u'\u200F' && unit != u'\u061C') {
+        typed += unit;
+      }
+    }
+    return typed;
+  }
+
+ private:
+  icu::LocalUDateFormatPointer format_;
+};
+
+std::string narrow(const std::u16string& units) {
+  std::string text(3 * units.size(), '\0');
+  text.resize(library::to_utf8(units, text.data(), text.size()));
+  return text;
+}
+
+std::vector<std::string> icu_locales() {
+  std::vector<std::string> names;
+  for (int32_t i = 0; i < uloc_countAvailable(); ++i) names.emplace_back(uloc_getAvailable(i));
+  return names;
+}
+
+struct Reading {
+  int code;
+  std::int64_t value;
+  std::uint8_t facts;
+};
+
+Reading read(const jwnls_layout* layout, const std::string& text) {
+  Reading reading = {0, 0, 0};
+  if (jwnls_layout_kind(layout) == JWNLS_DATE) {
+    std::int32_t days = 0;
+    reading.code = jwnls_read_date(layout, text.data(), text.size(), &days, &reading.facts);
+    reading.value = days;
+  } else {
+    reading.code =
+        jwnls_read_datetime(layout, text.data(), text.size(), &reading.value, &reading.facts);
+  }
+  return reading;
+}
+
+// How many locales read all their own texts of a style; none of them reads another value.
+struct Marks {
+  std::array<int, 4> complete = {};
+  std::string incomplete;
+};
+
+void read_own_texts(int kind, const char* keywords, std::int32_t step,
+                    const std::array<UDateFormatStyle, 4>& times, Marks& marks) {
+  for (const std::string& locale : icu_locales()) {
+    const Layout layout = open_layout(locale, kind, "");
+    for (std::size_t style = 0; style < styles.size(); ++style) {
+      const IcuTexts icu(locale, keywords, styles[style], times[style]);
+      std::string refused;
+      for (std::int32_t i = 0; i < 366; i += step) {
+        const std::int32_t day = first_of_2024 + i;
+        // Seconds that the text does not show are none.
+        const std::int64_t seconds =
+            kind == JWNLS_DATE ? 0
+                               : i * 1007 % 1440 * 60 + (times[style] == UDAT_MEDIUM ? i % 60 : 0);
+        const std::int64_t moment = day * day_microseconds + seconds * 1'000'000;
+        const std::string text = narrow(icu.text(moment));
+        const Reading reading = read(layout.get(), text);
+        if (reading.code != JWNLS_OK) {
+          if (refused.empty()) refused = text;
+          continue;
+        }
+        ASSERT_EQ(reading.value, kind == JWNLS_DATE ? day : moment) << locale << " " << text;
+      }
+      if (refused.empty()) {
+        ++marks.complete.at(style);
+      } else {
+        marks.incomplete += locale + " " + std::to_string(style) + " " + refused + "\n";
+      }
+    }
+  }
+}
+
+TEST(CldrDates, AreReadInEveryLocale) {
+  constexpr std::array no_times = {UDAT_NONE, UDAT_NONE, UDAT_NONE, UDAT_NONE};
+  for (const char* keywords : {"@calendar=gregorian;numbers=latn", "@calendar=gregorian"}) {
+    Marks marks;
+    read_own_texts(JWNLS_DATE, keywords, 3, no_times, marks);
+    // Thai years of two digits, Hawaiian months in Roman numbers, "Su" for June and July in Dyola.
+    EXPECT_EQ(marks.complete, (std::array{801, 803, 805, 805})) << marks.incomplete;
+  }
+}
+
+TEST(CldrDates, AreReadWithTheirTimes) {
+  constexpr std::array times = {UDAT_SHORT, UDAT_MEDIUM, UDAT_MEDIUM, UDAT_SHORT};
+  Marks marks;
+  read_own_texts(JWNLS_DATETIME, "@calendar=gregorian;numbers=latn", 7, times, marks);
+  // Also not: parts of the day in traditional Chinese and Bodo, words behind the time in Bulgarian
+  // and Upper Sorbian, the clock's words in Dzongkha.
+  EXPECT_EQ(marks.complete, (std::array{791, 801, 803, 795})) << marks.incomplete;
+}
+
+TEST(CldrDates, AreWrittenInFull) {
+  for (const std::string& locale : icu_locales()) {
+    const IcuTexts icu(locale, "@calendar=gregorian;numbers=latn", UDAT_FULL, UDAT_NONE);
+
+    const Layout layout = open_layout(locale, JWNLS_DATE, "style=full");
+
+    for (std::int32_t i = 0; i < 366; i += 29) {
+      const std::int32_t day = first_of_2024 + i;
+      std::array<char, 600> text;
+      std::size_t length = 0;
+      ASSERT_EQ(jwnls_write_date(layout.get(), day, text.data(), text.size(), &length), JWNLS_OK);
+      EXPECT_EQ(std::string(text.data(), length), narrow(icu.typed(day * day_microseconds)))
+          << locale;
+      std::array<char16_t, 600> units;
+      ASSERT_EQ(jwnls_write_date_utf16(layout.get(), day, units.data(), units.size(), &length),
+                JWNLS_OK);
+      EXPECT_EQ(std::u16string(units.data(), length), icu.typed(day * day_microseconds)) << locale;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::test
