@@ -23,8 +23,8 @@
 #include "library/dates/date_characters.h"
 #include "library/dates/date_layout.h"
 #include "library/dates/date_names.h"
+#include "library/dates/date_order.h"
 #include "library/dates/date_parts.h"
-#include "module/calendar/civil.h"
 
 namespace jwnls::library {
 
@@ -51,7 +51,11 @@ template <typename LookUp>
 class DateGrammar {
  public:
   DateGrammar(const DateLayout& layout, std::string_view text, LookUp& look_up) noexcept
-      : layout_(layout), text_(text), look_up_(look_up), numbers_(text) {}
+      : layout_(layout),
+        text_(text),
+        look_up_(look_up),
+        numbers_(text),
+        order_(layout, numbers_, text.size(), read_) {}
 
   DateRead read() noexcept {
     switch (numbers_.count) {
@@ -76,12 +80,7 @@ class DateGrammar {
  private:
   using Number = Numbers::Number;
 
-  bool refuse(Refusal refusal, std::size_t place, std::int32_t told = 0) noexcept {
-    read_.refusal = refusal;
-    read_.place = place;
-    read_.told = told;
-    return false;
-  }
+  bool refuse(Refusal refusal, std::size_t place) noexcept { return order_.refuse(refusal, place); }
 
   // Where the piece in front of a number begins, and ends.
   [[nodiscard]] std::size_t begin_of(std::size_t piece) const noexcept {
@@ -107,15 +106,6 @@ class DateGrammar {
   void read_with_name() noexcept;
   bool find_weekday_alone() noexcept;
   bool tell_names_apart(std::size_t& month_piece) noexcept;
-  bool place_numbers(CivilDate& date) noexcept;
-  bool place_numbers_by_name(std::size_t month_piece, CivilDate& date) noexcept;
-  bool check_short_year(const Number& number) noexcept;
-  [[nodiscard]] std::int32_t widened(std::int32_t year) const noexcept {
-    const std::int32_t candidate = layout_.century - layout_.century % 100 + year;
-    return candidate < layout_.century ? candidate + 100 : candidate;
-  }
-  [[nodiscard]] bool another_order_fits(const CivilDate& date) const noexcept;
-  void finish(CivilDate date) noexcept;
 
   const DateLayout& layout_;
   const std::string_view text_;
@@ -127,6 +117,7 @@ class DateGrammar {
   std::int32_t weekday_ = 0;
   std::size_t weekday_place_ = 0;
   DateRead read_;
+  DateOrder order_;
 };
 
 // Words, marks and blanks of a piece. A dot stands directly behind what it ends; "-" and "/" stand
@@ -237,10 +228,10 @@ void DateGrammar<LookUp>::read_numbers() noexcept {
   CivilDate date;
   if ((lead_end != 0 && !read_piece(0, 0, lead_end)) ||
       (tail_begin != text_.size() && !read_piece(3, tail_begin, text_.size())) ||
-      !find_weekday_alone() || !place_numbers(date)) {
+      !find_weekday_alone() || !order_.place_numbers(words_, date)) {
     return;
   }
-  finish(date);
+  order_.finish(date, weekday_, weekday_place_);
 }
 
 template <typename LookUp>
@@ -251,7 +242,8 @@ void DateGrammar<LookUp>::read_eight_digits() noexcept {
     return;
   }
   if (read_piece(0) && read_piece(1) && find_weekday_alone()) {
-    finish({number.value / 10000, number.value / 100 % 100, number.value % 100});
+    order_.finish({number.value / 10000, number.value / 100 % 100, number.value % 100}, weekday_,
+                  weekday_place_);
   }
 }
 
@@ -264,72 +256,6 @@ bool DateGrammar<LookUp>::find_weekday_alone() noexcept {
   if (name.meaning->weekday == 0) return refuse(Refusal::two_names, name.place);
   weekday_ = name.meaning->weekday;
   weekday_place_ = name.place;
-  return true;
-}
-
-template <typename LookUp>
-bool DateGrammar<LookUp>::check_short_year(const Number& number) noexcept {
-  if (number.digits() != 2) return refuse(Refusal::digits, number.begin);
-  return layout_.short_years || refuse(Refusal::short_year, number.begin);
-}
-
-// Whether two digits of a year, and the two other numbers, are another date in another order.
-template <typename LookUp>
-bool DateGrammar<LookUp>::another_order_fits(const CivilDate& date) const noexcept {
-  const std::int32_t first = numbers_.number[0].value;
-  const std::int32_t second = numbers_.number[1].value;
-  const std::int32_t third = numbers_.number[2].value;
-  const CivilDate others[] = {{widened(third), second, first},
-                              {widened(third), first, second},
-                              {widened(first), second, third}};
-  for (const CivilDate& other : others) {
-    const bool is_date = other.month >= 1 && other.month <= 12 && other.day >= 1 &&
-                         other.day <= days_in_month(other.year, other.month);
-    const bool same = other.year == date.year && other.month == date.month && other.day == date.day;
-    if (is_date && !same) return true;
-  }
-  return false;
-}
-
-template <typename LookUp>
-bool DateGrammar<LookUp>::place_numbers(CivilDate& date) noexcept {
-  const auto& [first, second, third] = numbers_.number;
-  for (const Number& each : numbers_.number) {
-    if (each.digits() != 4 && each.digits() > 2) return refuse(Refusal::digits, each.begin);
-  }
-  if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
-  if (first.digits() == 4) {
-    if (third.digits() == 4) return refuse(Refusal::no_year, third.begin);
-    date = {first.value, second.value, third.value};
-    return true;
-  }
-  if (third.digits() == 4) {
-    if (words_ == nullptr && layout_.order == order_ymd) {
-      return refuse(Refusal::year_last, third.begin);
-    }
-    const bool month_first = words_ != nullptr ? words_->month_first : layout_.order == order_mdy;
-    const std::int32_t day = month_first ? second.value : first.value;
-    const std::int32_t month = month_first ? first.value : second.value;
-    date = {third.value, month, day};
-    if (words_ != nullptr) return true;
-    if (day > 12) {
-      read_.facts = JWNLS_DECIDES;
-    } else if (day != month && month <= 12) {
-      read_.facts = JWNLS_TWO_WAYS;
-    }
-    return true;
-  }
-  if (layout_.order == order_ymd) {
-    if (!layout_.leading_short_years) return refuse(Refusal::short_year, first.begin);
-    if (!check_short_year(first)) return false;
-    date = {widened(first.value), second.value, third.value};
-  } else {
-    if (!check_short_year(third)) return false;
-    const bool month_first = layout_.order == order_mdy;
-    date = {widened(third.value), month_first ? first.value : second.value,
-            month_first ? second.value : first.value};
-  }
-  if (another_order_fits(date)) read_.facts = JWNLS_TWO_WAYS;
   return true;
 }
 
@@ -363,66 +289,13 @@ bool DateGrammar<LookUp>::tell_names_apart(std::size_t& month_piece) noexcept {
 }
 
 template <typename LookUp>
-bool DateGrammar<LookUp>::place_numbers_by_name(std::size_t month_piece, CivilDate& date) noexcept {
-  const Number& first = numbers_.number[0];
-  const Number& second = numbers_.number[1];
-  for (const Number* each : {&first, &second}) {
-    if (each->digits() != 4 && each->digits() > 2) return refuse(Refusal::digits, each->begin);
-  }
-  if (first.digits() == 4) {  // "2024 March 15", "2024 15 March"
-    if (month_piece == 0) return refuse(Refusal::no_year, second.begin);
-    if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
-    date = {first.value, month_, second.value};
-    return true;
-  }
-  if (month_piece == 2) return refuse(Refusal::no_year, second.begin);
-  if (second.digits() == 4) {
-    date = {second.value, month_, first.value};
-    return true;
-  }
-  if (!layout_.short_years_with_names) return refuse(Refusal::short_year, second.begin);
-  if (!check_short_year(second)) return false;
-  date = {widened(second.value), month_, first.value};
-  const bool both_days = first.digits() == 2 && first.value >= 1 && second.value >= 1 &&
-                         second.value <= days_in_month(widened(first.value), month_) &&
-                         first.value != second.value;
-  if (month_piece == 1 && both_days) read_.facts = JWNLS_TWO_WAYS;
-  return true;
-}
-
-template <typename LookUp>
 void DateGrammar<LookUp>::read_with_name() noexcept {
   std::size_t month_piece = 0;
   CivilDate date;
   if (read_piece(0) && read_piece(1) && read_piece(2) && tell_names_apart(month_piece) &&
-      place_numbers_by_name(month_piece, date)) {
-    finish(date);
+      order_.place_numbers_by_name(month_, month_piece, date)) {
+    order_.finish(date, weekday_, weekday_place_);
   }
-}
-
-template <typename LookUp>
-void DateGrammar<LookUp>::finish(CivilDate date) noexcept {
-  if (layout_.buddhist && date.year >= 2400 && date.year <= 2700) {
-    date.year -= 543;
-    read_.facts |= JWNLS_BUDDHIST;
-  }
-  if (date.month < 1 || date.month > 12 || date.day < 1 ||
-      (date.day > 28 && date.day > days_in_month(date.year, date.month))) {
-    refuse(Refusal::no_such_date, text_.size());
-    return;
-  }
-  if (date.year < first_year) {
-    refuse(Refusal::years, text_.size(), date.year);
-    return;
-  }
-  if (weekday_ != 0 && weekday_ != NameMeaning::some_weekday) {
-    const std::int32_t right = weekday_from_day(day_from_civil(date));
-    if (right != weekday_) {
-      refuse(Refusal::weekday, weekday_place_, right);
-      return;
-    }
-  }
-  read_.date = date;
 }
 
 }  // namespace jwnls::library

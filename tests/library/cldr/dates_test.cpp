@@ -6,9 +6,11 @@
 #include <unicode/uloc.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
@@ -50,6 +52,14 @@ class IcuTexts {
       }
     }
     return typed;
+  }
+
+  [[nodiscard]] std::u16string pattern() const {
+    std::u16string text(400, u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t size = udat_toPattern(format_.getAlias(), 0, text.data(), 400, &error);
+    text.resize(static_cast<std::size_t>(size));
+    return text;
   }
 
  private:
@@ -141,6 +151,85 @@ TEST(CldrDates, AreReadWithTheirTimes) {
   // Also not: parts of the day in traditional Chinese and Bodo, words behind the time in Bulgarian
   // and Upper Sorbian, the clock's words in Dzongkha.
   EXPECT_EQ(marks.complete, (std::array{791, 801, 803, 795})) << marks.incomplete;
+}
+
+constexpr std::array writers = {"af",    "ar_EG", "bg",    "bn", "ca", "cs", "da", "de",
+                                "el",    "en_GB", "en_US", "es", "et", "eu", "fa", "fi",
+                                "fr",    "fr_CA", "he",    "hi", "hr", "hu", "id", "is",
+                                "it",    "ja",    "ko",    "lt", "lv", "nb", "nl", "pl",
+                                "pt_BR", "ro",    "ru",    "sl", "sr", "sv", "tr", "zh"};
+
+// How people of a locale type a date: in its order, with marks and digits as they like.
+std::string typed_date(const std::string& order, std::int32_t day, std::mt19937& random) {
+  const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{day}}};
+  const char mark = "./- "[random() % 4];
+  const bool zeros = random() % 2 == 0;
+  const bool short_year = random() % 3 == 0;
+  std::string text;
+  for (const char part : order) {
+    const int value = part == 'y'   ? int{date.year()} % (short_year ? 100 : 10000)
+                      : part == 'M' ? static_cast<int>(unsigned{date.month()})
+                                    : static_cast<int>(unsigned{date.day()});
+    if (!text.empty()) text += mark;
+    const std::string digits = std::to_string(value);
+    if (digits.size() == 1 && (zeros || part == 'y')) text += '0';
+    text += digits;
+  }
+  return text;
+}
+
+struct Writer {
+  std::string locale, order;  // "dMy"
+  std::vector<IcuTexts> texts;
+  Layout layout;
+};
+
+std::vector<Writer> make_writers() {
+  std::vector<Writer> all;
+  for (const char* locale : writers) {
+    Writer writer = {locale, "", {}, open_layout(locale, JWNLS_DATE, "")};
+    for (const UDateFormatStyle style : styles) {
+      writer.texts.emplace_back(locale, "@calendar=gregorian", style, UDAT_NONE);
+    }
+    for (const char16_t unit : writer.texts[0].pattern()) {
+      const bool is_field = unit == u'y' || unit == u'M' || unit == u'd';
+      const char field = static_cast<char>(unit);
+      if (is_field && writer.order.find(field) == std::string::npos) writer.order += field;
+    }
+    all.push_back(std::move(writer));
+  }
+  return all;
+}
+
+// What another locale wrote is read right, or refused, or said to have two ways.
+TEST(CldrDates, OfOtherLocalesAreNoSilentGuesses) {
+  std::mt19937 random(20240315);  // NOLINT(cert-msc51-cpp): the same texts in every run
+  const std::vector<Writer> all = make_writers();
+  constexpr int texts = 50'000;
+  int right = 0;
+  int announced = 0;
+  for (int i = 0; i < texts; ++i) {
+    const Writer& writer = all[random() % all.size()];
+    const Writer& reader = all[random() % all.size()];
+    const std::int32_t day = 3653 + static_cast<std::int32_t>(random() % 25'000);
+    const std::size_t form = random() % 8;
+    const std::string text = form < styles.size()
+                                 ? narrow(writer.texts[form].text(day * day_microseconds))
+                                 : typed_date(writer.order, day, random);
+    const Reading reading = read(reader.layout.get(), text);
+    if (reading.code != JWNLS_OK) continue;
+    if (reading.value == day) {
+      ++right;
+      continue;
+    }
+    ++announced;
+    EXPECT_NE(reading.facts & JWNLS_TWO_WAYS, 0)
+        << writer.locale << " wrote " << text << ", " << reader.locale << " reads "
+        << iso_day(reading.value) << " of " << iso_day(day);
+  }
+  EXPECT_GT(right, texts / 3);
+  EXPECT_GT(announced, texts / 100);
+  RecordProperty("right", right);
 }
 
 TEST(CldrDates, AreWrittenInFull) {

@@ -1,0 +1,169 @@
+// Which number of a date is its day, its month and its year, and whether they are a date.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_ORDER_H_
+#define JWNLS_LIBRARY_DATES_DATE_ORDER_H_
+
+#include <cstddef>
+#include <cstdint>
+
+#include "include/jwnls/jwnls.h"
+#include "library/dates/date_layout.h"
+#include "library/dates/date_parts.h"
+#include "module/calendar/civil.h"
+
+namespace jwnls::library {
+
+/// Puts a text's numbers into a layout's order; what it finds or refuses goes to `read`. `end` is
+/// the text's.
+class DateOrder {
+ public:
+  DateOrder(const DateLayout& layout, const Numbers& numbers, std::size_t end,
+            DateRead& read) noexcept
+      : layout_(layout), numbers_(numbers), end_(end), read_(read) {}
+
+  bool refuse(Refusal refusal, std::size_t place, std::int32_t told = 0) noexcept {
+    read_.refusal = refusal;
+    read_.place = place;
+    read_.told = told;
+    return false;
+  }
+
+  /// Of three numbers; `words`: marks between them that say what each is, or null.
+  bool place_numbers(const OwnMarks* words, CivilDate& date) noexcept;
+  /// Of two numbers beside a month's name, which stands in front of the number `month_piece`.
+  bool place_numbers_by_name(int month, std::size_t month_piece, CivilDate& date) noexcept;
+  /// Checks a date and its weekday, 0 for none, and keeps it.
+  void finish(CivilDate date, int weekday, std::size_t weekday_place) noexcept;
+
+ private:
+  bool check_short_year(const Numbers::Number& number) noexcept;
+  [[nodiscard]] std::int32_t widened(std::int32_t year) const noexcept {
+    const std::int32_t candidate = layout_.century - layout_.century % 100 + year;
+    return candidate < layout_.century ? candidate + 100 : candidate;
+  }
+  [[nodiscard]] bool another_order_fits(const CivilDate& date) const noexcept;
+
+  const DateLayout& layout_;
+  const Numbers& numbers_;
+  const std::size_t end_;
+  DateRead& read_;
+};
+
+inline bool DateOrder::check_short_year(const Numbers::Number& number) noexcept {
+  if (number.digits() != 2) return refuse(Refusal::digits, number.begin);
+  return layout_.short_years || refuse(Refusal::short_year, number.begin);
+}
+
+// Whether two digits of a year, and the two other numbers, are another date in another order.
+inline bool DateOrder::another_order_fits(const CivilDate& date) const noexcept {
+  const std::int32_t first = numbers_.number[0].value;
+  const std::int32_t second = numbers_.number[1].value;
+  const std::int32_t third = numbers_.number[2].value;
+  const CivilDate others[] = {{widened(third), second, first},
+                              {widened(third), first, second},
+                              {widened(first), second, third}};
+  for (const CivilDate& other : others) {
+    const bool is_date = other.month >= 1 && other.month <= 12 && other.day >= 1 &&
+                         other.day <= days_in_month(other.year, other.month);
+    const bool same = other.year == date.year && other.month == date.month && other.day == date.day;
+    if (is_date && !same) return true;
+  }
+  return false;
+}
+
+inline bool DateOrder::place_numbers(const OwnMarks* words, CivilDate& date) noexcept {
+  const auto& [first, second, third] = numbers_.number;
+  for (const Numbers::Number& each : numbers_.number) {
+    if (each.digits() != 4 && each.digits() > 2) return refuse(Refusal::digits, each.begin);
+  }
+  if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
+  if (first.digits() == 4) {
+    if (third.digits() == 4) return refuse(Refusal::no_year, third.begin);
+    date = {first.value, second.value, third.value};
+    return true;
+  }
+  if (third.digits() == 4) {
+    if (words == nullptr && layout_.order == order_ymd) {
+      return refuse(Refusal::year_last, third.begin);
+    }
+    const bool month_first = words != nullptr ? words->month_first : layout_.order == order_mdy;
+    const std::int32_t day = month_first ? second.value : first.value;
+    const std::int32_t month = month_first ? first.value : second.value;
+    date = {third.value, month, day};
+    if (words != nullptr) return true;
+    if (day > 12) {
+      read_.facts = JWNLS_DECIDES;
+    } else if (day != month && month <= 12) {
+      read_.facts = JWNLS_TWO_WAYS;
+    }
+    return true;
+  }
+  if (layout_.order == order_ymd) {
+    if (!layout_.leading_short_years) return refuse(Refusal::short_year, first.begin);
+    if (!check_short_year(first)) return false;
+    date = {widened(first.value), second.value, third.value};
+  } else {
+    if (!check_short_year(third)) return false;
+    const bool month_first = layout_.order == order_mdy;
+    date = {widened(third.value), month_first ? first.value : second.value,
+            month_first ? second.value : first.value};
+  }
+  if (another_order_fits(date)) read_.facts = JWNLS_TWO_WAYS;
+  return true;
+}
+
+inline bool DateOrder::place_numbers_by_name(int month, std::size_t month_piece,
+                                             CivilDate& date) noexcept {
+  const Numbers::Number& first = numbers_.number[0];
+  const Numbers::Number& second = numbers_.number[1];
+  for (const Numbers::Number* each : {&first, &second}) {
+    if (each->digits() != 4 && each->digits() > 2) return refuse(Refusal::digits, each->begin);
+  }
+  if (first.digits() == 4) {  // "2024 March 15", "2024 15 March"
+    if (month_piece == 0) return refuse(Refusal::no_year, second.begin);
+    if (second.digits() == 4) return refuse(Refusal::no_year, second.begin);
+    date = {first.value, month, second.value};
+    return true;
+  }
+  if (month_piece == 2) return refuse(Refusal::no_year, second.begin);
+  if (second.digits() == 4) {
+    date = {second.value, month, first.value};
+    return true;
+  }
+  if (!layout_.short_years_with_names) return refuse(Refusal::short_year, second.begin);
+  if (!check_short_year(second)) return false;
+  date = {widened(second.value), month, first.value};
+  const bool both_days = first.digits() == 2 && first.value >= 1 && second.value >= 1 &&
+                         second.value <= days_in_month(widened(first.value), month) &&
+                         first.value != second.value;
+  if (month_piece == 1 && both_days) read_.facts = JWNLS_TWO_WAYS;
+  return true;
+}
+
+inline void DateOrder::finish(CivilDate date, int weekday, std::size_t weekday_place) noexcept {
+  if (layout_.buddhist && date.year >= 2400 && date.year <= 2700) {
+    date.year -= 543;
+    read_.facts |= JWNLS_BUDDHIST;
+  }
+  if (date.month < 1 || date.month > 12 || date.day < 1 ||
+      (date.day > 28 && date.day > days_in_month(date.year, date.month))) {
+    refuse(Refusal::no_such_date, end_);
+    return;
+  }
+  if (date.year < first_year) {
+    refuse(Refusal::years, end_, date.year);
+    return;
+  }
+  if (weekday != 0 && weekday != NameMeaning::some_weekday) {
+    const std::int32_t right = weekday_from_day(day_from_civil(date));
+    if (right != weekday) {
+      refuse(Refusal::weekday, weekday_place, right);
+      return;
+    }
+  }
+  read_.date = date;
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_ORDER_H_
