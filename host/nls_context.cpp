@@ -8,6 +8,7 @@
 #include "abi/status.h"
 #include "host/lookup/character_classes.h"
 #include "host/objects/lock.h"
+#include "host/objects/memory_refusals.h"
 #include "host/objects/pool.h"
 
 namespace jwnls::host {
@@ -56,8 +57,11 @@ HostContext::HostContext(HostKernel& kernel, const std::filesystem::path& zone_d
       ZoneNameText normal;
       const Status status = names.normalise(text, normal);
       return code(status == Status::ok ? deliver(normal, out, length_io) : status);
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
+      ++memory_refusals;
       return code(Status::out_of_memory);
+    } catch (const std::exception&) {
+      return code(Status::lookup_failed);  // the names cannot be read just now
     }
   };
   os_zone = [](NlsContext* context, char16_t* out, std::int64_t* length_io, std::uint32_t) {

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <new>
 
+#include "host/objects/memory_refusals.h"
+
 namespace jwnls::host {
 namespace {
 
@@ -46,7 +48,7 @@ std::optional<std::string> Options::text(const std::string& name) const {
     const auto found = values_.find(name);
     if (found != values_.end()) return found->second;
   }
-  const char* variable = std::getenv(name.c_str());
+  const char* variable = secure_getenv(name.c_str());
   if (variable == nullptr) return std::nullopt;
   return variable;
 }
@@ -64,6 +66,7 @@ Status Options::read(std::u16string_view name, std::int64_t& value) const noexce
     const std::optional<std::string> found = text(plain);
     return found ? parse_integer(*found, value) : Status::lookup_failed;
   } catch (const std::bad_alloc&) {
+    ++memory_refusals;
     return Status::out_of_memory;
   }
 }
@@ -91,6 +94,7 @@ void* HostOptionStore::find_or_create(std::u16string_view name) noexcept {
     const std::u16string key(name);
     return &nodes_.try_emplace(key, Node{key}).first->second;
   } catch (const std::bad_alloc&) {
+    ++memory_refusals;
     return nullptr;
   }
 }

@@ -16,8 +16,9 @@
 
 namespace jwnls::host {
 
-/// Options that the embedder sets, and behind them the environment's variables of the same names.
-/// Any thread. The environment is looked at anew each time.
+/// Options that the embedder sets, and behind them the environment's variables of the same names,
+/// but not in programs with raised privileges. Any thread. The environment is looked at anew each
+/// time.
 class Options {
  public:
   explicit Options(std::map<std::string, std::string> values);

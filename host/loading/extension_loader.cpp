@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "abi/locale_handle.h"
+#include "host/objects/memory_refusals.h"
 
 namespace jwnls::host {
 namespace {
@@ -73,7 +74,8 @@ LoadedObject ExtensionLoader::load(std::u16string_view name) noexcept {
     loaded.object = opened->make(kernel_, errors_);
     if (loaded.object == nullptr) loaded.error = opened->place + ": its factory made no object";
   } catch (const std::exception&) {
-    loaded.error.clear();  // no memory
+    ++memory_refusals;
+    loaded.error.clear();
   }
   return loaded;
 }

@@ -48,6 +48,7 @@ struct FoldedUnit {
   char16_t folded;
 };
 
+extern const char* const data_version;  // what all of this was made of: "CLDR 42"
 extern const std::span<const LocaleRow> locale_rows;
 extern const std::span<const NameOf> aliases;
 extern const std::span<const NameOf> parents;

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "host/locales/locale_names.h"
+#include "host/objects/memory_refusals.h"
 
 namespace jwnls::host {
 
@@ -17,6 +18,7 @@ Status ResolvedLocales::resolve(std::u16string_view name, ResolvedLocale** out) 
   try {
     return resolve_anew(name, out);
   } catch (const std::bad_alloc&) {
+    ++memory_refusals;
     *out = nullptr;
     return Status::out_of_memory;
   }

@@ -22,8 +22,9 @@ std::unique_ptr<std::uint16_t[]> make_classes() {
 }  // namespace
 
 const std::uint16_t* character_classes() {
-  static const std::unique_ptr<const std::uint16_t[]> classes = make_classes();
-  return classes.get();
+  // No exit handler takes it away: threads may format while the process ends.
+  static const std::uint16_t* const classes = make_classes().release();
+  return classes;
 }
 
 }  // namespace jwnls::host

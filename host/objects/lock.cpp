@@ -1,12 +1,6 @@
 #include "host/objects/lock.h"
 
 namespace jwnls::host {
-namespace {
-
-// Every thread has its own address for this.
-thread_local const char this_thread = 0;
-
-}  // namespace
 
 HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind::lock), Lock{} {
   destroy = [](Lock* lock) {
@@ -20,25 +14,25 @@ HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind
 // A mutex may not go while it is locked; one that another thread holds cannot be unlocked from
 // here.
 HostLock::~HostLock() {
-  if (holder_.load(std::memory_order_relaxed) != &this_thread) return;
+  if (holder_.load(std::memory_order_relaxed) != std::this_thread::get_id()) return;
   depth_ = 1;
   release_now();
 }
 
 void HostLock::take_now() noexcept {
-  if (holder_.load(std::memory_order_relaxed) == &this_thread) {
+  if (holder_.load(std::memory_order_relaxed) == std::this_thread::get_id()) {
     ++depth_;
     return;
   }
   mutex_.lock();
-  holder_.store(&this_thread, std::memory_order_relaxed);
+  holder_.store(std::this_thread::get_id(), std::memory_order_relaxed);
   depth_ = 1;
 }
 
 void HostLock::release_now() noexcept {
-  if (holder_.load(std::memory_order_relaxed) != &this_thread) return;
+  if (holder_.load(std::memory_order_relaxed) != std::this_thread::get_id()) return;
   if (--depth_ > 0) return;
-  holder_.store(nullptr, std::memory_order_relaxed);
+  holder_.store(std::thread::id(), std::memory_order_relaxed);
   mutex_.unlock();
 }
 

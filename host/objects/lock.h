@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <thread>
 
 #include "abi/host_tables.h"
 #include "host/objects/object_registry.h"
@@ -26,9 +27,9 @@ class HostLock final : public KernelObject, public Lock {
 
  private:
   std::mutex mutex_;
-  // The thread that holds the mutex, or null. A thread finds itself here only if it stored itself,
+  // The thread that holds the mutex, or none. A thread finds itself here only if it stored itself,
   // so it need not synchronise with the others to know whether it is the holder.
-  std::atomic<const void*> holder_{nullptr};
+  std::atomic<std::thread::id> holder_{std::thread::id()};
   std::int64_t depth_ = 0;  // the holder's own
 };
 

@@ -3,15 +3,18 @@
 #ifndef JWNLS_HOST_OBJECTS_MESSAGE_OUTLET_H_
 #define JWNLS_HOST_OBJECTS_MESSAGE_OUTLET_H_
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string_view>
+#include <thread>
 
 #include "host/objects/message_sinks.h"
 
 namespace jwnls::host {
 
-/// Calls the embedder's functions one at a time, and drops what they throw. Any thread.
+/// Calls the embedder's functions one at a time, and drops what they throw, and what reaches the
+/// outlet from inside of one of them. Any thread.
 class MessageOutlet {
  public:
   MessageOutlet(JournalSink journal, ErrorReporter errors);
@@ -20,7 +23,11 @@ class MessageOutlet {
   void report(std::uint32_t severity, std::uint32_t status) noexcept;
 
  private:
-  std::mutex one_at_a_time_;
+  template <typename Call>
+  void one_at_a_time(Call call) noexcept;
+
+  std::mutex calling_;
+  std::atomic<std::thread::id> caller_{std::thread::id()};
   JournalSink journal_;
   ErrorReporter errors_;
 };

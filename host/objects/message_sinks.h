@@ -10,7 +10,7 @@
 namespace jwnls::host {
 
 /// Receives every message that module and extensions write to a journal. Called by one thread at a
-/// time, whichever writes; it must not call back into the host. What it throws is dropped.
+/// time, whichever writes; it may use handles, but opens none. What it throws is dropped.
 using JournalSink = std::function<void(std::uint32_t level, std::u16string_view message)>;
 
 /// Receives every error that is reported to the host's error sink; called like a JournalSink.

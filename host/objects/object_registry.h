@@ -4,11 +4,15 @@
 #ifndef JWNLS_HOST_OBJECTS_OBJECT_REGISTRY_H_
 #define JWNLS_HOST_OBJECTS_OBJECT_REGISTRY_H_
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <new>
 #include <unordered_map>
 #include <utility>
+
+#include "host/objects/memory_refusals.h"
 
 namespace jwnls::host {
 
@@ -51,9 +55,10 @@ class ObjectRegistry {
       auto object = std::make_unique<Object>(*this, std::forward<Arguments>(arguments)...);
       Object* made = object.get();
       const std::lock_guard guard(mutex_);
-      objects_.emplace(made, std::move(object));
+      of_kind(static_cast<KernelObject*>(made)->kind_).emplace(made, std::move(object));
       return made;
     } catch (const std::bad_alloc&) {
+      ++memory_refusals;
       return nullptr;
     }
   }
@@ -65,8 +70,12 @@ class ObjectRegistry {
   void destroy_all() noexcept;
 
  private:
+  using Objects = std::unordered_map<KernelObject*, std::unique_ptr<KernelObject>>;
+
+  Objects& of_kind(ObjectKind kind) noexcept { return objects_[static_cast<std::size_t>(kind)]; }
+
   std::mutex mutex_;
-  std::unordered_map<KernelObject*, std::unique_ptr<KernelObject>> objects_;
+  std::array<Objects, 4> objects_;  // by kind
 };
 
 }  // namespace jwnls::host

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "host/objects/memory_refusals.h"
+
 namespace jwnls::host {
 
 HostPool::HostPool(ObjectRegistry& registry) : KernelObject(registry, ObjectKind::pool), Pool{} {
@@ -30,7 +32,10 @@ void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
   const bool zeroed = (flags & allocate_zeroed) != 0;
   void* memory =
       zeroed ? std::calloc(1, sizeof(Block) + bytes) : std::malloc(sizeof(Block) + bytes);
-  if (memory == nullptr) return nullptr;
+  if (memory == nullptr) {
+    ++memory_refusals;
+    return nullptr;
+  }
   const std::lock_guard guard(mutex_);
   auto* block = ::new (memory) Block{ring_.previous, &ring_};
   block->previous->next = block;

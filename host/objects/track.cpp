@@ -3,6 +3,7 @@
 #include <new>
 
 #include "abi/status.h"
+#include "host/objects/memory_refusals.h"
 
 namespace jwnls::host {
 
@@ -47,6 +48,7 @@ TrackEntry* HostTrack::add(void* value, const void* key, std::int64_t key_bytes,
       entry = table_.insert(key, static_cast<std::size_t>(key_bytes), value);
       if (entry != nullptr) outcome = Status::ok;
     } catch (const std::bad_alloc&) {
+      ++memory_refusals;
       outcome = Status::out_of_memory;
     }
   }

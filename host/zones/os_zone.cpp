@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
-#include <iterator>
 #include <string_view>
 #include <system_error>
+
+#include "host/zones/zone_file.h"
 
 namespace jwnls::host {
 namespace {
@@ -57,17 +57,10 @@ bool zone_of_link(const ZoneNames& names, std::filesystem::path file, ZoneNameTe
 // The file's first line: {blank} name {blank} ["#" comment]
 bool zone_of_name_file(const ZoneNames& names, const std::filesystem::path& file,
                        ZoneNameText& out) {
-  std::string line;
-  std::ifstream stream(file);
-  if (!std::getline(stream, line)) return false;
-  line.erase(std::find(line.begin(), line.end(), '#'), line.end());
+  constexpr std::size_t most = 256;
+  std::string line = read_file(file, most).value_or("");
+  line.erase(std::min(line.find_first_of("#\n"), line.size()));
   return names.normalise(widen(line), out) == Status::ok && names.find(out.view()) != nullptr;
-}
-
-std::optional<std::string> bytes_of(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) return std::nullopt;
-  return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
 // Zones go before their aliases, which have the same bytes.
@@ -75,7 +68,7 @@ bool zone_of_bytes(const ZoneNames& names, const std::filesystem::path& file, Zo
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(file, error);
   if (error) return false;
-  const std::optional<std::string> bytes = bytes_of(file);
+  const std::optional<std::string> bytes = read_file(file);
   if (!bytes || !bytes->starts_with("TZif")) return false;
   for (const bool aliases : {false, true}) {
     for (const ZoneNames::Zone& zone : names.zones()) {
@@ -83,7 +76,8 @@ bool zone_of_bytes(const ZoneNames& names, const std::filesystem::path& file, Zo
       if (zone.target.empty() == aliases || std::filesystem::file_size(candidate, error) != size) {
         continue;
       }
-      if (bytes_of(candidate) == bytes) return names.normalise(widen(zone.name), out) == Status::ok;
+      if (read_file(candidate) == bytes)
+        return names.normalise(widen(zone.name), out) == Status::ok;
     }
   }
   return false;
@@ -93,7 +87,7 @@ bool zone_of_bytes(const ZoneNames& names, const std::filesystem::path& file, Zo
 
 OsZoneSources OsZoneSources::of_this_system() {
   OsZoneSources sources;
-  if (const char* tz = std::getenv("TZ")) sources.tz = tz;
+  if (const char* tz = secure_getenv("TZ")) sources.tz = tz;
   sources.local_time_file = "/etc/localtime";
   sources.zone_name_file = "/etc/timezone";
   return sources;

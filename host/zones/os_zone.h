@@ -23,7 +23,7 @@ struct OsZoneSources {
   std::filesystem::path local_time_file;  // a link to a zone's file, or a copy of one
   std::filesystem::path zone_name_file;   // the zone's name on its first line
 
-  /// $TZ, /etc/localtime and /etc/timezone.
+  /// $TZ (in programs without raised privileges), /etc/localtime and /etc/timezone.
   static OsZoneSources of_this_system();
 };
 
@@ -33,6 +33,7 @@ struct OsZoneSources {
 ///   lookup_failed  TZ is set, but is no zone of the database: a rule ("EST5EDT4,M3.2.0,..."), a
 ///                  zone with leap seconds, an unknown name
 ///   no_os_zone     nothing says which zone it is
+/// Throws as ZoneNames and read_file().
 [[nodiscard]] Status find_os_zone(const ZoneNames& names, const OsZoneSources& sources,
                                   ZoneNameText& out);
 
@@ -47,7 +48,7 @@ class OsZone {
 
   explicit OsZone(const ZoneNames& names) : names_(names) {}
 
-  /// Valid as long as this object. Throws bad_alloc.
+  /// Valid as long as this object. Throws as find_os_zone().
   const Answer& now();
 
  private:

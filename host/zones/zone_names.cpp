@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <fstream>
 #include <optional>
 #include <system_error>
 #include <utility>
 
 #include "host/lookup/key_table.h"
 #include "host/zones/utc_offset.h"
+#include "host/zones/zone_file.h"
 
 namespace jwnls::host {
 namespace {
@@ -28,9 +28,9 @@ std::u16string_view without_blanks(std::u16string_view name) noexcept {
 }
 
 std::filesystem::path system_directory() {
-  if (const char* folder = std::getenv("TZDIR"); folder != nullptr && *folder != '\0') {
-    return folder;
-  }
+  // A folder that is not absolute would be another one wherever the program is started.
+  const char* own = secure_getenv("TZDIR");
+  if (own != nullptr && own[0] == '/') return own;
   for (const char* folder : {"/usr/share/zoneinfo", "/usr/lib/zoneinfo", "/etc/zoneinfo"}) {
     std::error_code ignored;
     if (std::filesystem::is_directory(folder, ignored)) return folder;
@@ -52,22 +52,14 @@ std::string_view take_until(std::string_view& text, char end) {
   return taken;
 }
 
-std::string contents_of(const std::filesystem::path& file) {
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(file, error);  // an error for a folder
-  if (error) return {};
-  std::string contents(size, '\0');
-  std::ifstream stream(file, std::ios::binary);
-  stream.read(contents.data(), static_cast<std::streamsize>(size));
-  contents.resize(static_cast<std::size_t>(stream.gcount()));
-  return contents;
-}
-
-bool is_compiled_zone(const std::filesystem::path& file) {
-  std::array<char, 4> magic = {};
-  std::ifstream stream(file, std::ios::binary);
-  stream.read(magic.data(), magic.size());
-  return stream && std::string_view(magic.data(), magic.size()) == "TZif";
+// A file that this user may never read is no zone for him.
+bool may_be_zone(const std::filesystem::path& file) {
+  try {
+    return is_compiled_zone(file);
+  } catch (const std::system_error& failure) {
+    if (failure.code() == std::errc::permission_denied) return false;
+    throw;
+  }
 }
 
 void write_ascii(std::string_view text, ZoneNameText& out) noexcept {
@@ -93,7 +85,7 @@ void write_utc_offset(int seconds, ZoneNameText& out) noexcept {
 }  // namespace
 
 ZoneNames::ZoneNames(std::filesystem::path directory)
-    : directory_(directory.empty() ? system_directory() : std::move(directory)) {}
+    : directory_(directory.empty() ? system_directory() : std::filesystem::absolute(directory)) {}
 
 const std::vector<ZoneNames::Zone>& ZoneNames::zones() const {
   read_once();
@@ -119,6 +111,9 @@ const ZoneNames::Zone* ZoneNames::find(std::u16string_view name) const {
     folded[at] = static_cast<char>(fold(name[at]));
   }
   if (all_units >= 0x80) return nullptr;  // names are ASCII
+  // Needs no file. For ever: threads may ask while the process ends.
+  static const Zone& utc = *new Zone{"UTC", ""};
+  if (std::string_view(folded.data(), name.size()) == "utc") return &utc;
   read_once();
   const std::uint16_t slot = slots_[slot_of({folded.data(), name.size()})];
   return slot != 0 ? &zones_[slot - 1U] : nullptr;
@@ -147,13 +142,18 @@ Status ZoneNames::normalise_anew(std::u16string_view name, ZoneNameText& out) co
 }
 
 void ZoneNames::read_once() const {
-  std::call_once(read_, [this] { const_cast<ZoneNames*>(this)->read(); });
+  if (is_read_.load(std::memory_order_acquire)) return;
+  const std::lock_guard guard(reading_);
+  if (is_read_.load(std::memory_order_relaxed)) return;
+  const_cast<ZoneNames*>(this)->read();
+  is_read_.store(true, std::memory_order_release);
 }
 
 void ZoneNames::read() {
-  zones_.clear();  // of what a reader left that ran out of memory
+  zones_.clear();  // of what a reader left that could not go on
   names_.clear();
   folded_.clear();
+  version_.clear();
   if (!read_list()) read_folder();
   zones_.push_back({"UTC", ""});  // needs no file
   std::erase_if(zones_, [](const Zone& zone) { return is_no_zone(zone.name); });
@@ -169,7 +169,7 @@ void ZoneNames::read() {
 // The list is the database's source in a short form: "Z NAME ..." begins a zone, and "L TARGET
 // ALIAS" is a link. Its first line names the release: "# version 2025b".
 bool ZoneNames::read_list() {
-  const std::string list = contents_of(directory_ / "tzdata.zi");
+  const std::string list = read_file(directory_ / "tzdata.zi").value_or("");
   constexpr std::string_view version_mark = "# version ";
   for (std::string_view rest = list; !rest.empty();) {
     std::string_view line = take_until(rest, '\n');
@@ -190,14 +190,19 @@ void ZoneNames::read_folder() {
   std::error_code error;
   using Walk = std::filesystem::recursive_directory_iterator;
   const auto options = std::filesystem::directory_options::skip_permission_denied;
-  for (Walk at(directory_, options, error), end; !error && at != end; at.increment(error)) {
+  Walk at(directory_, options, error);
+  for (const Walk end; !error && at != end; at.increment(error)) {
     const std::string name = at->path().lexically_relative(directory_).generic_string();
     if (is_no_zone(name + "/")) {
       at.disable_recursion_pending();
       continue;
     }
     std::error_code ignored;
-    if (at->is_regular_file(ignored) && is_compiled_zone(at->path())) zones_.push_back({name, ""});
+    if (at->is_regular_file(ignored) && may_be_zone(at->path())) zones_.push_back({name, ""});
+  }
+  if (error && error != std::errc::no_such_file_or_directory &&
+      error != std::errc::not_a_directory) {
+    throw std::system_error(error, directory_.string());
   }
 }
 

@@ -6,6 +6,7 @@
 #ifndef JWNLS_HOST_ZONES_ZONE_NAMES_H_
 #define JWNLS_HOST_ZONES_ZONE_NAMES_H_
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -29,7 +30,8 @@ struct ZoneNameText {
 };
 
 /// The zones of one compiled time-zone database, read at first need: from its list `tzdata.zi`, or
-/// else from the folder itself. Any thread.
+/// else from the folder itself. What is there and cannot be read, maybe just now, throws
+/// std::system_error, and the next call reads again; every call may throw bad_alloc. Any thread.
 class ZoneNames {
  public:
   struct Zone {
@@ -37,7 +39,8 @@ class ZoneNames {
     std::string target;  // of an alias: the zone that it stands for, if the list says so
   };
 
-  /// An empty folder is $TZDIR, else the system's.
+  /// An empty folder is $TZDIR (in programs without raised privileges, and where it is absolute),
+  /// else the system's.
   explicit ZoneNames(std::filesystem::path directory);
 
   [[nodiscard]] const std::filesystem::path& directory() const noexcept { return directory_; }
@@ -56,7 +59,6 @@ class ZoneNames {
   /// Brings a name as people write it into the form that zones are known by: without the blanks
   /// around it and in the right case, but an alias as that alias. "UTC+5:30" becomes "UTC+05:30",
   /// and "UTC+0" becomes "UTC". ok, or lookup_failed for what is no zone.
-  /// Throws bad_alloc.
   [[nodiscard]] Status normalise(std::u16string_view name, ZoneNameText& out) const;
 
   /// What normalise() gave before for the very same text, or null. Valid as long as this object.
@@ -75,7 +77,8 @@ class ZoneNames {
 
   const std::filesystem::path directory_;
   mutable AnswerCache<ZoneNameText> normal_;
-  mutable std::once_flag read_;
+  mutable std::mutex reading_;
+  mutable std::atomic<bool> is_read_{false};
   // Written by the first reader, and never again.
   std::vector<Zone> zones_;
   std::vector<std::string> names_;

@@ -8,7 +8,9 @@
 #include <string>
 
 #include "abi/status.h"
+#include "host/objects/memory_refusals.h"
 #include "host/zones/utc_offset.h"
+#include "host/zones/zone_file.h"
 
 namespace jwnls {
 namespace {
@@ -63,16 +65,14 @@ namespace host {
 namespace {
 
 // The zone's own file, else that of the zone which an alias stands for: some systems install the
-// older aliases apart from the zones.
-bool load(const ZoneNames& names, const ZoneNames::Zone& zone, cctz::time_zone& loaded) {
+// older aliases apart from the zones. UTC needs none.
+std::optional<cctz::time_zone> load(const ZoneNames& names, const ZoneNames::Zone& zone) {
+  if (zone.name == "UTC") return cctz::utc_time_zone();
   for (const std::string& name : {zone.name, zone.target}) {
-    // A whole path, so that two hosts can have two databases: cctz remembers zones by this text.
-    if (!name.empty() && cctz::load_time_zone((names.directory() / name).string(), &loaded)) {
-      return true;
-    }
+    if (name.empty()) continue;
+    if (auto loaded = load_zone_file(names.directory() / name)) return loaded;
   }
-  loaded = cctz::utc_time_zone();
-  return zone.name == "UTC";
+  return std::nullopt;
 }
 
 std::uint32_t zone_info_now(ZoneService*, Zone* zone, char16_t abbreviation[50],
@@ -113,22 +113,24 @@ HostZoneService::HostZoneService(const ZoneNames& names) : ZoneService{}, names_
 
 Zone* HostZoneService::open_zone(std::u16string_view name) noexcept {
   try {
-    cctz::time_zone loaded;
+    std::optional<cctz::time_zone> loaded;
     if (const ZoneNames::Zone* known = names_.find(name)) {
-      if (!load(names_, *known, loaded)) return nullptr;
+      loaded = load(names_, *known);
     } else if (const std::optional<int> offset = parse_utc_offset(name)) {
       loaded = cctz::fixed_time_zone(cctz::seconds(*offset));
-    } else {
-      return nullptr;
     }
-    auto zone = std::make_unique<Zone>(loaded);
+    if (!loaded) return nullptr;
+    auto zone = std::make_unique<Zone>(*loaded);
     zone->at(std::time(nullptr));
     Zone* opened = zone.get();
     const std::lock_guard guard(mutex_);
     zones_.emplace(opened, std::move(zone));
     return opened;
-  } catch (const std::exception&) {
+  } catch (const std::bad_alloc&) {
+    ++memory_refusals;
     return nullptr;
+  } catch (const std::exception&) {
+    return nullptr;  // it cannot be read just now
   }
 }
 

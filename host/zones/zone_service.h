@@ -62,14 +62,13 @@ struct Zone {
 namespace host {
 
 /// Opens the zones of a database by their names, whatever the case, and those of the form
-/// "UTC+05:30". What cctz has loaded stays loaded for the life of the process, so a new release of
-/// the database on disk needs a new process.
+/// "UTC+05:30". A zone is as its file was when it was opened; the names are read once.
 class HostZoneService final : public ZoneService {
  public:
   /// Closes what is left open when it ends.
   explicit HostZoneService(const ZoneNames& names);
 
-  /// Null for a name that is no zone's, for a file that cannot be read, or without memory.
+  /// Null for a name that is no zone's, for a file that cannot be read now, or without memory.
   Zone* open_zone(std::u16string_view name) noexcept;
   void close_zone(Zone* zone) noexcept;
 

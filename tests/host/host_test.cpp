@@ -91,6 +91,30 @@ TEST(Host, TakesTheSystemsZoneOrWarnsAndTakesTheDefault) {
   unsetenv("TZ");
 }
 
+TEST(Host, AJournalFunctionMayUseHandlesAndCauseMessages) {
+  setenv("TZ", "no zone", 1);
+  int messages = 0;
+  std::u16string date;
+  Host* used = nullptr;
+  LocaleHandle* german = nullptr;
+  HostConfiguration configuration = with_modules();
+  configuration.journal = [&](std::uint32_t, std::u16string_view) {
+    ++messages;
+    date = long_date(german);
+    used->create_handle(u"fr_FR", {}, false, nullptr);  // whose message is dropped
+  };
+  {
+    CheckedHost host(std::move(configuration));
+    used = &host;
+    german = host.create_handle(u"de_DE", u"UTC", false, nullptr);
+    ASSERT_NE(german, nullptr);
+    EXPECT_NE(host.create_handle(u"en_US", {}, false, nullptr), nullptr);
+    EXPECT_EQ(date, u"15. M\u00E4rz 2024");
+    EXPECT_EQ(messages, 1);
+  }
+  unsetenv("TZ");
+}
+
 TEST(Host, SaysWhichExtensionIsMissing) {
   const Folder partial("partial");
   const fs::path& folder = partial.path;
