@@ -17,13 +17,15 @@
 namespace jwnls::generator {
 namespace {
 
-std::string source() {
+std::string version() {
   UErrorCode error = U_ZERO_ERROR;
   UVersionInfo cldr;
   ulocdata_getCLDRVersion(cldr, &error);
   check(error, "ulocdata_getCLDRVersion");
-  return "CLDR " + std::to_string(cldr[0]) + " (ICU " + U_ICU_VERSION + ')';
+  return "CLDR " + std::to_string(cldr[0]);
 }
+
+std::string source() { return version() + " (ICU " + U_ICU_VERSION + ')'; }
 
 void write_files(const char* database_path, const char* names_path) {
   std::vector<CldrLocale> locales;
@@ -38,6 +40,7 @@ void write_files(const char* database_path, const char* names_path) {
   std::cout << source() << '\n';
   write_database_tables(locales, database, std::cout);
   write_name_tables(locales, names, std::cout);
+  names << "\nconst char* const jwnls::host::names::data_version = \"" << version() << "\";\n";
   if (!database.flush() || !names.flush()) throw std::runtime_error("cannot write the tables");
 }
 

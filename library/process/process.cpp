@@ -1,59 +1,103 @@
 #include "library/process/process.h"
 
-#include <cctz/civil_time.h>
-#include <cctz/time_zone.h>
-
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <map>
-#include <mutex>
 #include <utility>
 
 #include "host/host.h"
 #include "host/locales/locale_names.h"
+#include "host/objects/memory_refusals.h"
 #include "library/process/linked_modules.h"
 #include "library/process/module_folders.h"
+#include "library/process/opening.h"
 #include "library/texts/failure.h"
 #include "library/texts/utf8.h"
+#include "library/zones/zone_database.h"
 
 namespace jwnls::library {
 namespace {
 
-// What the first call makes and nothing ever takes away.
-class Process {
+// The host with its modules, and every locale that was opened.
+class Modules {
  public:
-  Process() : host_(configuration()) {
-    std::string why;
-    if (host_.factory(&why) == nullptr) {
-      fail(JWNLS_LOAD, [&](Message& message) { message.said(why); });
-    }
-  }
+  Modules();
 
   const Locale& locale(std::string_view canonical) {
-    const std::lock_guard guard(opening_);
     if (const auto known = locales_.find(canonical); known != locales_.end()) return known->second;
     Locale locale = make_locale(canonical);
     return locales_.emplace(canonical, std::move(locale)).first->second;
   }
 
  private:
-  static host::HostConfiguration configuration() {
-    host::HostConfiguration configuration;
-    if (const char* folders = secure_getenv("JWNLS_EXTENSION_PATH")) {
-      configuration.extension_path = absolute_folders(folders);
-    }
-    configuration.linked_modules = linked_modules();
-    configuration.last_extension_path = folders_beside_library();
-    return configuration;
-  }
-
   Locale make_locale(std::string_view canonical);
 
   host::Host host_;
-  std::mutex opening_;
   std::map<std::string, Locale, std::less<>> locales_;
 };
+
+// What the process has, all of it guarded by Opening.
+struct State {
+  Modules* modules = nullptr;  // once made, for ever
+  std::shared_ptr<ZoneDatabase> zones;
+  std::string module_path;
+  std::string zone_folder;
+  void (*journal)(void* context, const char* message) = nullptr;
+  void* journal_context = nullptr;
+};
+
+// Never destroyed: handles point into it, and threads may use them while the process ends.
+union Immortal {
+  constexpr Immortal() : state() {}
+  ~Immortal() {}
+  State state;
+};
+constinit Immortal process;
+
+// Modules write only while something opens, so that one thread at a time comes here.
+void tell_journal(std::uint32_t, std::u16string_view message) {
+  const State& state = process.state;
+  if (state.journal == nullptr) return;
+  jwnls_error line;
+  std::array<char, 3 * sizeof line.text> text;
+  message = message.substr(0, sizeof line.text);
+  const std::size_t bytes = to_utf8(message, text.data(), text.size());
+  Message(&line, JWNLS_OK).said({text.data(), bytes});
+  state.journal(state.journal_context, line.text);
+}
+
+host::HostConfiguration configuration() {
+  host::HostConfiguration configuration;
+  const State& state = process.state;
+  configuration.extension_path = absolute_folders(state.module_path);
+  const char* folders = secure_getenv("JWNLS_EXTENSION_PATH");
+  if (folders != nullptr && state.module_path.empty()) {
+    configuration.extension_path = absolute_folders(folders);
+  }
+  configuration.linked_modules = linked_modules();
+  configuration.last_extension_path = folders_beside_library();
+  configuration.journal = tell_journal;
+  return configuration;
+}
+
+// Statuses do not always say that memory was what failed: whether there was less of it since.
+class MemoryWatch {
+ public:
+  void check() const {
+    if (host::memory_refusals.load() != before_) throw std::bad_alloc();
+  }
+
+ private:
+  const std::uint64_t before_ = host::memory_refusals.load();
+};
+
+Modules::Modules() : host_(configuration()) {
+  const MemoryWatch memory;
+  std::string why;
+  if (host_.factory(&why) != nullptr) return;
+  memory.check();
+  fail(JWNLS_LOAD, [&](Message& message) { message.said(why); });
+}
 
 // A surrogate in some text of the record that a service writes.
 bool has_surrogates(const LocaleRecord& record) {
@@ -67,15 +111,17 @@ bool has_surrogates(const LocaleRecord& record) {
   return false;
 }
 
-Locale Process::make_locale(std::string_view canonical) {
+Locale Modules::make_locale(std::string_view canonical) {
   std::array<char16_t, 80> name;
   const std::size_t length = to_utf16(canonical, name.data(), name.size()).value_or(0);
   // Wall-clock values carry no zone, so that any serves; layouts hold the zones that they convert
   // by.
+  const MemoryWatch memory;
   std::uint32_t status = 0;
   std::string why;
   LocaleHandle* handle = host_.create_handle({name.data(), length}, u"UTC", false, &status, &why);
   if (handle == nullptr) {
+    memory.check();
     fail(JWNLS_LOAD, [&](Message& message) {
       (message << "locale ").quoted(canonical) << ": ";
       message.said(why.empty() ? "its data cannot be loaded" : why);
@@ -84,80 +130,91 @@ Locale Process::make_locale(std::string_view canonical) {
   return {std::string(canonical), handle, handle->record, has_surrogates(*handle->record)};
 }
 
-Process& process() {
-  static std::mutex making;
-  static Process* made = nullptr;
-  const std::lock_guard guard(making);
-  if (made == nullptr) made = new Process;  // stays: see the header
+ZoneDatabase& zones() {
+  auto& made = process.state.zones;
+  if (made == nullptr) made = std::make_shared<ZoneDatabase>(process.state.zone_folder);
   return *made;
 }
 
-host::LocaleMatch match(std::string_view name) {
-  std::array<char16_t, 96> units;
-  const auto length = to_utf16(name, units.data(), units.size());
-  if (!length) return {Status::lookup_failed, {}};
-  return host::match_locale_name({units.data(), *length});
+[[noreturn]] void refuse_setting(std::string_view setting, std::string_view value,
+                                 std::string_view reason) {
+  fail(JWNLS_UNKNOWN, [&](Message& message) {
+    (message << "setting ").quoted(setting) << " ";
+    message.quoted(value) << ": " << reason;
+  });
 }
-
-// A zone of the library for zones.
-class DatabaseZone final : public Zone {
- public:
-  DatabaseZone(std::string name, cctz::time_zone zone) : Zone(std::move(name)), zone_(zone) {}
-
-  [[nodiscard]] std::int32_t offset_at(std::int64_t moment) const noexcept override {
-    return zone_.lookup(cctz::time_point<cctz::seconds>(cctz::seconds(moment))).offset;
-  }
-  [[nodiscard]] std::string_view abbreviation_at(std::int64_t moment) const noexcept override {
-    return zone_.lookup(cctz::time_point<cctz::seconds>(cctz::seconds(moment))).abbr;
-  }
-  [[nodiscard]] Moments moments_of(std::int64_t clock) const noexcept override {
-    const auto found = zone_.lookup(cctz::civil_second(1970, 1, 1) + clock);
-    const auto seconds = [](auto point) { return point.time_since_epoch().count(); };
-    switch (found.kind) {
-      case cctz::time_zone::civil_lookup::UNIQUE:
-        return {1, seconds(found.pre), 0};
-      case cctz::time_zone::civil_lookup::REPEATED:
-        return {2, seconds(found.pre), seconds(found.post)};
-      default:
-        return {0, seconds(found.pre), seconds(found.post)};
-    }
-  }
-
- private:
-  cctz::time_zone zone_;
-};
 
 }  // namespace
 
-std::shared_ptr<const Zone> open_zone(std::string_view name) {
-  cctz::time_zone zone;
-  if (!cctz::load_time_zone(std::string(name), &zone)) {
-    fail(JWNLS_UNKNOWN,
-         [name](Message& message) { (message << "time zone ").quoted(name) << ": unknown"; });
-  }
-  return std::make_shared<DatabaseZone>(std::string(name), zone);
-}
-
 const Locale& open_locale(std::string_view name) {
-  const host::LocaleMatch found = match(name);
+  std::array<char16_t, 96> units;
+  const auto length = to_utf16(name, units.data(), units.size());
+  const auto found = host::match_locale_name({units.data(), length.value_or(0)});
   if (found.canonical.empty()) {
     fail(JWNLS_UNKNOWN,
          [name](Message& message) { (message << "locale ").quoted(name) << ": unknown"; });
   }
-  return process().locale(found.canonical);
+  const Opening opening;
+  auto& modules = process.state.modules;
+  if (modules == nullptr) modules = new Modules;
+  return modules->locale(found.canonical);
+}
+
+std::shared_ptr<const Zone> open_zone(std::string_view name) {
+  const Opening opening;
+  return name.empty() || name == "system" ? zones().open_system() : zones().open(name);
+}
+
+std::vector<std::string> zone_names() {
+  const Opening opening;
+  return zones().names();
+}
+
+std::string zones_version() {
+  const Opening opening;
+  return zones().version();
+}
+
+void reload_zones() {
+  const Opening opening;
+  auto fresh = std::make_shared<ZoneDatabase>(process.state.zone_folder);
+  (void)fresh->names();  // or the one that was stays
+  process.state.zones = std::move(fresh);
+}
+
+void configure(std::string_view setting, std::string_view value) {
+  const Opening opening;
+  State& state = process.state;
+  if (setting == "module-path") {
+    if (state.modules != nullptr) refuse_setting(setting, value, "the modules are loaded already");
+    std::string_view rest = value;
+    while (!rest.empty()) {
+      const std::size_t end = std::min(rest.find(':'), rest.size());
+      if (end > 0 && !rest.starts_with('/')) {
+        refuse_setting(setting, value, "folders are absolute");
+      }
+      rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    state.module_path = value;
+  } else if (setting == "zone-folder") {
+    if (!value.empty() && !value.starts_with('/')) {
+      refuse_setting(setting, value, "the folder is not absolute");
+    }
+    auto fresh = std::make_shared<ZoneDatabase>(std::string(value));
+    state.zone_folder = value;
+    state.zones = std::move(fresh);
+  } else {
+    refuse_setting(setting, value, "settings are module-path and zone-folder");
+  }
+}
+
+void set_journal(void (*write)(void* context, const char* message), void* context) noexcept {
+  // A journal function may name its successor: its thread has the lock.
+  const bool is_mine = Opening::is_here();
+  if (!is_mine) Opening::take();
+  process.state.journal = write;
+  process.state.journal_context = context;
+  if (!is_mine) Opening::release();
 }
 
 }  // namespace jwnls::library
-
-extern "C" {
-
-int jwnls_match_locale(const char* name, char canonical[64], int* exact) {
-  const auto found = jwnls::library::match(name);
-  const std::size_t length = std::min<std::size_t>(found.canonical.size(), 63);
-  found.canonical.copy(canonical, length);
-  canonical[length] = '\0';
-  *exact = found.status == jwnls::Status::ok ? 1 : 0;
-  return length > 0 ? JWNLS_OK : JWNLS_UNKNOWN;
-}
-
-}  // extern "C"
