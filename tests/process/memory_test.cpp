@@ -1,0 +1,122 @@
+// Every allocation fails in turn, once and for ever: a call succeeds or says so, and the next one
+// works.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "include/jwnls/jwnls.h"
+#include "tests/process/allocations.h"
+
+namespace jwnls::test {
+namespace {
+
+int open(const char* locale, int kind, const char* options, jwnls_error* error) {
+  jwnls_layout* layout = nullptr;
+  const int code = jwnls_open(locale, kind, options, &layout, error);
+  jwnls_close(layout);
+  return code;
+}
+
+struct Call {
+  const char* name;
+  std::function<int(jwnls_error*)> run;
+};
+
+int explain(jwnls_error* error) {
+  jwnls_layout* layout = nullptr;
+  int code = jwnls_open("pl_PL", JWNLS_DATE, "style=long", &layout, error);
+  if (code == JWNLS_OK && jwnls_explain(layout, "29 29 29", 8, error) == JWNLS_OK) code = -1;
+  jwnls_close(layout);
+  return code;
+}
+
+int visit_zone(void*, const char*) { return 0; }
+int visit_locale(void*, const jwnls_locale_info*) { return 0; }
+
+const Call calls[] = {
+    {"number", [](auto* error) { return open("de_DE", JWNLS_NUMBER, "decimals=2", error); }},
+    {"integer", [](auto* error) { return open("hi_IN", JWNLS_INTEGER, "digits=own", error); }},
+    {"date", [](auto* error) { return open("pl_PL", JWNLS_DATE, "style=long", error); }},
+    {"time", [](auto* error) { return open("en_US", JWNLS_TIME, "", error); }},
+    {"datetime",
+     [](auto* error) { return open("ja_JP", JWNLS_DATETIME, "zone=Asia/Tokyo", error); }},
+    {"rule",
+     [](auto* error) {
+       return open("fr_FR", JWNLS_DATETIME, "zone=CET-1CEST,M3.5.0,M10.5.0/3", error);
+     }},
+    {"zone",
+     [](auto* error) {
+       jwnls_zone_state state = {};
+       state.size = sizeof state;
+       return jwnls_zone_at("America/St_Johns", 0, &state, error);
+     }},
+    {"explain", explain},
+    {"reload", [](auto* error) { return jwnls_reload_zones(error); }},
+    {"zones", [](auto*) { return jwnls_zones(visit_zone, nullptr); }},
+    {"locales", [](auto*) { return jwnls_locales(visit_locale, nullptr); }},
+    {"configure",
+     [](auto* error) { return jwnls_configure("zone-folder", "/usr/share/zoneinfo", error); }},
+};
+
+// Runs a call with each allocation failing, until one is reached that is not asked for any more.
+std::string fault_of(const Call& call, bool for_ever, long first, long step) {
+  for (long number = first;; number += step) {
+    jwnls_error error = {};
+    fail_allocation(number, for_ever);
+    const int code = call.run(&error);
+    const long asked = allow_allocations();
+    const auto fault = [&](const char* what, int wrong) {
+      return std::string(call.name) + ": allocation " + std::to_string(number) +
+             (for_ever ? " for ever: " : ": ") + what + std::to_string(wrong) + " " + error.text;
+    };
+    if (code != JWNLS_OK && code != JWNLS_MEMORY) return fault("gives ", code);
+    if (code == JWNLS_OK && number >= asked) return {};
+    if (asked <= number) return fault("allocations asked for, without success: ", code);
+    const int next = call.run(&error);
+    if (next != JWNLS_OK) return fault("the next call gives ", next);
+  }
+}
+
+// The first call of a process, in a process for each allocation: only one of them loads modules.
+TEST(Memory, TheFirstCallOfAProcessSucceedsOrSaysSo) {
+  const auto run = [](long number, bool for_ever) {
+    const pid_t child = fork();
+    if (child != 0) {
+      int status = 0;
+      waitpid(child, &status, 0);
+      return status;
+    }
+    jwnls_error error = {};
+    fail_allocation(number, for_ever);
+    const int code = open("de_DE", JWNLS_DATETIME, "zone=Europe/Berlin", &error);
+    const long asked = allow_allocations();
+    const bool good = code == JWNLS_OK || code == JWNLS_MEMORY;
+    if (!good) (void)std::fprintf(stderr, "%d %s\n", code, error.text);
+    if (!good || open("de_DE", JWNLS_DATETIME, "zone=Europe/Berlin", &error) != JWNLS_OK) _exit(1);
+    _exit(number >= asked ? 2 : 0);
+  };
+  for (const bool for_ever : {false, true}) {
+    for (long number = 0;; number = number < 64 ? number + 1 : number + 1 + number / 8) {
+      const int status = run(number, for_ever);
+      ASSERT_TRUE(WIFEXITED(status)) << "allocation " << number << " signal " << WTERMSIG(status);
+      ASSERT_NE(WEXITSTATUS(status), 1) << "allocation " << number << (for_ever ? " for ever" : "");
+      if (WEXITSTATUS(status) == 2) break;
+    }
+  }
+}
+
+TEST(Memory, EveryCallSucceedsOrSaysSo) {
+  for (const Call& call : calls) {
+    for (const bool for_ever : {false, true}) {
+      EXPECT_EQ(fault_of(call, for_ever, 0, 1), "");
+    }
+  }
+}
+
+}  // namespace
+}  // namespace jwnls::test
