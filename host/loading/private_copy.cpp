@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -11,6 +10,7 @@
 #include <cstdlib>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace jwnls::host {
 namespace {
@@ -18,6 +18,20 @@ namespace {
 constexpr int open_mode = RTLD_NOW | RTLD_LOCAL;
 
 std::string reason_of(int error_number) { return std::generic_category().message(error_number); }
+
+// A file descriptor that closes itself.
+struct Descriptor {
+  explicit Descriptor(int opened) noexcept : number(opened) {}
+  ~Descriptor() {
+    const int kept = errno;  // the reason for what failed before
+    if (number >= 0) close(number);
+    errno = kept;
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  int number;  // -1: none
+};
 
 bool write_all(int target, const char* bytes, std::size_t count) {
   while (count > 0) {
@@ -32,20 +46,15 @@ bool write_all(int target, const char* bytes, std::size_t count) {
 
 // False with errno set when a byte could not be read or written.
 bool copy_bytes(const std::filesystem::path& file, int target) {
-  const int source = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (source < 0) return false;
+  const Descriptor source(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  if (source.number < 0) return false;
   std::array<char, 1 << 16> block;
-  bool copied = true;
   for (;;) {
-    const ssize_t count = read(source, block.data(), block.size());
+    const ssize_t count = read(source.number, block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;
-    copied = count >= 0 && write_all(target, block.data(), static_cast<std::size_t>(count));
-    if (count <= 0 || !copied) break;
+    if (count <= 0) return count == 0;
+    if (!write_all(target, block.data(), static_cast<std::size_t>(count))) return false;
   }
-  const int failure = errno;
-  close(source);
-  errno = failure;
-  return copied;
 }
 
 std::string name_in_proc(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
@@ -63,50 +72,41 @@ bool take_free_descriptor(int& descriptor) {
 }
 
 OpenedCopy open_in_memory(const std::filesystem::path& file, std::string* error) {
-  OpenedCopy copy;
-  copy.descriptor = memfd_create(file.filename().c_str(), MFD_CLOEXEC);
-  if (copy.descriptor < 0) {
+  Descriptor copy(memfd_create(file.filename().c_str(), MFD_CLOEXEC));
+  if (copy.number < 0 || !copy_bytes(file, copy.number) || !take_free_descriptor(copy.number)) {
     *error = reason_of(errno);
-    return copy;
+    return {};
   }
-  if (copy_bytes(file, copy.descriptor) && take_free_descriptor(copy.descriptor)) {
-    copy.handle = open_as_library(name_in_proc(copy.descriptor).c_str(), error);
-  } else {
-    *error = reason_of(errno);
-  }
-  if (copy.handle == nullptr) {
-    close(copy.descriptor);
-    copy.descriptor = -1;
-  }
-  return copy;
+  void* handle = open_as_library(name_in_proc(copy.number).c_str(), error);
+  if (handle == nullptr) return {};
+  return {handle, std::exchange(copy.number, -1)};
 }
 
-// The file has its name only while it is being opened, and is its owner's alone.
+// A new file that has its name as long as this lives, and is its owner's alone.
+struct TemporaryFile {
+  explicit TemporaryFile(const std::string& folder)
+      : name(folder + "/jwnls-XXXXXX"), descriptor(mkostemp(name.data(), O_CLOEXEC)) {}
+  ~TemporaryFile() {
+    if (descriptor.number >= 0) unlink(name.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  std::string name;
+  const Descriptor descriptor;
+};
+
 void* open_in_folder(const std::filesystem::path& file, const std::string& folder,
                      std::string* error) {
-  std::string name;
-  int target = -1;
-  do {
-    if (target >= 0) {
-      close(target);
-      unlink(name.c_str());
-    }
-    name = folder + "/jwnls-XXXXXX";
-    target = mkostemp(name.data(), O_CLOEXEC);
-    if (target < 0) {
-      *error = reason_of(errno);
-      return nullptr;
-    }
-  } while (is_open_as_library(name.c_str()));  // a name of before, chosen again
-  void* handle = nullptr;
-  if (copy_bytes(file, target)) {
-    handle = open_as_library(name.c_str(), error);
-  } else {
+  const TemporaryFile copy(folder);
+  if (copy.descriptor.number < 0 || !copy_bytes(file, copy.descriptor.number)) {
     *error = reason_of(errno);
+    return nullptr;
   }
-  close(target);
-  unlink(name.c_str());
-  return handle;
+  if (is_open_as_library(copy.name.c_str())) {  // a name of before, chosen again by chance
+    return open_in_folder(file, folder, error);
+  }
+  return open_as_library(copy.name.c_str(), error);
 }
 
 }  // namespace

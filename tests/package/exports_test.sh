@@ -12,3 +12,8 @@ nm -D --defined-only "$build/libjwnls.so.1" | awk '$2 != "A" {print $3}' | sort 
 sed 's/$/@@JWNLS_1/' "$list" | diff - "$work/exported" ||
   fail "libjwnls.so.1 does not export what exports.txt lists"
 readelf -d "$build/libjwnls.so.1" | grep -q 'soname: \[libjwnls\.so\.1\]' || fail "wrong soname"
+
+# The archive must not clash with anything of the program that it is linked into.
+archive=$(find "$build" -path '*/library/libjwnls.a')
+nm --defined-only -g "$archive" | awk 'NF == 3 && $2 !~ /[VWu]/ {print $3}' |
+  { ! grep -Ev '^jwnls_|^_Z.*5jwnls'; } || fail "libjwnls.a defines names that are not its own"
