@@ -28,17 +28,6 @@
 
 namespace jwnls::library {
 
-/// The names that were found in a text.
-struct FoundNames {
-  struct Name {
-    const NameMeaning* meaning;
-    std::size_t piece;  // in front of that number; of the last piece: how many numbers there are
-    std::size_t place;
-  };
-  Name name[2];
-  std::size_t count = 0;
-};
-
 /// A word that was looked up: its bytes in the text, its folded form, what it means if anything.
 struct Word {
   std::size_t size;  // 0: the way of looking up cannot tell
@@ -105,7 +94,6 @@ class DateGrammar {
   void read_numbers() noexcept;
   void read_with_name() noexcept;
   bool find_weekday_alone() noexcept;
-  bool tell_names_apart(std::size_t& month_piece) noexcept;
 
   const DateLayout& layout_;
   const std::string_view text_;
@@ -113,7 +101,6 @@ class DateGrammar {
   const Numbers numbers_;
   FoundNames found_;
   const OwnMarks* words_ = nullptr;  // marks that are words, which say what each number is
-  std::int32_t month_ = 0;
   std::int32_t weekday_ = 0;
   std::size_t weekday_place_ = 0;
   DateRead read_;
@@ -259,43 +246,9 @@ bool DateGrammar<LookUp>::find_weekday_alone() noexcept {
   return true;
 }
 
-// Of two names one is the month; the weekday stands before everything else, or behind it.
-template <typename LookUp>
-bool DateGrammar<LookUp>::tell_names_apart(std::size_t& month_piece) noexcept {
-  if (found_.count == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
-  const FoundNames::Name& first = found_.name[0];
-  const FoundNames::Name& second = found_.name[1];
-  const FoundNames::Name* month = &first;
-  const FoundNames::Name* weekday = nullptr;
-  if (found_.count == 2) {
-    if (first.piece == 0 && first.meaning->weekday != 0 && second.meaning->month != 0) {
-      weekday = &first;
-      month = &second;
-    } else if (second.piece == 2 && second.meaning->weekday != 0) {
-      weekday = &second;
-    } else {
-      return refuse(Refusal::two_names, second.place);
-    }
-  }
-  if (month->meaning->month == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
-  month_ = month->meaning->month;
-  month_piece = month->piece;
-  if (month->meaning->false_friend) read_.facts = JWNLS_TWO_WAYS;
-  if (weekday != nullptr) {
-    weekday_ = weekday->meaning->weekday;
-    weekday_place_ = weekday->place;
-  }
-  return true;
-}
-
 template <typename LookUp>
 void DateGrammar<LookUp>::read_with_name() noexcept {
-  std::size_t month_piece = 0;
-  CivilDate date;
-  if (read_piece(0) && read_piece(1) && read_piece(2) && tell_names_apart(month_piece) &&
-      order_.place_numbers_by_name(month_, month_piece, date)) {
-    order_.finish(date, weekday_, weekday_place_);
-  }
+  if (read_piece(0) && read_piece(1) && read_piece(2)) order_.finish_named(found_);
 }
 
 }  // namespace jwnls::library

@@ -8,10 +8,22 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_layout.h"
+#include "library/dates/date_names.h"
 #include "library/dates/date_parts.h"
 #include "module/calendar/civil.h"
 
 namespace jwnls::library {
+
+/// The names that were found in a text.
+struct FoundNames {
+  struct Name {
+    const NameMeaning* meaning;
+    std::size_t piece;  // in front of that number; of the last piece: how many numbers there are
+    std::size_t place;
+  };
+  Name name[2];
+  std::size_t count = 0;
+};
 
 /// Puts a text's numbers into a layout's order; what it finds or refuses goes to `read`. `end` is
 /// the text's.
@@ -30,12 +42,21 @@ class DateOrder {
 
   /// Of three numbers; `words`: marks between them that say what each is, or null.
   bool place_numbers(const OwnMarks* words, CivilDate& date) noexcept;
-  /// Of two numbers beside a month's name, which stands in front of the number `month_piece`.
-  bool place_numbers_by_name(int month, std::size_t month_piece, CivilDate& date) noexcept;
+  /// The date of two numbers and names; keeps it as finish() does.
+  void finish_named(const FoundNames& found) noexcept;
   /// Checks a date and its weekday, 0 for none, and keeps it.
   void finish(CivilDate date, int weekday, std::size_t weekday_place) noexcept;
 
  private:
+  // The month's name stands in front of the number `month_piece`.
+  struct Names {
+    int month = 0;
+    std::size_t month_piece = 0;
+    int weekday = 0;
+    std::size_t weekday_place = 0;
+  };
+  bool tell_names_apart(const FoundNames& found, Names& names) noexcept;
+  bool place_numbers_by_name(int month, std::size_t month_piece, CivilDate& date) noexcept;
   bool check_short_year(const Numbers::Number& number) noexcept;
   [[nodiscard]] std::int32_t widened(std::int32_t year) const noexcept {
     const std::int32_t candidate = layout_.century - layout_.century % 100 + year;
@@ -138,6 +159,43 @@ inline bool DateOrder::place_numbers_by_name(int month, std::size_t month_piece,
                          first.value != second.value;
   if (month_piece == 1 && both_days) read_.facts = JWNLS_TWO_WAYS;
   return true;
+}
+
+// Of two names one is the month; the weekday stands before everything else, or behind it.
+inline bool DateOrder::tell_names_apart(const FoundNames& found, Names& names) noexcept {
+  if (found.count == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
+  const FoundNames::Name& first = found.name[0];
+  const FoundNames::Name& second = found.name[1];
+  const FoundNames::Name* month = &first;
+  const FoundNames::Name* weekday = nullptr;
+  if (found.count == 2) {
+    if (first.piece == 0 && first.meaning->weekday != 0 && second.meaning->month != 0) {
+      weekday = &first;
+      month = &second;
+    } else if (second.piece == 2 && second.meaning->weekday != 0) {
+      weekday = &second;
+    } else {
+      return refuse(Refusal::two_names, second.place);
+    }
+  }
+  if (month->meaning->month == 0) return refuse(Refusal::no_month, numbers_.number[0].end);
+  names.month = month->meaning->month;
+  names.month_piece = month->piece;
+  if (month->meaning->false_friend) read_.facts = JWNLS_TWO_WAYS;
+  if (weekday != nullptr) {
+    names.weekday = weekday->meaning->weekday;
+    names.weekday_place = weekday->place;
+  }
+  return true;
+}
+
+inline void DateOrder::finish_named(const FoundNames& found) noexcept {
+  Names names;
+  CivilDate date;
+  if (tell_names_apart(found, names) &&
+      place_numbers_by_name(names.month, names.month_piece, date)) {
+    finish(date, names.weekday, names.weekday_place);
+  }
 }
 
 inline void DateOrder::finish(CivilDate date, int weekday, std::size_t weekday_place) noexcept {

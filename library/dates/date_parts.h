@@ -62,6 +62,7 @@ struct Numbers {
   Number number[3];
   std::size_t count = 0;  // 4: more than three
 
+  Numbers() = default;
   explicit Numbers(std::string_view text) noexcept;
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "library/dates/named_date.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {
@@ -184,6 +185,8 @@ bool is_blank_text(std::string_view text) noexcept {
 DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
   DateRead plain;
   if (read_plain_numbers(layout, text, plain)) return plain;
+  DateRead named;
+  if (read_named_date(layout, text, named)) return named;
   QuickLookUp look_up(layout);
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
   // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way, nor are

@@ -195,7 +195,29 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& cl
   return found;
 }
 
-// At the joint that the locale writes, the commonest place.
+// The commonest of all: a date, the locale's joint, a blank or a "T", and "14:30" or "14:30:05".
+bool read_plain_time_behind(const jwnls_layout& layout, std::string_view text,
+                            Clock& clock) noexcept {
+  if (text.size() < 12 || text[text.size() - 3] != ':') return false;
+  const std::size_t size = text[text.size() - 6] == ':' ? 8 : 5;
+  std::string_view front = text.substr(0, text.size() - size);
+  const std::string_view between = layout.dates->joint.between;
+  const auto ends_in = [&front](std::string_view joint) {
+    return front.size() > joint.size() && front.substr(front.size() - joint.size()) == joint;
+  };
+  if (ends_in(between)) {
+    front.remove_suffix(between.size());
+  } else if (ends_in(" ") || (ends_in("T") && is_digit(front[front.size() - 2]))) {
+    front.remove_suffix(1);
+  }
+  const auto seconds = plain_time(text.substr(text.size() - size));
+  if (!seconds || front.size() + size == text.size()) return false;
+  const DateRead date = quick_date(*layout.dates, front);
+  return date.refusal == Refusal::none &&
+         put_together(date, *seconds * microseconds_per_second, clock);
+}
+
+// At the joint that the locale writes.
 bool read_at_joint(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
   const DateLayout& dates = *layout.dates;
   const std::string& between = dates.joint.between;
@@ -226,6 +248,7 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
 
 Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   Clock clock;
+  if (read_plain_time_behind(layout, text, clock)) return clock;
   std::int32_t offset_seconds = 0;
   if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
   const bool has_offset = cut_offset(text, offset_seconds);

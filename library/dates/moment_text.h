@@ -20,6 +20,9 @@ namespace jwnls::library {
 [[nodiscard]] std::optional<std::int64_t> read_time_text(const Locale& locale,
                                                          std::string_view text) noexcept;
 
+/// The seconds of "14:30" and "14:30:05", which every locale reads so.
+[[nodiscard]] std::optional<std::int64_t> plain_time(std::string_view text) noexcept;
+
 /// What was read, or why not; `date.refusal` and `date.place` tell.
 struct MomentRead {
   DateRead date;

@@ -47,20 +47,6 @@ Fraction find_fraction(std::string_view text) noexcept {
   return {0, 0, 0};
 }
 
-// "14:30" and "14:30:05", which every locale reads so.
-std::optional<std::int64_t> plain_time(std::string_view text) noexcept {
-  const auto two = [text](std::size_t at) {
-    return is_digit(text[at]) && is_digit(text[at + 1]) ? (text[at] - '0') * 10 + text[at + 1] - '0'
-                                                        : 99;
-  };
-  if ((text.size() != 5 && text.size() != 8) || text[2] != ':') return std::nullopt;
-  const int hour = two(0);
-  const int minute = two(3);
-  const int second = text.size() == 5 ? 0 : text[5] == ':' ? two(6) : 99;
-  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return (hour * 60 + minute) * 60 + second;
-}
-
 std::optional<std::int64_t> seconds_of(const Locale& locale, std::string_view text) noexcept {
   const ServiceTable& services = locale.handle->services;
   const auto value =
@@ -87,6 +73,19 @@ std::optional<std::int64_t> read_as_it_stands(const Locale& locale,
 }
 
 }  // namespace
+
+std::optional<std::int64_t> plain_time(std::string_view text) noexcept {
+  const auto two = [text](std::size_t at) {
+    return is_digit(text[at]) && is_digit(text[at + 1]) ? (text[at] - '0') * 10 + text[at + 1] - '0'
+                                                        : 99;
+  };
+  if ((text.size() != 5 && text.size() != 8) || text[2] != ':') return std::nullopt;
+  const int hour = two(0);
+  const int minute = two(3);
+  const int second = text.size() == 5 ? 0 : text[5] == ':' ? two(6) : 99;
+  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
+  return (hour * 60 + minute) * 60 + second;
+}
 
 std::optional<std::int64_t> read_time_text(const Locale& locale, std::string_view text) noexcept {
   if (const auto seconds = plain_time(text)) return *seconds * microseconds_per_second;

@@ -1,0 +1,168 @@
+#include "library/dates/named_date.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+#include "library/dates/date_characters.h"
+#include "library/dates/date_order.h"
+#include "library/texts/folding.h"
+
+namespace jwnls::library {
+namespace {
+
+// What a byte begins; of three bytes only characters that fold to themselves, as those of most
+// scripts of South and East Asia do.
+enum class Begins : std::uint8_t {
+  other,
+  digit,
+  letter,
+  letter_of_2,
+  letter_of_3,
+  blank,
+  dot,
+  comma
+};
+
+constexpr std::array<Begins, 256> beginnings = [] {
+  std::array<Begins, 256> table = {};
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const char each = static_cast<char>(byte);
+    table[byte] = is_digit(each)                                   ? Begins::digit
+                  : is_blank(each)                                 ? Begins::blank
+                  : each == '.'                                    ? Begins::dot
+                  : each == ','                                    ? Begins::comma
+                  : byte < 0x80 && is_letter(each)                 ? Begins::letter
+                  : byte >= 0xC2 && byte < 0xE0                    ? Begins::letter_of_2
+                  : byte == 0xE0 || (byte >= 0xE3 && byte <= 0xED) ? Begins::letter_of_3
+                                                                   : Begins::other;
+  }
+  return table;
+}();
+
+class NamedDate {
+ public:
+  NamedDate(const DateLayout& layout, std::string_view text) noexcept
+      : layout_(layout), text_(text) {}
+
+  bool read(DateRead& read) noexcept {
+    char before = 0;  // '0' for a number, 'a' for a word, '.' and ',' behind them, ' ' for a blank
+    while (at_ < text_.size()) {
+      switch (beginning()) {
+        case Begins::digit:
+          if (!take_number()) return false;
+          before = '0';
+          break;
+        case Begins::blank:
+          ++at_;
+          before = before == ',' ? ',' : ' ';
+          break;
+        case Begins::dot:
+          if (before != '0' && before != 'a') return false;
+          ++at_;
+          before = '.';
+          break;
+        case Begins::comma:
+          if (before != '0' && before != 'a' && before != '.') return false;
+          ++at_;
+          before = ',';
+          break;
+        default:
+          if (!take_word()) return false;
+          before = 'a';
+      }
+    }
+    if (before == ',' || numbers_.count != 2 || found_.count == 0) return false;
+    DateOrder(layout_, numbers_, text_.size(), read).finish_named(found_);
+    return read.refusal == Refusal::none;
+  }
+
+ private:
+  [[nodiscard]] Begins beginning() const noexcept {
+    return beginnings[static_cast<unsigned char>(text_[at_])];
+  }
+
+  bool take_number() noexcept {
+    if (numbers_.count == 2) return false;
+    Numbers::Number& number = numbers_.number[numbers_.count++];
+    number = {0, at_, at_};
+    do {
+      number.value = number.value * 10 + (text_[at_++] - '0');
+    } while (at_ < text_.size() && is_digit(text_[at_]) && at_ - number.begin < 5);
+    number.end = at_;
+    return number.digits() < 5;
+  }
+
+  // A run of letters, folded on the way, with the marks between two letters.
+  bool take_word() noexcept {
+    const std::size_t place = at_;
+    std::memset(folded_, 0, 8);
+    std::size_t size = 0;
+    while (at_ < text_.size()) {
+      if (size + 4 > sizeof folded_) return false;
+      const Begins begins = beginning();
+      if (begins == Begins::letter) {
+        folded_[size++] = static_cast<char>(text_[at_++] | 0x20);
+      } else if (begins == Begins::letter_of_2) {
+        if (!fold_letter(size)) return false;
+      } else if (begins == Begins::letter_of_3) {
+        if (!follows(1) || !follows(2)) return false;
+        std::memcpy(folded_ + size, text_.data() + at_, 3);
+        size += 3;
+        at_ += 3;
+      } else if (at_ > place && end_of_run(text_.substr(0, at_ + 2), at_) > at_) {
+        folded_[size++] = text_[at_++];
+      } else {
+        break;
+      }
+    }
+    if (size == 0) return false;
+    std::uint64_t key;
+    std::memcpy(&key, folded_, 8);
+    const NameMeaning* const meaning = layout_.names->find(key, {folded_, size});
+    // Names of several words are for the full way.
+    if (meaning == nullptr || meaning->begins_longer || meaning->two_months) return false;
+    if (!meaning->is_name()) return true;
+    if (found_.count == 2) return false;
+    found_.name[found_.count++] = {meaning, numbers_.count, place};
+    return true;
+  }
+
+  [[nodiscard]] bool follows(std::size_t i) const noexcept {
+    return at_ + i < text_.size() && (static_cast<unsigned char>(text_[at_ + i]) & 0xC0) == 0x80;
+  }
+
+  // Of two bytes, to letters of one or two.
+  bool fold_letter(std::size_t& size) noexcept {
+    if (!follows(1)) return false;
+    const std::uint16_t folded =
+        folded_letters[(static_cast<unsigned char>(text_[at_]) & 0x1FU) << 6 |
+                       (static_cast<unsigned char>(text_[at_ + 1]) & 0x3FU)];
+    if (folded >= 0x80 && folded < 0x800) {
+      folded_[size++] = static_cast<char>(0xC0U | folded >> 6);
+      folded_[size++] = static_cast<char>(0x80U | (folded & 0x3FU));
+    } else if (folded >= 'a' && folded <= 'z') {
+      folded_[size++] = static_cast<char>(folded);
+    } else {
+      return false;
+    }
+    at_ += 2;
+    return true;
+  }
+
+  const DateLayout& layout_;
+  const std::string_view text_;
+  std::size_t at_ = 0;
+  Numbers numbers_;
+  FoundNames found_;
+  char folded_[64];
+};
+
+}  // namespace
+
+bool read_named_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
+  NamedDate date(layout, text);
+  return date.read(read);
+}
+
+}  // namespace jwnls::library
