@@ -11,21 +11,26 @@
  *
  *   numbers  = minimum_grouping:u8 systems:u8
  *              system { system }              the digits 0 to 9, then the locale's own
- *   system   = zero:text decimal:text group:text money_decimal:text money_group:text minus:text
+ *   system   = digits:text decimal:text group:text money_decimal:text money_group:text minus:text
  *              plus:text percent:text per_mille:text infinity:text nan:text
  *              kind kind kind kind            number, amount, accounting, percent
+ *   digits   = the zero, which the others follow in Unicode, or all ten
  *   kind     = primary:u8 secondary:u8        group sizes; 0: no groups
  *              prefix:text suffix:text negative_prefix:text negative_suffix:text
  *              U+00A4 stands for the currency's symbol; signs are already put in
+ *   The digits, decimal and group symbols are single characters; texts of a system have at most 32
+ *   bytes (what is no number: 64), symbols of currencies 64.
  *   minimum_grouping  1, 2 or 3: so many digits stand in front of the first group symbol at least;
  *                     0: nothing is grouped
  *
  *   common currencies, currencies = count:u16 { currency }    sorted by code; what the locale says
  *              of a currency goes before what is common; one that is in neither is written as its
  *              code, with two decimals
- *   currency   = code:3 bytes flags:u8 symbol:text narrow:text [ decimal:text group:text ]
+ *   currency   = code:3 bytes flags:u8 symbol:text narrow:text [ decimal:text group:text affixes ]
+ *   affixes    = prefix:text suffix:text negative_prefix:text negative_suffix:text
+ *                of amounts in this currency; without U+00A4: those of all amounts
  *   flags        bit 0, bit 1: the symbol's first, last character takes a blank beside a digit; bits
- *                2, 3: of the narrow symbol; bit 4: money has other symbols in this currency
+ *                2, 3: of the narrow symbol; bit 4: money is written otherwise in this currency
  *                bits 5 to 7: decimals of the currency
  *
  *   date names = count:u16 { name } count:u8 { exact }

@@ -26,10 +26,14 @@ constexpr std::size_t quick_room = 64;    // from which on the services are at t
 constexpr std::size_t integer_room = 32;  // of which they clear whatever they are given
 constexpr double quick_magnitude = 1e15;
 constexpr std::uint32_t quick_decimals = 16;
-constexpr double exact_integers = 0x1p53;  // below, doubles are integers as they stand
 
 bool takes_integers(const jwnls_layout& layout) {
-  return layout.is(JWNLS_NUMBER) || layout.is(JWNLS_INTEGER);
+  return layout.is(JWNLS_NUMBER) || layout.is(JWNLS_INTEGER) || layout.is(JWNLS_AMOUNT) ||
+         layout.is(JWNLS_PERCENT);
+}
+
+bool takes_fractions(const jwnls_layout& layout) {
+  return takes_integers(layout) && !layout.is(JWNLS_INTEGER);
 }
 
 template <typename Unit>
@@ -96,7 +100,8 @@ template <typename Unit>
                                       bool negative, Unit* out, std::size_t room,
                                       std::size_t* length) {
   char text[24];
-  const char* const end = std::to_chars(text, text + sizeof text, magnitude).ptr;
+  char* end = std::to_chars(text, text + 20, magnitude).ptr;
+  if (magnitude != 0) end = std::fill_n(end, style.shift, '0');
   return lay_out(style,
                  {{text, static_cast<std::size_t>(end - text)},
                   {},
@@ -108,8 +113,8 @@ template <typename Unit>
 template <typename Unit>
 int write_int64(const NumberStyle& style, std::int64_t value, Unit* out, std::size_t room,
                 std::size_t* length) {
-  if (room >= integer_room && is_direct<Unit>(style) && style.decimals <= 0 &&
-      style.direct_from == 0) [[likely]] {
+  if (room >= integer_room && is_direct<Unit>(style) && style.service_affixes &&
+      style.decimals <= 0 && style.direct_from == 0) [[likely]] {
     // No integer outgrows that room, so that the service does not fail.
     return ask_service(style, value, out, length) == Status::ok ? JWNLS_OK : JWNLS_RANGE;
   }
@@ -124,24 +129,67 @@ template <typename Unit>
                                     std::size_t room, std::size_t* length) {
   *length = 0;
   if (std::isnan(value)) return JWNLS_MISSING;
-  const auto sign = (value < 0 ? style.minus : style.plus).text<Unit>();
-  const auto symbol = style.infinity.text<Unit>();
-  *length = sign.size() + symbol.size();
+  const bool negative = value < 0;
+  const std::basic_string_view<Unit> parts[] = {style.prefix[negative].without_blank<Unit>(true),
+                                                style.infinity.text<Unit>(),
+                                                style.suffix[negative].without_blank<Unit>(false)};
+  for (const auto& part : parts) *length += part.size();
   if (*length > room) return JWNLS_ROOM;
-  symbol.copy(out + sign.copy(out, sign.size()), symbol.size());
+  for (const auto& part : parts) out += part.copy(out, part.size());
   return JWNLS_OK;
+}
+
+// What a value has no more than six decimals of, as most do: a division of two exact operands
+// rounds as reading does, and fifteen digits are the shortest that give their double back.
+template <typename Unit>
+bool write_few_decimals(const NumberStyle& style, double value, Unit* out, std::size_t room,
+                        std::size_t* length, int& code) {
+  constexpr double scale = 1e6;
+  constexpr double most = 1e15;
+  const double scaled = std::abs(value) * scale;
+  if (!(scaled < most)) return false;
+  auto mantissa = static_cast<std::uint64_t>(scaled + 0.5);
+  if (static_cast<double>(mantissa) / scale != std::abs(value)) return false;
+  auto decimals = static_cast<std::size_t>(6 - style.shift);
+  const auto wanted = static_cast<std::size_t>(style.decimals < 0 ? 0 : style.decimals);
+  if (style.decimals >= 0) {
+    std::uint64_t unit = 1;
+    for (; decimals > wanted; --decimals) unit *= 10;
+    mantissa = (mantissa + unit / 2) / unit;  // halves away from zero
+  } else {
+    for (; decimals != 0 && mantissa % 10 == 0; --decimals) mantissa /= 10;
+  }
+  char text[32] = {'0', '0', '0', '0', '0', '0', '0', '0'};
+  constexpr std::size_t lead = 8;  // zeros for a mantissa with fewer digits than decimals
+  const char* const end = std::to_chars(text + lead, text + sizeof text, mantissa).ptr;
+  const char* const point = end - decimals;
+  const char* const first = std::min<const char*>(text + lead, point - 1);
+  code = lay_out(style,
+                 {{first, static_cast<std::size_t>(point - first)},
+                  {point, decimals},
+                  wanted > decimals ? wanted - decimals : 0,
+                  std::signbit(value)},
+                 out, room, length);
+  return true;
 }
 
 template <typename Float, typename Unit>
 [[gnu::noinline]] int write_shortest(const NumberStyle& style, Float value, Unit* out,
                                      std::size_t room, std::size_t* length) {
   const auto wide = static_cast<double>(value);
+  constexpr double exact_integers = 1 / static_cast<double>(std::numeric_limits<Float>::epsilon());
   if (std::abs(wide) < exact_integers && std::trunc(wide) == wide && wide != 0 &&
-      std::abs(wide) < 1.0 / static_cast<double>(std::numeric_limits<Float>::epsilon())) {
+      style.shift == 0) {
     return write_int64(style, static_cast<std::int64_t>(wide), out, room, length);
+  }
+  if constexpr (sizeof(Float) == sizeof(double)) {
+    int code = JWNLS_OK;
+    if (write_few_decimals(style, value, out, room, length, code)) return code;
   }
   DecimalText decimal;
   decimal.shortest(value);
+  if (style.shift != 0) decimal.shift(style.shift);
+  if (style.decimals >= 0) decimal.round(style.decimals, false);
   return lay_out(style, decimal.digits(), out, room, length);
 }
 
@@ -150,25 +198,68 @@ template <typename Float, typename Unit>
                                 std::size_t* length) {
   const auto wide = static_cast<double>(value);
   if (!std::isfinite(wide)) return write_special(style, wide, out, room, length);
-  if (style.decimals < 0) return write_shortest(style, value, out, room, length);
+  // The digits of a percentage are those of the value, moved; no product of doubles is.
+  if (style.decimals < 0 || style.shift != 0) {
+    return write_shortest(style, value, out, room, length);
+  }
   return lay_out_fixed(style, wide, out, room, length);
+}
+
+// Digits by the service, the affixes around them.
+template <typename Unit>
+int write_between_affixes(const NumberStyle& style, double value, Unit* out, std::size_t room,
+                          std::size_t* length) {
+  const bool negative = std::signbit(value);
+  const auto prefix = style.prefix[negative].text<Unit>();
+  const auto suffix = style.suffix[negative].text<Unit>();
+  const std::uint32_t flags = number_flags::fixed | style.service_flags;
+  Unit scratch[quick_room];
+  const bool has_room = room >= quick_room + prefix.size();
+  Unit* const digits = has_room ? out + prefix.size() : scratch;
+  std::size_t count = 0;
+  if (ask_service(style, std::abs(value), flags, digits, quick_room, &count) != Status::ok) {
+    return JWNLS_RANGE;  // such a number does not outgrow that room
+  }
+  *length = prefix.size() + count + suffix.size();
+  if (*length > room) return JWNLS_ROOM;
+  prefix.copy(out, prefix.size());  // and nothing of the digits behind it
+  Unit* const at = out + prefix.size();
+  if (!has_room) std::copy_n(scratch, count, at);
+  put_affix(suffix, room - prefix.size() - count, at + count);
+  return JWNLS_OK;
+}
+
+template <typename Unit>
+bool is_quick(const NumberStyle& style, double magnitude) {
+  return is_direct<Unit>(style) && magnitude < quick_magnitude && magnitude >= style.direct_from &&
+         static_cast<std::uint32_t>(style.decimals) <= quick_decimals;
+}
+
+template <typename Float, typename Unit>
+[[gnu::noinline]] int write_with_affixes(const jwnls_layout* layout, Float value, Unit* out,
+                                         std::size_t room, std::size_t* length) {
+  if (!takes_fractions(*layout)) {
+    *length = 0;
+    return JWNLS_KIND;
+  }
+  const NumberStyle& style = layout->number.style;
+  const auto wide = static_cast<double>(value);
+  return is_quick<Unit>(style, std::abs(wide))
+             ? write_between_affixes(style, wide, out, room, length)
+             : write_any(style, value, out, room, length);
 }
 
 template <typename Float, typename Unit>
 int write_float(const jwnls_layout* layout, Float value, Unit* out, std::size_t room,
                 std::size_t* length) {
   const NumberStyle& style = layout->number.style;
-  if (!layout->is(JWNLS_NUMBER)) [[unlikely]] {
-    *length = 0;
-    return JWNLS_KIND;
+  if (!layout->is(JWNLS_NUMBER) || !style.service_affixes) [[unlikely]] {
+    return write_with_affixes(layout, value, out, room, length);
   }
   const auto wide = static_cast<double>(value);
-  const double magnitude = std::abs(wide);
   // Negative zero is the layout's matter: the service shows no sign of it.
   const bool is_negative_zero = std::bit_cast<std::uint64_t>(wide) == std::uint64_t{1} << 63;
-  if (room >= quick_room && is_direct<Unit>(style) && magnitude < quick_magnitude &&
-      magnitude >= style.direct_from && !is_negative_zero &&
-      static_cast<std::uint32_t>(style.decimals) <= quick_decimals) [[likely]] {
+  if (room >= quick_room && is_quick<Unit>(style, std::abs(wide)) && !is_negative_zero) [[likely]] {
     // Such a number does not outgrow that room, so that the service does not fail.
     const std::uint32_t flags = number_flags::fixed | style.service_flags;
     return ask_service(style, wide, flags, out, room, length) == Status::ok ? JWNLS_OK
@@ -206,6 +297,7 @@ int write_decimal(const jwnls_layout* layout, std::string_view text, Unit* out, 
   DecimalText decimal;
   if (const int code = decimal.read(text); code != JWNLS_OK) return code;
   if (layout->is(JWNLS_INTEGER) && !decimal.drop_fraction()) return JWNLS_RANGE;
+  if (style.shift != 0) decimal.shift(style.shift);
   if (style.decimals >= 0) decimal.round(style.decimals, style.half_even);
   return lay_out(style, decimal.digits(), out, room, length);
 }

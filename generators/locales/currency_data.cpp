@@ -17,6 +17,8 @@
 namespace jwnls::generator {
 namespace {
 
+constexpr std::size_t longest_symbol = 64;
+
 // A blank stands between digits and a symbol whose character next to them is neither a symbol nor a
 // separator: CLDR's one rule of spacing.
 bool takes_blank(UChar32 character) {
@@ -46,16 +48,26 @@ std::u16string text_of(const icu::UnicodeString& text) {
   return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
-// The decimal and group symbols of money in a currency.
+// The decimal and group symbols of money in a currency, and its pattern where it has one.
 struct MoneySymbols {
-  std::u16string decimal, group;
+  std::u16string decimal, group, pattern;
   bool operator==(const MoneySymbols&) const = default;
 };
 
 MoneySymbols money_symbols(const icu::DecimalFormatSymbols& symbols) {
   using Symbols = icu::DecimalFormatSymbols;
+  const char16_t* const pattern = symbols.getCurrencyPattern();
   return {text_of(symbols.getSymbol(Symbols::kMonetarySeparatorSymbol)),
-          text_of(symbols.getSymbol(Symbols::kMonetaryGroupingSeparatorSymbol))};
+          text_of(symbols.getSymbol(Symbols::kMonetaryGroupingSeparatorSymbol)),
+          pattern != nullptr ? pattern : u""};
+}
+
+Signs signs_of(const icu::DecimalFormatSymbols& symbols) {
+  using Symbols = icu::DecimalFormatSymbols;
+  return {text_of(symbols.getSymbol(Symbols::kMinusSignSymbol)),
+          text_of(symbols.getSymbol(Symbols::kPlusSignSymbol)),
+          text_of(symbols.getSymbol(Symbols::kPercentSymbol)),
+          text_of(symbols.getSymbol(Symbols::kPerMillSymbol))};
 }
 
 // Every currency in use or remembered, sorted.
@@ -123,11 +135,12 @@ Rows rows_of(const std::string& locale) {
     SectionWriter row;
     row.byte(blanks_of(symbol) | blanks_of(narrow) << 2 | (own == usual ? 0U : 1U) << 4 |
              static_cast<std::size_t>(decimals) << 5);
-    row.text(symbol);
-    row.text(narrow);
+    row.text(symbol, longest_symbol);
+    row.text(narrow, longest_symbol);
     if (own != usual) {
       row.text(own.decimal);
       row.text(own.group);
+      write_affixes(row, own.pattern, signs_of(symbols));
     }
     rows[code] = row.all();
   }

@@ -28,6 +28,14 @@ class SectionWriter {
   std::string bytes_;
 };
 
+/// The signs of a locale, which stand for themselves in a pattern's affixes.
+struct Signs {
+  std::u16string minus, plus, percent, per_mille;
+};
+
+/// Writes the four affixes of a pattern: prefix, suffix, negative prefix, negative suffix.
+void write_affixes(SectionWriter& out, std::u16string_view pattern, const Signs& signs);
+
 /// Symbols, affixes and group sizes of the locale's number kinds.
 std::string number_section(const std::string& locale);
 

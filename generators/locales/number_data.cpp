@@ -40,11 +40,6 @@ std::u16string symbol(const NumberFormat& format, UNumberFormatSymbol which) {
   });
 }
 
-// The signs that stand for themselves in an affix.
-struct Signs {
-  std::u16string minus, plus, percent, per_mille;
-};
-
 // The affix at the beginning of `pattern`, which moves behind it: up to the digits, a ";" or the
 // end.
 std::u16string read_affix(std::u16string_view& pattern, const Signs& signs) {
@@ -98,21 +93,22 @@ void write_kind(SectionWriter& out, const NumberFormat& format, const Signs& sig
       icu_text<char16_t>("unum_toPattern", [&](char16_t* to, int32_t room, UErrorCode* error) {
         return unum_toPattern(format.getAlias(), false, to, room, error);
       });
-  std::u16string_view pattern = text;
-  const std::u16string prefix = read_affix(pattern, signs);
-  pass_digits(pattern);
-  const std::u16string suffix = read_affix(pattern, signs);
-  std::u16string negative_prefix = signs.minus + prefix;
-  std::u16string negative_suffix = suffix;
-  if (pattern.starts_with(u';')) {
-    pattern.remove_prefix(1);
-    negative_prefix = read_affix(pattern, signs);
-    pass_digits(pattern);
-    negative_suffix = read_affix(pattern, signs);
+  write_affixes(out, text, signs);
+}
+
+// The zero, and the others where they do not follow it in Unicode: Chinese numerals.
+std::u16string digits_of(const NumberFormat& format) {
+  const std::u16string zero = symbol(format, UNUM_ZERO_DIGIT_SYMBOL);
+  std::u16string next = zero;
+  std::u16string all = zero;
+  bool consecutive = true;
+  for (int which = UNUM_ONE_DIGIT_SYMBOL; which <= UNUM_NINE_DIGIT_SYMBOL; ++which) {
+    const std::u16string digit = symbol(format, static_cast<UNumberFormatSymbol>(which));
+    ++next.back();
+    consecutive = consecutive && digit == next;
+    all += digit;
   }
-  for (const std::u16string& affix : {prefix, suffix, negative_prefix, negative_suffix}) {
-    out.text(affix, longest_affix);
-  }
+  return consecutive ? zero : all;
 }
 
 void check_decimal_symbol(const std::u16string& symbol) {
@@ -133,7 +129,7 @@ void write_system(SectionWriter& out, const std::string& locale, const std::stri
     check_decimal_symbol(decimal);
     check_decimal_symbol(money_decimal);
   }
-  out.text(symbol(number, UNUM_ZERO_DIGIT_SYMBOL));
+  out.text(digits_of(number), longest_affix);
   out.text(decimal);
   out.text(symbol(number, UNUM_GROUPING_SEPARATOR_SYMBOL));
   out.text(money_decimal);
@@ -180,6 +176,23 @@ std::string own_digits(const std::string& locale) {
 }
 
 }  // namespace
+
+void write_affixes(SectionWriter& out, std::u16string_view pattern, const Signs& signs) {
+  const std::u16string prefix = read_affix(pattern, signs);
+  pass_digits(pattern);
+  const std::u16string suffix = read_affix(pattern, signs);
+  std::u16string negative_prefix = signs.minus + prefix;
+  std::u16string negative_suffix = suffix;
+  if (pattern.starts_with(u';')) {
+    pattern.remove_prefix(1);
+    negative_prefix = read_affix(pattern, signs);
+    pass_digits(pattern);
+    negative_suffix = read_affix(pattern, signs);
+  }
+  for (const std::u16string& affix : {prefix, suffix, negative_prefix, negative_suffix}) {
+    out.text(affix, longest_affix);
+  }
+}
 
 std::string number_section(const std::string& locale) {
   SectionWriter out;

@@ -2,12 +2,15 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "include/jwnls/jwnls.h"
 #include "library/layouts/layout.h"
 #include "library/layouts/options.h"
+#include "library/locale_data/currency_data.h"
+#include "library/locale_data/number_data.h"
 #include "library/texts/failure.h"
 #include "library/texts/give_text.h"
 
@@ -21,6 +24,26 @@ constexpr const char* kind_names[] = {nullptr,   "number", "date",    "datetime"
                                       "integer", "amount", "percent", "instant",  "period"};
 constexpr int kinds = std::size(kind_names);
 
+bool is_numeric(int kind) {
+  return kind == JWNLS_NUMBER || kind == JWNLS_INTEGER || kind == JWNLS_AMOUNT ||
+         kind == JWNLS_PERCENT;
+}
+
+void open_number_layout(jwnls_layout& layout) {
+  const jwnls::LocaleRecord& record = *layout.locale->record;
+  const jwnls::library::Options& options = layout.options;
+  const jwnls::library::NumberData data = jwnls::library::number_data(record);
+  std::optional<jwnls::library::CurrencyData> currency;
+  if (layout.is(JWNLS_AMOUNT)) {
+    const bool is_named = !options.currency.empty() && options.currency != "any";
+    layout.currency = is_named ? options.currency : jwnls::library::own_currency(record);
+    currency = jwnls::library::currency_data(record, layout.currency);
+  }
+  const jwnls::library::CurrencyData* const unit = currency ? &*currency : nullptr;
+  layout.number.style = number_style(data, layout.kind, options, unit, layout.locale->handle);
+  layout.number.syntax = number_syntax(data, layout.kind, options, unit, record);
+}
+
 std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::string_view words) {
   if (jwnls_kind_name(kind) == nullptr) {
     fail(JWNLS_UNKNOWN, [kind](Message& message) { message << "no such kind: " << kind; });
@@ -33,9 +56,7 @@ std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::strin
     layout->zone = jwnls::library::open_zone(layout->options.zone);
     layout->options.zone = layout->zone->name();
   }
-  if (kind == JWNLS_NUMBER || kind == JWNLS_INTEGER) {
-    layout->number = number_layout(*layout->locale, layout->options, kind == JWNLS_INTEGER);
-  }
+  if (is_numeric(kind)) open_number_layout(*layout);
   layout->dates = jwnls::library::make_date_layout(*layout->locale, kind, layout->options);
   layout->description = layout->locale->name + " " + jwnls_kind_name(kind) +
                         jwnls::library::option_words(kind, layout->options);

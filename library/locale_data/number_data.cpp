@@ -1,7 +1,13 @@
 #include "library/locale_data/number_data.h"
 
+#include "library/texts/utf8.h"
+
 namespace jwnls::library {
 namespace {
+
+constexpr std::string_view currency_sign = "\u00A4";
+constexpr std::size_t longest_name = 64;  // of what is no number
+constexpr unsigned most_group_digits = 9;
 
 // "3" or "3;2"; sizes beyond a digit are no locale's.
 GroupSizes sizes_of(std::u16string_view pattern) {
@@ -15,16 +21,116 @@ GroupSizes sizes_of(std::u16string_view pattern) {
   return {primary, secondary != 0 ? secondary : primary};
 }
 
+std::string utf8_of(char16_t unit) {
+  char text[3];
+  return {text, to_utf8({&unit, 1}, text, sizeof text)};
+}
+
+std::size_t characters_of(std::string_view text) {
+  std::size_t count = 0;
+  for (; !text.empty(); ++count) text.remove_prefix(first_character(text).bytes);
+  return count;
+}
+
+bool read_symbol(SectionReader& in, std::string& symbol) {
+  symbol = in.text(longest_symbol);
+  return in.ok();
+}
+
+// One character, which scanners can look for.
+bool read_character(SectionReader& in, std::string& symbol) {
+  return read_symbol(in, symbol) && characters_of(symbol) == 1;
+}
+
+bool read_pair(SectionReader& in, Affixes& affixes) {
+  if (!read_symbol(in, affixes.prefix) || !read_symbol(in, affixes.suffix)) return false;
+  std::string both = affixes.prefix;
+  both.append(affixes.suffix);
+  return both.find(currency_sign) == both.rfind(currency_sign);
+}
+
+bool read_kind(SectionReader& in, KindData& kind) {
+  const unsigned primary = in.byte();
+  const unsigned secondary = in.byte();
+  if (primary > most_group_digits || secondary > most_group_digits ||
+      (primary == 0) != (secondary == 0)) {
+    return false;
+  }
+  kind.sizes = {static_cast<std::uint8_t>(primary), static_cast<std::uint8_t>(secondary)};
+  return read_affixes(in, kind.positive, kind.negative);
+}
+
+bool read_system(SectionReader& in, NumberSymbols& symbols) {
+  symbols.digits = in.text(longest_symbol);
+  const std::size_t digits = characters_of(symbols.digits);
+  if (digits != 1 && digits != 10) return false;
+  for (std::string* each :
+       {&symbols.decimal, &symbols.group, &symbols.money_decimal, &symbols.money_group}) {
+    if (!read_character(in, *each)) return false;
+  }
+  for (std::string* each :
+       {&symbols.minus, &symbols.plus, &symbols.percent, &symbols.per_mille, &symbols.infinity}) {
+    if (!read_symbol(in, *each)) return false;
+  }
+  symbols.nan = in.text(longest_name);
+  for (KindData& kind : symbols.kinds) {
+    if (!read_kind(in, kind)) return false;
+  }
+  return in.ok();
+}
+
+// By the fields of the record: the currency's symbol in front, the percent sign behind, one minus
+// sign in front of everything.
+void read_record(NumberData& data) {
+  NumberSymbols& symbols = data.latin;
+  symbols.decimal = symbols.money_decimal = data.record_decimal;
+  if (!data.record_group.empty()) symbols.group = symbols.money_group = data.record_group;
+  for (KindData& kind : symbols.kinds) {
+    kind.sizes = data.record_sizes;
+    kind.negative.prefix = symbols.minus;
+  }
+  for (const int kind : {JW_LAYOUT_AMOUNT, JW_LAYOUT_ACCOUNTING}) {
+    symbols.kinds[kind].positive.prefix.append(currency_sign);
+    symbols.kinds[kind].negative.prefix.append(currency_sign);
+  }
+  KindData& percent = symbols.kinds[JW_LAYOUT_PERCENT];
+  percent.positive.suffix = symbols.percent;
+  percent.negative.suffix = symbols.percent;
+  data.own = symbols;
+}
+
 }  // namespace
 
-NumberData number_data(const LocaleRecord& record) noexcept {
+bool read_affixes(SectionReader& in, Affixes& positive, Affixes& negative) {
+  return read_pair(in, positive) && read_pair(in, negative);
+}
+
+bool read_number_section(std::string_view section, NumberData& data) {
+  SectionReader in(section);
+  data.minimum_grouping = in.byte();
+  const unsigned systems = in.byte();
+  if (data.minimum_grouping > most_group_digits || systems < 1 || systems > 2) return false;
+  if (!read_system(in, data.latin) || data.latin.digits != "0") return false;
+  if (systems == 1) {
+    data.own = data.latin;
+  } else if (!read_system(in, data.own)) {
+    return false;
+  }
+  return in.at_end();
+}
+
+NumberData number_data(const LocaleRecord& record) {
   NumberData data;
-  if (record.decimal_symbol != 0) data.decimal = record.decimal_symbol;
-  if (record.grouping_symbol != 0) data.sizes = sizes_of(grouping_of(record));
-  if (data.sizes.primary != 0) data.group = record.grouping_symbol;
-  data.exact_group = data.group;
-  data.amount_sizes = data.sizes;
+  data.record_decimal = record.decimal_symbol != 0 ? utf8_of(record.decimal_symbol) : ".";
+  if (record.grouping_symbol != 0) data.record_sizes = sizes_of(grouping_of(record));
+  if (data.record_sizes.primary != 0) data.record_group = utf8_of(record.grouping_symbol);
   data.triangle_minus = text_of(record.locale_name).substr(0, 2) == u"ja";
+  NumberData with_section = data;
+  if (read_number_section(LayoutBlock(record).section(JW_LAYOUT_NUMBERS), with_section)) {
+    return with_section;
+  }
+  data.from_record = true;
+  read_record(data);
   return data;
 }
 

@@ -127,6 +127,19 @@ void DecimalText::round(std::int32_t decimals, bool half_even) noexcept {
   if (up) add_one();
 }
 
+void DecimalText::shift(int places) noexcept {
+  for (; places != 0; --places) {
+    // The first decimal, or a zero, takes the place of the point, which moves to its own.
+    std::string_view& integers = number_.integers;
+    const bool has_fraction = !number_.fraction.empty();
+    const char digit = has_fraction ? number_.fraction.front() : '0';
+    if (has_fraction) number_.fraction.remove_prefix(1);
+    const_cast<char*>(integers.data())[integers.size()] = digit;  // in room_
+    integers = {integers.data(), integers.size() + 1};
+    if (integers.front() == '0') integers.remove_prefix(1);
+  }
+}
+
 bool DecimalText::drop_fraction() noexcept {
   if (number_.fraction.find_first_not_of('0') != number_.fraction.npos) return false;
   number_.fraction = {};

@@ -29,6 +29,9 @@ class DecimalText {
   /// Drops decimals beyond a count, rounding them; zeros fill up what is less.
   void round(std::int32_t decimals, bool half_even) noexcept;
 
+  /// Moves the decimal symbol some places to the right, two at most.
+  void shift(int places) noexcept;
+
   /// True when all decimals are zeros, which are then gone.
   [[nodiscard]] bool drop_fraction() noexcept;
 
@@ -41,7 +44,7 @@ class DecimalText {
   void add_one() noexcept;
 
   NumberDigits number_;
-  char room_[1 + canonical_room];  // the first for rounding to grow into
+  char room_[1 + canonical_room + 2];  // the first for rounding to grow into, the last for shift()
 };
 
 }  // namespace jwnls::library

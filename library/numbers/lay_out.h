@@ -52,20 +52,35 @@ inline void copy_digits(std::string_view digits, Unit* out) noexcept {
   }
 }
 
+/// Copies an affix, with what lies behind it where `room` bears it, and gives its end.
+template <typename Unit>
+inline Unit* put_affix(std::basic_string_view<Unit> affix, std::size_t room, Unit* out) noexcept {
+  constexpr std::size_t whole = 16 / sizeof(Unit);
+  if (affix.size() <= whole && room >= whole) {
+    std::memcpy(out, affix.data(), whole * sizeof(Unit));  // text() begins an array of more
+  } else {
+    affix.copy(out, affix.size());
+  }
+  return out + affix.size();
+}
+
 /// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes.
 template <typename Unit>
 [[nodiscard]] int lay_out(const NumberStyle& style, const NumberDigits& number, Unit* out,
                           std::size_t room, std::size_t* length) noexcept {
-  const auto sign = (number.negative ? style.minus : style.plus).text<Unit>();
+  const AffixText& prefix = style.prefix[number.negative];
+  const AffixText& suffix = style.suffix[number.negative];
   const auto group = style.group.text<Unit>();
   const auto decimal = style.decimal.text<Unit>();
   const std::size_t integers = number.integers.size();
   const std::size_t decimals = number.fraction.size() + number.zeros;
   const std::size_t groups = group_count(style, integers);
   const std::size_t digit_units = style.digits[0].text<Unit>().size();
-  *length = sign.size() + (integers + decimals) * digit_units + groups * group.size() +
+  *length = prefix.template text<Unit>().size() + suffix.template text<Unit>().size() +
+            (integers + decimals) * digit_units + groups * group.size() +
             (decimals != 0 ? decimal.size() : 0);
   if (*length > room) return JWNLS_ROOM;
+  const Unit* const begin = out;
 
   // Whole symbols are copied, with what lies behind them, where the room bears it.
   const bool has_slack = room - *length >= sizeof(SymbolText::bytes);
@@ -87,7 +102,7 @@ template <typename Unit>
       out += digits.size();
     }
   };
-  put(sign);
+  out = put_affix(prefix.text<Unit>(), room, out);
   std::string_view rest = number.integers;
   std::size_t next = groups == 0 ? integers
                                  : integers - style.sizes.primary -
@@ -99,10 +114,12 @@ template <typename Unit>
     put(group);
     next = left == 1 ? style.sizes.primary : style.sizes.secondary;
   }
-  if (decimals == 0) return JWNLS_OK;
-  put(decimal);
-  put_digits(number.fraction);
-  for (std::size_t i = 0; i < number.zeros; ++i) put(style.digits[0].text<Unit>());
+  if (decimals != 0) {
+    put(decimal);
+    put_digits(number.fraction);
+    for (std::size_t i = 0; i < number.zeros; ++i) put(style.digits[0].text<Unit>());
+  }
+  put_affix(suffix.text<Unit>(), static_cast<std::size_t>(begin + room - out), out);
   return JWNLS_OK;
 }
 

@@ -2,63 +2,196 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "abi/number_flags.h"
+#include "include/jwnls/jwnls.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
 namespace {
 
-SymbolText character_symbol(char32_t character) {
-  if (character == 0) return {};
-  char16_t units[2] = {static_cast<char16_t>(character), 0};
-  if (character <= 0xFFFF) return symbol_of(std::u16string_view(units, 1));
-  units[0] = static_cast<char16_t>(0xD800U + ((character - 0x10000U) >> 10));
-  units[1] = static_cast<char16_t>(0xDC00U + (character & 0x3FFU));
-  return symbol_of(std::u16string_view(units, 2));
+constexpr std::string_view currency_sign = "\u00A4";
+constexpr std::string_view no_break_blank = "\u00A0";
+constexpr std::string_view narrow_blank = "\u202F";
+
+// Nothing of a text that outgrows it.
+template <std::size_t most_bytes, std::size_t most_units>
+void put_text(std::string_view text, ShortText<most_bytes, most_units>& out) {
+  char16_t units[most_bytes];
+  if (text.size() > most_bytes) return;
+  const auto count = to_utf16(text, units, most_units);
+  if (!count) return;
+  out.byte_count = static_cast<std::uint8_t>(text.copy(out.bytes, text.size()));
+  out.unit_count = static_cast<std::uint8_t>(*count);
+  std::copy_n(units, *count, out.units);
+}
+
+SymbolText symbol_of(std::string_view text) {
+  SymbolText symbol;
+  put_text(text, symbol);
+  return symbol;
+}
+
+std::string replaced(std::string text, std::string_view from, std::string_view to) {
+  const std::size_t at = text.find(from);
+  if (at != text.npos) text.replace(at, from.size(), to);
+  return text;
+}
+
+// What a value that is not negative has around it when all have a sign: the affixes of a negative
+// one with a plus sign for the minus, or, where those have no minus sign, its own behind a plus.
+Affixes with_plus(const KindData& kind, const NumberSymbols& symbols) {
+  const Affixes& negative = kind.negative;
+  const std::string& minus = symbols.minus;
+  if ((negative.prefix + "\n" + negative.suffix).find(minus) == std::string::npos) {
+    return {symbols.plus + kind.positive.prefix, kind.positive.suffix};
+  }
+  return {replaced(negative.prefix, minus, symbols.plus),
+          replaced(negative.suffix, minus, symbols.plus)};
+}
+
+// The symbol of a currency as the options want it; none where they want none.
+CurrencySymbol symbol_for(const Options& options, const CurrencyData& currency) {
+  switch (options.symbol) {
+    case symbol_narrow:
+      return currency.narrow;
+    case symbol_code:
+      return {currency.code};
+    case symbol_none:
+      return {"", false, false};
+    default:
+      return currency.symbol;
+  }
+}
+
+// An affix without the symbol, and without the blanks that stood around it.
+std::string without_symbol(std::string affix) {
+  const std::size_t at = affix.find(currency_sign);
+  if (at == affix.npos) return affix;
+  affix.erase(at, currency_sign.size());
+  for (const std::string_view blank : {no_break_blank, narrow_blank, std::string_view(" ")}) {
+    const std::size_t before = at >= blank.size() ? at - blank.size() : affix.npos;
+    if (affix.compare(at, blank.size(), blank) == 0) {
+      affix.erase(at, blank.size());
+    } else if (before != affix.npos && affix.compare(before, blank.size(), blank) == 0) {
+      affix.erase(before, blank.size());
+    }
+  }
+  return affix;
+}
+
+AffixText affix_of(std::string affix, bool is_prefix, const CurrencySymbol* symbol) {
+  AffixText out;
+  if (symbol == nullptr || symbol->text.empty()) {
+    put_text(symbol == nullptr ? affix : without_symbol(affix), out);
+    return out;
+  }
+  const std::size_t at = affix.find(currency_sign);
+  if (at != affix.npos) {
+    const bool beside_digits = is_prefix ? at + currency_sign.size() == affix.size() : at == 0;
+    affix.replace(at, currency_sign.size(), symbol->text);
+    out.has_blank = beside_digits && (is_prefix ? symbol->blank_behind : symbol->blank_before);
+    if (out.has_blank) affix.insert(is_prefix ? affix.size() : 0, no_break_blank);
+  }
+  put_text(affix, out);
+  return out;
+}
+
+int kind_index(int kind, const Options& options) {
+  if (kind == JWNLS_PERCENT) return JW_LAYOUT_PERCENT;
+  if (kind != JWNLS_AMOUNT) return JW_LAYOUT_NUMBER;
+  return options.accounting != 0 ? JW_LAYOUT_ACCOUNTING : JW_LAYOUT_AMOUNT;
+}
+
+void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Options& options,
+                 const CurrencyData* currency, NumberStyle& style) {
+  CurrencySymbol symbol;
+  const CurrencySymbol* unit = nullptr;
+  if (currency != nullptr) {
+    symbol = symbol_for(options, *currency);
+    unit = &symbol;
+  }
+  const Affixes positive = options.plus != 0 ? with_plus(kind, symbols) : kind.positive;
+  const Affixes* const both[] = {&positive, &kind.negative};
+  for (int i = 0; i < 2; ++i) {
+    style.prefix[i] = affix_of(both[i]->prefix, true, unit);
+    style.suffix[i] = affix_of(both[i]->suffix, false, unit);
+  }
+  const auto is = [](const AffixText& affix, std::string_view text) {
+    return affix.text<char>() == text;
+  };
+  style.service_affixes = is(style.prefix[0], options.plus != 0 ? "+" : "") &&
+                          is(style.prefix[1], "-") && is(style.suffix[0], "") &&
+                          is(style.suffix[1], "");
+}
+
+void put_digits(std::string_view digits, NumberStyle& style) {
+  char32_t digit = 0;
+  for (SymbolText& symbol : style.digits) {
+    char text[4];
+    digit = digits.empty() ? digit + 1 : first_character(digits).value;
+    if (!digits.empty()) digits.remove_prefix(first_character(digits).bytes);
+    const std::size_t bytes = encode_utf8(digit, text);
+    symbol = symbol_of({text, bytes});
+  }
+}
+
+// Which of it the service writes alike.
+void find_direct_ways(const NumberData& data, std::string_view decimal, std::string_view group,
+                      bool plus, NumberStyle& style) {
+  const bool grouped = style.sizes.primary != 0;
+  static_assert(number_flags::sign == integer_flags::sign &&
+                number_flags::group == integer_flags::group);
+  if (plus && style.service_affixes) style.service_flags |= number_flags::sign;
+  if (grouped) style.service_flags |= number_flags::group;
+  style.direct_16bit =
+      !style.native_digits && style.shift == 0 && decimal == data.record_decimal &&
+      (!grouped || (group == data.record_group && style.sizes == data.record_sizes));
+  // The 8-bit service takes its long way where it has more to write than ASCII.
+  style.direct_8bit = style.direct_16bit && decimal.size() == 1 && (!grouped || group.size() == 1);
+  if (grouped && style.minimum_grouping > 1) {
+    style.direct_from = std::pow(10.0, style.sizes.primary + style.minimum_grouping - 1);
+  }
 }
 
 }  // namespace
 
-SymbolText symbol_of(std::u16string_view text) noexcept {
-  SymbolText symbol;
-  if (text.size() > std::size(symbol.units)) return symbol;
-  symbol.unit_count = static_cast<std::uint8_t>(text.copy(symbol.units, text.size()));
-  symbol.byte_count = static_cast<std::uint8_t>(to_utf8(text, symbol.bytes, sizeof symbol.bytes));
-  return symbol;
-}
-
-NumberStyle number_style(const NumberData& data, const Options& options,
-                         LocaleHandle* handle) noexcept {
+NumberStyle number_style(const NumberData& data, int kind, const Options& options,
+                         const CurrencyData* currency, LocaleHandle* handle) {
   NumberStyle style;
+  const NumberSymbols& symbols = options.digits == digits_own ? data.own : data.latin;
+  const int index = kind_index(kind, options);
+  KindData own_kind = symbols.kinds[index];
+  if (index == JW_LAYOUT_AMOUNT && currency != nullptr &&
+      (currency->positive.prefix + currency->positive.suffix).find(currency_sign) !=
+          std::string::npos) {
+    own_kind.positive = currency->positive;
+    own_kind.negative = currency->negative;
+  }
   style.handle = handle;
   style.decimals = options.decimals;
   style.half_even = options.rounding == rounding_half_even;
-  style.native_digits = options.digits == digits_own && data.zero != U'0';
-  if (options.no_group == 0) style.sizes = data.sizes;
-  style.minimum_grouping = static_cast<std::uint8_t>(std::clamp(data.minimum_grouping, 1, 9));
-  style.decimal = character_symbol(data.decimal);
-  const char32_t group = options.exact != 0 ? data.exact_group : data.group;
-  style.group = character_symbol(group);
-  style.minus = symbol_of(data.minus);
-  if (options.plus != 0) style.plus = symbol_of(data.plus);
-  style.infinity = symbol_of(data.infinity);
-  const char32_t zero = style.native_digits ? data.zero : U'0';
-  for (unsigned digit = 0; digit < 10; ++digit)
-    style.digits[digit] = character_symbol(zero + digit);
+  style.native_digits = symbols.digits != "0";
+  style.minimum_grouping = static_cast<std::uint8_t>(std::clamp(data.minimum_grouping, 1U, 9U));
+  if (options.no_group == 0 && data.minimum_grouping != 0) style.sizes = own_kind.sizes;
 
-  const bool grouped = style.sizes.primary != 0;
-  static_assert(number_flags::sign == integer_flags::sign &&
-                number_flags::group == integer_flags::group);
-  if (options.plus != 0) style.service_flags |= number_flags::sign;
-  if (grouped) style.service_flags |= number_flags::group;
-  style.direct_16bit = !style.native_digits && group == data.group && data.minus == u"-" &&
-                       data.plus == u"+" && data.decimal <= 0xFFFF;
-  // The 8-bit service takes its long way where it has more to write than ASCII.
-  style.direct_8bit = style.direct_16bit && data.decimal < 0x80 && (!grouped || data.group < 0x80);
-  if (grouped && style.minimum_grouping > 1) {
-    style.direct_from = std::pow(10.0, style.sizes.primary + style.minimum_grouping - 1);
+  std::string decimal = symbols.decimal;
+  std::string group = symbols.group;
+  if (currency != nullptr) {
+    decimal = currency->decimal.empty() ? symbols.money_decimal : currency->decimal;
+    group = currency->group.empty() ? symbols.money_group : currency->group;
+    if (style.decimals < 0) style.decimals = currency->decimals;
   }
+  if (kind == JWNLS_PERCENT) style.shift = 2;
+  // As the record has it; whoever types it types a plain or a no-break blank.
+  if (options.exact == 0 && group == narrow_blank) group = no_break_blank;
+  style.decimal = symbol_of(decimal);
+  style.group = symbol_of(group);
+  put_text(symbols.infinity, style.infinity);
+  put_digits(symbols.digits, style);
+  put_affixes(own_kind, symbols, options, currency, style);
+  find_direct_ways(data, decimal, group, options.plus != 0, style);
   return style;
 }
 

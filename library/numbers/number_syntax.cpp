@@ -1,7 +1,10 @@
 #include "library/numbers/number_syntax.h"
 
+#include <span>
 #include <string_view>
+#include <utility>
 
+#include "include/jwnls/jwnls.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
@@ -9,11 +12,11 @@ namespace {
 
 constexpr std::uint32_t bit(Separator separator) { return 1U << static_cast<unsigned>(separator); }
 
-SymbolBytes bytes_of(char16_t character) {
-  char text[3] = {};
+// Nothing of more than three bytes.
+SymbolBytes bytes_of(std::string_view text) {
   SymbolBytes symbol;
-  symbol.length =
-      static_cast<std::uint8_t>(to_utf8(std::u16string_view(&character, 1), text, sizeof text));
+  if (text.size() > 3) return symbol;
+  symbol.length = static_cast<std::uint8_t>(text.size());
   for (unsigned i = 0; i < symbol.length; ++i) {
     symbol.bytes |= std::uint32_t{static_cast<unsigned char>(text[i])} << (8 * i);
     symbol.mask |= std::uint32_t{0xFF} << (8 * i);
@@ -22,57 +25,103 @@ SymbolBytes bytes_of(char16_t character) {
 }
 
 // The symbols that locales of a class write, the locale's own first.
-std::u16string_view usual_symbols(Separator group) {
+std::span<const std::string_view> usual_symbols(Separator group) {
+  static constexpr std::string_view point[] = {"."};
+  static constexpr std::string_view comma[] = {","};
+  static constexpr std::string_view apostrophe[] = {"\u2019", "'"};
+  static constexpr std::string_view blank[] = {"\u00A0", "\u202F", " "};
   switch (group) {
     case Separator::point:
-      return u".";
+      return point;
     case Separator::comma:
-      return u",";
+      return comma;
     case Separator::apostrophe:
-      return u"\u2019'";
+      return apostrophe;
     case Separator::blank:
-      return u"\u00A0\u202F ";
+      return blank;
     default:
       return {};
   }
 }
 
-QuickSyntax quick_syntax(const NumberData& data, const NumberSyntax& syntax) {
+// The symbols that go for one layout: the kind's, and the other kind's.
+struct Symbols {
+  char32_t decimal, group;  // group 0: none
+  char32_t other_decimal, other_group;
+};
+
+char32_t character_of(std::string_view text) {
+  return text.empty() ? 0 : first_character(text).value;
+}
+
+Symbols symbols_of(const NumberData& data, const CurrencyData* currency) {
+  const NumberSymbols& latin = data.latin;
+  const bool own = currency != nullptr && !currency->decimal.empty();
+  const char32_t money_decimal = character_of(own ? currency->decimal : latin.money_decimal);
+  const char32_t money_group = character_of(own ? currency->group : latin.money_group);
+  const char32_t decimal = character_of(latin.decimal);
+  const char32_t group = character_of(latin.group);
+  Symbols symbols = currency != nullptr ? Symbols{money_decimal, money_group, decimal, group}
+                                        : Symbols{decimal, group, money_decimal, money_group};
+  // Who groups nothing has no group symbol: it is a foreign one.
+  if (latin.kinds[JW_LAYOUT_NUMBER].sizes.primary == 0 || data.minimum_grouping == 0) {
+    symbols.group = symbols.other_group = 0;
+  }
+  return symbols;
+}
+
+std::uint32_t group_bit(char32_t group) {
+  if (group == 0) return 0;
+  const Separator separator = separator_of(group);
+  return bit(separator == Separator::none ? Separator::other : separator) |
+         bit(Separator::arabic_group);
+}
+
+QuickSyntax quick_syntax(const Symbols& symbols, std::string_view minus,
+                         const NumberSyntax& syntax) {
   QuickSyntax quick;
-  if (data.decimal < 0x80 && syntax.fraction) {
-    quick.decimal = static_cast<char>(data.decimal);
+  if (symbols.decimal < 0x80 && syntax.fraction) {
+    quick.decimal = static_cast<char>(symbols.decimal);
     quick.decimal_bits = 0xFFFF;
   }
-  if (data.minus.size() == 1) quick.minus = bytes_of(data.minus.front());
+  quick.minus = bytes_of(minus);
   if (syntax.groups != groups_locale) return quick;
-  const Separator group = separator_of(data.group);
+  const Separator group = separator_of(symbols.group);
   quick.group_is_blank = group == Separator::blank;
   quick.sizes = syntax.sizes[0];
   SymbolBytes* next = quick.groups;
-  for (const char16_t symbol : usual_symbols(group)) *next++ = bytes_of(symbol);
-  if (data.group != 0 && data.group < 0x80 && syntax.sizes[0] == GroupSizes{3, 3}) {
-    quick.group = static_cast<char>(data.group);
+  for (const std::string_view symbol : usual_symbols(group)) *next++ = bytes_of(symbol);
+  if (symbols.group != 0 && symbols.group < 0x80 && syntax.sizes[0] == GroupSizes{3, 3}) {
+    quick.group = static_cast<char>(symbols.group);
     quick.group_bits = 0xFFFF;
   }
-  quick.masks = data.group == 0 || quick.group_bits != 0;
+  quick.masks = symbols.group == 0 || quick.group_bits != 0;
   return quick;
 }
 
 }  // namespace
 
-NumberSyntax number_syntax(const NumberData& data, const Options& options, bool integers) noexcept {
+NumberSyntax number_syntax(const NumberData& data, int kind, const Options& options,
+                           const CurrencyData* currency, const LocaleRecord& /*record*/) {
   NumberSyntax syntax;
-  syntax.decimal_character = data.decimal;
-  syntax.group_character = data.group;
-  const Separator decimal = separator_of(data.decimal);
+  const Symbols symbols = symbols_of(data, currency);
+  const bool integers = kind == JWNLS_INTEGER;
+  syntax.decimal_character = symbols.decimal;
+  syntax.group_character = symbols.group;
+  const Separator decimal = separator_of(symbols.decimal);
   syntax.decimal = decimal == Separator::none ? Separator::arabic_decimal : decimal;
-  if (data.group != 0) {
-    const Separator group = separator_of(data.group);
-    syntax.own_groups =
-        bit(group == Separator::none ? Separator::other : group) | bit(Separator::arabic_group);
+  syntax.own_groups = group_bit(symbols.group);
+  if (symbols.decimal == symbols.other_decimal) syntax.own_groups |= group_bit(symbols.other_group);
+  // Money is written with the decimal symbol of numbers, too, where that is no group symbol.
+  const Separator other = separator_of(symbols.other_decimal);
+  if (currency != nullptr && other != decimal &&
+      ((group_bit(symbols.group) | group_bit(symbols.other_group)) & bit(other)) == 0) {
+    syntax.other_decimal = other;
   }
-  syntax.sizes[0] = data.sizes;
-  syntax.sizes[1] = data.amount_sizes;
+  const KindData* const kinds = data.latin.kinds;
+  syntax.sizes[0] = kinds[JW_LAYOUT_NUMBER].sizes;
+  syntax.sizes[1] = kinds[JW_LAYOUT_AMOUNT].sizes;
+  if (kind == JWNLS_AMOUNT) std::swap(syntax.sizes[0], syntax.sizes[1]);
   // Who groups nothing is still read where others group by three.
   for (GroupSizes& sizes : syntax.sizes) {
     if (sizes.primary == 0) sizes = {3, 3};
@@ -83,7 +132,7 @@ NumberSyntax number_syntax(const NumberData& data, const Options& options, bool 
   syntax.fraction = !integers;
   syntax.triangle_minus = data.triangle_minus;
   syntax.module_missing = options.missing == missing_module;
-  syntax.quick = quick_syntax(data, syntax);
+  syntax.quick = quick_syntax(symbols, data.latin.minus, syntax);
   return syntax;
 }
 

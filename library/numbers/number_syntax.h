@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "library/layouts/options.h"
+#include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/characters.h"
 #include "library/texts/longest_text.h"
@@ -65,9 +66,9 @@ struct NumberSyntax {
   }
 };
 
-/// The syntax of a layout of numbers or integers.
-[[nodiscard]] NumberSyntax number_syntax(const NumberData& data, const Options& options,
-                                         bool integers) noexcept;
+/// Of a kind of jwnls.h; `currency` is the amount's, of other kinds null. Throws bad_alloc.
+[[nodiscard]] NumberSyntax number_syntax(const NumberData& data, int kind, const Options& options,
+                                         const CurrencyData* currency, const LocaleRecord& record);
 
 }  // namespace jwnls::library
 
