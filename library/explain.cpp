@@ -1,5 +1,6 @@
 #include "library/explain.h"
 
+#include "library/dates/reading.h"
 #include "library/layouts/layout.h"
 #include "library/texts/message.h"
 #include "library/texts/utf8_input.h"
@@ -12,9 +13,12 @@ int explain(const jwnls_layout* layout, std::string_view text, jwnls_error* erro
     case JWNLS_NUMBER:
     case JWNLS_INTEGER:
       return explain_number(layout, text, error);
-    default:
+    case JWNLS_AMOUNT:
+    case JWNLS_PERCENT:
       Message(error, JWNLS_KIND) << "layouts of this kind do not read texts";
       return JWNLS_KIND;
+    default:
+      return explain_date(*layout, text, error);
   }
 }
 
