@@ -2,24 +2,25 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cctype>
 #include <functional>
 #include <list>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "tool/format_command.h"
+#include "tool/kinds.h"
 #include "tool/list_commands.h"
 #include "tool/output.h"
-#include "tool/read_command.h"
 #include "tool/shielded_values.h"
 #include "tool/show_command.h"
+#include "tool/value_commands.h"
 
 namespace jwnls::tool {
 namespace {
 
 constexpr const char* program_description =
-    "Writes and reads dates, times and numbers the way a locale does.";
+    "Writes and reads dates, times, numbers and amounts the way a locale does.";
 
 constexpr const char* program_footer =
     "Examples:\n"
@@ -27,33 +28,47 @@ constexpr const char* program_footer =
     "  jwnls format datetime -l en_US -z America/New_York now\n"
     "  jwnls format number -l fr_FR -d 2 1234567.891\n"
     "  jwnls read date -l fr_FR '15 mars 2024'\n"
+    "  jwnls read amount -l de_DE '1.234,50 €'\n"
     "  jwnls convert time --from en_US --to de_DE '2:30 PM'\n"
     "  jwnls show ja_JP\n"
     "  jwnls locales arab\n"
     "\n"
     "Locales are named as people write them: de_DE, de-DE, de_DE.UTF-8, german. Without one, the\n"
     "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX; for\n"
-    "numbers LC_NUMERIC and for currency LC_MONETARY in place of LC_TIME.\n"
+    "numbers LC_NUMERIC and for amounts LC_MONETARY in place of LC_TIME.\n"
     "\n"
-    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown "
-    "locale\n"
-    "or time zone or a module that cannot be loaded, 4 input or output failed.";
+    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown\n"
+    "locale or time zone or a module that cannot be loaded, 4 input or output failed, 5 values\n"
+    "that could mean another and none that decides, with --proved.";
 
 using Command = std::function<ExitCode()>;
 
-constexpr const char* values_footer = "Without values, lines of standard input are read.\n";
+constexpr const char* texts_help = "Texts as the locale writes them";
+constexpr const char* values_footer =
+    "Without values, lines of standard input are read. A blank value is a missing one, and stays.";
+
+std::string version_text() {
+  char zones[64];
+  std::size_t length = 0;
+  const bool known = jwnls_zones_version(zones, sizeof zones, &length) == JWNLS_OK && length > 0;
+  return std::string("jwnls ") + jwnls_version() + " (interface " + jwnls_interface_version() +
+         ", " + jwnls_data_version() + ", time zones " +
+         (known ? std::string(zones, length) : "of an unknown release") + ")";
+}
 
 // The options of the chosen subcommand end up in its request, and `chosen` runs it.
 class CommandLine {
  public:
   CommandLine() : app_(program_description, "jwnls") {
     app_.require_subcommand(0, 1);  // one is required, but a wrong word is to be named first
-    app_.set_version_flag("--version", "jwnls " JWNLS_VERSION);
+    app_.set_version_flag("--version", version_text,
+                          "The versions of program, module interface, locale and zone data");
     app_.footer(program_footer);
     app_.failure_message(CLI::FailureMessage::simple);
-    add_format();
-    add_read();
-    add_convert();
+    add_values_command("format", "Write values the way a locale does", &CommandLine::add_format);
+    add_values_command("read", "Read values the way a locale writes them", &CommandLine::add_read);
+    add_values_command("convert", "Read values in one locale, write them in another",
+                       &CommandLine::add_convert);
     add_list("locales", "List the locales: name, English name, own name",
              "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
     add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
@@ -89,110 +104,76 @@ class CommandLine {
     return std::string("The locale; default: LC_ALL, ") + category + " or LANG";
   }
 
-  CLI::App* add_parent(const char* name, const char* summary) {
+  using AddKind = void (CommandLine::*)(CLI::App& command, const KindRow& kind,
+                                        ValueOptions& options);
+
+  // A command with a subcommand for each kind; `add_kind` adds what is its own.
+  void add_values_command(const char* name, const char* summary, AddKind add_kind) {
     CLI::App* parent = app_.add_subcommand(name, summary);
     parent->require_subcommand(0, 1);
     parent->footer(std::string("Values are arguments or, without any, lines of standard input.\n") +
                    "\"jwnls " + name + " KIND --help\" tells what a kind takes.");
-    return parent;
-  }
-
-  static void add_values(CLI::App& command, std::vector<std::string>& values, const char* help,
-                         const char* note, const char* lines) {
-    command.add_option("values", values, help)->type_name("VALUE")->transform(unshielded);
-    command.footer(std::string(values_footer) + note + "\n\n" + examples(lines));
-  }
-
-  void add_format() {
-    CLI::App* format = add_parent("format", "Write values the way a locale does");
-    for (const auto kinds : {date_kinds(), number_kinds()}) {
-      for (const FormatKind& kind : kinds) add_format_kind(*format, kind);
+    for (const KindRow& kind : kinds()) {
+      const bool is_read = parent->get_name() == "read";
+      if (!is_read && kind.format_examples == nullptr) continue;
+      CLI::App* command = parent->add_subcommand(
+          kind.name, std::string(1, static_cast<char>(std::toupper(name[0]))) + (name + 1) + " " +
+                         kind.plural);
+      if (kind.alias != nullptr) command->alias(kind.alias);
+      (this->*add_kind)(*command, kind, value_options_.emplace_back());
     }
   }
 
-  void add_format_kind(CLI::App& format, const FormatKind& kind) {
-    CLI::App* command = format.add_subcommand(kind.name, kind.summary);
-    FormatOptions& options = format_options_.emplace_back();
-    command->add_option("-l,--locale", options.locale, locale_help(kind.locale_category))
-        ->type_name("NAME");
-    kind.add_value_options(*command, options);
-    if (kind.add_options != nullptr) kind.add_options(*command, options);
-    add_values(*command, options.values, kind.values_help, kind.values_note, kind.examples);
-    command->callback([this, &kind, &options] {
-      chosen_ = [&kind, &options] { return run_format(kind, options); };
-    });
+  void add_format(CLI::App& command, const KindRow& kind, ValueOptions& options) {
+    add_locale(command, kind, options);
+    if (std::string_view(kind.locale_category) == "LC_TIME") add_zone_option(command, options.zone);
+    options.words.add_options(command, kind.kind, Side::writing);
+    add_lines(command, options, kind.values_help, kind.format_examples);
+    run_with(command, kind, options, run_format);
   }
 
-  void add_read() {
-    CLI::App* read = add_parent("read", "Read values the way a locale writes them");
-    for (const auto kinds : {date_read_kinds(), number_read_kinds()}) {
-      for (const ReadKind& kind : kinds) add_read_kind(*read, kind);
-    }
+  void add_read(CLI::App& command, const KindRow& kind, ValueOptions& options) {
+    add_locale(command, kind, options);
+    options.words.add_options(command, kind.kind, Side::reading);
+    add_lines(command, options, texts_help, kind.read_examples);
+    run_with(command, kind, options, run_read);
   }
 
-  void add_read_kind(CLI::App& read, const ReadKind& kind) {
-    CLI::App* command = read.add_subcommand(kind.name, kind.summary);
-    ReadOptions& options = read_options_.emplace_back();
-    const char* category = written_kind(kind).locale_category;
-    command->add_option("-l,--locale", options.locale, locale_help(category))->type_name("NAME");
-    kind.add_options(*command, options);
-    CLI::Option* raw = nullptr;
-    if (kind.raw_help != nullptr) raw = command->add_flag("-r,--raw", options.raw, kind.raw_help);
-    CLI::Option* target =
-        command->add_option("--as", options.target, "Write the value the way another locale does");
-    if (raw != nullptr) {  // said once in the help
-      target->excludes(raw);
-      raw->option_text(" ");
-    }
-    target->type_name("NAME");
-    add_written_options(*command, kind, options, target);
-    add_read_values(*command, kind, options, kind.examples);
-  }
-
-  void add_convert() {
-    CLI::App* convert = add_parent("convert", "Read values in one locale, write them in another");
-    for (const auto kinds : {date_read_kinds(), number_read_kinds()}) {
-      for (const ReadKind& kind : kinds) {
-        if (kind.convert_examples != nullptr) add_convert_kind(*convert, kind);
-      }
-    }
-  }
-
-  void add_convert_kind(CLI::App& convert, const ReadKind& kind) {
-    CLI::App* command = convert.add_subcommand(
-        kind.name, std::string("Convert ") + kind.name + "s from one locale's text to another's");
-    ReadOptions& options = read_options_.emplace_back();
-    const auto add_locale = [command](const char* name, std::string& locale, const char* help) {
-      command->add_option(name, locale, help)->type_name("NAME")->required();
+  void add_convert(CLI::App& command, const KindRow& kind, ValueOptions& options) {
+    const auto add_end = [&command](const char* name, std::string& locale, const char* help) {
+      command.add_option(name, locale, help)->type_name("NAME")->required();
     };
-    add_locale("-f,--from", options.locale, "The locale of the values");
-    add_locale("-t,--to", options.target, "The locale to write in");
-    kind.add_options(*command, options);
-    add_written_options(*command, kind, options, nullptr);
-    add_read_values(*command, kind, options, kind.convert_examples);
+    add_end("-f,--from", options.locale, "The locale of the values");
+    add_end("-t,--to", options.target, "The locale to write in");
+    options.words.add_options(command, kind.kind, Side::both);
+    add_lines(command, options, texts_help, kind.convert_examples);
+    run_with(command, kind, options, run_convert);
   }
 
-  // The options of `format`, which need `target` where it is not required anyway.
-  static void add_written_options(CLI::App& command, const ReadKind& kind, ReadOptions& options,
-                                  CLI::Option* target) {
-    const FormatKind& written = written_kind(kind);
-    if (written.add_options == nullptr) return;
-    const auto before = command.get_options().size();
-    written.add_options(command, options.format);
-    if (target == nullptr) return;
-    const auto all = command.get_options([](const CLI::Option*) { return true; });
-    for (auto at = before; at < all.size(); ++at) {
-      CLI::Option* option = all[at];
-      option->needs(target)->group("With --as");
-      option->option_text(option->get_type_name().empty() ? " " : option->get_type_name());
-    }
+  static void add_locale(CLI::App& command, const KindRow& kind, ValueOptions& options) {
+    command.add_option("-l,--locale", options.locale, locale_help(kind.locale_category))
+        ->type_name("NAME");
   }
 
-  void add_read_values(CLI::App& command, const ReadKind& kind, ReadOptions& options,
-                       const char* lines) {
-    add_values(command, options.values, kind.values_help, kind.values_note, lines);
-    command.callback([this, &kind, &options] {
-      chosen_ = [&kind, &options] { return run_read(kind, options); };
+  static void add_lines(CLI::App& command, ValueOptions& options, const char* help,
+                        const char* lines) {
+    ValueLines& value_lines = options.lines;
+    command
+        .add_option("-w,--width", value_lines.width,
+                    "The least width, in cells of a terminal; blanks stand in front")
+        ->type_name("CELLS")
+        ->check(CLI::Validator(CLI::Range(0, 1000)).description(""));
+    command.add_flag("--left", value_lines.left, "Blanks stand behind");
+    command.add_option("values", value_lines.values, help)
+        ->type_name("VALUE")
+        ->transform(unshielded);
+    command.footer(std::string(values_footer) + "\n\n" + examples(lines));
+  }
+
+  void run_with(CLI::App& command, const KindRow& kind, const ValueOptions& options,
+                ExitCode (*run)(const KindRow&, const ValueOptions&)) {
+    command.callback([this, &kind, &options, run] {
+      chosen_ = [&kind, &options, run] { return run(kind, options); };
     });
   }
 
@@ -208,8 +189,14 @@ class CommandLine {
         [this, list, &options] { chosen_ = [list, &options] { return list(options); }; });
   }
 
+  static void add_zone_option(CLI::App& command, std::string& zone) {
+    command.add_option("-z,--zone", zone, "The time zone of instants; default: the system's")
+        ->type_name("ZONE");
+  }
+
   void add_show() {
-    CLI::App* command = app_.add_subcommand("show", "Show a locale's names, patterns and symbols");
+    CLI::App* command =
+        app_.add_subcommand("show", "Show what a locale writes and reads, its names and symbols");
     command->add_option("locale", show_options_.locale, locale_help("LC_TIME"))
         ->transform(unshielded);
     add_zone_option(*command, show_options_.zone);
@@ -218,8 +205,7 @@ class CommandLine {
   }
 
   CLI::App app_;
-  std::list<FormatOptions> format_options_;  // one for each kind; CLI::App keeps references
-  std::list<ReadOptions> read_options_;
+  std::list<ValueOptions> value_options_;  // one for each kind; CLI::App keeps references
   std::list<ListOptions> list_options_;
   ShowOptions show_options_;
   Command chosen_;
@@ -241,11 +227,6 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
 }
 
 }  // namespace
-
-void add_zone_option(CLI::App& command, std::string& zone) {
-  command.add_option("-z,--time-zone", zone, "The time zone; default: the system's")
-      ->type_name("ZONE");
-}
 
 ExitCode run(int argument_count, const char* const* arguments) {
   try {

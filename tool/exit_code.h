@@ -11,8 +11,9 @@ enum class ExitCode {
   ok = 0,
   bad_values = 1,   // one or more values could not be worked on; the others were
   usage = 2,        // a wrong command line
-  unavailable = 3,  // an unknown locale or time zone, or the module could not be loaded
+  unavailable = 3,  // an unknown locale or time zone, or a module that cannot be loaded
   io = 4,           // input that cannot be read, output that cannot be written
+  undecided = 5,    // values that could mean another, and none that decides, with --proved
 };
 
 /// Thrown where a command cannot go on. An empty message: nothing is left to say.

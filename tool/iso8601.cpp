@@ -3,19 +3,14 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "tool/refusal.h"
+
 namespace jwnls::tool {
 namespace {
 
 using std::chrono::minutes;
 using std::chrono::seconds;
 using std::chrono::year_month_day;
-
-using Reason = std::string;
-
-template <typename T>
-using Read = tl::expected<T, Reason>;
-
-tl::unexpected<Reason> because(Reason reason) { return tl::unexpected<Reason>(std::move(reason)); }
 
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -78,53 +73,53 @@ std::string two_digits(int value) {
   return {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
 }
 
-Read<int> read_field(Cursor& input, const Field& field) {
+Result<int> read_field(Cursor& input, const Field& field) {
   if (input.digits_ahead() < 2) {
-    return because(std::string("a two-digit ") + field.name + " is missing");
+    return refusal(std::string("a two-digit ") + field.name + " is missing");
   }
   const int value = input.number(2);
   if (value < field.least || value > field.most) {
-    return because(std::string(field.name) + " " + two_digits(value) + " is not " +
+    return refusal(std::string(field.name) + " " + two_digits(value) + " is not " +
                    two_digits(field.least) + " to " + two_digits(field.most));
   }
   return value;
 }
 
-Read<year_month_day> read_date(Cursor& input) {
+Result<year_month_day> read_date(Cursor& input) {
   const std::size_t digits = input.digits_ahead();
   const bool dashed = input.after_digits() == '-' && digits != 8;
   if (dashed ? digits != 4 && digits != 5 : digits != 8) {
-    return because("neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)");
+    return refusal("neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)");
   }
   const int year = input.number(dashed ? digits : 4);
   if (dashed) input.skip(1);
   const auto month = read_field(input, month_field);
-  if (!month) return because(month.error());
-  if (dashed && !input.take('-')) return because("\"-\" is missing after the month");
+  if (!month) return refusal(month.message());
+  if (dashed && !input.take('-')) return refusal("\"-\" is missing after the month");
   const auto day = read_field(input, day_field);
-  if (!day) return because(day.error());
+  if (!day) return refusal(day.message());
   const year_month_day date = std::chrono::year{year} / *month / *day;
   if (!date.ok()) {
-    return because("there is no day " + std::to_string(*day) + " in month " + two_digits(*month) +
+    return refusal("there is no day " + std::to_string(*day) + " in month " + two_digits(*month) +
                    " of " + std::to_string(year));
   }
   return date;
 }
 
-Read<seconds> read_time(Cursor& input) {
+Result<seconds> read_time(Cursor& input) {
   const auto hour = read_field(input, hour_field);
-  if (!hour) return because(hour.error());
+  if (!hour) return refusal(hour.message());
   const bool colons = input.take(':');
   const auto minute = read_field(input, minute_field);
-  if (!minute) return because(minute.error());
+  if (!minute) return refusal(minute.message());
   int second = 0;
   if (colons ? input.take(':') : is_digit(input.peek())) {
     const auto read = read_field(input, second_field);
-    if (!read) return because(read.error());
+    if (!read) return refusal(read.message());
     second = *read;
     if (input.take_any(".,")) {
       const std::size_t digits = input.digits_ahead();
-      if (digits == 0) return because("digits are missing after the decimal point");
+      if (digits == 0) return refusal("digits are missing after the decimal point");
       input.skip(digits);
     }
   }
@@ -132,28 +127,29 @@ Read<seconds> read_time(Cursor& input) {
 }
 
 // The offset behind a time: "Z", "+01:00", "+0100" or "+01", after at most one blank.
-Read<std::optional<minutes>> read_offset(Cursor& input) {
-  if (input.at_end()) return std::nullopt;
+Result<std::optional<minutes>> read_offset(Cursor& input) {
+  using Offset = std::optional<minutes>;
+  if (input.at_end()) return Offset();
   input.take(' ');
-  if (input.take_any("Zz")) return minutes{0};
+  if (input.take_any("Zz")) return Offset(0);
   const bool west = input.peek() == '-';
-  if (!input.take_any("+-")) return because("text is left after the time");
+  if (!input.take_any("+-")) return refusal("text is left after the time");
   const auto hour = read_field(input, offset_hour_field);
-  if (!hour) return because(hour.error());
+  if (!hour) return refusal(hour.message());
   int minute = 0;
   if (input.take(':') || is_digit(input.peek())) {
     const auto read = read_field(input, offset_minute_field);
-    if (!read) return because(read.error());
+    if (!read) return refusal(read.message());
     minute = *read;
   }
   const minutes offset = std::chrono::hours{*hour} + minutes{minute};
-  return west ? -offset : offset;
+  return Offset(west ? -offset : offset);
 }
 
 }  // namespace
 
-tl::expected<IsoValue, std::string> read_iso8601(std::string_view text) {
-  if (text.empty()) return because("no value");
+Result<IsoValue> read_iso8601(std::string_view text) {
+  if (text.empty()) return refusal("no value");
   Cursor input(text);
   IsoValue value;
   const bool marked =
@@ -162,18 +158,18 @@ tl::expected<IsoValue, std::string> read_iso8601(std::string_view text) {
   const bool time_alone = marked || (input.digits_ahead() == 2 && input.after_digits() == ':');
   if (!time_alone) {
     const auto date = read_date(input);
-    if (!date) return because(date.error());
+    if (!date) return refusal(date.message());
     value.date = *date;
     if (input.at_end()) return value;
-    if (!input.take_any("Tt ")) return because("text is left after the date");
+    if (!input.take_any("Tt ")) return refusal("text is left after the date");
   }
   const auto time = read_time(input);
-  if (!time) return because(time.error());
+  if (!time) return refusal(time.message());
   value.time = *time;
   const auto offset = read_offset(input);
-  if (!offset) return because(offset.error());
+  if (!offset) return refusal(offset.message());
   value.offset = *offset;
-  if (!input.at_end()) return because("text is left after the time");
+  if (!input.at_end()) return refusal("text is left after the time");
   return value;
 }
 
@@ -184,18 +180,23 @@ std::string iso_text(std::chrono::year_month_day date) {
   return text;
 }
 
-std::string iso_text(std::chrono::seconds since_midnight) {
+std::string iso_text(Microseconds since_midnight) {
   const std::chrono::hh_mm_ss time(since_midnight);
-  char text[24];
-  (void)std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(time.hours().count()),
-                      static_cast<int>(time.minutes().count()),
-                      static_cast<int>(time.seconds().count()));
-  return text;
+  char text[32];
+  const int length = std::snprintf(
+      text, sizeof text, "%02d:%02d:%02d.%06d", static_cast<int>(time.hours().count()),
+      static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
+      static_cast<int>(time.subseconds().count()));
+  std::string_view all(text, static_cast<std::size_t>(length));
+  all = all.substr(0, all.find_last_not_of('0') + 1);
+  constexpr std::size_t without_fraction = 8;
+  if (time.subseconds().count() == 0) all = {text, without_fraction};
+  return std::string(all);
 }
 
-std::string iso_text(std::chrono::local_seconds time) {
+std::string iso_text(std::chrono::local_time<Microseconds> time) {
   const auto day = std::chrono::floor<std::chrono::days>(time);
-  return iso_text(year_month_day{day}) + "T" + iso_text(time - day);
+  return iso_text(year_month_day{day}) + "T" + iso_text(Microseconds(time - day));
 }
 
 }  // namespace jwnls::tool

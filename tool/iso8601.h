@@ -17,7 +17,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <tl/expected.hpp>
+
+#include "jwnls/jwnls.hpp"
 
 namespace jwnls::tool {
 
@@ -30,12 +31,12 @@ struct IsoValue {
 
 /// Reads the whole text: a date, a time or both. The error is the reason for a person, without the
 /// text itself: "month 13 is not 01 to 12".
-[[nodiscard]] tl::expected<IsoValue, std::string> read_iso8601(std::string_view text);
+[[nodiscard]] Result<IsoValue> read_iso8601(std::string_view text);
 
-/// "2024-03-15", "14:30:05", "2024-03-15T14:30:05".
+/// "2024-03-15", "14:30:05", "2024-03-15T14:30:05"; a fraction of a second only where there is one.
 [[nodiscard]] std::string iso_text(std::chrono::year_month_day date);
-[[nodiscard]] std::string iso_text(std::chrono::seconds since_midnight);
-[[nodiscard]] std::string iso_text(std::chrono::local_seconds time);
+[[nodiscard]] std::string iso_text(Microseconds since_midnight);
+[[nodiscard]] std::string iso_text(std::chrono::local_time<Microseconds> time);
 
 }  // namespace jwnls::tool
 

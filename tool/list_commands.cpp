@@ -3,13 +3,13 @@
 #include <utf8proc.h>
 
 #include <cstdlib>
+#include <vector>
 
-#include "client/jwnls.h"
+#include "jwnls/jwnls.hpp"
 #include "tool/output.h"
 #include "tool/session.h"
 #include "tool/table.h"
 #include "tool/terminal_text.h"
-#include "tool/zone_text.h"
 
 namespace jwnls::tool {
 namespace {
@@ -31,52 +31,61 @@ bool contains(const std::string& text, const std::string& folded_part) {
   return folded_part.empty() || folded(text).find(folded_part) != std::string::npos;
 }
 
-ExitCode finish(const Table& table, const char* what, const ListOptions& options) {
+ExitCode finish(Code code, const Table& table, const char* what, const ListOptions& options) {
+  if (code != Code::ok) {
+    throw Failure{ExitCode::unavailable,
+                  std::string(what) + "s: " + jwnls_code_text(static_cast<int>(code))};
+  }
   Output output;
   table.write(output, terminal_columns());
   output.flush();
   if (!table.empty()) return ExitCode::ok;
-  report(std::string("no ") + what + " matches " + client::in_quotes(options.filter));
+  report(std::string("no ") + what + " matches " + in_quotes(options.filter));
   return ExitCode::bad_values;
 }
 
 }  // namespace
 
 ExitCode run_locales(const ListOptions& options) {
-  const client::Host host = open_host();
   const std::string filter = folded(options.filter);
   Table table;
-  for (const client::LocaleInfo& locale : host.locales()) {
+  const Code code = each_locale([&](const jwnls_locale_info& locale) {
     const bool listed = contains(locale.name, filter) || contains(locale.english_name, filter) ||
                         contains(locale.own_name, filter);
-    if (!listed) continue;
+    if (!listed) return;
     if (options.names_only) {
       table.add({locale.name});
     } else {
       table.add({locale.name, locale.english_name, locale.own_name});
     }
-  }
-  return finish(table, "locale", options);
+  });
+  return finish(code, table, "locale", options);
 }
 
 ExitCode run_zones(const ListOptions& options) {
-  const client::Host host = open_host();
   const std::string filter = folded(options.filter);
+  std::vector<std::string> names;
+  const int code = jwnls_zones(
+      [](void* all, const char* name) {
+        static_cast<std::vector<std::string>*>(all)->emplace_back(name);
+        return 0;
+      },
+      &names);
   Table table;
-  for (const std::string& name : host.time_zones()) {
+  for (const std::string& name : names) {
     if (!contains(name, filter)) continue;
     if (options.names_only) {
       table.add({name});
       continue;
     }
-    const auto zone = host.time_zone(name);
-    if (zone) {
-      table.add({name, zone->abbreviation, offset_text(zone->offset_from_utc)});
-    } else {
-      table.add({name, "", zone.error().message});
+    try {
+      const jwnls_zone_state now = zone_now(name);
+      table.add({name, now.abbreviation, offset_text(now.offset_seconds)});
+    } catch (const Failure& failure) {
+      table.add({name, "", failure.message});
     }
   }
-  return finish(table, "time zone", options);
+  return finish(static_cast<Code>(code), table, "time zone", options);
 }
 
 }  // namespace jwnls::tool

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "tool/exit_code.h"
+#include "tool/terminal_text.h"
 
 namespace jwnls::tool {
 namespace {
@@ -43,7 +44,7 @@ void Output::flush() {
 
 void report(std::string_view message) {
   std::string line = "jwnls: ";
-  line.append(message).append("\n");
+  line.append(escaped(message)).append("\n");
   (void)write_all(STDERR_FILENO, line);
 }
 

@@ -30,7 +30,8 @@ class Output {
   bool is_terminal_;
 };
 
-/// Writes "jwnls: <message>" as one line on standard error. Failures to do so are ignored.
+/// Writes "jwnls: <message>" as one line on standard error, with whatever a terminal would obey
+/// escaped. Failures to do so are ignored.
 void report(std::string_view message);
 
 }  // namespace jwnls::tool

@@ -1,25 +1,30 @@
-// Gets a command its host and its locale, and tells the user what is amiss with them.
+// Gets a command its layouts, and tells the user what is amiss with them.
 
 #ifndef JWNLS_TOOL_SESSION_H_
 #define JWNLS_TOOL_SESSION_H_
 
-#include <map>
 #include <string>
 
-#include "client/jwnls.h"
+#include "jwnls/jwnls.hpp"
 
 namespace jwnls::tool {
 
-/// Starts the host, with options of the module by name; its warnings go to standard error. Throws
-/// Failure{unavailable}.
-[[nodiscard]] client::Host open_host(std::map<std::string, std::string> module_options = {});
+/// The canonical name of the locale of a command line. When `name` is empty, it is the
+/// environment's: the first of LC_ALL, `category` ("LC_TIME") and LANG that is set and not empty,
+/// else "C". Reports a name that has only a near relative. Throws Failure{unavailable}.
+[[nodiscard]] std::string find_locale(const std::string& name, const char* category);
 
-/// Opens the locale of a command line with a time zone (empty: the system's). When `locale_name` is
-/// empty, it is the environment's: the first of LC_ALL, `category` ("LC_TIME") and LANG that is set
-/// and not empty, else "C". Reports a name that has only a near relative. Throws
+/// What the clocks of a zone (empty: the system's) show at a moment, in seconds from 1970. Throws
 /// Failure{unavailable}.
-[[nodiscard]] client::Locale open_locale(const client::Host& host, const std::string& locale_name,
-                                         const char* category, const std::string& zone);
+[[nodiscard]] jwnls_zone_state zone_at(const std::string& zone, std::int64_t seconds);
+[[nodiscard]] jwnls_zone_state zone_now(const std::string& zone);
+
+/// "UTC+01:00"; seconds only where there are some.
+[[nodiscard]] std::string offset_text(std::int32_t seconds);
+
+/// Opens a layout of a canonical locale; warnings of what it loads go to standard error. Throws
+/// Failure: usage for option words that are wrong, unavailable for the rest.
+[[nodiscard]] Layout open_layout(const std::string& locale, Kind kind, const std::string& words);
 
 }  // namespace jwnls::tool
 

@@ -1,56 +1,95 @@
 #include "tool/show_command.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
+#include <utf8proc.h>
 
-#include "client/jwnls.h"
+#include <cstdio>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "jwnls/jwnls.hpp"
 #include "tool/output.h"
-#include "tool/read_back.h"
+#include "tool/plain_values.h"
 #include "tool/session.h"
 #include "tool/table.h"
 #include "tool/terminal_text.h"
-#include "tool/zone_text.h"
 
 namespace jwnls::tool {
 namespace {
 
-using client::Conventions;
-using client::DateStyle;
-using client::DatetimeStyle;
-using client::Locale;
-using client::Result;
-
-// A day and an hour that show every padding and the second half of the day: Tuesday, 14:07:09.
-constexpr auto example_date = std::chrono::year{2024} / 3 / 5;
-constexpr std::chrono::seconds example_time =
-    std::chrono::hours{14} + std::chrono::minutes{7} + std::chrono::seconds{9};
-constexpr auto example_datetime = std::chrono::local_days{example_date} + example_time;
+// A day and an hour that show every padding and the second half of the day.
+constexpr const char* example_moment = "2024-03-05T14:07:09";
 constexpr const char* example_text = "2024-03-05, a Tuesday, 14:07:09";
+
+struct Example {
+  const char* name;
+  Kind kind;
+  const char* words;
+  const char* value;
+  int pattern;  // the item of the conventions; 0: none
+  std::size_t index;
+};
+
+constexpr Example moments[] = {
+    {"date short", Kind::date, "style=short", example_moment, JWNLS_DATE_PATTERN, 0},
+    {"date medium", Kind::date, "", example_moment, JWNLS_DATE_PATTERN, 1},
+    {"date long", Kind::date, "style=long", example_moment, JWNLS_DATE_PATTERN, 2},
+    {"date full", Kind::date, "style=full", example_moment, 0, 0},
+    {"time", Kind::time, "", example_moment, JWNLS_TIME_PATTERN, 0},
+    {"datetime short", Kind::datetime, "style=short", example_moment, 0, 0},
+    {"datetime medium", Kind::datetime, "", example_moment, JWNLS_DATETIME_PATTERN, 0},
+    {"datetime long", Kind::datetime, "style=long", example_moment, 0, 0},
+};
+
+constexpr Example numbers[] = {
+    {"number", Kind::number, "", "1234567.891", 0, 0},
+    {"number", Kind::number, "", "-0.5", 0, 0},
+    {"number digits=own", Kind::number, "digits=own", "1234567.891", 0, 0},
+    {"integer", Kind::integer, "", "1234567", 0, 0},
+    {"amount", Kind::amount, "", "1234.5", 0, 0},
+    {"amount", Kind::amount, "", "-1234.5", 0, 0},
+    {"amount accounting", Kind::amount, "accounting", "-1234.5", 0, 0},
+    {"amount symbol=code", Kind::amount, "symbol=code", "1234.5", 0, 0},
+    {"percent", Kind::percent, "", "0.125", 0, 0},
+};
+
+// Texts that are one value here, another there, and nothing elsewhere.
+struct Typed {
+  const char* name;
+  Kind kind;
+  std::vector<const char*> texts;
+};
+const Typed typed[] = {
+    {"date", Kind::date, {"2/3/2024", "13.3.2024", "3/13/2024", "5-3-24", "2024-03-05"}},
+    {"time", Kind::time, {"14:07", "14.07", "2:07 PM"}},
+    {"number", Kind::number, {"1,234", "1.234", "1,234.5", "1.234,5", "1 234,5", "1'234.5"}},
+    {"amount", Kind::amount, {"1,234.50", "1.234,50", "€5", "5 €", "$5"}},
+    {"percent", Kind::percent, {"12.5%", "12,5 %"}},
+};
 
 constexpr const char* weekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                     "Thursday", "Friday", "Saturday"};
 constexpr const char* months[] = {"January",   "February", "March",    "April",
                                   "May",       "June",     "July",     "August",
                                   "September", "October",  "November", "December"};
-constexpr const char* quarters[] = {"first quarter", "second quarter", "third quarter",
-                                    "fourth quarter"};
 
 // Writes a locale, section by section.
 class Report {
  public:
-  Report(Output& output, const Locale& locale)
-      : output_(output), locale_(locale), conventions_(locale.conventions()) {}
+  Report(Output& output, const ShowOptions& options)
+      : output_(output),
+        name_(find_locale(options.locale, "LC_TIME")),
+        conventions_(open_layout(name_, Kind::date, "")),
+        amounts_(open_layout(name_, Kind::amount, "")) {}
 
-  void write(const std::string& english_name, const std::string& own_name) {
-    title(english_name, own_name);
-    patterns();
-    reading();
-    names("Weekdays", weekdays, conventions_.full_weekdays, conventions_.short_weekdays);
-    names("Months", months, conventions_.full_months, conventions_.short_months);
-    names("Quarters", quarters, conventions_.full_quarters, conventions_.short_quarters);
+  void write(const std::string& zone) {
+    title(zone);
+    examples(std::string("Writes ") + example_text + ", as", moments, false);
+    examples("Writes numbers, amounts of its currency and percentages as", numbers, true);
+    readings();
+    names("Weekdays", weekdays, std::size(weekdays), JWNLS_WEEKDAY, JWNLS_SHORT_WEEKDAY);
+    names("Months", months, std::size(months), JWNLS_MONTH, JWNLS_SHORT_MONTH);
     symbols();
-    numbers();
   }
 
  private:
@@ -60,67 +99,73 @@ class Report {
     table.write(output_, terminal_columns());
   }
 
-  void title(const std::string& english_name, const std::string& own_name) {
+  void title(const std::string& zone) {
     Table table;
-    table.add({"Locale", locale_.name()});
-    table.add({"Name", english_name});
-    table.add({"Own name", own_name});
-    const auto zone = locale_.time_zone();
-    if (zone) {
-      table.add({"Time zone", zone->name + " (now " + zone->abbreviation + ", " +
-                                  offset_text(zone->offset_from_utc) + ")"});
-    }
+    table.add({"Locale", name_});
+    (void)each_locale([&](const jwnls_locale_info& locale) {
+      if (name_ != locale.name) return;
+      table.add({"Name", locale.english_name});
+      table.add({"Own name", locale.own_name});
+    });
+    const jwnls_zone_state now = zone_now(zone);
+    table.add({"Time zone", std::string(now.name) + " (now " + now.abbreviation + ", " +
+                                offset_text(now.offset_seconds) + ")"});
     table.write(output_, 0);
   }
 
-  static std::string example(const Result<std::string>& text) {
-    return text ? *text : "(" + text.error().message + ")";
-  }
-
-  void patterns() {
-    Table table(2);
-    const auto date = [&](const char* name, DateStyle style) {
-      table.add({name, conventions_.date_pattern(style),
-                 example(locale_.format_date(example_date, style))});
-    };
-    date("short date", DateStyle::short_numeric);
-    date("medium date", DateStyle::medium);
-    date("long date", DateStyle::long_form);
-    table.add({"time", conventions_.time_pattern, example(locale_.format_time(example_time))});
-    table.add({"datetime", conventions_.datetime_pattern,
-               example(locale_.format_datetime(example_datetime))});
-    table.add({"time alone", conventions_.time_only_pattern,
-               example(locale_.format_datetime(example_datetime, DatetimeStyle::time_only))});
-    section(std::string("Patterns, and what they make of ") + example_text, table);
-  }
-
-  void reading() {
-    Table table(2);
-    table.add({"", "leniently", "strictly"});
-    const auto add = [&table](const char* kind, const std::string& lenient,
-                              const std::string& strict) {
-      table.add({kind, lenient, strict == lenient && strict != "yes" ? "no, likewise" : strict});
-    };
-    const auto add_date = [&](const char* kind, DateStyle style) {
-      add(kind, dates_read_back(locale_, style, false), dates_read_back(locale_, style, true));
-    };
-    add_date("short date", DateStyle::short_numeric);
-    add_date("medium date", DateStyle::medium);
-    add_date("long date", DateStyle::long_form);
-    add("time", times_read_back(locale_, false), times_read_back(locale_, true));
-    add("datetime", datetimes_read_back(locale_, false), datetimes_read_back(locale_, true));
-    table.add({"number", numbers_read_back(locale_)});
-    table.add({"integer", integers_read_back(locale_)});
-    section("Reads what it writes, as tried with each day of 2024 and numbers of up to 15 digits",
-            table);
+  // An item of the conventions; nothing where there is none.
+  [[nodiscard]] std::optional<std::string> item(int item, std::size_t index = 0) const {
+    char text[400];
+    std::size_t length = 0;
+    const int code = jwnls_convention(conventions_.get(), item, index, text, sizeof text, &length);
+    if (code != JWNLS_OK) return std::nullopt;
+    return std::string(text, length);
   }
 
   template <std::size_t count>
-  void names(const char* heading, const char* const (&english)[count],
-             const std::array<std::string, count>& full,
-             const std::array<std::string, count>& abbreviated) {
+  void examples(const std::string& heading, const Example (&rows)[count], bool tell_values) {
     Table table(2);
-    for (std::size_t i = 0; i < count; ++i) table.add({english[i], full[i], abbreviated[i]});
+    for (const Example& row : rows) {
+      std::vector<std::string> cells = {row.name};
+      if (tell_values) cells.emplace_back(row.value);
+      cells.push_back(written(row));
+      if (row.pattern != 0) cells.push_back(item(row.pattern, row.index).value_or(""));
+      table.add(std::move(cells));
+    }
+    section(heading, table);
+  }
+
+  [[nodiscard]] std::string written(const Example& row) const {
+    const auto layout = Layout::open(name_, row.kind, row.words);
+    if (!layout) return std::string("(") + layout.message() + ")";
+    const auto text = write_plain(*layout, row.value, "");
+    return text ? *text : std::string("(") + text.message() + ")";
+  }
+
+  void readings() {
+    Table table(2);
+    for (const Typed& row : typed) {
+      const Layout layout = open_layout(name_, row.kind, "");
+      for (const char* text : row.texts) {
+        const auto value = read_plain(layout, text);
+        if (!value) {
+          table.add({row.name, text, "not read"});
+        } else {
+          table.add({row.name, text,
+                     value->text + (value->currency.empty() ? "" : " ") + value->currency,
+                     value->two_ways ? "could be meant otherwise" : ""});
+        }
+      }
+    }
+    section("Reads", table);
+  }
+
+  void names(const char* heading, const char* const* english, std::size_t count, int full,
+             int abbreviated) {
+    Table table(2);
+    for (std::size_t i = 0; i < count; ++i) {
+      table.add({english[i], item(full, i).value_or(""), item(abbreviated, i).value_or("")});
+    }
     section(heading, table);
   }
 
@@ -128,58 +173,49 @@ class Report {
   static std::vector<std::string> symbol(const char* name, const std::string& text) {
     if (text.empty()) return {name, "none"};
     std::string codes;
-    for (const char16_t unit : client::to_utf16(text).value_or(u"")) {
-      char code[8];
-      (void)std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(unit));
+    std::string_view rest = text;
+    while (!rest.empty()) {
+      utf8proc_int32_t character = 0;
+      const auto bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
+                                          static_cast<utf8proc_ssize_t>(rest.size()), &character);
+      if (bytes <= 0) break;
+      char code[12];
+      (void)std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(character));
       codes.append(codes.empty() ? "" : " ").append(code);
+      rest.remove_prefix(static_cast<std::size_t>(bytes));
     }
     return {name, text, codes};
   }
 
   void symbols() {
     Table table(2);
-    table.add({"before noon", conventions_.before_noon});
-    table.add({"after noon", conventions_.after_noon});
-    table.add(symbol("decimal", conventions_.decimal_symbol));
-    table.add(symbol("grouping", conventions_.grouping_symbol));
-    table.add({"group sizes", conventions_.grouping.empty() ? "none" : conventions_.grouping});
-    table.add(symbol("currency", conventions_.currency_symbol));
-    table.add({"ISO 4217", conventions_.currency_code});
+    table.add({"before noon", item(JWNLS_DAY_HALF, 0).value_or("")});
+    table.add({"after noon", item(JWNLS_DAY_HALF, 1).value_or("")});
+    table.add(symbol("decimal", item(JWNLS_DECIMAL_SYMBOL).value_or("")));
+    table.add(symbol("group", item(JWNLS_GROUP_SYMBOL).value_or("")));
+    const std::string sizes = item(JWNLS_GROUP_SIZES).value_or("");
+    table.add({"group sizes", sizes.empty() ? "none" : sizes});
+    table.add(symbol("currency", item(JWNLS_CURRENCY_SYMBOL).value_or("")));
+    if (!amounts_.currency().empty()) table.add({"ISO 4217", amounts_.currency()});
+    if (const auto decimals = item(JWNLS_CURRENCY_DECIMALS)) table.add({"its decimals", *decimals});
+    const auto first = item(JWNLS_FIRST_WEEKDAY);
+    if (first && first->size() == 1 && first->front() >= '0' && first->front() <= '6') {
+      table.add({"week begins", weekdays[first->front() - '0']});
+    }
     section("Symbols", table);
   }
 
-  void numbers() {
-    Table table(2);
-    const auto add = [&table](const char* kind, const char* value,
-                              const Result<std::string>& text) {
-      table.add({kind, value, example(text)});
-    };
-    add("number", "1234567.891", locale_.format_number(1234567.891));
-    add("number", "-0.5", locale_.format_number(-0.5));
-    add("exponent", "1234567.891",
-        locale_.format_number(1234567.891, {.kind = client::NumberKind::exponent, .decimals = 2}));
-    add("integer", "1234567", locale_.format_integer(1234567));
-    add("currency", "1234.5", locale_.format_currency(1234.5));
-    add("percent", "0.125", locale_.format_percent(0.125));
-    section("Numbers", table);
-  }
-
   Output& output_;
-  const Locale& locale_;
-  const Conventions conventions_;
+  const std::string name_;
+  const Layout conventions_;
+  const Layout amounts_;
 };
 
 }  // namespace
 
 ExitCode run_show(const ShowOptions& options) {
-  const client::Host host = open_host();
-  const Locale locale = open_locale(host, options.locale, "LC_TIME", options.zone);
-  const auto locales = host.locales();
-  const auto info = std::find_if(locales.begin(), locales.end(),
-                                 [&](const auto& row) { return row.name == locale.name(); });
   Output output;
-  const bool listed = info != locales.end();
-  Report(output, locale).write(listed ? info->english_name : "", listed ? info->own_name : "");
+  Report(output, options).write(options.zone);
   output.flush();
   return ExitCode::ok;
 }

@@ -1,4 +1,4 @@
-// `jwnls show`: a locale's whole record, readable.
+// `jwnls show`: what a locale's layouts write and read, and what they are made of.
 
 #ifndef JWNLS_TOOL_SHOW_COMMAND_H_
 #define JWNLS_TOOL_SHOW_COMMAND_H_

@@ -18,6 +18,16 @@ namespace jwnls::tool {
 /// marks take no cell.
 [[nodiscard]] std::string isolated(std::string_view text);
 
+/// The text in at least `cells` cells, with blanks in front or behind.
+[[nodiscard]] std::string padded(std::string_view text, std::size_t cells, bool left);
+
+/// The text with "\x1B" and "\u202E" in place of what a terminal would obey: control characters,
+/// marks of the writing direction, line separators, bytes that are no UTF-8.
+[[nodiscard]] std::string escaped(std::string_view text);
+
+/// The text between single quotes; more than 80 bytes are cut, with "..." behind them.
+[[nodiscard]] std::string in_quotes(std::string_view text);
+
 /// The columns of the terminal that standard output is; 0 when it is none, or does not say.
 [[nodiscard]] std::size_t terminal_columns();
 

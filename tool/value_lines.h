@@ -8,27 +8,36 @@
 #include <string_view>
 #include <vector>
 
-#include "client/jwnls.h"
+#include "jwnls/jwnls.hpp"
 #include "tool/exit_code.h"
 
 namespace jwnls::tool {
 
-/// What a value became.
-struct ValueText {
-  ValueText() = default;
-  ValueText(std::string the_text, std::string the_note = {})
-      : text(std::move(the_text)), note(std::move(the_note)) {}
-
-  std::string text;
-  std::string note;  // what the text had to do without; empty: nothing
+/// Where values come from and how what they become is laid out.
+struct ValueLines {
+  std::vector<std::string> values;  // empty: lines of standard input
+  std::size_t width = 0;            // the least, in cells of a terminal
+  bool left = false;                // blanks stand behind
 };
 
-using WorkOnValue = std::function<client::Result<ValueText>(std::string_view value)>;
+/// What a value became, and whether its text could have meant another value or excludes that.
+struct ValueText {
+  std::string text;
+  bool two_ways = false;
+  bool decides = false;
+};
 
-/// Gives `work` each value without the blanks around it, and writes what it makes of it. Errors and
-/// notes go to standard error with the line's number, and the rest goes on. Without `values`, lines
-/// of standard input are read.
-ExitCode write_values(const std::vector<std::string>& values, const WorkOnValue& work);
+/// What is to be done about values that could have meant others.
+enum class Undecided { ignored, told, refused };
+
+using WorkOnValue = std::function<Result<ValueText>(std::string_view value)>;
+
+/// Gives `work` each value without the blanks around it, and writes what it makes of it. Errors go
+/// to standard error with the line's number, and the rest goes on.
+///
+/// Where values could have meant others and none decides, a line at the end says so, as `undecided`
+/// asks for; Undecided::refused makes the outcome ExitCode::undecided.
+ExitCode write_values(const ValueLines& lines, Undecided undecided, const WorkOnValue& work);
 
 }  // namespace jwnls::tool
 

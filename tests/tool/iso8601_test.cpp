@@ -11,7 +11,7 @@ namespace {
 // A compact form for comparison: "2024-3-15 52205s +60m", absent parts as "-".
 std::string shown(std::string_view text) {
   const auto value = read_iso8601(text);
-  if (!value) return value.error();
+  if (!value) return value.message();
   std::ostringstream out;
   if (value->date) {
     out << static_cast<int>(value->date->year()) << '-' << unsigned{value->date->month()} << '-'
@@ -74,6 +74,14 @@ TEST(Iso8601, SaysWhatIsWrong) {
   check("14:30:05.", "digits are missing after the decimal point");
   check("2024-03-15T14:30+1", "a two-digit offset hour is missing");
   check("2024-03-15T14:30+01:60", "offset minute 60 is not 00 to 59");
+}
+
+TEST(Iso8601, WritesFractionsWhereThereAreSome) {
+  EXPECT_EQ(iso_text(Microseconds(52'205'000'000)), "14:30:05");
+  EXPECT_EQ(iso_text(Microseconds(52'205'250'000)), "14:30:05.25");
+  EXPECT_EQ(iso_text(Microseconds(1)), "00:00:00.000001");
+  EXPECT_EQ(iso_text(std::chrono::local_time<Microseconds>(Microseconds(-1))),
+            "1969-12-31T23:59:59.999999");
 }
 
 }  // namespace

@@ -8,22 +8,23 @@
 namespace jwnls::tool {
 namespace {
 
-TEST(Show, TellsTheWholeRecord) {
+TEST(Show, TellsWhatALocaleWritesAndReads) {
   const auto outcome = run_tool({{"show", "de_DE", "-z", "Asia/Tokyo"}});
   EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
   for (const char* line : {
            "Locale     de_DE\n",
            "Name       German (Germany)\n",
            "Time zone  Asia/Tokyo (now JST, UTC+09:00)\n",
-           "  short date   %d.%m.%Y            05.03.2024\n",
-           "  datetime     %d.%m.%Y, %H:%M:%S  05.03.2024, 14:07:09\n",
-           "  long date    yes        yes\n",
+           "  date long        5. März 2024 ",
+           "  05.03.2024, 14:07:09  ",
+           "  number              1234567.891  1.234.567,891\n",
+           "  date     2/3/2024    2024-03-02  could be meant otherwise\n",
+           "  date     3/13/2024   not read\n",
+           "  number   1.234,5     1234.5\n",
            "  Saturday   Samstag     Sa.\n",
            "  March      März       März\n",
-           "  decimal      ,    U+002C\n",
-           "  currency     €    U+20AC\n",
-           "  currency  1234.5       €1.234,50\n",
-           "  percent   0.125        12,5%\n",
+           "  decimal      ,   U+002C\n",
+           "  currency     €   U+20AC\n",
        }) {
     EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
   }
@@ -39,7 +40,7 @@ TEST(Show, EveryLocaleHasAnExampleForEachPattern) {
     const auto outcome = run_tool({{"show", name, "-z", "UTC"}});
     EXPECT_EQ(outcome.exit_code, 0) << name;
     // An example that failed stands as its message in parentheses.
-    for (const char* error : {"(date", "(number", "(integer", "(amount", "(percentage"}) {
+    for (const char* error : {"('2024", "('-0.5", "('1234567"}) {
       EXPECT_EQ(outcome.output.find(error), std::string::npos) << outcome.output;
     }
     EXPECT_NE(outcome.output.find("2024"), std::string::npos) << outcome.output;

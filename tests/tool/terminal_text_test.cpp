@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace jwnls::tool {
 namespace {
 
@@ -26,6 +28,19 @@ TEST(TerminalText, IsolatesRightToLeftTextOnly) {
   EXPECT_EQ(isolated("مارس"), "\u2068مارس\u2069");
   EXPECT_EQ(isolated("%E ב%B %Y"), "\u2068%E ב%B %Y\u2069");
   EXPECT_EQ(isolated("\U0001E905"), "\u2068\U0001E905\u2069");  // Adlam
+}
+
+TEST(TerminalText, IsPaddedByCells) {
+  EXPECT_EQ(padded("3月", 5, false), "  3月");
+  EXPECT_EQ(padded("3月", 5, true), "3月  ");
+  EXPECT_EQ(padded("März", 4, false), "März");
+}
+
+TEST(TerminalText, NothingOfAMessageIsObeyed) {
+  EXPECT_EQ(escaped("Mä\x1B[2J\n"), "Mä\\x1B[2J\\x0A");
+  EXPECT_EQ(escaped("\u0085 \u202E \u2028 \xFF\uFFFD"), "\\u0085 \\u202E \\u2028 \\xFF\uFFFD");
+  EXPECT_EQ(in_quotes(std::string(80, 'x')), "'" + std::string(80, 'x') + "'");
+  EXPECT_EQ(in_quotes(std::string(79, 'x') + "ä"), "'" + std::string(79, 'x') + "...'");
 }
 
 }  // namespace
