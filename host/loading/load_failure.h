@@ -27,7 +27,8 @@ class LoadFailure {
   }
 
  private:
-  static inline thread_local LoadFailure* innermost_ = nullptr;
+  // In the room that every thread has from its start: a thread cannot run out of memory here.
+  [[gnu::tls_model("initial-exec")]] static inline thread_local LoadFailure* innermost_ = nullptr;
   LoadFailure* const outer_;
   std::string reason_;
 };
