@@ -23,16 +23,20 @@ class AnswerCache {
     return entry != nullptr ? static_cast<const Answer*>(entry->value) : nullptr;
   }
 
-  /// Keeps an answer where there is room for it. Throws bad_alloc.
+  /// Keeps an answer where there is room for it and none to that text yet. Throws bad_alloc.
   void add(std::u16string_view text, const Answer& answer) {
     constexpr std::size_t most_answers = 4096;
     constexpr std::size_t longest_text = 128;
     if (text.size() > longest_text) return;
     const std::lock_guard guard(mutex_);
-    if (answers_.size() >= most_answers) return;
-    Answer* added = &answers_.emplace_back(answer);
-    // Another thread may have added the same meanwhile; then this one is not found, and no harm.
-    table_.insert(text.data(), text.size() * sizeof(char16_t), added);
+    if (answers_.size() >= most_answers || find(text) != nullptr) return;
+    answers_.emplace_back(answer);
+    try {
+      table_.insert(text.data(), text.size() * sizeof(char16_t), &answers_.back());
+    } catch (...) {
+      answers_.pop_back();
+      throw;
+    }
   }
 
  private:

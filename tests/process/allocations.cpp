@@ -4,10 +4,13 @@
 #include <cstdlib>
 #include <new>
 
-// The linker turns this program's calls of malloc() and calloc() into these (--wrap).
+// The linker turns this program's calls of malloc(), calloc() and free() into these (--wrap).
 extern "C" {
-void* __real_malloc(std::size_t bytes);                     // NOLINT(bugprone-reserved-identifier)
-void* __real_calloc(std::size_t count, std::size_t bytes);  // NOLINT(bugprone-reserved-identifier)
+// NOLINTBEGIN(bugprone-reserved-identifier)
+void* __real_malloc(std::size_t bytes);
+void* __real_calloc(std::size_t count, std::size_t bytes);
+void __real_free(void* memory);
+// NOLINTEND(bugprone-reserved-identifier)
 }
 
 namespace jwnls::test {
@@ -17,11 +20,24 @@ thread_local bool counting = false;
 thread_local bool all_behind = false;
 thread_local long asked = 0;
 thread_local long failing = 0;
+thread_local long live = 0;
 
 bool fails() noexcept {
   if (!counting) return false;
   const long number = asked++;
   return number == failing || (all_behind && number > failing);
+}
+
+template <typename Allocate>
+void* unless_it_fails(Allocate allocate) noexcept {
+  void* memory = fails() ? nullptr : allocate();
+  if (memory != nullptr) ++live;
+  return memory;
+}
+
+void give_back(void* memory) noexcept {
+  if (memory != nullptr) --live;
+  __real_free(memory);
 }
 
 }  // namespace
@@ -38,25 +54,32 @@ long allow_allocations() noexcept {
   return asked;
 }
 
+long live_blocks() noexcept { return live; }
+
 }  // namespace jwnls::test
 
+using jwnls::test::give_back;
+using jwnls::test::unless_it_fails;
+
 extern "C" {
-void* __wrap_malloc(std::size_t bytes) {  // NOLINT(bugprone-reserved-identifier)
-  return jwnls::test::fails() ? nullptr : __real_malloc(bytes);
+// NOLINTBEGIN(bugprone-reserved-identifier)
+void* __wrap_malloc(std::size_t bytes) {
+  return unless_it_fails([bytes] { return __real_malloc(bytes); });
 }
-void* __wrap_calloc(std::size_t count, std::size_t bytes) {  // NOLINT(bugprone-reserved-identifier)
-  return jwnls::test::fails() ? nullptr : __real_calloc(count, bytes);
+void* __wrap_calloc(std::size_t count, std::size_t bytes) {
+  return unless_it_fails([count, bytes] { return __real_calloc(count, bytes); });
 }
+void __wrap_free(void* memory) { give_back(memory); }
+// NOLINTEND(bugprone-reserved-identifier)
 }
 
 void* operator new(std::size_t bytes) {
-  // As the standard library's own does, with what it needs itself.
-  void* memory = jwnls::test::fails() ? nullptr : __real_malloc(bytes);
+  void* memory = unless_it_fails([bytes] { return __real_malloc(bytes); });
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
 void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
-  return jwnls::test::fails() ? nullptr : __real_malloc(bytes);
+  return unless_it_fails([bytes] { return __real_malloc(bytes); });
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { give_back(memory); }
+void operator delete(void* memory, std::size_t) noexcept { give_back(memory); }

@@ -12,6 +12,9 @@ void fail_allocation(long number, bool for_ever) noexcept;
 /// Lets all succeed again, and gives how many were asked for since.
 long allow_allocations() noexcept;
 
+/// How many blocks this thread has more than when it began, as far as it frees what it allocates.
+long live_blocks() noexcept;
+
 }  // namespace jwnls::test
 
 #endif  // JWNLS_TESTS_PROCESS_ALLOCATIONS_H_
