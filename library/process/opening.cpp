@@ -20,7 +20,7 @@ union Lock {
 constinit Lock lock;
 // A thread finds itself here only if it stored itself, so that no order is needed.
 constinit std::atomic<pthread_t> holder{};  // 0: none
-constinit bool held_for_fork = false;  // guarded by the lock
+constinit bool held_for_fork = false;       // guarded by the lock
 
 }  // namespace
 
