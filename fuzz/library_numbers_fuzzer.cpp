@@ -1,5 +1,5 @@
-// Fuzzes layouts of numbers and integers: any options, texts and values, in the largest variety of
-// symbols and group sizes that locales have.
+// Fuzzes layouts of numbers, integers, amounts and percentages: any options, texts and values, in
+// the largest variety of symbols and group sizes that locales have.
 //
 // Whatever goes in, nothing outside the text or the room is touched, the answers of both encodings
 // and of the exact reading agree, values and facts go with the code, what is written is read back
@@ -45,10 +45,11 @@ const jwnls_layout* layout_of(Input& input, int kind) {
 // Mostly what means something in a number.
 std::string text_of(Input& input) {
   constexpr std::string_view likely[] = {
-      "0",      "1",      "2",      "3",      "5",          "9",      "00",     "000",
-      "123",    ".",      ",",      "'",      " ",          "-",      "+",      "e",
-      "E",      "(",      ")",      "\u2019", "\u00A0",     "\u202F", "\u2212", "\u200E",
-      "\u0661", "\u066B", "\u066C", "\uFF11", "\U0001D7CE", "\u20AC", ".A",     "\xFF"};
+      "0",      "1",          "2",      "3",      "5",      "9",      "00",     "000",    "123",
+      ".",      ",",          "'",      " ",      "-",      "+",      "e",      "E",      "(",
+      ")",      "\u2019",     "\u00A0", "\u202F", "\u2212", "\u200E", "\u0661", "\u066B", "\u066C",
+      "\uFF11", "\U0001D7CE", "\u20AC", ".A",     "\xFF",   "%",      "$",      "EUR",    "CHF",
+      "kr",     "\uFFE5",     "CR",     "--",     "\u2030"};
   std::string text;
   while (!input.used_up() && text.size() < 1100) {
     const std::uint8_t choice = input.byte();
@@ -163,9 +164,11 @@ void check_round_trip(const jwnls_layout* layout, double value, bool groups) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace jwnls::test;
   Input input(data, size);
-  const bool integers = input.byte() % 2 != 0;
-  const jwnls_layout* const layout = layout_of(input, integers ? JWNLS_INTEGER : JWNLS_NUMBER);
-  if (!integers) {
+  constexpr int kinds[] = {JWNLS_NUMBER, JWNLS_INTEGER, JWNLS_AMOUNT, JWNLS_PERCENT};
+  const int kind = kinds[input.byte() % std::size(kinds)];
+  const bool integers = kind == JWNLS_INTEGER;
+  const jwnls_layout* const layout = layout_of(input, kind);
+  if (kind == JWNLS_NUMBER) {
     char words[200];
     std::size_t length = 0;
     (void)jwnls_describe(layout, words, sizeof words, &length);

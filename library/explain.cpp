@@ -12,6 +12,8 @@ int explain(const jwnls_layout* layout, std::string_view text, jwnls_error* erro
   switch (layout->kind) {
     case JWNLS_NUMBER:
     case JWNLS_INTEGER:
+    case JWNLS_AMOUNT:
+    case JWNLS_PERCENT:
       return explain_number(layout, text, error);
     case JWNLS_AMOUNT:
     case JWNLS_PERCENT:

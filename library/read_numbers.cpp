@@ -58,6 +58,29 @@ double missing_of(LocaleHandle* handle, char name) {
   return JWNLS_OK;
 }
 
+// The powers of ten that a quickly read number of the layout is divided by.
+int power_of(const jwnls_layout* layout, const QuickNumber& number) {
+  return static_cast<int>(number.decimals) + (layout->is(JWNLS_PERCENT) ? 2 : 0);
+}
+
+// Amounts and percentages.
+[[gnu::noinline]] int read_measure(const jwnls_layout* layout, const char* text, std::size_t length,
+                                   double* value, std::uint8_t* facts) {
+  if (!layout->is(JWNLS_AMOUNT) && !layout->is(JWNLS_PERCENT)) {
+    *value = missing_value();
+    give_facts(0, facts);
+    return JWNLS_KIND;
+  }
+  QuickNumber number;
+  if (!scan_between_affixes(layout->number.syntax, text, length, number)) {
+    return read_double_fully(layout, text, length, value, facts);
+  }
+  const double magnitude = *double_of(number.mantissa, -power_of(layout, number));
+  *value = number.negative ? -magnitude : magnitude;
+  give_facts(number.facts, facts);
+  return JWNLS_OK;
+}
+
 int read_double(const jwnls_layout* layout, const char* text, std::size_t length, double* value,
                 std::uint8_t* facts) {
   QuickNumber number;
@@ -75,9 +98,7 @@ int read_double(const jwnls_layout* layout, const char* text, std::size_t length
     give_facts(number.facts, facts);
     return JWNLS_OK;
   }
-  *value = missing_value();
-  give_facts(0, facts);
-  return JWNLS_KIND;
+  return read_measure(layout, text, length, value, facts);
 }
 
 // ---- Integers
@@ -132,20 +153,22 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
   *out_length = 0;
   if (currency != nullptr) *currency = '\0';
   give_facts(0, facts);
-  if (!layout->is(JWNLS_NUMBER) && !layout->is(JWNLS_INTEGER)) return JWNLS_KIND;
+  const bool measure = layout->is(JWNLS_AMOUNT) || layout->is(JWNLS_PERCENT);
+  if (!measure && !layout->is(JWNLS_NUMBER) && !layout->is(JWNLS_INTEGER)) return JWNLS_KIND;
+  const NumberSyntax& syntax = layout->number.syntax;
   Decimal decimal;
   std::uint8_t found = 0;
   QuickNumber quick;
   ScannedNumber number;
   char digits[24];
-  if (scan_quickly(layout->number.syntax.quick, text, length, quick)) {
+  if (measure ? scan_between_affixes(syntax, text, length, quick)
+              : scan_quickly(syntax.quick, text, length, quick)) {
     const char* const end = std::to_chars(digits, digits + sizeof digits, quick.mantissa).ptr;
-    decimal = {{digits, static_cast<std::size_t>(end - digits)},
-               -static_cast<int>(quick.decimals),
-               quick.negative};
+    decimal = {
+        {digits, static_cast<std::size_t>(end - digits)}, -power_of(layout, quick), quick.negative};
     found = quick.facts;
   } else {
-    scan_number(layout->number.syntax, {text, length}, number);
+    scan_number(syntax, {text, length}, number);
     if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
     decimal = {{number.text, number.digits},
                number.exponent - static_cast<int>(number.decimals),
@@ -156,6 +179,11 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
   const auto written = write_canonical(decimal, canonical);
   if (!written) return JWNLS_RANGE;
   give_facts(found, facts);
+  if (currency != nullptr) {
+    const std::string_view code =
+        number.currency[0] != '\0' ? std::string_view(number.currency) : layout->currency;
+    currency[code.copy(currency, 3)] = '\0';
+  }
   return give_text({canonical, *written}, out, room, out_length);
 }
 

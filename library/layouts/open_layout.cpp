@@ -41,7 +41,8 @@ void open_number_layout(jwnls_layout& layout) {
   }
   const jwnls::library::CurrencyData* const unit = currency ? &*currency : nullptr;
   layout.number.style = number_style(data, layout.kind, options, unit, layout.locale->handle);
-  layout.number.syntax = number_syntax(data, layout.kind, options, unit, record);
+  layout.number.syntax =
+      number_syntax(data, layout.kind, options, unit, record, layout.number.style);
 }
 
 std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::string_view words) {

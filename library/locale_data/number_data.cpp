@@ -32,6 +32,23 @@ std::size_t characters_of(std::string_view text) {
   return count;
 }
 
+// A zero or all ten digits, each of as many bytes as the others: lengths are counted by that.
+bool are_digits(std::string_view digits) {
+  const std::size_t count = characters_of(digits);
+  if (count != 1 && count != 10) return false;
+  const std::size_t bytes = first_character(digits).bytes;
+  if (count == 1) {
+    char nine[4];
+    const std::size_t nine_bytes = encode_utf8(first_character(digits).value + 9, nine);
+    const Utf8Character last = first_character({nine, nine_bytes});
+    return last.valid && last.bytes == bytes;
+  }
+  for (; !digits.empty(); digits.remove_prefix(bytes)) {
+    if (first_character(digits).bytes != bytes) return false;
+  }
+  return true;
+}
+
 bool read_symbol(SectionReader& in, std::string& symbol) {
   symbol = in.text(longest_symbol);
   return in.ok();
@@ -62,8 +79,7 @@ bool read_kind(SectionReader& in, KindData& kind) {
 
 bool read_system(SectionReader& in, NumberSymbols& symbols) {
   symbols.digits = in.text(longest_symbol);
-  const std::size_t digits = characters_of(symbols.digits);
-  if (digits != 1 && digits != 10) return false;
+  if (!are_digits(symbols.digits)) return false;
   for (std::string* each :
        {&symbols.decimal, &symbols.group, &symbols.money_decimal, &symbols.money_group}) {
     if (!read_character(in, *each)) return false;

@@ -16,6 +16,9 @@ constexpr char32_t zeros[] = {
     0x11950, 0x11C50, 0x11D50, 0x11DA0, 0x16A60, 0x16AC0, 0x16B50, 0x1D7CE, 0x1D7D8, 0x1D7E2,
     0x1D7EC, 0x1D7F6, 0x1E140, 0x1E2F0, 0x1E950, 0x1FBF0};
 
+constexpr char32_t chinese_digits[] = {0x3007, 0x4E00, 0x4E8C, 0x4E09, 0x56DB,
+                                       0x4E94, 0x516D, 0x4E03, 0x516B, 0x4E5D};
+
 }  // namespace
 
 Separator separator_of(char32_t c) noexcept {
@@ -47,6 +50,13 @@ Separator separator_of(char32_t c) noexcept {
 }
 
 Digit digit_beyond_ascii(char32_t c) noexcept {
+  // The Chinese numerals do not stand side by side.
+  if (c >= chinese_digits[0] && c <= 0x9FFF) {
+    const char32_t* const end = std::end(chinese_digits);
+    const char32_t* const found = std::find(std::begin(chinese_digits), end, c);
+    if (found == end) return {};
+    return {chinese_digits[0], static_cast<int>(found - std::begin(chinese_digits))};
+  }
   const char32_t* const above = std::upper_bound(std::begin(zeros), std::end(zeros), c);
   const char32_t zero = above[-1];  // at least U'0', as c is no ASCII
   return c - zero < 10 ? Digit{zero, static_cast<int>(c - zero)} : Digit{};

@@ -41,6 +41,17 @@ struct Digit {
 /// '-', '+', or 0 for what is no sign. U+25B3 and U+25B2 are minus signs where `triangles`.
 [[nodiscard]] char sign_of(char32_t c, bool triangles) noexcept;
 
+/// Behind a decimal symbol, in place of decimals: "12,- EUR".
+[[nodiscard]] inline bool is_dash(char32_t c) noexcept {
+  return c == U'-' || c == 0x2013 || c == 0x2014;
+}
+
+/// What a percent sign divides by, as a power of ten: 2, of per mille 3; 0 for what is none.
+[[nodiscard]] inline int percent_power(char32_t c) noexcept {
+  if (c == U'%' || c == 0x066A || c == 0xFF05 || c == 0xFE6A) return 2;
+  return c == 0x2030 || c == 0x0609 ? 3 : 0;
+}
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_NUMBERS_CHARACTERS_H_

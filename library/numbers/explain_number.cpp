@@ -24,9 +24,16 @@ constexpr const char* reason_of(Refusal refusal) {
     case Refusal::sign_behind:
       return "the sign stands behind; signs=any reads it";
     case Refusal::parenthesis:
-      return "signs=any reads a pair of parentheses as a minus sign";
-    case Refusal::unit_not_allowed:
-      return "a number has no unit; the kinds amount and percent do";
+      return "a pair of parentheses is a minus sign, in numbers with signs=any";
+    case Refusal::unit_missing:
+      return "its unit is missing";
+    case Refusal::two_units:
+      return "two units";
+    case Refusal::credit:
+      return "CR and DR mean one sign to banks, the other in ledgers; credit=plus or credit=minus "
+             "says which CR is";
+    case Refusal::three_decimals:
+      return "three decimals or a group of another locale? fraction=any reads decimals";
     case Refusal::groups_not_allowed:
       return "groups=none reads no groups";
     case Refusal::group_size:
@@ -78,6 +85,21 @@ void tell_sample(const jwnls_layout* layout, Message& message) {
   if (code == JWNLS_OK) (message << "; the locale writes ").said({sample, length});
 }
 
+// Of a unit what the layout has instead.
+void tell_unit(const jwnls_layout* layout, const ScannedNumber& number, Message& message) {
+  if (number.refusal == Refusal::unit_not_allowed) {
+    message << (layout->is(JWNLS_AMOUNT) ? ": an amount has no percent sign; the kind percent does"
+                : layout->is(JWNLS_PERCENT)
+                    ? ": a percentage has no currency; the kind amount does"
+                    : ": a number has no unit; the kinds amount and percent do");
+  } else if (number.refusal == Refusal::other_currency) {
+    message << ": another currency than " << layout->currency
+            << "? currency=CODE is another, currency=any reads all";
+  } else if (number.refusal == Refusal::unit_missing && layout->is(JWNLS_PERCENT)) {
+    message << "; percent-sign=optional reads it";
+  }
+}
+
 void tell_refusal(const jwnls_layout* layout, std::string_view text, const ScannedNumber& number,
                   Message& message) {
   if (number.at > 0 && number.at < text.size()) {
@@ -89,6 +111,7 @@ void tell_refusal(const jwnls_layout* layout, std::string_view text, const Scann
     message << "it ends too early";
   }
   if (const char* reason = reason_of(number.refusal)) message << ": " << reason;
+  tell_unit(layout, number, message);
   if (number.refusal == Refusal::foreign_group)
     tell_any_groups(layout->number.syntax, text, message);
   tell_sample(layout, message);

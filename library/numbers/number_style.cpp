@@ -73,9 +73,10 @@ std::string without_symbol(std::string affix) {
   for (const std::string_view blank : {no_break_blank, narrow_blank, std::string_view(" ")}) {
     const std::size_t before = at >= blank.size() ? at - blank.size() : affix.npos;
     if (affix.compare(at, blank.size(), blank) == 0) {
-      affix.erase(at, blank.size());
-    } else if (before != affix.npos && affix.compare(before, blank.size(), blank) == 0) {
-      affix.erase(before, blank.size());
+      return affix.erase(at, blank.size());
+    }
+    if (before != affix.npos && affix.compare(before, blank.size(), blank) == 0) {
+      return affix.erase(before, blank.size());
     }
   }
   return affix;
@@ -96,12 +97,6 @@ AffixText affix_of(std::string affix, bool is_prefix, const CurrencySymbol* symb
   }
   put_text(affix, out);
   return out;
-}
-
-int kind_index(int kind, const Options& options) {
-  if (kind == JWNLS_PERCENT) return JW_LAYOUT_PERCENT;
-  if (kind != JWNLS_AMOUNT) return JW_LAYOUT_NUMBER;
-  return options.accounting != 0 ? JW_LAYOUT_ACCOUNTING : JW_LAYOUT_AMOUNT;
 }
 
 void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Options& options,
@@ -157,11 +152,17 @@ void find_direct_ways(const NumberData& data, std::string_view decimal, std::str
 
 }  // namespace
 
+int layout_kind(int kind, const Options& options) noexcept {
+  if (kind == JWNLS_PERCENT) return JW_LAYOUT_PERCENT;
+  if (kind != JWNLS_AMOUNT) return JW_LAYOUT_NUMBER;
+  return options.accounting != 0 ? JW_LAYOUT_ACCOUNTING : JW_LAYOUT_AMOUNT;
+}
+
 NumberStyle number_style(const NumberData& data, int kind, const Options& options,
                          const CurrencyData* currency, LocaleHandle* handle) {
   NumberStyle style;
   const NumberSymbols& symbols = options.digits == digits_own ? data.own : data.latin;
-  const int index = kind_index(kind, options);
+  const int index = layout_kind(kind, options);
   KindData own_kind = symbols.kinds[index];
   if (index == JW_LAYOUT_AMOUNT && currency != nullptr &&
       (currency->positive.prefix + currency->positive.suffix).find(currency_sign) !=

@@ -71,6 +71,9 @@ struct NumberStyle {
   AffixText infinity;
 };
 
+/// Which kind of the layout data a layout writes: JW_LAYOUT_NUMBER ...
+[[nodiscard]] int layout_kind(int kind, const Options& options) noexcept;
+
 /// Of a kind of jwnls.h; `currency` is the amount's, of other kinds null. Throws bad_alloc.
 [[nodiscard]] NumberStyle number_style(const NumberData& data, int kind, const Options& options,
                                        const CurrencyData* currency, LocaleHandle* handle);

@@ -1,5 +1,6 @@
 #include "library/numbers/number_syntax.h"
 
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -12,10 +13,10 @@ namespace {
 
 constexpr std::uint32_t bit(Separator separator) { return 1U << static_cast<unsigned>(separator); }
 
-// Nothing of more than three bytes.
+// Nothing of more than four bytes.
 SymbolBytes bytes_of(std::string_view text) {
   SymbolBytes symbol;
-  if (text.size() > 3) return symbol;
+  if (text.size() > 4) return symbol;
   symbol.length = static_cast<std::uint8_t>(text.size());
   for (unsigned i = 0; i < symbol.length; ++i) {
     symbol.bytes |= std::uint32_t{static_cast<unsigned char>(text[i])} << (8 * i);
@@ -99,10 +100,50 @@ QuickSyntax quick_syntax(const Symbols& symbols, std::string_view minus,
   return quick;
 }
 
+// False where it is longer.
+bool put_affix(std::string_view text, AffixBytes& affix) {
+  if (text.size() > sizeof affix.bytes) return false;
+  constexpr char ones[] = "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF";
+  std::memcpy(affix.bytes, text.data(), text.size());
+  std::memcpy(affix.mask, ones, text.size());
+  affix.length = static_cast<std::uint8_t>(text.size());
+  return true;
+}
+
+QuickAffixes quick_affixes(const NumberStyle& style) {
+  QuickAffixes affixes;
+  affixes.usable = true;
+  for (int i = 0; i < 2; ++i) {
+    affixes.usable = put_affix(style.prefix[i].text<char>(), affixes.prefix[i]) &&
+                     put_affix(style.suffix[i].text<char>(), affixes.suffix[i]) && affixes.usable;
+  }
+  return affixes;
+}
+
+void put_units(int kind, const Options& options, const CurrencyData* currency,
+               const LocaleRecord& record, const NumberStyle& style, NumberSyntax& syntax) {
+  if (kind == JWNLS_PERCENT) {
+    syntax.unit = UnitKind::percent;
+    syntax.unit_required = options.percent_sign == percent_sign_required;
+  } else if (currency != nullptr) {
+    syntax.unit = UnitKind::currency;
+    syntax.unit_required = options.unit == unit_required;
+    syntax.any_fraction = options.fraction == fraction_any;
+    syntax.credit = options.credit;
+    syntax.currency_decimals = currency->decimals;
+    syntax.units = unit_names(*currency, options, record);
+  }
+  syntax.affixes = quick_affixes(style);
+  if (syntax.unit == UnitKind::currency && syntax.unit_required && options.symbol == symbol_none) {
+    syntax.affixes.usable = false;
+  }
+}
+
 }  // namespace
 
 NumberSyntax number_syntax(const NumberData& data, int kind, const Options& options,
-                           const CurrencyData* currency, const LocaleRecord& /*record*/) {
+                           const CurrencyData* currency, const LocaleRecord& record,
+                           const NumberStyle& style) {
   NumberSyntax syntax;
   const Symbols symbols = symbols_of(data, currency);
   const bool integers = kind == JWNLS_INTEGER;
@@ -118,10 +159,10 @@ NumberSyntax number_syntax(const NumberData& data, int kind, const Options& opti
       ((group_bit(symbols.group) | group_bit(symbols.other_group)) & bit(other)) == 0) {
     syntax.other_decimal = other;
   }
-  const KindData* const kinds = data.latin.kinds;
-  syntax.sizes[0] = kinds[JW_LAYOUT_NUMBER].sizes;
-  syntax.sizes[1] = kinds[JW_LAYOUT_AMOUNT].sizes;
-  if (kind == JWNLS_AMOUNT) std::swap(syntax.sizes[0], syntax.sizes[1]);
+  const NumberSymbols& written = options.digits == digits_own ? data.own : data.latin;
+  syntax.sizes[0] = written.kinds[layout_kind(kind, options)].sizes;
+  syntax.sizes[1] = data.latin.kinds[JW_LAYOUT_NUMBER].sizes;
+  syntax.sizes[2] = data.latin.kinds[JW_LAYOUT_AMOUNT].sizes;
   // Who groups nothing is still read where others group by three.
   for (GroupSizes& sizes : syntax.sizes) {
     if (sizes.primary == 0) sizes = {3, 3};
@@ -132,6 +173,10 @@ NumberSyntax number_syntax(const NumberData& data, int kind, const Options& opti
   syntax.fraction = !integers;
   syntax.triangle_minus = data.triangle_minus;
   syntax.module_missing = options.missing == missing_module;
+  if (kind == JWNLS_AMOUNT || kind == JWNLS_PERCENT) {
+    put_units(kind, options, currency, record, style, syntax);
+    syntax.exponent = false;
+  }
   syntax.quick = quick_syntax(symbols, data.latin.minus, syntax);
   return syntax;
 }

@@ -5,18 +5,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "library/layouts/options.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/characters.h"
+#include "library/numbers/number_style.h"
+#include "library/numbers/unit_names.h"
 #include "library/texts/longest_text.h"
 
 namespace jwnls::library {
 
-/// Longer texts are refused before anything is looked at.
-
-/// A symbol as the quick scanner compares it: up to three bytes of UTF-8.
+/// A symbol as the quick scanner compares it: up to four bytes of UTF-8.
 struct SymbolBytes {
   std::uint32_t bytes = 0;  // little-endian
   std::uint32_t mask = 0;   // of the bytes in use
@@ -36,20 +37,43 @@ struct QuickSyntax {
   bool masks = true;  // texts are tried by masks first
 };
 
+/// What stands around a number beside signs.
+enum class UnitKind : std::uint8_t { none, currency, percent };
+
+/// An affix as the quick reader compares it: up to sixteen bytes of UTF-8.
+struct AffixBytes {
+  std::uint64_t bytes[2] = {};
+  std::uint64_t mask[2] = {};
+  std::uint8_t length = 0;
+};
+
+/// What the layout itself writes around the digits of an amount or a percentage.
+struct QuickAffixes {
+  AffixBytes prefix[2], suffix[2];  // of what is not negative, of what is
+  bool usable = false;
+};
+
 struct NumberSyntax {
   char32_t decimal_character = U'.';
   char32_t group_character = 0;               // 0: none
   Separator decimal = Separator::point;       //
   Separator other_decimal = Separator::none;  // taken too: of the number, in an amount
   std::uint32_t own_groups = 0;               // bit sets of separators
-  GroupSizes sizes[2] = {};                   // that are taken: of numbers and of amounts
+  GroupSizes sizes[3] = {};                   // that are taken: the layout's own first
   std::uint8_t groups = groups_locale;        // Groups
   bool signs_anywhere = false;                // signs=any
   bool exponent = true;                       //
   bool fraction = true;                       //
   bool triangle_minus = false;                //
   bool module_missing = false;                // "." and ".A" are missing values
+  UnitKind unit = UnitKind::none;
+  bool unit_required = false;
+  bool any_fraction = false;            // fraction=any
+  std::uint8_t credit = credit_refuse;  // Credit
+  int currency_decimals = 2;
+  std::vector<UnitName> units;
   QuickSyntax quick;
+  QuickAffixes affixes;
 
   [[nodiscard]] bool is_own(Separator separator) const noexcept {
     return (own_groups >> static_cast<unsigned>(separator) & 1U) != 0;
@@ -68,7 +92,8 @@ struct NumberSyntax {
 
 /// Of a kind of jwnls.h; `currency` is the amount's, of other kinds null. Throws bad_alloc.
 [[nodiscard]] NumberSyntax number_syntax(const NumberData& data, int kind, const Options& options,
-                                         const CurrencyData* currency, const LocaleRecord& record);
+                                         const CurrencyData* currency, const LocaleRecord& record,
+                                         const NumberStyle& style);
 
 }  // namespace jwnls::library
 

@@ -243,4 +243,57 @@ bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t 
   return true;
 }
 
+namespace {
+
+bool begins_with(const AffixBytes& affix, const char* text, std::size_t length) {
+  if (affix.length > length) return false;
+  if (affix.length == 0) return true;
+  std::uint64_t word[2] = {};
+  if (length >= sizeof word) {
+    std::memcpy(word, text, sizeof word);
+  } else {
+    for (unsigned i = 0; i < affix.length; ++i) {
+      word[i / 8] |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * (i % 8));
+    }
+  }
+  return (((word[0] ^ affix.bytes[0]) & affix.mask[0]) |
+          ((word[1] ^ affix.bytes[1]) & affix.mask[1])) == 0;
+}
+
+bool ends_with(const AffixBytes& affix, const char* text, std::size_t length) {
+  if (affix.length > length) return false;
+  const char* const at = text + length - affix.length;
+  // The last bytes are compared from their beginning, so that no text may end in front of them.
+  for (unsigned i = 0; i < affix.length; ++i) {
+    if (static_cast<unsigned char>(at[i]) != (affix.bytes[i / 8] >> (8 * (i % 8)) & 0xFF)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+bool scan_between_affixes(const NumberSyntax& syntax, const char* text, std::size_t length,
+                          QuickNumber& number) noexcept {
+  const QuickAffixes& affixes = syntax.affixes;
+  if (!affixes.usable || length > longest_text) return false;
+  for (const bool negative : {true, false}) {
+    const AffixBytes& prefix = affixes.prefix[negative];
+    const AffixBytes& suffix = affixes.suffix[negative];
+    const std::size_t around = std::size_t{prefix.length} + suffix.length;
+    if (around >= length || !begins_with(prefix, text, length) ||
+        !ends_with(suffix, text, length)) {
+      continue;
+    }
+    if (!scan_quickly(syntax.quick, text + prefix.length, length - around, number)) continue;
+    // A second sign, or what the currency's decimals decide, is the full reader's matter.
+    const bool three_decimals = number.decimals == 3 && (number.facts & JWNLS_TWO_WAYS) != 0;
+    if (number.negative || (three_decimals && syntax.unit == UnitKind::currency)) return false;
+    number.negative = negative;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace jwnls::library

@@ -34,6 +34,11 @@ struct QuickNumber {
          scan_by_character(syntax, text, length, number);
 }
 
+/// Of an amount or a percentage, written as the layout itself does; its value still counts the
+/// places of the percentage.
+[[nodiscard]] bool scan_between_affixes(const NumberSyntax& syntax, const char* text,
+                                        std::size_t length, QuickNumber& number) noexcept;
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_NUMBERS_QUICK_SCAN_H_

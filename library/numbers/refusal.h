@@ -17,6 +17,11 @@ enum class Refusal : std::uint8_t {
   sign_behind,          // "5-" without signs=any
   parenthesis,          // "(5)" without signs=any, or not in a pair
   unit_not_allowed,     // "5 €" in a number
+  unit_missing,         // of an amount with unit=required, of a percentage
+  two_units,            //
+  other_currency,       // another than the layout's
+  credit,               // CR or DR, with credit=refuse
+  three_decimals,       // of an amount in a currency that has not three
   groups_not_allowed,   // a group symbol, with groups=none
   group_size,           //
   foreign_group,        // one group by a symbol that may be a decimal symbol elsewhere

@@ -1,6 +1,7 @@
 #include "library/numbers/scan_number.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "include/jwnls/jwnls.h"
 #include "library/texts/utf8.h"
@@ -56,18 +57,7 @@ class NumberScanner {
     skip_pad();
     if (ended()) return refuse(Refusal::blank);
     if (syntax_.module_missing && scan_missing()) return;
-    const bool parenthesis = c_ == U'(';
-    if (parenthesis) {
-      if (!syntax_.signs_anywhere) return refuse(Refusal::parenthesis);
-      advance();
-      skip_pad();
-      number_.negative = true;
-    }
-    bool has_sign = false;
-    if (!scan_sign(has_sign)) return;
-    if (has_sign && parenthesis) return refuse(Refusal::two_signs);
-    if (!scan_core() || !scan_exponent()) return;
-    scan_end(parenthesis, has_sign);
+    if (scan_front() && scan_core() && scan_exponent() && scan_back()) check_whole();
   }
 
  private:
@@ -146,14 +136,72 @@ class NumberScanner {
     return true;
   }
 
-  bool scan_sign(bool& has_sign) {
-    const char sign = sign_of(c_, syntax_.triangle_minus);
-    if (sign == '\0') return true;
-    has_sign = true;
-    number_.negative = number_.negative || sign == '-';
+  [[nodiscard]] bool has_units() const { return syntax_.unit != UnitKind::none; }
+
+  // A sign, where one stands; of all the text has one, or a pair of parentheses, or nothing.
+  bool scan_sign(char sign) {
+    if (has_sign_ || opened_) return no(Refusal::two_signs);
+    has_sign_ = true;
+    number_.negative = sign == '-';
     advance();
-    skip_pad();
-    return sign_of(c_, syntax_.triangle_minus) == '\0' || no(Refusal::two_signs);
+    return true;
+  }
+
+  // Signs, parenthesis and unit in front of the digits.
+  bool scan_front() {
+    while (true) {
+      skip_pad();
+      if (const char sign = sign_of(c_, syntax_.triangle_minus); sign != '\0') {
+        if (!scan_sign(sign)) return false;
+      } else if (c_ == U'(') {
+        if (has_sign_) return no(Refusal::two_signs);
+        if (opened_ || !(has_units() || syntax_.signs_anywhere)) return no(Refusal::parenthesis);
+        opened_ = true;
+        number_.negative = true;
+        advance();
+      } else if (!scan_unit()) {
+        return number_.refusal == Refusal::none;
+      }
+    }
+  }
+
+  // The unit, where one stands: false where none does, and where it is refused.
+  bool scan_unit() {
+    if (!has_units() || ended()) return false;
+    std::size_t bytes = bytes_;
+    if (syntax_.unit == UnitKind::percent) {
+      const int power = percent_power(c_);
+      if (power == 0) return false;
+      if (units_++ != 0) return no(Refusal::two_units);
+      unit_power_ = power;
+    } else {
+      const UnitName* const unit =
+          match_unit(syntax_.units, text_.substr(at_), syntax_.decimal_character, bytes);
+      if (unit == nullptr) return false;
+      if (units_ == 2 || (units_ == 1 && unit->code != number_.currency)) {
+        return no(Refusal::two_units);
+      }
+      ++units_;
+      unit->code.copy(number_.currency, sizeof number_.currency - 1);
+      currency_decimals_ = unit->decimals;
+    }
+    at_ += bytes;
+    look();
+    return true;
+  }
+
+  // What stands where nothing of the layout does: something that means a unit?
+  [[nodiscard]] Refusal unit_refusal(Refusal otherwise) const {
+    const auto is_letter = [this](std::size_t i) {
+      const char c = at_ + i < text_.size() ? text_[at_ + i] : '\0';
+      return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    };
+    if (syntax_.unit != UnitKind::currency) {
+      return is_unit(c_) ? Refusal::unit_not_allowed : otherwise;
+    }
+    if (percent_power(c_) != 0) return Refusal::unit_not_allowed;
+    const bool is_code = is_letter(0) && is_letter(1) && is_letter(2) && !is_letter(3);
+    return is_unit(c_) || is_code ? Refusal::other_currency : otherwise;
   }
 
   // The digits that stand here, at the end of number_.text.
@@ -175,19 +223,21 @@ class NumberScanner {
     const bool has_decimal = !ended() && syntax_.is_decimal(separator());
     const std::size_t integers = number_.digits;
     if (integers == 0 && !(has_decimal && digit_behind())) {
-      return no(is_unit(c_) ? Refusal::unit_not_allowed : Refusal::no_number);
+      return no(unit_refusal(Refusal::no_number));
     }
     if (has_decimal && !syntax_.fraction) return no(Refusal::fraction_of_integer);
     if (!check_groups(groups, has_decimal)) return false;
     if (has_decimal) {
       advance();
-      if (!scan_digits(number_.decimals) || !check_behind_fraction()) return false;
+      if (!scan_digits(number_.decimals)) return false;
+      if (!scan_dash(integers) && !check_behind_fraction()) return false;
     }
     const bool two_ways =
         groups.count != 0
             ? groups.count == 1 && !has_decimal && groups.separator != Separator::blank
             : has_decimal && number_.decimals == 3 && integers >= 1 && integers <= 3 &&
                   number_.text[0] != '0';
+    ambiguous_fraction_ = two_ways && has_decimal;
     const bool marked = groups.count != 0 || has_decimal;
     number_.facts = two_ways ? JWNLS_TWO_WAYS : marked ? JWNLS_DECIDES : 0;
     return true;
@@ -231,15 +281,28 @@ class NumberScanner {
       const bool by_three = sizes.secondary != sizes.primary && certain;
       return groups.fit(sizes) || (by_three && groups.fit({sizes.primary, sizes.primary}));
     };
-    const bool sized = fits(syntax_.sizes[0]) || fits(syntax_.sizes[1]);
+    const bool sized = std::any_of(std::begin(syntax_.sizes), std::end(syntax_.sizes), fits);
     if (!own && !certain && !(any && sized)) {
       return no(sized ? Refusal::foreign_group : Refusal::foreign_decimal, groups.first_at);
     }
     if (number_.text[0] == '0') return no(Refusal::group_led_by_zero, groups.first_at);
     if (sized) return true;
     const bool last_fits =
-        groups.last == syntax_.sizes[0].primary || groups.last == syntax_.sizes[1].primary;
+        std::any_of(std::begin(syntax_.sizes), std::end(syntax_.sizes),
+                    [&groups](GroupSizes sizes) { return groups.last == sizes.primary; });
     return no(Refusal::group_size, last_fits ? groups.first_at : groups.last_at);
+  }
+
+  // "12,-": a dash, or two, in place of decimals.
+  bool scan_dash(std::size_t integers) {
+    if (syntax_.unit != UnitKind::currency || integers == 0 || number_.decimals != 0 ||
+        !is_dash(c_) || text_.substr(at_, 3) == "---") {
+      return false;
+    }
+    const bool twice = c_ == U'-' && text_.substr(at_, 2) == "--";
+    advance();
+    if (twice) advance();
+    return true;
   }
 
   // What may not follow decimals: a second decimal symbol, or groups.
@@ -255,7 +318,7 @@ class NumberScanner {
   }
 
   bool scan_exponent() {
-    if (c_ != U'e' && c_ != U'E') return true;
+    if (has_units() || (c_ != U'e' && c_ != U'E')) return true;
     const std::size_t letter_at = at_;
     if (!syntax_.exponent) return no(Refusal::exponent);
     advance();
@@ -272,26 +335,65 @@ class NumberScanner {
     return true;
   }
 
-  void scan_end(bool parenthesis, bool has_sign) {
+  // Parenthesis, signs and unit behind the digits, up to the end of the text.
+  bool scan_back() {
     const std::size_t end_of_core = at_;
-    skip_pad();
-    if (parenthesis) {
-      if (c_ != U')' || has_exponent_) return refuse(Refusal::parenthesis);
-      advance();
+    while (true) {
       skip_pad();
-    } else if (const char sign = sign_of(c_, syntax_.triangle_minus); sign != '\0') {
-      if (has_sign) return refuse(Refusal::two_signs, end_of_core);
-      if (!syntax_.signs_anywhere || has_exponent_) {
-        return refuse(Refusal::sign_behind, end_of_core);
+      if (ended()) return true;
+      if (c_ == U')') {
+        if (!opened_ || closed_ || has_exponent_) return no(Refusal::parenthesis);
+        closed_ = true;
+        advance();
+      } else if (const char sign = sign_of(c_, syntax_.triangle_minus); sign != '\0') {
+        if (has_sign_ || opened_) return no(Refusal::two_signs, end_of_core);
+        if (!(has_units() || syntax_.signs_anywhere) || has_exponent_) {
+          return no(Refusal::sign_behind, end_of_core);
+        }
+        if (!scan_sign(sign)) return false;
+      } else if (!scan_unit() && !scan_credit()) {
+        return number_.refusal == Refusal::none && refuse_rest(end_of_core);
       }
-      number_.negative = sign == '-';
-      advance();
-      skip_pad();
     }
-    if (ended()) return;
-    const bool unit = is_unit(c_);
+  }
+
+  bool refuse_rest(std::size_t end_of_core) {
+    const bool exponent = has_units() && (c_ == U'e' || c_ == U'E') && digit_behind();
+    const Refusal refusal = exponent ? Refusal::exponent : unit_refusal(Refusal::trailing);
     while (!ended()) advance();  // whether all of it is UTF-8
-    refuse(unit ? Refusal::unit_not_allowed : Refusal::trailing, end_of_core);
+    return no(refusal, end_of_core);
+  }
+
+  // "CR" or "DR" at the end of an amount: banks and ledgers mean opposite signs.
+  bool scan_credit() {
+    if (syntax_.unit != UnitKind::currency) return false;
+    const std::string_view rest = text_.substr(at_);
+    const auto small = [rest](std::size_t i) { return i < rest.size() ? rest[i] | 0x20 : 0; };
+    const bool credit = small(0) == 'c';
+    if ((!credit && small(0) != 'd') || small(1) != 'r') return false;
+    const std::size_t dot = rest.substr(2, 1) == "." ? 1 : 0;
+    if (small(2 + dot) >= 'a' && small(2 + dot) <= 'z') return false;
+    if (syntax_.credit == credit_refuse) return no(Refusal::credit);
+    const bool minus = credit == (syntax_.credit == credit_minus);
+    if (has_sign_ || opened_) return no(Refusal::two_signs);
+    has_sign_ = true;
+    number_.negative = minus;
+    at_ += 2 + dot;
+    look();
+    return true;
+  }
+
+  // What no single place shows.
+  void check_whole() {
+    if (opened_ != closed_) return refuse(Refusal::parenthesis);
+    if (!has_units()) return;
+    if (syntax_.unit_required && units_ == 0) return refuse(Refusal::unit_missing);
+    const int decimals = units_ != 0 ? currency_decimals_ : syntax_.currency_decimals;
+    if (syntax_.unit == UnitKind::currency && ambiguous_fraction_ && decimals != 3 &&
+        !syntax_.any_fraction) {
+      return refuse(Refusal::three_decimals);
+    }
+    if (syntax_.unit == UnitKind::percent) number_.exponent -= unit_power_;
   }
 
   const NumberSyntax& syntax_;
@@ -304,6 +406,13 @@ class NumberScanner {
   bool valid_ = true;      // what was looked at is UTF-8, or else where it is not
   std::size_t invalid_at_ = 0;
   bool has_exponent_ = false;
+  bool has_sign_ = false;
+  bool opened_ = false;  // a parenthesis
+  bool closed_ = false;
+  bool ambiguous_fraction_ = false;  // three decimals that may be a group
+  int units_ = 0;
+  int unit_power_ = 2;  // of percentages, also without their sign
+  int currency_decimals_ = 0;
 };
 
 }  // namespace

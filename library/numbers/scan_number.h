@@ -7,6 +7,13 @@
 //   exponent = ( "e" | "E" ) [ "-" | "+" ] digits
 //   pad      = { blank | mark }               also between sign and core
 //
+// Amounts and percentages, with pads between all of it, at most one sign or pair of parentheses, a
+// unit or twice the same one (of percentages one), and no exponent:
+//
+//   body     = [s] [u] [s] core [s] [u] [s] | "(" [u] core [u] ")" | u "(" core ")" | "(" core ")"
+//   u core     = as above | of amounts also  digits D dash        "12,- €" u        = the
+//   currency's symbol, narrow symbol or ISO code, or the percent sign
+//
 // A group symbol of another locale counts where it cannot be a decimal symbol: twice, or in front
 // of the locale's own decimal symbol.
 
@@ -30,6 +37,7 @@ struct ScannedNumber {
   std::size_t at = 0;        // bytes that fit, of what is refused
   std::size_t digits = 0;    // in `text`
   std::size_t decimals = 0;  // of them behind the decimal symbol
+  char currency[4] = {};     // of the unit that the text names; "": none
   int exponent = 0;          // within 100,000 of 0, whatever the text says
   char text[longest_text];   // ASCII digits
 };

@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/locales/locale_names.h"
@@ -78,6 +79,24 @@ std::string written(const jwnls_layout* layout, double value) {
   return {text, length};
 }
 
+// Written with the decimals that the layout writes, read back to the same decimal.
+void expect_read_back(const jwnls_layout* layout, double value, const std::string& text) {
+  char decimal[100];
+  char again[200];
+  std::size_t length = 0;
+  std::size_t written_again = 0;
+  ASSERT_EQ(jwnls_read_decimal(layout, text.data(), text.size(), decimal, sizeof decimal, &length,
+                               nullptr, nullptr),
+            JWNLS_OK)
+      << text;
+  ASSERT_EQ(jwnls_write_decimal(layout, decimal, length, again, sizeof again, &written_again),
+            JWNLS_OK);
+  EXPECT_EQ(std::string_view(again, written_again), text);
+  double read = 0;
+  ASSERT_EQ(jwnls_read_number(layout, text.data(), text.size(), &read, nullptr), JWNLS_OK) << text;
+  EXPECT_NEAR(read, value, 0.5000001) << text;  // yen have no decimals
+}
+
 TEST(IcuNumbers, EveryLocaleWritesWhatIcuWrites) {
   const std::vector<std::string> locales = locale_names();
   EXPECT_EQ(locales.size(), 805U);
@@ -92,6 +111,7 @@ TEST(IcuNumbers, EveryLocaleWritesWhatIcuWrites) {
         for (const double value : values) {
           const std::string text = written(layout.get(), value);
           const std::string expected = icu_text(icu, value);
+          expect_read_back(layout.get(), value, text);
           if (text == expected) continue;
           different.insert(name);
           if (kind.exceptions.count(name) != 0) continue;
@@ -122,6 +142,7 @@ TEST(IcuNumbers, EveryLocaleWritesCurrenciesAsIcuDoes) {
         for (const double value : {1234.5, -1234.5}) {
           const std::string text = written(layout.get(), value);
           const std::string expected = icu_text(with_width, value);
+          expect_read_back(layout.get(), value, text);
           ++texts;
           same += text == expected ? 1 : 0;
           if (texts - same < 20) {
