@@ -109,6 +109,7 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   const auto is_letter_of_it = [](char each) { return is_letter(each); };
   const bool has_words = std::any_of(marks[1].begin(), marks[1].end(), is_letter_of_it) ||
                          std::any_of(marks[2].begin(), marks[2].end(), is_letter_of_it);
+  layout.months_are_numbers = layout.months_are_numbers || has_words;
   const std::string order = order_of(pattern);
   const bool month_first = order.find('m') < order.find('d');
   for (const auto& each : {written, marks}) {

@@ -44,6 +44,7 @@ struct DateLayout {
   const char* calendar = nullptr;      // another one that the locale's people count years by
   std::int32_t century = 1960;         // the first year that two digits stand for
   std::vector<OwnMarks> own_marks;
+  bool months_are_numbers = false;           // with words around them, as in Japanese
   std::array<std::string_view, 4> ordinals;  // that may follow a day: "st", "nd"; folded
 
   // Datetimes.

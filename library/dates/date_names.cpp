@@ -85,14 +85,24 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
   return size;
 }
 
+// Marks the runs of letters with which names of several words begin; those that are no names
+// themselves are entered without a meaning.
 void DateNames::mark_longer() {
-  for (const Entry& longer : entries_) {
-    const std::string_view name = text_of_entry(longer);
-    if (std::all_of(name.begin(), name.end(), is_letter)) continue;
-    for (Entry& each : entries_) {
-      const std::string_view begin = text_of_entry(each);
-      const bool begins = begin.size() < name.size() && name.substr(0, begin.size()) == begin;
-      if (begins && !is_letter(name[begin.size()])) each.meaning.begins_longer = true;
+  const std::size_t known = entries_.size();
+  for (std::size_t i = 0; i < known; ++i) {
+    const std::string name(text_of_entry(entries_[i]));
+    for (std::size_t at = 1; at < name.size(); ++at) {
+      if (is_letter(name[at])) continue;
+      const std::string_view begin = std::string_view(name).substr(0, at);
+      const auto same = [&](const Entry& each) { return text_of_entry(each) == begin; };
+      const auto found = std::find_if(entries_.begin(), entries_.end(), same);
+      NameMeaning meaning;
+      meaning.begins_longer = true;
+      if (found != entries_.end()) {
+        found->meaning.begins_longer = true;
+      } else {
+        add_entry(begin, meaning);
+      }
     }
   }
 }
@@ -122,7 +132,8 @@ const NameMeaning* DateNames::longest_at(std::string_view text, std::size_t& siz
   const auto byte = static_cast<unsigned char>(text.front());
   for (std::size_t i = first_of_[byte]; i < first_of_[byte + 1]; ++i) {
     const std::string_view name = text_of_entry(entries_[i]);
-    if (text.substr(0, name.size()) != name) continue;
+    const NameMeaning& meaning = entries_[i].meaning;
+    if (text.substr(0, name.size()) != name || !(meaning.is_name() || meaning.word)) continue;
     // Not inside a word; scripts whose characters take three bytes write words without blanks.
     const char next = name.size() < text.size() ? text[name.size()] : ' ';
     const bool inside = (next >= 'a' && next <= 'z') || (static_cast<unsigned char>(next) >= 0xC0 &&

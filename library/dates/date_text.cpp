@@ -8,9 +8,18 @@
 namespace jwnls::library {
 namespace {
 
-constexpr bool is_ascii(std::string_view text) noexcept {
-  for (const char each : text) {
-    if (static_cast<unsigned char>(each) >= 0x80) return false;
+// Whether the quick way sees in a text what the full way sees: ASCII, letters of two bytes and
+// U+00A0.
+bool is_plain(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    if (lead < 0x80) continue;
+    if (lead < 0xC2 || lead >= 0xE0 || at + 1 == text.size()) return false;
+    const auto next = static_cast<unsigned char>(text[++at]);
+    if ((next & 0xC0) != 0x80) return false;
+    const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | (next & 0x3FU)];
+    const bool is_one = folded >= 0x80 ? folded < 0x800 : folded >= 'a' && folded <= 'z';
+    if (!is_one && !is_no_break_blank(text.substr(at - 1))) return false;
   }
   return true;
 }
@@ -25,6 +34,7 @@ class QuickLookUp {
     folded_size_ = 0;
     std::memset(folded_, 0, 8);
     std::size_t at = 0;
+    bool is_one_word = true;  // in a script that writes blanks between words
     while (at < rest.size() && folded_size_ + 4 <= sizeof folded_) {
       const char each = rest[at];
       if (static_cast<unsigned char>((each | 0x20) - 'a') < 26) {
@@ -34,21 +44,24 @@ class QuickLookUp {
         if (is_no_break_blank(rest.substr(at))) break;
         const std::size_t bytes = fold_letter(rest.substr(at));
         if (bytes == 0) return {};
+        is_one_word = is_one_word && bytes == 2;
         at += bytes;
       } else if (at > 0 && end_of_run(rest.substr(0, at + 2), at) > at) {
         folded_[folded_size_++] = each;
+        is_one_word = false;
         ++at;
       } else {
         break;
       }
     }
+    if (at == 0 || folded_size_ + 4 > sizeof folded_) return {};
     const std::string_view folded(folded_, folded_size_);
     std::uint64_t key;
     std::memcpy(&key, folded_, 8);
     const NameMeaning* const meaning = layout_.names->find(key, folded);
-    // The full way knows names of several words, and beginnings of runs.
-    const bool is_whole = meaning != nullptr ? !meaning->begins_longer : is_ordinal(folded);
-    return is_whole ? Word{at, folded, meaning} : Word{};
+    // The full way knows names of several words, and names that a part of a run is.
+    if (meaning != nullptr) return meaning->begins_longer ? Word{} : Word{at, folded, meaning};
+    return is_one_word || is_ordinal(folded) ? Word{at, folded, nullptr} : Word{};
   }
 
   [[nodiscard]] static bool knows(std::string_view gap) noexcept {
@@ -186,12 +199,11 @@ DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
   DateRead plain;
   if (read_plain_numbers(layout, text, plain)) return plain;
   DateRead named;
-  if (read_named_date(layout, text, named)) return named;
+  if (!layout.months_are_numbers && read_named_date(layout, text, named)) return named;
   QuickLookUp look_up(layout);
   DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
-  // Digits of other scripts, blanks and marks beyond ASCII are not seen by the quick way, nor are
-  // names with digits.
-  if (read.refusal != Refusal::none && (!is_ascii(text) || layout.names->has_numbered())) {
+  // The quick way does not see names with digits.
+  if (read.refusal != Refusal::none && (layout.names->has_numbered() || !is_plain(text))) {
     read.refusal = Refusal::undecided;
   }
   return read;

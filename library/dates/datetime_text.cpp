@@ -1,6 +1,7 @@
 // Datetimes and instants: a date, a joint and a time of day, maybe with an offset from UTC.
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 #include "include/jwnls/jwnls.h"
@@ -152,6 +153,7 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
                        Clock& clock) noexcept {
   std::size_t at = colon;
   while (at > 0 && is_digit(text[at - 1])) --at;
+  if (at == colon) return false;  // it stands before the time, as in Nepali
   const std::string_view front = trimmed(text.substr(0, at));
   for (const std::string& half : layout.dates->day_halves) {
     if (!half.empty() && front.size() > half.size() &&
@@ -162,7 +164,8 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
   for (;;) {
     if (at == 0) return false;
     if (read_at(layout, text, at, clock)) return true;
-    if (is_digit(text[at - 1])) return false;
+    // Behind a date there is no other place for the time.
+    if (is_digit(text[at - 1]) || clock.date.refusal == Refusal::no_such_time) return false;
     do {
       --at;
     } while (at > 0 && !is_digit(text[at - 1]) &&
@@ -195,26 +198,55 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& cl
   return found;
 }
 
+// What is known of a text after a quick look.
+enum class Look : std::uint8_t { read, refused, unknown };
+
+Look look_at_date(const jwnls_layout& layout, std::string_view text, std::int64_t seconds,
+                  Clock& clock) noexcept {
+  const DateRead date = quick_date(*layout.dates, text);
+  switch (date.refusal) {
+    case Refusal::none:
+      put_together(date, seconds * microseconds_per_second, clock);
+      return Look::read;
+    case Refusal::no_such_date:
+    case Refusal::years:
+    case Refusal::weekday:
+    case Refusal::year_last:
+    case Refusal::short_year:
+      clock.date = date;
+      return Look::refused;
+    default:
+      return Look::unknown;
+  }
+}
+
 // The commonest of all: a date, the locale's joint, a blank or a "T", and "14:30" or "14:30:05".
-bool read_plain_time_behind(const jwnls_layout& layout, std::string_view text,
-                            Clock& clock) noexcept {
-  if (text.size() < 12 || text[text.size() - 3] != ':') return false;
-  const std::size_t size = text[text.size() - 6] == ':' ? 8 : 5;
-  std::string_view front = text.substr(0, text.size() - size);
+Look look_for_plain_time(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
+  if (text.size() < 12) return Look::unknown;
   const std::string_view between = layout.dates->joint.between;
-  const auto ends_in = [&front](std::string_view joint) {
-    return front.size() > joint.size() && front.substr(front.size() - joint.size()) == joint;
+  if (layout.dates->joint.time_first) {
+    const std::size_t size = text[5] == ':' ? 8 : 5;
+    const auto seconds = plain_time(text.substr(0, size));
+    std::string_view date = text.substr(size);
+    if (!seconds || date.substr(0, between.size()) != between) return Look::unknown;
+    return look_at_date(layout, date.substr(between.size()), *seconds, clock);
+  }
+  if (text[text.size() - 3] != ':') return Look::unknown;
+  const std::size_t size = text[text.size() - 6] == ':' ? 8 : 5;
+  const auto seconds = plain_time(text.substr(text.size() - size));
+  if (!seconds) return Look::unknown;
+  std::string_view date = text.substr(0, text.size() - size);
+  const auto ends_in = [&date](std::string_view joint) {
+    return date.size() > joint.size() && date.substr(date.size() - joint.size()) == joint;
   };
   if (ends_in(between)) {
-    front.remove_suffix(between.size());
-  } else if (ends_in(" ") || (ends_in("T") && is_digit(front[front.size() - 2]))) {
-    front.remove_suffix(1);
+    date.remove_suffix(between.size());
+  } else if (ends_in(" ") || (ends_in("T") && is_digit(date[date.size() - 2]))) {
+    date.remove_suffix(1);
+  } else {
+    return Look::unknown;
   }
-  const auto seconds = plain_time(text.substr(text.size() - size));
-  if (!seconds || front.size() + size == text.size()) return false;
-  const DateRead date = quick_date(*layout.dates, front);
-  return date.refusal == Refusal::none &&
-         put_together(date, *seconds * microseconds_per_second, clock);
+  return look_at_date(layout, date, *seconds, clock);
 }
 
 // At the joint that the locale writes.
@@ -222,8 +254,12 @@ bool read_at_joint(const jwnls_layout& layout, std::string_view text, Clock& clo
   const DateLayout& dates = *layout.dates;
   const std::string& between = dates.joint.between;
   if (dates.joint.mark.empty() || dates.joint.time_first) return false;
-  const std::size_t at = text.rfind(between);
-  if (at == text.npos) return false;
+  if (text.size() <= between.size()) return false;
+  std::size_t at = text.size() - between.size();
+  while (at > 0 && (text[at] != between.front() || text.substr(at, between.size()) != between)) {
+    --at;
+  }
+  if (at == 0) return false;
   const DateRead date = quick_date(dates, text.substr(0, at));
   if (date.refusal != Refusal::none) return false;
   const auto time = read_time_text(*layout.locale, text.substr(at + between.size()));
@@ -248,18 +284,19 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
 
 Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   Clock clock;
-  if (read_plain_time_behind(layout, text, clock)) return clock;
+  if (look_for_plain_time(layout, text, clock) != Look::unknown) return clock;
   std::int32_t offset_seconds = 0;
   if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
   const bool has_offset = cut_offset(text, offset_seconds);
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');
-  const bool read = read_at_joint(layout, text, clock) ||
-                    (colon != text.npos && !layout.dates->time_first &&
-                     read_before_colon(layout, text, colon, clock)) ||
-                    read_at_blanks(layout, text, clock) ||
-                    (layout.dates->time_first && colon != text.npos &&
-                     read_before_colon(layout, text, colon, clock));
+  const bool read =
+      read_at_joint(layout, text, clock) ||
+      (colon != text.npos && !layout.dates->time_first &&
+       read_before_colon(layout, text, colon, clock)) ||
+      (clock.date.refusal != Refusal::no_such_time && read_at_blanks(layout, text, clock)) ||
+      (layout.dates->time_first && colon != text.npos &&
+       read_before_colon(layout, text, colon, clock));
   clock.has_offset = has_offset;
   clock.offset_seconds = offset_seconds;
   if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;

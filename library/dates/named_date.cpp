@@ -1,6 +1,7 @@
 #include "library/dates/named_date.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -46,6 +47,7 @@ class NamedDate {
       : layout_(layout), text_(text) {}
 
   bool read(DateRead& read) noexcept {
+    if (text_.size() < 8) return false;
     char before = 0;  // '0' for a number, 'a' for a word, '.' and ',' behind them, ' ' for a blank
     while (at_ < text_.size()) {
       switch (beginning()) {
@@ -68,6 +70,11 @@ class NamedDate {
           before = ',';
           break;
         default:
+          if (is_no_break_blank(text_.substr(at_))) {
+            at_ += 2;
+            before = before == ',' ? ',' : ' ';
+            break;
+          }
           if (!take_word()) return false;
           before = 'a';
       }
@@ -95,59 +102,82 @@ class NamedDate {
 
   // A run of letters, folded on the way, with the marks between two letters.
   bool take_word() noexcept {
-    const std::size_t place = at_;
-    std::memset(folded_, 0, 8);
+    const char* const begin = text_.data() + at_;
+    const char* const end = text_.data() + text_.size();
+    const char* at = begin;
     std::size_t size = 0;
-    while (at_ < text_.size()) {
-      if (size + 4 > sizeof folded_) return false;
-      const Begins begins = beginning();
+    std::memset(folded_, 0, 8);
+    while (at < end) {
+      if (size + 8 > sizeof folded_) return false;
+      const Begins begins = beginnings[static_cast<unsigned char>(*at)];
       if (begins == Begins::letter) {
-        folded_[size++] = static_cast<char>(text_[at_++] | 0x20);
+        const std::size_t letters = fold_ascii(at, end, folded_ + size);
+        size += letters;
+        at += letters;
       } else if (begins == Begins::letter_of_2) {
-        if (!fold_letter(size)) return false;
+        if (end - at < 2 || !follows(at[1])) return false;
+        const std::uint16_t folded =
+            folded_letters[(static_cast<unsigned char>(at[0]) & 0x1FU) << 6 |
+                           (static_cast<unsigned char>(at[1]) & 0x3FU)];
+        if (folded >= 0x80 && folded < 0x800) {
+          folded_[size++] = static_cast<char>(0xC0U | folded >> 6);
+          folded_[size++] = static_cast<char>(0x80U | (folded & 0x3FU));
+        } else if (folded >= 'a' && folded <= 'z') {
+          folded_[size++] = static_cast<char>(folded);
+        } else {
+          return false;
+        }
+        at += 2;
       } else if (begins == Begins::letter_of_3) {
-        if (!follows(1) || !follows(2)) return false;
-        std::memcpy(folded_ + size, text_.data() + at_, 3);
+        if (end - at < 3 || !follows(at[1]) || !follows(at[2])) return false;
+        std::memcpy(folded_ + size, at, 3);
         size += 3;
-        at_ += 3;
-      } else if (at_ > place && end_of_run(text_.substr(0, at_ + 2), at_) > at_) {
-        folded_[size++] = text_[at_++];
+        at += 3;
+      } else if (at > begin && (*at == '\'' || ((*at == '.' || *at == '-') && end - at > 1 &&
+                                                is_letter(at[-1]) && is_letter(at[1])))) {
+        folded_[size++] = *at++;
       } else {
         break;
       }
     }
     if (size == 0) return false;
+    const auto place = at_;
+    at_ += static_cast<std::size_t>(at - begin);
     std::uint64_t key;
     std::memcpy(&key, folded_, 8);
     const NameMeaning* const meaning = layout_.names->find(key, {folded_, size});
     // Names of several words are for the full way.
     if (meaning == nullptr || meaning->begins_longer || meaning->two_months) return false;
-    if (!meaning->is_name()) return true;
+    if (!meaning->is_name()) return meaning->word;
     if (found_.count == 2) return false;
     found_.name[found_.count++] = {meaning, numbers_.count, place};
     return true;
   }
 
-  [[nodiscard]] bool follows(std::size_t i) const noexcept {
-    return at_ + i < text_.size() && (static_cast<unsigned char>(text_[at_ + i]) & 0xC0) == 0x80;
+  static bool follows(char byte) noexcept {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
   }
 
-  // Of two bytes, to letters of one or two.
-  bool fold_letter(std::size_t& size) noexcept {
-    if (!follows(1)) return false;
-    const std::uint16_t folded =
-        folded_letters[(static_cast<unsigned char>(text_[at_]) & 0x1FU) << 6 |
-                       (static_cast<unsigned char>(text_[at_ + 1]) & 0x3FU)];
-    if (folded >= 0x80 && folded < 0x800) {
-      folded_[size++] = static_cast<char>(0xC0U | folded >> 6);
-      folded_[size++] = static_cast<char>(0x80U | (folded & 0x3FU));
-    } else if (folded >= 'a' && folded <= 'z') {
-      folded_[size++] = static_cast<char>(folded);
+  // Folds up to eight ASCII letters at once, of a text that has eight bytes at least, and gives how
+  // many there are. Eight bytes are written, zeros behind the letters.
+  [[nodiscard]] std::size_t fold_ascii(const char* at, const char* end, char* out) const noexcept {
+    std::uint64_t bytes;
+    if (end - at >= 8) {
+      std::memcpy(&bytes, at, 8);
     } else {
-      return false;
+      std::memcpy(&bytes, end - 8, 8);
+      bytes >>= 8 * (8 - (end - at));
     }
-    at_ += 2;
-    return true;
+    constexpr std::uint64_t each = 0x0101010101010101;
+    const std::uint64_t lower = bytes | 0x20 * each;
+    const std::uint64_t seven = lower & 0x7F * each;
+    const std::uint64_t letters =
+        (seven + (0x80 - 'a') * each) & ~(seven + (0x7F - 'z') * each) & ~bytes & 0x80 * each;
+    const std::uint64_t others = letters ^ 0x80 * each;
+    const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+    const std::uint64_t folded = count == 8 ? lower : lower & ((std::uint64_t{1} << 8 * count) - 1);
+    std::memcpy(out, &folded, 8);
+    return static_cast<std::size_t>(count);
   }
 
   const DateLayout& layout_;
