@@ -161,7 +161,14 @@ void enter_library_dates() {
   read_values("library: read 04.09.2018", 0.8, "de_DE", JWNLS_DATE, "", UDAT_MEDIUM);
   read_values("library: read 4. September 2018", 0.8, "de_DE", JWNLS_DATE, "style=long", UDAT_LONG);
   read_values("library: read 4 wrzesnia 2018", 0.8, "pl_PL", JWNLS_DATE, "style=long", UDAT_LONG);
-  read_values("library: read 04.09.2018, 14:30:05", 0, "de_DE", JWNLS_DATETIME, "", UDAT_MEDIUM);
+  read_values("library: read 4 wrz 2018", 0.8, "pl_PL", JWNLS_DATE, "", UDAT_MEDIUM);
+  read_values("library: read 4 sentyabrya 2018 g.", 0.8, "ru_RU", JWNLS_DATE, "style=long",
+              UDAT_LONG);
+  read_values("library: read 2018 nen 9 gatsu 4 nichi", 0.8, "ja_JP", JWNLS_DATE, "style=long",
+              UDAT_LONG);
+  read_values("library: read Sep 4, 2018, 2:30:05 PM", 1.0, "en_US", JWNLS_DATETIME, "",
+              UDAT_MEDIUM);
+  read_values("library: read 04.09.2018, 14:30:05", 1.0, "de_DE", JWNLS_DATETIME, "", UDAT_MEDIUM);
 }
 
 }  // namespace jwnls::bench

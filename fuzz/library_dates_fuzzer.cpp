@@ -28,11 +28,17 @@ constexpr const char* locales[] = {"de_DE", "en_US", "es_ES", "ja_JP", "hu_HU", 
 constexpr struct {
   int kind;
   const char* options;
-} kinds[] = {{JWNLS_DATE, ""},          {JWNLS_DATETIME, ""},
-             {JWNLS_TIME, ""},          {JWNLS_INSTANT, "zone=Europe/Berlin overlap=first"},
-             {JWNLS_PERIOD, ""},        {JWNLS_DATE, "names=english order=mdy century=1900"},
-             {JWNLS_DATE, "loose"},     {JWNLS_DATETIME, "pattern=2"},
-             {JWNLS_DATE, "style=long"}};
+} kinds[] = {{JWNLS_DATE, ""},
+             {JWNLS_DATETIME, ""},
+             {JWNLS_TIME, ""},
+             {JWNLS_INSTANT, "zone=Europe/Berlin overlap=first"},
+             {JWNLS_PERIOD, ""},
+             {JWNLS_DATE, "names=english order=mdy century=1900"},
+             {JWNLS_DATE, "loose"},
+             {JWNLS_DATETIME, "pattern=2"},
+             {JWNLS_DATE, "style=long"},
+             {JWNLS_DATE, "style=full"},
+             {JWNLS_DATETIME, "style=full"}};
 
 struct Subject {
   jwnls_layout* layout;

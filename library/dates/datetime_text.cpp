@@ -233,8 +233,10 @@ Look look_for_plain_time(const jwnls_layout& layout, std::string_view text, Cloc
   }
   if (text[text.size() - 3] != ':') return Look::unknown;
   const std::size_t size = text[text.size() - 6] == ':' ? 8 : 5;
-  const auto seconds = plain_time(text.substr(text.size() - size));
-  if (!seconds) return Look::unknown;
+  const std::string_view time = text.substr(text.size() - size);
+  const auto seconds = plain_time(time);
+  const auto is_of_time = [](char each) { return is_digit(each) || each == ':'; };
+  if (!seconds && !std::all_of(time.begin(), time.end(), is_of_time)) return Look::unknown;
   std::string_view date = text.substr(0, text.size() - size);
   const auto ends_in = [&date](std::string_view joint) {
     return date.size() > joint.size() && date.substr(date.size() - joint.size()) == joint;
@@ -246,7 +248,12 @@ Look look_for_plain_time(const jwnls_layout& layout, std::string_view text, Cloc
   } else {
     return Look::unknown;
   }
-  return look_at_date(layout, date, *seconds, clock);
+  const Look look = look_at_date(layout, date, seconds.value_or(0), clock);
+  if (look == Look::read && !seconds) {  // "14:65"
+    clock.date.refusal = Refusal::no_such_time;
+    clock.date.place = text.size() - size;
+  }
+  return look;
 }
 
 // At the joint that the locale writes.

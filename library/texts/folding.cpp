@@ -92,6 +92,8 @@ std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size
 
 std::optional<std::size_t> fold_digits(std::string_view text, char* out,
                                        std::size_t room) noexcept {
+  const auto is_ascii = [](char each) { return static_cast<unsigned char>(each) < 0x80; };
+  if (std::all_of(text.begin(), text.end(), is_ascii)) return std::nullopt;
   Output output(out, room, nullptr);
   bool changed = false;
   for (std::size_t at = 0; at < text.size();) {
