@@ -109,6 +109,11 @@ void icu_reader(const char* task, const char* name, const SharedColumn& column, 
       udat_open(time_style, style, locale, u"UTC", -1, nullptr, 0, &error), CloseFormat());
   if (U_FAILURE(error)) return;
   udat_setLenient(format.get(), static_cast<UBool>(lenient));
+  // ICU does not take plain blanks for its no-break ones.
+  std::int32_t end = 0;
+  udat_parse(format.get(), column->units[0].data(),
+             static_cast<std::int32_t>(column->units[0].size()), &end, &error);
+  if (U_FAILURE(error)) return;
   contestant(task, lenient ? Side::reference : Side::icu, name, [=](std::size_t i) {
     UErrorCode status = U_ZERO_ERROR;
     const std::u16string& text = column->units[i];
