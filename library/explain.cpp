@@ -2,7 +2,6 @@
 
 #include "library/dates/reading.h"
 #include "library/layouts/layout.h"
-#include "library/texts/message.h"
 #include "library/texts/utf8_input.h"
 
 namespace jwnls::library {
@@ -15,10 +14,6 @@ int explain(const jwnls_layout* layout, std::string_view text, jwnls_error* erro
     case JWNLS_AMOUNT:
     case JWNLS_PERCENT:
       return explain_number(layout, text, error);
-    case JWNLS_AMOUNT:
-    case JWNLS_PERCENT:
-      Message(error, JWNLS_KIND) << "layouts of this kind do not read texts";
-      return JWNLS_KIND;
     default:
       return explain_date(*layout, text, error);
   }
