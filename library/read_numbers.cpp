@@ -59,8 +59,18 @@ double missing_of(LocaleHandle* handle, char name) {
 }
 
 // The powers of ten that a quickly read number of the layout is divided by.
-int power_of(const jwnls_layout* layout, const QuickNumber& number) {
-  return static_cast<int>(number.decimals) + (layout->is(JWNLS_PERCENT) ? 2 : 0);
+unsigned power_of(const jwnls_layout* layout, const QuickNumber& number) {
+  return number.decimals + (layout->is(JWNLS_PERCENT) ? 2 : 0);
+}
+
+// One division of two exact operands rounds correctly; so few digits are within the doubles.
+inline double quick_value(const QuickNumber& number, unsigned power) {
+  static_assert(exact_powers >= 18 + 2);
+  const double magnitude =
+      number.mantissa <= exact_mantissas
+          ? static_cast<double>(static_cast<std::int64_t>(number.mantissa)) / powers_of_ten[power]
+          : *double_of(number.mantissa, -static_cast<int>(power));
+  return number.negative ? -magnitude : magnitude;
 }
 
 // Amounts and percentages.
@@ -75,8 +85,7 @@ int power_of(const jwnls_layout* layout, const QuickNumber& number) {
   if (!scan_between_affixes(layout->number.syntax, text, length, number)) {
     return read_double_fully(layout, text, length, value, facts);
   }
-  const double magnitude = *double_of(number.mantissa, -power_of(layout, number));
-  *value = number.negative ? -magnitude : magnitude;
+  *value = quick_value(number, power_of(layout, number));
   give_facts(number.facts, facts);
   return JWNLS_OK;
 }
@@ -88,13 +97,7 @@ int read_double(const jwnls_layout* layout, const char* text, std::size_t length
     if (!scan_quickly(layout->number.syntax.quick, text, length, number)) {
       return read_double_fully(layout, text, length, value, facts);
     }
-    // One division of two exact operands rounds correctly; so few digits are within the doubles.
-    static_assert(exact_powers >= 18);
-    const double magnitude = number.mantissa <= exact_mantissas
-                                 ? static_cast<double>(static_cast<std::int64_t>(number.mantissa)) /
-                                       powers_of_ten[number.decimals]
-                                 : *double_of(number.mantissa, -static_cast<int>(number.decimals));
-    *value = number.negative ? -magnitude : magnitude;
+    *value = quick_value(number, number.decimals);
     give_facts(number.facts, facts);
     return JWNLS_OK;
   }
@@ -164,8 +167,9 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
   if (measure ? scan_between_affixes(syntax, text, length, quick)
               : scan_quickly(syntax.quick, text, length, quick)) {
     const char* const end = std::to_chars(digits, digits + sizeof digits, quick.mantissa).ptr;
-    decimal = {
-        {digits, static_cast<std::size_t>(end - digits)}, -power_of(layout, quick), quick.negative};
+    decimal = {{digits, static_cast<std::size_t>(end - digits)},
+               -static_cast<int>(power_of(layout, quick)),
+               quick.negative};
     found = quick.facts;
   } else {
     scan_number(syntax, {text, length}, number);

@@ -245,31 +245,31 @@ bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t 
 
 namespace {
 
-bool begins_with(const AffixBytes& affix, const char* text, std::size_t length) {
+// The word of up to eight bytes at a place from which on `length` bytes may be read.
+std::uint64_t word_of(const char* at, std::size_t length) {
+  if (length >= 8) return load_8(at);
+  if (length >= 4) return load_4(at) | load_4(at + length - 4) << (8 * (length - 4));
+  std::uint64_t word = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    word |= std::uint64_t{static_cast<unsigned char>(at[i])} << (8 * i);
+  }
+  return word;
+}
+
+// Whether an affix stands at a place from which on `length` bytes may be read.
+bool stands_at(const AffixBytes& affix, const char* at, std::size_t length) {
   if (affix.length > length) return false;
   if (affix.length == 0) return true;
-  std::uint64_t word[2] = {};
-  if (length >= sizeof word) {
-    std::memcpy(word, text, sizeof word);
-  } else {
-    for (unsigned i = 0; i < affix.length; ++i) {
-      word[i / 8] |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * (i % 8));
-    }
-  }
-  return (((word[0] ^ affix.bytes[0]) & affix.mask[0]) |
-          ((word[1] ^ affix.bytes[1]) & affix.mask[1])) == 0;
+  if (((word_of(at, length) ^ affix.bytes[0]) & affix.mask[0]) != 0) return false;
+  return affix.length <= 8 || ((word_of(at + 8, length - 8) ^ affix.bytes[1]) & affix.mask[1]) == 0;
+}
+
+bool begins_with(const AffixBytes& affix, const char* text, std::size_t length) {
+  return stands_at(affix, text, length);
 }
 
 bool ends_with(const AffixBytes& affix, const char* text, std::size_t length) {
-  if (affix.length > length) return false;
-  const char* const at = text + length - affix.length;
-  // The last bytes are compared from their beginning, so that no text may end in front of them.
-  for (unsigned i = 0; i < affix.length; ++i) {
-    if (static_cast<unsigned char>(at[i]) != (affix.bytes[i / 8] >> (8 * (i % 8)) & 0xFF)) {
-      return false;
-    }
-  }
-  return true;
+  return affix.length <= length && stands_at(affix, text + length - affix.length, affix.length);
 }
 
 }  // namespace
