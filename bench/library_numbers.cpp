@@ -186,6 +186,49 @@ void enter_reading(const char* task, const char* locale, std::u16string_view nam
   });
 }
 
+// Amounts and percentages: out beside the service's digits alone, in beside the plain number.
+void enter_measure(const std::string& what, const char* locale, int kind, double write_target) {
+  static const std::vector<double> values = amounts(value_count);
+  static const Column plain_texts = plain(values);
+  const jwnls_layout* const layout = layout_of(locale, kind, "");
+  const auto* const texts = new Column(written(layout, values));
+  static LocaleHandle* const handle = handle_of(u"de_DE");
+  const std::string write_task = "library: write " + what;
+  declare({write_task, write_target, 0});
+  enter_calls(write_task, Side::ours, "jwnls_write_number", [=](std::size_t i) {
+    char text[96];
+    std::size_t length = 0;
+    const int code = jwnls_write_number(layout, values[i], text, sizeof text, &length);
+    benchmark::DoNotOptimize(text);
+    return code == JWNLS_OK;
+  });
+  enter_calls(write_task, Side::peer, "service, digits alone", [](std::size_t i) {
+    char text[64];
+    std::int64_t length = 0;
+    const auto status = handle->services.format_number_8bit(
+        handle, values[i], 0, 2, number_flags::fixed, text, sizeof text, &length, nullptr);
+    benchmark::DoNotOptimize(text);
+    return status == 0;
+  });
+  const std::string read_task = "library: read " + what;
+  declare({read_task, 2.2, 0});
+  enter_calls(read_task, Side::ours, "jwnls_read_number", [=](std::size_t i) {
+    const std::string_view text = texts->at(i);
+    double value = 0;
+    const int code = jwnls_read_number(layout, text.data(), text.size(), &value, nullptr);
+    benchmark::DoNotOptimize(value);
+    return code == JWNLS_OK;
+  });
+  enter_calls(read_task, Side::peer, "fast_float, plain numbers", [](std::size_t i) {
+    const std::string_view text = plain_texts.at(i);
+    double value = 0;
+    const auto end = text.data() + text.size();
+    const bool read = fast_float::from_chars(text.data(), end, value).ec == std::errc();
+    benchmark::DoNotOptimize(value);
+    return read;
+  });
+}
+
 // What is not read, next to what is.
 void enter_refusing() {
   const char* task = "library: refuse a foreign number";
@@ -320,6 +363,9 @@ void enter_library_numbers() {
   enter_reading("library: read 1 234 567,89, no-break blanks", "fr_FR", u"fr_FR", 0);
   enter_reading("library: read 12,34,567.89", "en_IN", u"en_IN", 1.3);
   enter_icu(write_german, read_german);
+  enter_measure("1.234,50 EUR with its symbol", "de_DE", JWNLS_AMOUNT, 2.1);
+  enter_measure("1 234,50 EUR with its symbol, no-break blanks", "fr_FR", JWNLS_AMOUNT, 0);
+  enter_measure("12,5 %", "de_DE", JWNLS_PERCENT, 0);
   enter_refusing();
   enter_column_reading();
   enter_column_writing();
