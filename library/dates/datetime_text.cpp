@@ -351,10 +351,13 @@ MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text) n
     read.date.refusal = is_blank_text(text) ? Refusal::blank : Refusal::too_long;
     return read;
   }
+  const bool is_instant = layout.is(JWNLS_INSTANT);
+  if (Clock plain; !is_instant && look_for_plain_time(layout, text, plain) != Look::unknown) {
+    return {plain.date, plain.microseconds};
+  }
   const Clock clock = read_clock_in_any_digits(layout, text);
   MomentRead read = {clock.date, clock.microseconds};
   if (read.date.refusal != Refusal::none) return read;
-  const bool is_instant = layout.is(JWNLS_INSTANT);
   if (clock.has_offset) {
     if (!is_instant && layout.zone == nullptr) {
       read.date.refusal = Refusal::offset;
