@@ -277,6 +277,90 @@ JWNLS_API size_t jwnls_read_decimals(JWNLS_READ_COLUMN, const jwnls_column *colu
 JWNLS_API size_t jwnls_write_decimals(const jwnls_layout *layout, const jwnls_texts *decimals,
                                       const jwnls_column *column);
 
+/* ---- Detection ------------------------------------------------------------------------------- */
+
+/* Which locales read a column, and whether they agree on it. Locales that give the same value for
+   every text they read are one reading. A text that no locale reads as a kind is dirty for it: a
+   heading, "n/a". A reading is complete when it reads every text that is not dirty. */
+enum {
+  JWNLS_PROVED = 1,        /* one complete reading: other locales do not read some texts */
+  JWNLS_AMBIGUOUS = 2,     /* several, with different values: a person has to choose */
+  JWNLS_CONTRADICTION = 3, /* none: the texts follow different conventions */
+  JWNLS_NONE = 4,          /* no locale reads half of the texts */
+  JWNLS_ANY_LOCALE = 5     /* all locales read the column, to the same values: nothing in it
+                              depends on the locale */
+};
+
+typedef struct jwnls_detection jwnls_detection;
+
+/* Detects.
+     kinds      names of kinds separated by blanks or commas, "date number"; null or "": number,
+                integer, amount, percent, date, datetime, time
+     locales    names of locales likewise: only these are asked, and come in this order wherever
+                locales are given; "*" among them stands for all others. Null or "": all. Those
+                that are not named come by language, the languages of most countries first
+     detection  gets the answer, for jwnls_detection_close(); null on failure. It keeps nothing of
+                `texts`
+     error      gets the message; may be null
+   OK, UNKNOWN (a kind, a locale), LOAD, MEMORY. All kinds are answered side by side. The first call
+   that asks all locales looks at every one of them (a tenth of a second, some megabytes that
+   stay); the time of later ones is some times that of reading the column once. */
+JWNLS_API int jwnls_detect(const jwnls_texts *texts, const char *kinds, const char *locales,
+                           jwnls_detection **detection, jwnls_error *error);
+
+JWNLS_API void jwnls_detection_close(jwnls_detection *detection); /* null: nothing */
+
+/* The kind that reads most of the column, at least half of it; of equals the first of integer,
+   number, amount, percent, date, datetime, time, but dates of eight digits before integers. 0: none
+   does. */
+JWNLS_API int jwnls_detection_kind(const jwnls_detection *detection);
+
+/* What a kind was found to be. Texts are counted, and numbered from 0; where there is no text to
+   name, its number is the count of the column. */
+typedef struct jwnls_detected_kind {
+  size_t size;          /* sizeof(jwnls_detected_kind), set by the caller */
+  int verdict;          /* JWNLS_PROVED ... */
+  size_t values;        /* texts that are not blank */
+  size_t read;          /* by the first reading */
+  size_t dirty;         /* that no locale reads */
+  size_t first_dirty;   /* */
+  size_t others;        /* that other locales read, and the first reading does not */
+  size_t first_other;   /* */
+  size_t readings;      /* complete ones; of a contradiction the one that reads most, and that of
+                           the first text that it does not read; of NONE 0 */
+  size_t witness;       /* AMBIGUOUS: the first text to which the readings give different values */
+  size_t deciding;      /* PROVED: the first text that the rival does not read */
+  size_t rival_read;    /* how many texts the rival reads: of the locales that do not read all, one
+                           that came furthest */
+  const char *rival;    /* its name; "": there is none. With the detection */
+} jwnls_detected_kind;
+
+/*   kind  one that was asked for; 0: that of jwnls_detection_kind()
+   OK, KIND. */
+JWNLS_API int jwnls_detected_kind_of(const jwnls_detection *detection, int kind,
+                                     jwnls_detected_kind *found);
+
+typedef struct jwnls_detected_reading {
+  size_t size;         /* sizeof(jwnls_detected_reading), set by the caller */
+  int kind;            /* for jwnls_open(), with any of the locales */
+  const char *options; /* for jwnls_open(), too: "" or "names=english"; texts as all of these come
+                          terminated, with the detection */
+  size_t locales;      /* how many */
+  size_t read;         /* texts */
+  size_t two_ways;     /* of these, those with JWNLS_TWO_WAYS */
+  const char *value;   /* of the witness, of a contradiction's first_other: "1994-01-04", "1234.5",
+                          "14:30:05"; "": not read, or there is no such text */
+} jwnls_detected_reading;
+
+/* A kind's readings; of ambiguous ones those of the caller's first locales first. OK, KIND, UNKNOWN
+   (no such reading). */
+JWNLS_API int jwnls_detected_reading_of(const jwnls_detection *detection, int kind, size_t index,
+                                        jwnls_detected_reading *found);
+
+/* A locale of a reading, index from 0: its canonical name, with the detection; null: no more. */
+JWNLS_API const char *jwnls_detected_locale(const jwnls_detection *detection, int kind,
+                                            size_t reading, size_t index);
+
 /* ---- What there is --------------------------------------------------------------------------- */
 
 typedef struct jwnls_locale_info {

@@ -128,6 +128,17 @@ void DateNames::make_slots() {
   }
 }
 
+void DateNames::add_to(std::string& key) const {
+  for (const Entry& entry : entries_) {
+    const NameMeaning& meaning = entry.meaning;
+    const int kinds = (meaning.word ? 1 : 0) + (meaning.two_months ? 2 : 0);
+    key.append(text_of_entry(entry));
+    for (const int each : {0, int{meaning.month}, int{meaning.weekday}, kinds}) {
+      key += static_cast<char>(each);
+    }
+  }
+}
+
 const NameMeaning* DateNames::longest_at(std::string_view text, std::size_t& size) const noexcept {
   const auto byte = static_cast<unsigned char>(text.front());
   for (std::size_t i = first_of_[byte]; i < first_of_[byte + 1]; ++i) {

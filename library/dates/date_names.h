@@ -56,6 +56,9 @@ class DateNames {
     return key;
   }
 
+  /// Adds what tells tables apart: every name and what it means.
+  void add_to(std::string& key) const;
+
   /// The longest name that a folded text begins with; its bytes go to `size`. Null: none.
   [[nodiscard]] const NameMeaning* longest_at(std::string_view text,
                                               std::size_t& size) const noexcept;

@@ -1,0 +1,234 @@
+#include "library/detect/outcomes.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <numeric>
+#include <optional>
+
+#include "library/dates/day_scale.h"
+#include "library/layouts/layout.h"
+#include "library/numbers/decimal_value.h"
+#include "module/calendar/civil.h"
+
+namespace jwnls::library {
+namespace {
+
+// The classes that were left out are tried on so many shapes that no candidate reads.
+constexpr std::size_t most_unread_tried = 64;
+// They become candidates while there are not more outcomes than these.
+constexpr std::size_t cheap_trials = 1U << 16;
+
+struct ReadValue {
+  std::uint64_t value;  // or a hash of it
+  std::uint8_t facts;
+};
+
+std::optional<ReadValue> read_value(const jwnls_layout* layout, std::string_view text) noexcept {
+  std::uint8_t facts = 0;
+  switch (layout->kind) {
+    case JWNLS_DATE: {
+      std::int32_t days = 0;
+      if (jwnls_read_date(layout, text.data(), text.size(), &days, &facts) != JWNLS_OK) return {};
+      return ReadValue{static_cast<std::uint64_t>(days), facts};
+    }
+    case JWNLS_DATETIME:
+    case JWNLS_TIME: {
+      std::int64_t microseconds = 0;
+      const auto read = layout->kind == JWNLS_TIME ? jwnls_read_time : jwnls_read_datetime;
+      if (read(layout, text.data(), text.size(), &microseconds, &facts) != JWNLS_OK) return {};
+      return ReadValue{static_cast<std::uint64_t>(microseconds), facts};
+    }
+    default: {
+      char decimal[canonical_room];
+      std::size_t size = 0;
+      if (jwnls_read_decimal(layout, text.data(), text.size(), decimal, sizeof decimal, &size,
+                             nullptr, &facts) != JWNLS_OK) {
+        return {};
+      }
+      return ReadValue{std::hash<std::string_view>()({decimal, size}), facts};
+    }
+  }
+}
+
+// The values that a shape was given so far, numbered from 1.
+class ValueNumbers {
+ public:
+  std::uint8_t number_of(std::uint64_t value) {
+    const auto known = std::find(values_.begin(), values_.end(), value);
+    if (known == values_.end() && values_.size() < UINT8_MAX - 1) values_.push_back(value);
+    return static_cast<std::uint8_t>(std::find(values_.begin(), values_.end(), value) -
+                                     values_.begin() + 1);
+  }
+
+ private:
+  std::vector<std::uint64_t> values_;
+};
+
+class Trial {
+ public:
+  Trial(const LocaleClasses& classes, const Shapes& shapes)
+      : classes_(classes.all),
+        shapes_(shapes.all()),
+        sample_(shapes.sample()),
+        numbers_(shapes_.size()),
+        readable_(shapes_.size()) {}
+
+  Outcomes run() {
+    rank_by_sample();
+    if (ranks_.empty() || 4 * ranks_.front().read < sample_.size()) return {};
+    const std::size_t half = (ranks_.front().read + 1) / 2;
+    std::size_t kept = 0;
+    while (kept < ranks_.size() && ranks_[kept].read >= half) ++kept;
+    // One more, so that there is a rival.
+    if (kept < ranks_.size()) ++kept;
+    for (std::size_t i = 0; i < kept; ++i) add(ranks_[i].index);
+    add_readers_of_the_rest(kept);
+    return finish(kept == ranks_.size());
+  }
+
+ private:
+  struct Rank {
+    std::size_t index;  // of a class
+    std::size_t read;   // of the sample
+  };
+
+  // Most texts are of no kind that is asked for: some tell.
+  void rank_by_sample() {
+    const std::size_t first_try = std::min<std::size_t>(16, sample_.size());
+    for (std::size_t i = 0; i < classes_.size(); ++i) ranks_.push_back({i, 0});
+    const auto read = [this](std::size_t step, std::size_t from, std::size_t to) {
+      std::size_t most = 0;
+      for (Rank& rank : ranks_) {
+        const jwnls_layout* const layout = classes_[rank.index].layout.get();
+        for (std::size_t i = from; i < to; ++i) {
+          const std::size_t shape = sample_[i * step % sample_.size()];
+          rank.read += read_value(layout, shapes_[shape].text).has_value() ? 1 : 0;
+        }
+        most = std::max(most, rank.read);
+      }
+      return most;
+    };
+    // An odd step meets every place once where the sample is full.
+    const std::size_t step = sample_.size() == 64 ? 5 : 1;
+    if (read(step, 0, first_try) == 0) {
+      ranks_.clear();
+      return;
+    }
+    read(step, first_try, sample_.size());
+    std::stable_sort(ranks_.begin(), ranks_.end(),
+                     [](const Rank& a, const Rank& b) { return a.read > b.read; });
+  }
+
+  void add(std::size_t index) {
+    Candidate candidate;
+    candidate.locales = &classes_[index];
+    candidate.outcomes.resize(shapes_.size());
+    const jwnls_layout* const layout = candidate.locales->layout.get();
+    for (std::size_t shape = 0; shape < shapes_.size(); ++shape) {
+      const auto read = read_value(layout, shapes_[shape].text);
+      if (!read) continue;
+      candidate.outcomes[shape] = {numbers_[shape].number_of(read->value), read->facts};
+      candidate.read += shapes_[shape].count;
+      readable_[shape] = true;
+    }
+    candidates_.push_back(std::move(candidate));
+  }
+
+  // Texts that no candidate reads may be another convention's.
+  void add_readers_of_the_rest(std::size_t kept) {
+    std::vector<std::size_t> unread;
+    for (std::size_t i = 0; i < shapes_.size() && unread.size() < most_unread_tried; ++i) {
+      if (!readable_[i]) unread.push_back(i);
+    }
+    for (std::size_t i = kept; i < ranks_.size(); ++i) {
+      const jwnls_layout* const layout = classes_[ranks_[i].index].layout.get();
+      const bool reads = std::any_of(unread.begin(), unread.end(), [&](std::size_t shape) {
+        return read_value(layout, shapes_[shape].text).has_value();
+      });
+      const std::size_t work = candidates_.size() * shapes_.size();
+      if (reads && work < cheap_trials) add(ranks_[i].index);
+    }
+  }
+
+  Outcomes finish(bool all_tried) {
+    std::sort(candidates_.begin(), candidates_.end(), [](const Candidate& a, const Candidate& b) {
+      return a.locales->locales.front() < b.locales->locales.front();
+    });
+    Outcomes outcomes;
+    outcomes.all_complete = all_tried;
+    for (Candidate& candidate : candidates_) {
+      candidate.complete = true;
+      for (std::size_t shape = 0; shape < shapes_.size() && candidate.complete; ++shape) {
+        candidate.complete = candidate.reads(shape) || !readable_[shape];
+      }
+      outcomes.all_complete = outcomes.all_complete && candidate.complete;
+    }
+    outcomes.candidates = std::move(candidates_);
+    outcomes.readable = std::move(readable_);
+    return outcomes;
+  }
+
+  const std::vector<LocaleClass>& classes_;
+  const std::vector<Shape>& shapes_;
+  const std::vector<std::size_t>& sample_;
+  std::vector<ValueNumbers> numbers_;
+  std::vector<bool> readable_;
+  std::vector<Rank> ranks_;
+  std::vector<Candidate> candidates_;
+};
+
+std::string time_text(std::int64_t microseconds) {
+  const std::int64_t seconds = microseconds / 1'000'000;
+  char text[32];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(seconds / 3600),
+                static_cast<int>(seconds / 60 % 60), static_cast<int>(seconds % 60));
+  std::string all = text;
+  if (const std::int64_t fraction = microseconds % 1'000'000; fraction != 0) {
+    std::snprintf(text, sizeof text, ".%06d", static_cast<int>(fraction));
+    all += text;
+  }
+  return all;
+}
+
+std::string date_text(std::int64_t days_since_1970) {
+  const auto day = calendar_day(days_since_1970);
+  if (!day) return {};
+  const CivilDate date = civil_from_day(*day);
+  char text[40];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d", static_cast<int>(date.year),
+                static_cast<int>(date.month), static_cast<int>(date.day));
+  return text;
+}
+
+}  // namespace
+
+Outcomes try_classes(const LocaleClasses& classes, const Shapes& shapes) {
+  return Trial(classes, shapes).run();
+}
+
+std::string value_text(const jwnls_layout* layout, std::string_view text) {
+  const auto read = read_value(layout, text);
+  if (!read) return {};
+  const auto value = static_cast<std::int64_t>(read->value);
+  constexpr std::int64_t day = 86'400'000'000;
+  switch (layout->kind) {
+    case JWNLS_DATE:
+      return date_text(static_cast<std::int32_t>(value));
+    case JWNLS_TIME:
+      return time_text(value);
+    case JWNLS_DATETIME: {
+      const std::int64_t time = (value % day + day) % day;
+      return date_text((value - time) / day) + "T" + time_text(time);
+    }
+    default: {
+      char decimal[canonical_room];
+      std::size_t size = 0;
+      jwnls_read_decimal(layout, text.data(), text.size(), decimal, sizeof decimal, &size, nullptr,
+                         nullptr);
+      return {decimal, size};
+    }
+  }
+}
+
+}  // namespace jwnls::library

@@ -1,0 +1,206 @@
+#include "library/detect/shapes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+#include "library/columns/read_column.h"
+#include "library/dates/date_characters.h"
+#include "library/dates/date_text.h"
+#include "library/numbers/characters.h"
+#include "library/texts/longest_text.h"
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+namespace {
+
+constexpr std::size_t sample_size = 64;
+
+// Beyond so many digits the range of a type may matter, and with it every digit.
+constexpr std::size_t most_digits = 15;
+
+std::size_t write_text(std::string_view text, char* out) noexcept {
+  *out = '=';  // no shape of fewer bytes begins so
+  std::memcpy(out + 1, text.data(), text.size());
+  return text.size() + 1;
+}
+
+// "1.234,50" is "9.999,99". A number led by 0 is another shape: it has no groups.
+std::size_t write_number_shape(std::string_view text, char* out) noexcept {
+  std::size_t digits = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char each = text[at];
+    out[at] = each;
+    if (is_digit(each)) {
+      out[at] = digits == 0 && each == '0' ? '0' : '9';
+      ++digits;
+    } else if ((each | 0x20) == 'e' && at + 1 < text.size() && digits > 0) {
+      const char next = text[at + 1];
+      if (is_digit(next) || next == '-' || next == '+') return write_text(text, out);
+    }
+  }
+  return digits <= most_digits && (text.empty() || text[0] != '=') ? text.size()
+                                                                   : write_text(text, out);
+}
+
+// What a number of one or two digits can be in a date or time: months by their length, hours,
+// days by the months that have them, minutes, years.
+char bucket_of(int value) noexcept {
+  constexpr char months[] = "zlflslsllslsl";
+  if (value <= 12) return months[value];
+  if (value <= 23) return 'm';
+  if (value <= 28) return 'n';
+  if (value <= 31) return value == 29 ? 'o' : value == 30 ? 'p' : 'q';
+  return value <= 59 ? 't' : 'u';
+}
+
+char bucket_of_year(int year) noexcept {
+  constexpr int begins[] = {1582, 1900, 2101, 2400, 2701};
+  char bucket = 'A';
+  for (const int begin : begins) bucket = static_cast<char>(bucket + (year >= begin ? 1 : 0));
+  return bucket;
+}
+
+// The numbers of a date as they are met.
+class DateShape {
+ public:
+  DateShape(std::string_view text, char* out) noexcept : text_(text), out_(out) {}
+
+  std::size_t write() noexcept {
+    std::size_t words = 0;
+    std::size_t runs = 0;
+    for (std::size_t at = 0; at < text_.size();) {
+      if (is_digit(text_[at])) {
+        ++runs;
+        if (!take_number(at)) return write_text(text_, out_);
+      } else if (is_letter(text_[at]) && !is_no_break_blank(text_.substr(at))) {
+        ++words;
+        while (at < text_.size() && is_letter(text_[at])) out_[size_++] = text_[at++];
+      } else {
+        out_[size_++] = text_[at++];
+      }
+    }
+    // A weekday may be among several words, or beside three numbers; a number alone may be a
+    // date or time without marks.
+    const bool has_weekday = words > 1 || (words == 1 && runs > 2);
+    return has_weekday || runs < 2 ? write_text(text_, out_) : size_;
+  }
+
+ private:
+  bool take_number(std::size_t& at) noexcept {
+    const std::size_t begin = at;
+    int value = 0;
+    while (at < text_.size() && is_digit(text_[at])) {
+      if (at - begin < 4) value = value * 10 + (text_[at] - '0');
+      ++at;
+    }
+    const std::size_t digits = at - begin;
+    if (digits == 4) {
+      put(bucket_of_year(value));
+      return true;
+    }
+    if (digits <= 2) return take_short(value, digits);
+    // Only fractions of a second have other numbers of digits.
+    const bool is_fraction = numbers_ > 2 && (text_[begin - 1] == '.' || text_[begin - 1] == ',');
+    put('x');
+    put(static_cast<char>('0' + digits % 10));
+    return is_fraction && digits < 10;
+  }
+  bool take_short(int value, std::size_t digits) noexcept {
+    if (value == 29 || numbers_ == sizeof values_) return false;  // which year it is matters
+    put(digits == 1 ? '1' : '2');
+    put(bucket_of(value));
+    for (std::size_t i = 0; i < numbers_; ++i) {
+      if (values_[i] == value) {
+        put(static_cast<char>('0' + i));  // the first that is equal
+        break;
+      }
+    }
+    values_[numbers_++] = static_cast<std::uint8_t>(value);
+    return true;
+  }
+  void put(char each) noexcept { out_[size_++] = each; }
+
+  const std::string_view text_;
+  char* const out_;
+  std::size_t size_ = 0;
+  std::uint8_t values_[8];
+  std::size_t numbers_ = 0;
+};
+
+// Whether a text has digits, and beside them something that is no part of a plain number.
+bool has_word_and_digit(std::string_view text) noexcept {
+  bool digit = false;
+  bool word = false;
+  while (!text.empty()) {
+    const Utf8Character next = first_character(text);
+    const char32_t c = next.value;
+    if (digit_of(c).zero != 0) {
+      digit = true;
+    } else if (c >= 0x80 || c == U'$' || c == U'%' || is_letter(static_cast<char>(c))) {
+      word = word || (!jwnls::library::is_blank(c) && !is_mark(c) && sign_of(c, true) == 0 &&
+                      separator_of(c) == Separator::none);
+    }
+    text.remove_prefix(next.bytes);
+  }
+  return digit && word;
+}
+
+}  // namespace
+
+std::size_t write_shape(Family family, std::string_view text, char* out) noexcept {
+  return family == Family::numbers ? write_number_shape(text, out) : DateShape(text, out).write();
+}
+
+Shapes::Shapes(const jwnls_texts& texts, Family family) : slots_(1024) {
+  const Texts column(texts);
+  const std::size_t stride = std::max<std::size_t>(1, column.count() / sample_size);
+  char key[shape_room];
+  for (std::size_t i = 0; i < column.count(); ++i) {
+    const jwnls_text text = column.at(i);
+    if (text.bytes == nullptr) continue;
+    // Too long to be looked at: dirty, all of one shape.
+    constexpr std::string_view long_text = "?";
+    const bool is_long = text.length > longest_text;
+    const std::string_view inner = is_long ? long_text : trimmed({text.bytes, text.length});
+    if (inner.empty()) continue;
+    const std::size_t size = write_shape(family, inner, key);
+    const std::size_t shape = add(inner, {key, size}, i);
+    if (i % stride == 0 && sample_.size() < sample_size) sample_.push_back(shape);
+  }
+  for (const Shape& shape : shapes_) has_words_ = has_words_ || has_word_and_digit(shape.text);
+}
+
+std::size_t Shapes::add(std::string_view text, std::string_view key, std::size_t index) {
+  ++values_;
+  const std::uint64_t hash = std::hash<std::string_view>()(key);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    Slot& slot = slots_[at];
+    if (slot.shape == 0) {
+      shapes_.push_back({text, index, 1});
+      slot = {hash, shapes_.size(), keys_.size(), key.size()};
+      keys_.append(key);
+      if (2 * shapes_.size() > slots_.size()) grow();
+      return shapes_.size() - 1;
+    }
+    if (slot.hash == hash && std::string_view(keys_).substr(slot.key, slot.key_size) == key) {
+      ++shapes_[slot.shape - 1].count;
+      return slot.shape - 1;
+    }
+  }
+}
+
+void Shapes::grow() {
+  std::vector<Slot> larger(4 * slots_.size());
+  const std::size_t mask = larger.size() - 1;
+  for (const Slot& slot : slots_) {
+    if (slot.shape == 0) continue;
+    std::size_t at = slot.hash & mask;
+    while (larger[at].shape != 0) at = (at + 1) & mask;
+    larger[at] = slot;
+  }
+  slots_.swap(larger);
+}
+
+}  // namespace jwnls::library
