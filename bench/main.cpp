@@ -3,6 +3,7 @@
 #include "bench/date_reading.h"
 #include "bench/handles.h"
 #include "bench/library_dates.h"
+#include "bench/library_detect.h"
 #include "bench/library_numbers.h"
 #include "bench/number_formatting.h"
 #include "bench/number_reading.h"
@@ -17,5 +18,6 @@ int main(int argc, char** argv) {
   enter_library_numbers();
   enter_handle_creation();
   enter_library_dates();
+  enter_library_detect();
   return run_contests(argc, argv);
 }

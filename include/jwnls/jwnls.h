@@ -297,8 +297,9 @@ typedef struct jwnls_detection jwnls_detection;
      kinds      names of kinds separated by blanks or commas, "date number"; null or "": number,
                 integer, amount, percent, date, datetime, time
      locales    names of locales likewise: only these are asked, and come in this order wherever
-                locales are given; "*" among them stands for all others. Null or "": all. Those
-                that are not named come by language, the languages of most countries first
+                locales are given; "*" among them stands for all others. Null or "": all. Of
+                those that are not named, languages come before their countries, and languages of
+                most countries first
      detection  gets the answer, for jwnls_detection_close(); null on failure. It keeps nothing of
                 `texts`
      error      gets the message; may be null
@@ -323,9 +324,9 @@ typedef struct jwnls_detected_kind {
   size_t values;        /* texts that are not blank */
   size_t read;          /* by the first reading */
   size_t dirty;         /* that no locale reads */
-  size_t first_dirty;   /* */
+  size_t first_dirty;
   size_t others;        /* that other locales read, and the first reading does not */
-  size_t first_other;   /* */
+  size_t first_other;
   size_t readings;      /* complete ones; of a contradiction the one that reads most, and that of
                            the first text that it does not read; of NONE 0 */
   size_t witness;       /* AMBIGUOUS: the first text to which the readings give different values */

@@ -131,7 +131,7 @@ void DateNames::make_slots() {
 void DateNames::add_to(std::string& key) const {
   for (const Entry& entry : entries_) {
     const NameMeaning& meaning = entry.meaning;
-    const int kinds = (meaning.word ? 1 : 0) + (meaning.two_months ? 2 : 0);
+    const int kinds = (meaning.word ? 1 : 0) + (meaning.two_months ? 2 : 0) + (meaning.false_friend ? 4 : 0);
     key.append(text_of_entry(entry));
     for (const int each : {0, int{meaning.month}, int{meaning.weekday}, kinds}) {
       key += static_cast<char>(each);

@@ -9,7 +9,7 @@
 #include "host/locales/locale_names.h"
 #include "library/dates/date_characters.h"
 #include "library/layouts/layout.h"
-#include "library/locale_data/number_data.h"
+#include "library/locale_data/currency_data.h"
 #include "library/texts/failure.h"
 
 namespace jwnls::library {
@@ -73,7 +73,23 @@ void add_dates(const DateLayout& dates, Detail detail, Key& key) {
   if (detail == Detail::plain) return;
   key << (dates.short_years_with_names ? 1U : 0U);
   for (const std::string_view ordinal : dates.ordinals) key << ordinal;
-  dates.names.add_to(key.bytes());
+  dates.names->add_to(key.bytes());
+}
+
+// What stands between a date and a time, and around both.
+void add_joints(const DateLayout& dates, Key& key) {
+  for (const std::string& word : dates.joining_words) key << word;
+  for (const Joint& joint : dates.joints) {
+    key << joint.before << joint.between << joint.behind << (joint.time_first ? 1U : 0U);
+  }
+}
+
+// The unit of amounts.
+void add_currency(const jwnls_layout& layout, Detail detail, Key& key) {
+  const CurrencyData currency = currency_data(*layout.locale->record, layout.currency);
+  key << static_cast<std::uint32_t>(currency.decimals);
+  if (detail == Detail::plain) return;
+  key << currency.code << currency.symbol.text << currency.narrow.text;
 }
 
 // What the service's recognition of times goes by.
@@ -89,12 +105,15 @@ Key key_of(const jwnls_layout& layout, Detail detail) {
       break;
     case JWNLS_DATETIME:
       add_dates(*layout.dates, detail, key);
-      for (const std::string& word : layout.dates->joining_words) key << word;
-      key << layout.dates->joint << (layout.dates->time_first ? 1U : 0U);
+      add_joints(*layout.dates, key);
       add_times(*layout.locale->record, key);
       break;
     case JWNLS_TIME:
       add_times(*layout.locale->record, key);
+      break;
+    case JWNLS_AMOUNT:
+      add_numbers(layout, key);
+      add_currency(layout, detail, key);
       break;
     default:
       add_numbers(layout, key);
@@ -122,7 +141,9 @@ const std::vector<std::string>& every_locale() {
       ++spread[language_of(row.name)];
       names.emplace_back(row.name);
     }
+    const auto is_language = [&](const std::string& name) { return language_of(name) == name; };
     std::stable_sort(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
+      if (is_language(a) != is_language(b)) return is_language(a);
       return spread[language_of(a)] > spread[language_of(b)];
     });
     return names;

@@ -37,7 +37,8 @@ enum class Detail : std::uint8_t {
   words,
 };
 
-/// Every locale that the database has: languages of many countries first, as the likelier ones.
+/// Every locale that the database has, the likelier ones first: languages without a country, those
+/// of most countries before others.
 [[nodiscard]] const std::vector<std::string>& every_locale();
 
 /// The classes of some locales. Throws a Failure and bad_alloc.

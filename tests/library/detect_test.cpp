@@ -140,7 +140,7 @@ Column three_decimals() {
 Column two_digit_years() {
   return make([](Random& random) {
     const Day day = some_day(random);
-    return printed("%02d.%02d.%02d", day.day, day.month, day.year % 100);
+    return printed("%02d.%02d.%02d", day.day, day.month, 1 + day.year % 24);
   });
 }
 
@@ -177,6 +177,7 @@ std::vector<ColumnCase> column_cases() {
       {"pl medium", dates("pl_PL", ""), JWNLS_DATE, proved, {"pl_PL"}, "hr_HR"},
       {"M/d/yyyy", months, JWNLS_DATE, proved, {"en_US"}, "en_GB"},
       {"ISO", dates("sv_SE", "style=short"), JWNLS_DATE, JWNLS_ANY_LOCALE, {"en_US"}, nullptr},
+      {"fr full", dates("fr_FR", "style=full"), JWNLS_DATE, proved, {"fr_FR"}, "en_US"},
       {"ja long", dates("ja_JP", "style=long"), JWNLS_DATE, proved, {"ja_JP"}, "de_DE"},
       {"dd.MM.yyyy", day_first("%02d.%02d.%d"), JWNLS_DATE, proved, {"de_DE"}, "en_US"},
       {"numbers de", numbers("de_DE"), JWNLS_NUMBER, proved, {"de_DE"}, "en_US"},
@@ -191,7 +192,7 @@ std::vector<ColumnCase> column_cases() {
        {"de_DE", "en_US"},
        "sv_SE"},
       {"three decimals", three_decimals(), JWNLS_NUMBER, proved, {"de_DE"}, "en_US"},
-      {"dd.MM.yy", two_digit_years(), JWNLS_DATE, proved, {"de_DE"}, "en_US"},
+      {"dd.MM.yy", two_digit_years(), JWNLS_DATE, JWNLS_AMBIGUOUS, {"de_DE", "ko_KR"}, "en_US"},
       {"dd-MMM-yy", english_short(), JWNLS_DATE, proved, {"en_US"}, "de_DE"},
       {"listopada",
        make([](Random& random) {
@@ -268,6 +269,167 @@ TEST(Detection, SaysWhichLocalesReadAColumn) {
                   jwnls_detected_locale(detection.get(), 0, i, 0), r.read, r.two_ways, r.value);
     }
   }
+}
+
+// Few locales, as someone asks who knows where a file may come from.
+TEST(Detection, AsksTheLocalesThatTheCallerNames) {
+  struct Row {
+    Column column;
+    const char* kinds;
+    const char* locales;
+    int kind;
+    int verdict;
+    std::vector<std::string> readings;  // "first locale: value"
+    const char* options;
+    std::size_t text;  // the witness, or what decides
+    const char* rival;
+  };
+  const Row table[] = {
+      {{"04.10.2024", "27.03.2024", "05.11.2024"},
+       nullptr,
+       "de_DE,en_US",
+       JWNLS_DATE,
+       JWNLS_PROVED,
+       {"de_DE: "},
+       "",
+       1,
+       "en_US"},
+      {{"1.234,50", "12,00", "9,99"},
+       nullptr,
+       "de_DE en_US",
+       JWNLS_NUMBER,
+       JWNLS_PROVED,
+       {"de_DE: "},
+       "",
+       0,
+       "en_US"},
+      {{"04/10/2024", "05/11/2024"},
+       nullptr,
+       "en_GB,en_US,de_DE",
+       JWNLS_DATE,
+       JWNLS_AMBIGUOUS,
+       {"en_GB: 2024-10-04", "en_US: 2024-04-10"},
+       "",
+       0,
+       ""},
+      {{"1.234", "2.500"},
+       "number",
+       "en_GB,en_US,de_DE",
+       JWNLS_NUMBER,
+       JWNLS_AMBIGUOUS,
+       {"en_GB: 1.234", "de_DE: 1234"},
+       "",
+       0,
+       ""},
+      {{"1.234", "", "2.500"},
+       "number",
+       "de_DE,*",
+       JWNLS_NUMBER,
+       JWNLS_AMBIGUOUS,
+       {"de_DE: 1234", "en: 1.234"},
+       "",
+       0,
+       ""},
+      {{"15-Dec-24", "3-May-24"},
+       "date",
+       "de_DE",
+       JWNLS_DATE,
+       JWNLS_ANY_LOCALE,
+       {"de_DE: "},
+       "names=english",
+       2,
+       ""},
+      {{"5,00-", "7,25", "(3,10)"},
+       "number",
+       "de_DE,fr_FR",
+       JWNLS_NUMBER,
+       JWNLS_ANY_LOCALE,
+       {"de_DE: "},
+       "signs=any",
+       3,
+       ""},
+      {{"20240315", "19991231"},
+       nullptr,
+       "de_DE",
+       JWNLS_DATE,
+       JWNLS_ANY_LOCALE,
+       {"de_DE: "},
+       "",
+       2,
+       ""},
+      {{"20240315", "19991331"},
+       nullptr,
+       "de_DE",
+       JWNLS_INTEGER,
+       JWNLS_ANY_LOCALE,
+       {"de_DE: "},
+       "",
+       2,
+       ""},
+      {{"14:30", "9:05", " 23:59:59"},
+       nullptr,
+       "de_DE,en_US",
+       JWNLS_TIME,
+       JWNLS_ANY_LOCALE,
+       {"de_DE: "},
+       "",
+       3,
+       ""},
+      {{"2024-03-15 14:30", "03/04/2024 9:05"},
+       nullptr,
+       "de_DE,en_US",
+       JWNLS_DATETIME,
+       JWNLS_AMBIGUOUS,
+       {"de_DE: 2024-04-03T09:05:00", "en_US: 2024-03-04T09:05:00"},
+       "",
+       1,
+       ""},
+      {{"", " ", "\u00A0"}, nullptr, "de_DE", 0, 0, {}, "", 3, ""},
+      {{"k.A.", "n/a", "1.234,5"}, nullptr, "de_DE,en_US", 0, 0, {}, "", 3, ""},
+      {{}, nullptr, nullptr, 0, 0, {}, "", 0, ""},
+  };
+  for (const Row& row : table) {
+    SCOPED_TRACE(row.column.empty() ? "nothing" : row.column.front());
+    const Detection detection = detect(row.column, row.kinds, row.locales);
+    ASSERT_EQ(jwnls_detection_kind(detection.get()), row.kind);
+    if (row.kind == 0) continue;
+    const jwnls_detected_kind answer = found(detection);
+    EXPECT_EQ(answer.verdict, row.verdict);
+    EXPECT_EQ(row.verdict == JWNLS_AMBIGUOUS ? answer.witness : answer.deciding, row.text);
+    EXPECT_STREQ(answer.rival, row.rival);
+    ASSERT_EQ(answer.readings, row.readings.size());
+    for (std::size_t i = 0; i < answer.readings; ++i) {
+      const jwnls_detected_reading each = reading(detection, i);
+      EXPECT_EQ(jwnls_detected_locale(detection.get(), 0, i, 0) + (": " + std::string(each.value)),
+                row.readings[i]);
+      EXPECT_STREQ(each.options, row.options);
+      EXPECT_EQ(each.kind, row.kind);
+    }
+  }
+}
+
+TEST(Detection, RefusesWhatItDoesNotKnow) {
+  const jwnls_texts none = {sizeof none, 0, nullptr, nullptr, nullptr, nullptr, nullptr};
+  jwnls_detection* detection = nullptr;
+  jwnls_error error;
+  EXPECT_EQ(jwnls_detect(&none, "date,period", nullptr, &detection, &error), JWNLS_UNKNOWN);
+  EXPECT_STREQ(error.text, "kind 'period': nothing that is detected");
+  EXPECT_EQ(jwnls_detect(&none, nullptr, "de_DE xx_YY", &detection, &error), JWNLS_UNKNOWN);
+  EXPECT_STREQ(error.text, "locale 'xx_YY': unknown");
+  EXPECT_EQ(detection, nullptr);
+  jwnls_detection_close(detection);
+
+  const Detection dates_alone = detect({"1", "2"}, "date", "de_DE");
+  jwnls_detected_kind kind = {};
+  kind.size = sizeof kind;
+  EXPECT_EQ(jwnls_detected_kind_of(dates_alone.get(), JWNLS_NUMBER, &kind), JWNLS_KIND);
+  EXPECT_EQ(jwnls_detected_kind_of(dates_alone.get(), JWNLS_DATE, &kind), JWNLS_OK);
+  EXPECT_EQ(kind.verdict, JWNLS_NONE);
+  EXPECT_EQ(kind.dirty, 2U);
+  jwnls_detected_reading reading = {};
+  reading.size = sizeof reading;
+  EXPECT_EQ(jwnls_detected_reading_of(dates_alone.get(), JWNLS_DATE, 0, &reading), JWNLS_UNKNOWN);
+  EXPECT_EQ(jwnls_detected_locale(dates_alone.get(), JWNLS_DATE, 0, 0), nullptr);
 }
 
 }  // namespace
