@@ -94,6 +94,10 @@ class Detector {
   void detect(const KindRow& row) {
     const Shapes& shapes = shapes_of(row.family);
     const Detail detail = shapes.has_words() ? Detail::words : Detail::plain;
+    if (!may_be(row.kind, shapes)) {
+      answer(row, "", shapes, {}, {});
+      return;
+    }
     if (all_) {
       const LocaleClasses& classes = classes_of_every_locale(row.kind, detail);
       answer(row, "", shapes, classes, every_locale());
@@ -135,7 +139,7 @@ class Detector {
 
   void answer(const KindRow& row, const char* options, const Shapes& shapes,
               const LocaleClasses& classes, const std::vector<std::string>& locales) {
-    const Outcomes outcomes = try_classes(classes, shapes);
+    const Outcomes outcomes = try_classes(classes, shapes, row.kind);
     detection_.kinds.push_back(judge(shapes, outcomes, row.kind, texts_.count, locales));
     detection_.kinds.back().options = options;
   }

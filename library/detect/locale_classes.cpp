@@ -77,9 +77,16 @@ void add_dates(const DateLayout& dates, Detail detail, Key& key) {
 }
 
 // What stands between a date and a time, and around both.
-void add_joints(const DateLayout& dates, Key& key) {
-  for (const std::string& word : dates.joining_words) key << word;
+void add_joints(const DateLayout& dates, Detail detail, Key& key) {
+  if (detail == Detail::words) {
+    for (const std::string& word : dates.joining_words) key << word;
+  }
+  const auto is_plain = [](std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char each) { return is_letter(each); });
+  };
   for (const Joint& joint : dates.joints) {
+    const bool tells = is_plain(joint.before) && is_plain(joint.between) && is_plain(joint.behind);
+    if (detail == Detail::plain && !tells) continue;
     key << joint.before << joint.between << joint.behind << (joint.time_first ? 1U : 0U);
   }
 }
@@ -93,8 +100,9 @@ void add_currency(const jwnls_layout& layout, Detail detail, Key& key) {
 }
 
 // What the service's recognition of times goes by.
-void add_times(const LocaleRecord& record, Key& key) {
-  key << text_of(record.time_pattern) << text_of(record.before_noon) << text_of(record.after_noon);
+void add_times(const LocaleRecord& record, Detail detail, Key& key) {
+  key << text_of(record.time_pattern);
+  if (detail == Detail::words) key << text_of(record.before_noon) << text_of(record.after_noon);
 }
 
 Key key_of(const jwnls_layout& layout, Detail detail) {
@@ -105,11 +113,11 @@ Key key_of(const jwnls_layout& layout, Detail detail) {
       break;
     case JWNLS_DATETIME:
       add_dates(*layout.dates, detail, key);
-      add_joints(*layout.dates, key);
-      add_times(*layout.locale->record, key);
+      add_joints(*layout.dates, detail, key);
+      add_times(*layout.locale->record, detail, key);
       break;
     case JWNLS_TIME:
-      add_times(*layout.locale->record, key);
+      add_times(*layout.locale->record, detail, key);
       break;
     case JWNLS_AMOUNT:
       add_numbers(layout, key);

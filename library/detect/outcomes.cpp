@@ -6,6 +6,7 @@
 #include <numeric>
 #include <optional>
 
+#include "library/dates/date_characters.h"
 #include "library/dates/day_scale.h"
 #include "library/layouts/layout.h"
 #include "library/numbers/decimal_value.h"
@@ -51,6 +52,34 @@ std::optional<ReadValue> read_value(const jwnls_layout* layout, std::string_view
   }
 }
 
+// Whether a text can be of a kind at all, whatever the locale: by its numbers.
+bool may_be(int kind, std::string_view text) noexcept {
+  const auto is_beyond_ascii = [](char each) { return static_cast<unsigned char>(each) >= 0x80; };
+  const bool beyond_ascii = std::any_of(text.begin(), text.end(), is_beyond_ascii);
+  std::size_t runs = 0;
+  std::size_t digits[2] = {};  // of the first two
+  std::size_t longest = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (!is_digit(text[at])) continue;
+    const std::size_t begin = at;
+    while (at < text.size() && is_digit(text[at])) ++at;
+    if (runs < 2) digits[runs] = at - begin;
+    longest = std::max(longest, at - begin);
+    ++runs;
+  }
+  if (runs == 0) return beyond_ascii;  // digits of the locale's own
+  switch (kind) {
+    case JWNLS_PERCENT:
+      return beyond_ascii || text.find('%') != std::string_view::npos;
+    case JWNLS_TIME:
+      return runs == 1 || (digits[0] <= 2 && digits[1] <= 2);
+    case JWNLS_DATETIME:
+      return runs > 2 || longest == 8;
+    default:
+      return true;
+  }
+}
+
 // The values that a shape was given so far, numbered from 1.
 class ValueNumbers {
  public:
@@ -67,12 +96,14 @@ class ValueNumbers {
 
 class Trial {
  public:
-  Trial(const LocaleClasses& classes, const Shapes& shapes)
+  Trial(const LocaleClasses& classes, const Shapes& shapes, int kind)
       : classes_(classes.all),
         shapes_(shapes.all()),
         sample_(shapes.sample()),
         numbers_(shapes_.size()),
-        readable_(shapes_.size()) {}
+        readable_(shapes_.size()) {
+    for (const Shape& shape : shapes_) possible_.push_back(may_be(kind, shape.text));
+  }
 
   Outcomes run() {
     rank_by_sample();
@@ -93,17 +124,21 @@ class Trial {
     std::size_t read;   // of the sample
   };
 
+  std::optional<ReadValue> read(std::size_t index, std::size_t shape) const noexcept {
+    if (!possible_[shape]) return std::nullopt;
+    return read_value(classes_[index].layout.get(), shapes_[shape].text);
+  }
+
   // Most texts are of no kind that is asked for: some tell.
   void rank_by_sample() {
     const std::size_t first_try = std::min<std::size_t>(16, sample_.size());
     for (std::size_t i = 0; i < classes_.size(); ++i) ranks_.push_back({i, 0});
-    const auto read = [this](std::size_t step, std::size_t from, std::size_t to) {
+    const auto count = [this](std::size_t step, std::size_t from, std::size_t to) {
       std::size_t most = 0;
       for (Rank& rank : ranks_) {
-        const jwnls_layout* const layout = classes_[rank.index].layout.get();
         for (std::size_t i = from; i < to; ++i) {
           const std::size_t shape = sample_[i * step % sample_.size()];
-          rank.read += read_value(layout, shapes_[shape].text).has_value() ? 1 : 0;
+          rank.read += read(rank.index, shape).has_value() ? 1 : 0;
         }
         most = std::max(most, rank.read);
       }
@@ -111,11 +146,11 @@ class Trial {
     };
     // An odd step meets every place once where the sample is full.
     const std::size_t step = sample_.size() == 64 ? 5 : 1;
-    if (read(step, 0, first_try) == 0) {
+    if (count(step, 0, first_try) == 0) {
       ranks_.clear();
       return;
     }
-    read(step, first_try, sample_.size());
+    count(step, first_try, sample_.size());
     std::stable_sort(ranks_.begin(), ranks_.end(),
                      [](const Rank& a, const Rank& b) { return a.read > b.read; });
   }
@@ -124,11 +159,10 @@ class Trial {
     Candidate candidate;
     candidate.locales = &classes_[index];
     candidate.outcomes.resize(shapes_.size());
-    const jwnls_layout* const layout = candidate.locales->layout.get();
     for (std::size_t shape = 0; shape < shapes_.size(); ++shape) {
-      const auto read = read_value(layout, shapes_[shape].text);
-      if (!read) continue;
-      candidate.outcomes[shape] = {numbers_[shape].number_of(read->value), read->facts};
+      const auto value = read(index, shape);
+      if (!value) continue;
+      candidate.outcomes[shape] = {numbers_[shape].number_of(value->value), value->facts};
       candidate.read += shapes_[shape].count;
       readable_[shape] = true;
     }
@@ -139,12 +173,11 @@ class Trial {
   void add_readers_of_the_rest(std::size_t kept) {
     std::vector<std::size_t> unread;
     for (std::size_t i = 0; i < shapes_.size() && unread.size() < most_unread_tried; ++i) {
-      if (!readable_[i]) unread.push_back(i);
+      if (!readable_[i] && possible_[i]) unread.push_back(i);
     }
     for (std::size_t i = kept; i < ranks_.size(); ++i) {
-      const jwnls_layout* const layout = classes_[ranks_[i].index].layout.get();
       const bool reads = std::any_of(unread.begin(), unread.end(), [&](std::size_t shape) {
-        return read_value(layout, shapes_[shape].text).has_value();
+        return read(ranks_[i].index, shape).has_value();
       });
       const std::size_t work = candidates_.size() * shapes_.size();
       if (reads && work < cheap_trials) add(ranks_[i].index);
@@ -174,6 +207,7 @@ class Trial {
   const std::vector<std::size_t>& sample_;
   std::vector<ValueNumbers> numbers_;
   std::vector<bool> readable_;
+  std::vector<bool> possible_;  // may_be()
   std::vector<Rank> ranks_;
   std::vector<Candidate> candidates_;
 };
@@ -203,8 +237,13 @@ std::string date_text(std::int64_t days_since_1970) {
 
 }  // namespace
 
-Outcomes try_classes(const LocaleClasses& classes, const Shapes& shapes) {
-  return Trial(classes, shapes).run();
+Outcomes try_classes(const LocaleClasses& classes, const Shapes& shapes, int kind) {
+  return Trial(classes, shapes, kind).run();
+}
+
+bool may_be(int kind, const Shapes& shapes) {
+  return std::any_of(shapes.sample().begin(), shapes.sample().end(),
+                     [&](std::size_t shape) { return may_be(kind, shapes.all()[shape].text); });
 }
 
 std::string value_text(const jwnls_layout* layout, std::string_view text) {

@@ -40,7 +40,10 @@ struct Outcomes {
 /// Tries classes: all of them on the sample, those that read most of it on everything. Those that
 /// are left out miss texts of the sample that others read, so that they are never complete. No
 /// candidates: no class reads a quarter of the sample. Throws bad_alloc.
-[[nodiscard]] Outcomes try_classes(const LocaleClasses& classes, const Shapes& shapes);
+[[nodiscard]] Outcomes try_classes(const LocaleClasses& classes, const Shapes& shapes, int kind);
+
+/// Whether some text of the sample can be of a kind, whatever the locale.
+[[nodiscard]] bool may_be(int kind, const Shapes& shapes);
 
 /// What a layout reads, as a person would compare it: "1234.5", "2024-03-15T14:30:05"; empty where
 /// the text is not read.

@@ -100,11 +100,12 @@ class DateShape {
       return true;
     }
     if (digits <= 2) return take_short(value, digits);
-    // Only fractions of a second have other numbers of digits.
+    // Dates and times without marks have six or eight digits; other numbers are fractions of a
+    // second, or nothing that is read.
     const bool is_fraction = numbers_ > 2 && (text_[begin - 1] == '.' || text_[begin - 1] == ',');
     put('x');
     put(static_cast<char>('0' + digits % 10));
-    return is_fraction && digits < 10;
+    return is_fraction || (digits != 6 && digits != 8);
   }
   bool take_short(int value, std::size_t digits) noexcept {
     if (value == 29 || numbers_ == sizeof values_) return false;  // which year it is matters
