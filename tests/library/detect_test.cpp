@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
+#include "library/detect/shapes.h"
 #include "tests/library/opened_layout.h"
 
 namespace {
@@ -478,6 +480,68 @@ TEST(Detection, RefusesWhatItDoesNotKnow) {
   reading.size = sizeof reading;
   EXPECT_EQ(jwnls_detected_reading_of(dates_alone.get(), JWNLS_DATE, 0, &reading), JWNLS_UNKNOWN);
   EXPECT_EQ(jwnls_detected_locale(dates_alone.get(), JWNLS_DATE, 0, 0), nullptr);
+}
+
+// What locales make of a text, as far as a shape has to tell: who reads it, with which facts, and
+// which of them agree.
+std::string treatment(const std::vector<OpenedLayout>& layouts, const std::string& text) {
+  std::string all;
+  std::vector<double> values;
+  for (const OpenedLayout& layout : layouts) {
+    double value = 0;
+    std::int64_t microseconds = 0;
+    std::int32_t days = 0;
+    std::uint8_t facts = 0;
+    int code = JWNLS_UNREAD;
+    switch (jwnls_layout_kind(layout.get())) {
+      case JWNLS_DATE:
+        code = jwnls_read_date(layout.get(), text.data(), text.size(), &days, &facts);
+        value = days;
+        break;
+      case JWNLS_TIME:
+        code = jwnls_read_time(layout.get(), text.data(), text.size(), &microseconds, &facts);
+        value = static_cast<double>(microseconds);
+        break;
+      default:
+        code = jwnls_read_number(layout.get(), text.data(), text.size(), &value, &facts);
+    }
+    if (code != JWNLS_OK) value = jwnls_missing();
+    const auto same = std::find(values.begin(), values.end(), value);
+    all += code == JWNLS_OK ? static_cast<char>('a' + (same - values.begin())) : '-';
+    all += static_cast<char>('0' + facts);
+    values.push_back(value);
+  }
+  return all;
+}
+
+TEST(Detection, TextsOfOneShapeAreTreatedAlike) {
+  using jwnls::library::Family;
+  constexpr const char* locales[] = {"de_DE", "en_US", "fr_FR", "hi_IN", "ko_KR", "sv_SE", "th_TH"};
+  constexpr const char* alphabets[] = {"0123456789..,, '-e", "0011223456789....//-: "};
+  Random random(5);
+  for (const Family family : {Family::numbers, Family::dates}) {
+    std::vector<OpenedLayout> layouts;
+    for (const char* locale : locales) {
+      layouts.push_back(open_layout(locale, family == Family::numbers ? JWNLS_NUMBER : JWNLS_DATE));
+      if (family == Family::dates) layouts.push_back(open_layout(locale, JWNLS_TIME));
+    }
+    const std::string_view alphabet = alphabets[static_cast<int>(family)];
+    std::map<std::string, std::pair<std::string, std::string>> known;
+    for (int i = 0; i < 100'000; ++i) {
+      std::string text(1 + random() % 10, ' ');
+      for (char& each : text) each = alphabet[random() % alphabet.size()];
+      if (family == Family::dates && i % 2 == 0) {
+        const char mark = "./-"[random() % 3];
+        text = std::to_string(1 + random() % 31) + mark + std::to_string(1 + random() % 31) + mark +
+               std::to_string(i % 4 == 0 ? random() % 100 : 1500 + random() % 1300);
+      }
+      char shape[jwnls::library::shape_room];
+      const std::size_t size = jwnls::library::write_shape(family, text, shape);
+      const std::string found = treatment(layouts, text);
+      const auto [place, is_new] = known.emplace(std::string(shape, size), std::pair(text, found));
+      ASSERT_EQ(place->second.second, found) << "'" << text << "', '" << place->second.first << "'";
+    }
+  }
 }
 
 }  // namespace
