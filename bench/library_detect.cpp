@@ -94,6 +94,7 @@ void enter_column(const char* name, const char* locale, int kind, const char* op
 
 void enter_library_detect() {
   enter_column("German numbers", "de_DE", JWNLS_NUMBER, "decimals=2");
+  enter_column("German amounts", "de_DE", JWNLS_AMOUNT, "");
   enter_column("German dates of numbers", "de_DE", JWNLS_DATE, "");
   enter_column("English medium dates", "en_US", JWNLS_DATE, "");
   enter_column("Spanish long dates", "es_ES", JWNLS_DATE, "style=long");
