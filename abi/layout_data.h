@@ -6,8 +6,8 @@
  * the block is not there.
  *
  *   block    = "JWLX" version:u16 bytes:u16 section:u16 {jw_layout_sections} { section's bytes }
- *   section  = the offset of its first byte from the block's start; 0: the block has no such section
- *   u16      = two bytes, the low one first;  text = length:u8 { UTF-8 }
+ *   section  = the offset of its first byte from the block's start; 0: the block has no such
+ * section u16      = two bytes, the low one first;  text = length:u8 { UTF-8 }
  *
  *   numbers  = minimum_grouping:u8 systems:u8
  *              system { system }              the digits 0 to 9, then the locale's own
@@ -29,16 +29,16 @@
  *   currency   = code:3 bytes flags:u8 symbol:text narrow:text [ decimal:text group:text affixes ]
  *   affixes    = prefix:text suffix:text negative_prefix:text negative_suffix:text
  *                of amounts in this currency; without U+00A4: those of all amounts
- *   flags        bit 0, bit 1: the symbol's first, last character takes a blank beside a digit; bits
- *                2, 3: of the narrow symbol; bit 4: money is written otherwise in this currency
- *                bits 5 to 7: decimals of the currency
+ *   flags        bit 0, bit 1: the symbol's first, last character takes a blank beside a digit;
+ * bits 2, 3: of the narrow symbol; bit 4: money is written otherwise in this currency bits 5 to 7:
+ * decimals of the currency
  *
  *   date names = count:u16 { name } count:u8 { exact }
  *   name       = meaning:u16 text        folded as library/texts/folding.h says, sorted by bytes
  *   meaning      bits 0 to 3: month, from 1; bits 4 to 7: weekday, from 1 for Sunday, 8 for two of
  *                them; bit 8: a word that may stand between; bit 9: a name of two months; bit 10:
- *                one that a related language gives to another month; bit 11: the beginning of a name
- *   exact      = month:u8 text           as it is written: a name that folds to that of another
+ *                one that a related language gives to another month; bit 11: the beginning of a
+ * name exact      = month:u8 text           as it is written: a name that folds to that of another
  *
  *   date patterns = flags:u8 full:text joint joint joint joint count:u8 { text }
  *   flags        bit 0: short dates begin with two digits of the year

@@ -49,6 +49,6 @@ if(NOT JWNLS_GENERATORS)
   set(folding_tables "${PROJECT_BINARY_DIR}/generators/folding_tables.cpp")
   file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/generators")
   jwnls_unicode_table(letter_folding_generator "${folding_tables}")
-  target_sources(ldb_generator PRIVATE library/dates/name_list.cpp library/dates/pattern_parts.cpp
+  target_sources(ldb_generator PRIVATE library/locale_data/name_list.cpp library/locale_data/pattern_parts.cpp
     library/texts/folding.cpp library/texts/utf8.cpp "${folding_tables}")
 endif()

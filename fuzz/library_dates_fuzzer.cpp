@@ -14,8 +14,8 @@
 #include "fuzz/input.h"
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
-#include "library/dates/reading.h"
 #include "library/layouts/layout.h"
+#include "library/moments/reading.h"
 #include "library/texts/utf8.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,7 +1,7 @@
 #include "library/explain.h"
 
-#include "library/dates/reading.h"
 #include "library/layouts/layout.h"
+#include "library/moments/reading.h"
 #include "library/texts/utf8_input.h"
 
 namespace jwnls::library {

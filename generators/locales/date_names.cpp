@@ -16,7 +16,7 @@
 #include "generators/locales/date_symbols.h"
 #include "generators/locales/icu.h"
 #include "generators/locales/layout_data.h"
-#include "library/dates/name_list.h"
+#include "library/locale_data/name_list.h"
 
 namespace jwnls::generator {
 namespace {

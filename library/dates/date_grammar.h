@@ -20,11 +20,11 @@
 #include <utility>
 
 #include "include/jwnls/jwnls.h"
-#include "library/dates/date_characters.h"
 #include "library/dates/date_layout.h"
 #include "library/dates/date_names.h"
 #include "library/dates/date_order.h"
 #include "library/dates/date_parts.h"
+#include "library/locale_data/date_characters.h"
 
 namespace jwnls::library {
 

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "include/jwnls/jwnls.h"
-#include "library/dates/date_characters.h"
 #include "library/dates/date_text.h"
-#include "library/dates/pattern_parts.h"
+#include "library/locale_data/date_characters.h"
 #include "library/locale_data/date_data.h"
+#include "library/locale_data/pattern_parts.h"
 #include "library/texts/failure.h"
 #include "library/texts/folding.h"
 #include "library/texts/utf8.h"

@@ -13,7 +13,7 @@
 #include "abi/locale_record.h"
 #include "library/dates/date_names.h"
 #include "library/dates/full_date.h"
-#include "library/layouts/options.h"
+#include "library/options/options.h"
 #include "library/process/process.h"
 
 namespace jwnls::library {

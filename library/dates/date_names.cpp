@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <bit>
 #include <map>
-#include <mutex>
 #include <utility>
 
-#include "library/dates/date_characters.h"
-#include "library/dates/pattern_parts.h"
+#include "library/locale_data/date_characters.h"
+#include "library/locale_data/pattern_parts.h"
+#include "library/process/opening.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
@@ -131,7 +131,8 @@ void DateNames::make_slots() {
 void DateNames::add_to(std::string& key) const {
   for (const Entry& entry : entries_) {
     const NameMeaning& meaning = entry.meaning;
-    const int kinds = (meaning.word ? 1 : 0) + (meaning.two_months ? 2 : 0) + (meaning.false_friend ? 4 : 0);
+    const int kinds =
+        (meaning.word ? 1 : 0) + (meaning.two_months ? 2 : 0) + (meaning.false_friend ? 4 : 0);
     key.append(text_of_entry(entry));
     for (const int each : {0, int{meaning.month}, int{meaning.weekday}, kinds}) {
       key += static_cast<char>(each);
@@ -200,10 +201,9 @@ void add_english_months(NameList& list) {
 
 std::shared_ptr<const DateNames> date_names_of(const Locale& locale, bool with_english) {
   // Never destroyed, as the locales.
-  static std::mutex& mutex = *new std::mutex;
   using Known = std::map<std::pair<const Locale*, bool>, std::shared_ptr<const DateNames>>;
   static Known& known = *new Known;
-  const std::lock_guard lock(mutex);
+  const Opening opening;
   std::shared_ptr<const DateNames>& names = known[{&locale, with_english}];
   if (names == nullptr) {
     std::optional<DateNameData> data = read_date_name_data(*locale.record);

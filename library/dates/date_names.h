@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "library/dates/name_list.h"
 #include "library/locale_data/date_data.h"
+#include "library/locale_data/name_list.h"
 #include "library/process/process.h"
 
 namespace jwnls::library {

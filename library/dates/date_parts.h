@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "library/dates/date_characters.h"
+#include "library/locale_data/date_characters.h"
 #include "module/calendar/civil.h"
 
 namespace jwnls::library {

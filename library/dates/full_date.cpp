@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "library/dates/pattern_parts.h"
+#include "library/locale_data/pattern_parts.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {

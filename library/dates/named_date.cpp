@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "library/dates/date_characters.h"
 #include "library/dates/date_order.h"
+#include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {

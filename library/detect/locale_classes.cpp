@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <map>
-#include <mutex>
 #include <string_view>
 #include <utility>
 
 #include "host/locales/locale_names.h"
-#include "library/dates/date_characters.h"
 #include "library/layouts/layout.h"
 #include "library/locale_data/currency_data.h"
+#include "library/locale_data/date_characters.h"
+#include "library/process/opening.h"
 #include "library/texts/failure.h"
 
 namespace jwnls::library {
@@ -176,8 +176,7 @@ LocaleClasses make_classes(const std::vector<std::string>& locales, int kind, co
 const LocaleClasses& classes_of_every_locale(int kind, Detail detail) {
   // At most two a kind, of some hundred layouts together.
   static auto* const made = new std::map<std::pair<int, Detail>, LocaleClasses>;
-  static auto* const making = new std::mutex;
-  const std::lock_guard guard(*making);
+  const Gathering gathering;
   const auto known = made->find({kind, detail});
   if (known != made->end()) return known->second;
   return made->emplace(std::pair(kind, detail), make_classes(every_locale(), kind, "", detail))

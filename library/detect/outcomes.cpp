@@ -6,9 +6,9 @@
 #include <numeric>
 #include <optional>
 
-#include "library/dates/date_characters.h"
 #include "library/dates/day_scale.h"
 #include "library/layouts/layout.h"
+#include "library/locale_data/date_characters.h"
 #include "library/numbers/decimal_value.h"
 #include "module/calendar/civil.h"
 

@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "library/columns/read_column.h"
-#include "library/dates/date_characters.h"
 #include "library/dates/date_text.h"
+#include "library/locale_data/date_characters.h"
 #include "library/numbers/characters.h"
 #include "library/texts/longest_text.h"
 #include "library/texts/utf8.h"

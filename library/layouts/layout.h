@@ -9,8 +9,8 @@
 #include "abi/locale_handle.h"
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_layout.h"
-#include "library/layouts/number_layout.h"
-#include "library/layouts/options.h"
+#include "library/numbers/number_layout.h"
+#include "library/options/options.h"
 #include "library/process/process.h"
 #include "library/zones/zone.h"
 

@@ -8,9 +8,9 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/layouts/layout.h"
-#include "library/layouts/options.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
+#include "library/options/options.h"
 #include "library/texts/failure.h"
 #include "library/texts/give_text.h"
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "abi/locale_record.h"
-#include "library/dates/name_list.h"
+#include "library/locale_data/name_list.h"
 
 namespace jwnls::library {
 

@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "abi/locale_handle.h"
-#include "library/layouts/options.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
+#include "library/options/options.h"
 
 namespace jwnls::library {
 

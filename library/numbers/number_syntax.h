@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "library/layouts/options.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/characters.h"
 #include "library/numbers/number_style.h"
 #include "library/numbers/unit_names.h"
+#include "library/options/options.h"
 #include "library/texts/longest_text.h"
 
 namespace jwnls::library {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "library/layouts/options.h"
 #include "library/locale_data/currency_data.h"
+#include "library/options/options.h"
 
 namespace jwnls::library {
 

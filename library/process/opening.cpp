@@ -18,6 +18,7 @@ union Lock {
   std::mutex mutex;
 };
 constinit Lock lock;
+constinit Lock gathering;
 // A thread finds itself here only if it stored itself, so that no order is needed.
 constinit std::atomic<pthread_t> holder{};  // 0: none
 constinit bool held_for_fork = false;       // guarded by the lock
@@ -50,6 +51,9 @@ Opening::~Opening() {
   errno = errno_;
 }
 
+Gathering::Gathering() { gathering.mutex.lock(); }
+Gathering::~Gathering() { gathering.mutex.unlock(); }
+
 namespace {
 
 // A journal function may fork, too: its thread has the lock already, and keeps it in the child.
@@ -57,6 +61,7 @@ struct ForkHandlers {
   ForkHandlers() {
     const auto before = [] {
       if (Opening::is_here()) return;
+      gathering.mutex.lock();
       lock.mutex.lock();
       held_for_fork = true;
     };
@@ -64,6 +69,7 @@ struct ForkHandlers {
       if (Opening::is_here() || !held_for_fork) return;
       held_for_fork = false;
       lock.mutex.unlock();
+      gathering.mutex.unlock();
     };
     (void)pthread_atfork(before, after, after);
   }

@@ -29,6 +29,16 @@ class Opening {
   const int errno_;
 };
 
+/// The lock of work that opens much, piece by piece: taken before Opening, never under it. fork()
+/// waits for it as well.
+class Gathering {
+ public:
+  Gathering();
+  ~Gathering();
+  Gathering(const Gathering&) = delete;
+  Gathering& operator=(const Gathering&) = delete;
+};
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_PROCESS_OPENING_H_

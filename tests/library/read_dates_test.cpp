@@ -11,8 +11,8 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
-#include "library/dates/reading.h"
 #include "library/layouts/layout.h"
+#include "library/moments/reading.h"
 #include "library/texts/utf8.h"
 #include "tests/library/date_cases.h"
 

@@ -18,7 +18,7 @@ TEST(Show, TellsWhatALocaleWritesAndReads) {
            "  date long        5. März 2024 ",
            "  05.03.2024, 14:07:09  ",
            "  number              1234567.891  1.234.567,891\n",
-           "  date     2/3/2024    2024-03-02  could be meant otherwise\n",
+           "  date     2/3/2024    2024-03-02   could be meant otherwise\n",
            "  date     3/13/2024   not read\n",
            "  number   1.234,5     1234.5\n",
            "  Saturday   Samstag     Sa.\n",

@@ -7,9 +7,9 @@
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
-#include "library/dates/moment_text.h"
-#include "library/dates/reading.h"
 #include "library/layouts/layout.h"
+#include "library/moments/moment_text.h"
+#include "library/moments/reading.h"
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {

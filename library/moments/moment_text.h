@@ -1,7 +1,7 @@
 // Reads times of day, datetimes, instants and periods.
 
-#ifndef JWNLS_LIBRARY_DATES_MOMENT_TEXT_H_
-#define JWNLS_LIBRARY_DATES_MOMENT_TEXT_H_
+#ifndef JWNLS_LIBRARY_MOMENTS_MOMENT_TEXT_H_
+#define JWNLS_LIBRARY_MOMENTS_MOMENT_TEXT_H_
 
 #include <cstdint>
 #include <optional>
@@ -38,4 +38,4 @@ struct MomentRead {
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_DATES_MOMENT_TEXT_H_
+#endif  // JWNLS_LIBRARY_MOMENTS_MOMENT_TEXT_H_

@@ -1,7 +1,7 @@
 // A pattern of the record taken apart into directives and the texts between them.
 
-#ifndef JWNLS_LIBRARY_DATES_PATTERN_PARTS_H_
-#define JWNLS_LIBRARY_DATES_PATTERN_PARTS_H_
+#ifndef JWNLS_LIBRARY_LOCALE_DATA_PATTERN_PARTS_H_
+#define JWNLS_LIBRARY_LOCALE_DATA_PATTERN_PARTS_H_
 
 #include <string>
 #include <string_view>
@@ -30,4 +30,4 @@ std::string letters_at_begin(std::string_view literal);
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_DATES_PATTERN_PARTS_H_
+#endif  // JWNLS_LIBRARY_LOCALE_DATA_PATTERN_PARTS_H_

@@ -1,6 +1,6 @@
-#include "library/dates/name_list.h"
+#include "library/locale_data/name_list.h"
 
-#include "library/dates/date_characters.h"
+#include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {

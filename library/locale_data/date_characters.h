@@ -1,7 +1,7 @@
 // What bytes are in the text of a date. Whatever is not ASCII counts as a letter.
 
-#ifndef JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_
-#define JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_
+#ifndef JWNLS_LIBRARY_LOCALE_DATA_DATE_CHARACTERS_H_
+#define JWNLS_LIBRARY_LOCALE_DATA_DATE_CHARACTERS_H_
 
 #include <cstddef>
 #include <string_view>
@@ -41,4 +41,4 @@ constexpr std::size_t end_of_run(std::string_view text, std::size_t at) noexcept
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_DATES_DATE_CHARACTERS_H_
+#endif  // JWNLS_LIBRARY_LOCALE_DATA_DATE_CHARACTERS_H_

@@ -1,7 +1,7 @@
 // What a layout of numbers holds beside its options: how they are read and how they are written.
 
-#ifndef JWNLS_LIBRARY_LAYOUTS_NUMBER_LAYOUT_H_
-#define JWNLS_LIBRARY_LAYOUTS_NUMBER_LAYOUT_H_
+#ifndef JWNLS_LIBRARY_NUMBERS_NUMBER_LAYOUT_H_
+#define JWNLS_LIBRARY_NUMBERS_NUMBER_LAYOUT_H_
 
 #include "library/numbers/number_style.h"
 #include "library/numbers/number_syntax.h"
@@ -15,4 +15,4 @@ struct NumberLayout {
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_LAYOUTS_NUMBER_LAYOUT_H_
+#endif  // JWNLS_LIBRARY_NUMBERS_NUMBER_LAYOUT_H_

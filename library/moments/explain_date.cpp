@@ -6,8 +6,8 @@
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
-#include "library/dates/moment_text.h"
-#include "library/dates/reading.h"
+#include "library/moments/moment_text.h"
+#include "library/moments/reading.h"
 #include "library/texts/message.h"
 
 namespace jwnls::library {

@@ -4,8 +4,8 @@
 //   options = { blank } [ word { blank { blank } word } { blank } ]
 //   word    = NAME | NAME "=" VALUE           no blank in either; a later word of a name wins
 
-#ifndef JWNLS_LIBRARY_LAYOUTS_OPTIONS_H_
-#define JWNLS_LIBRARY_LAYOUTS_OPTIONS_H_
+#ifndef JWNLS_LIBRARY_OPTIONS_OPTIONS_H_
+#define JWNLS_LIBRARY_OPTIONS_OPTIONS_H_
 
 #include <cstdint>
 #include <string>
@@ -74,4 +74,4 @@ void read_options(int kind, std::string_view text, Options& options);
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_LAYOUTS_OPTIONS_H_
+#endif  // JWNLS_LIBRARY_OPTIONS_OPTIONS_H_

@@ -1,6 +1,6 @@
-#include "library/dates/pattern_parts.h"
+#include "library/locale_data/pattern_parts.h"
 
-#include "library/dates/date_characters.h"
+#include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {

@@ -2,11 +2,11 @@
 
 #include <cstring>
 
-#include "library/dates/date_characters.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
-#include "library/dates/moment_text.h"
 #include "library/dates/service_call.h"
+#include "library/locale_data/date_characters.h"
+#include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {

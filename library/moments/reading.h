@@ -1,7 +1,7 @@
 // What reading dates and explaining what is not read have in common.
 
-#ifndef JWNLS_LIBRARY_DATES_READING_H_
-#define JWNLS_LIBRARY_DATES_READING_H_
+#ifndef JWNLS_LIBRARY_MOMENTS_READING_H_
+#define JWNLS_LIBRARY_MOMENTS_READING_H_
 
 #include <string_view>
 
@@ -24,4 +24,4 @@ int explain_date(const jwnls_layout& layout, std::string_view text, jwnls_error*
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_DATES_READING_H_
+#endif  // JWNLS_LIBRARY_MOMENTS_READING_H_

@@ -1,4 +1,4 @@
-#include "library/layouts/options.h"
+#include "library/options/options.h"
 
 #include <algorithm>
 #include <charconv>

@@ -7,7 +7,7 @@
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
-#include "library/dates/moment_text.h"
+#include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {

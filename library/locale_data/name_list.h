@@ -4,8 +4,8 @@
 // Names are folded (see library/texts/folding.h) and have no dot at their end; one text may be
 // several things at once: the Spanish "mar" is Tuesday and March.
 
-#ifndef JWNLS_LIBRARY_DATES_NAME_LIST_H_
-#define JWNLS_LIBRARY_DATES_NAME_LIST_H_
+#ifndef JWNLS_LIBRARY_LOCALE_DATA_NAME_LIST_H_
+#define JWNLS_LIBRARY_LOCALE_DATA_NAME_LIST_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "library/dates/pattern_parts.h"
+#include "library/locale_data/pattern_parts.h"
 
 namespace jwnls::library {
 
@@ -59,4 +59,4 @@ class NameList {
 
 }  // namespace jwnls::library
 
-#endif  // JWNLS_LIBRARY_DATES_NAME_LIST_H_
+#endif  // JWNLS_LIBRARY_LOCALE_DATA_NAME_LIST_H_
