@@ -2,6 +2,7 @@
 //   host <folder of jwnlsloc.so, jwnlsldb.so and jwemsg.so>
 // All that the module asks of a host is here; every word that may be null is left null. A real host
 // knows more locales and zones, sets no limits, shares handles through a cache, and reports faults.
+// clang-format off
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <pthread.h>
@@ -9,17 +10,11 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-
 #include "abi/locale_handle.h"
 #include "abi/status.h"
-
 // Words without a name are the host's: here the first of a table leads to the table's object.
 // ---- Pools: a zeroed room of which any thread may take a piece, and which goes as a whole.
-struct pool {
-  jw_pool table;
-  atomic_size_t used;
-  max_align_t room[4096];
-};
+struct pool { jw_pool table; atomic_size_t used; max_align_t room[4096]; };
 static void* allocate(jw_pool* table, uint64_t bytes, uint32_t flags) {
   struct pool* pool = table->word_0[0];
   const size_t pieces = bytes / sizeof(max_align_t) + 1;
@@ -31,8 +26,7 @@ static void destroy_pool(jw_pool* pool) { free(pool->word_0[0]); }
 static jw_pool* create_pool(jw_kernel* host, const void* how, jw_error_sink* to, const char* name) {
   struct pool* pool = calloc(1, sizeof *pool);
   if (pool) pool->table = (jw_pool){{pool}, destroy_pool, allocate, give_back};
-  return pool ? &pool->table : NULL;
-}
+  return pool ? &pool->table : NULL; }
 // ---- Locks: one for all, which a thread may take again; it ignores a release by another thread.
 static pthread_mutex_t mutex = PTHREAD_RECURSIVE_MUTEX_INITIALIZER_NP;
 static void take(jw_lock* lock, int64_t i, int64_t j) { pthread_mutex_lock(&mutex); }
@@ -43,17 +37,8 @@ static jw_lock* create_lock(jw_kernel* host, const uint8_t* how, jw_journal* to,
   return &lock;
 }
 // ---- Tracks: a few entries with copies of keys. One thread adds; others see what counts.
-struct entry {
-  jw_track_entry table;
-  int64_t key_bytes;
-  char key[220];
-};
-struct track {
-  jw_track table;
-  jw_entry_destructor ended;
-  atomic_int count;
-  struct entry all[8];
-};
+struct entry { jw_track_entry table; int64_t key_bytes; char key[220]; };
+struct track { jw_track table; jw_entry_destructor ended; atomic_int count; struct entry all[8]; };
 static jw_track_entry* look_up(jw_track* table, uint32_t flags, uint64_t zero, const void* key,
                                int64_t bytes) {
   struct track* track = table->word_0[0];
@@ -84,9 +69,8 @@ static void destroy_track(jw_track* table) {
 }
 static jw_track* create_track(jw_kernel* host, const void* how, jw_journal* log, const char* name) {
   struct track* track = calloc(1, sizeof *track);
-  if (track)
-    track->table = (jw_track){{track}, destroy_track,  {0}, look_up,
-                              insert,  set_destructor, {0}, release_entry};
+  if (track) track->table = (jw_track){{track}, destroy_track, {0}, look_up, insert, set_destructor,
+                                       {0}, release_entry};
   return track ? &track->table : NULL;
 }
 // ---- Extensions: <folder>/<name>.so, with a factory of its name. They stay open.
@@ -109,13 +93,10 @@ static void* load(jw_kernel* host, const char16_t* name, int64_t length, uint64_
   return make ? make(host, NULL) : NULL;
 }
 // ---- Locales, letters and zones: German, ASCII and UTC.
-struct jw_zone {
-  char16_t name[3];
-} utc = {u"UTC"};
+struct jw_zone { char16_t name[3]; } utc = {u"UTC"};
 static jw_resolved_locale german = {.length = 5, .name = u"de_DE"};
 static char16_t upper(jw_nls_context* context, char16_t unit, uint64_t zero) {
-  return unit >= u'a' && unit <= u'z' ? unit - 32 : unit;
-}
+  return unit >= u'a' && unit <= u'z' ? unit - 32 : unit; }
 static uint32_t resolve(jw_nls_context* context, const char16_t* name, int64_t length,
                         uint32_t flags, jw_resolved_locale** out) {
   *out = &german;
@@ -128,33 +109,21 @@ static uint32_t normalise(jw_nls_context* context, const char16_t* name, int64_t
   return memcpy(out, utc.name, 6), *length_io = 3, JW_OK;
 }
 static uint32_t os_zone(jw_nls_context* context, char16_t* out, int64_t* length, uint32_t flags) {
-  return normalise(context, utc.name, 3, 0, out, length, NULL);
-}
-static jw_zone* open_zone(jw_zone_service* zones, const char16_t* name, int64_t n, uint64_t zero) {
-  return &utc;
-}
+  return normalise(context, utc.name, 3, 0, out, length, NULL); }
+static jw_zone* open_zone(jw_zone_service* s, const char16_t* name, int64_t l, uint64_t zero) {
+  return &utc; }
 static void close_zone(jw_zone_service* service, jw_zone* zone) {}
 static uint32_t zone_info(jw_zone_service* service, jw_zone* zone, char16_t abbreviation[50],
                           int64_t* length, int64_t* offset_seconds) {
-  return memcpy(abbreviation, zone->name, 6), *length = 3, *offset_seconds = 0, JW_OK;
-}
+  return memcpy(abbreviation, zone->name, 6), *length = 3, *offset_seconds = 0, JW_OK; }
 
 int main(int argc, char** argv) {
-  static jw_kernel kernel = {.create_lock = create_lock,
-                             .create_pool = create_pool,
-                             .create_track = create_track,
-                             .load_extension = load};
+  static jw_kernel kernel = {.create_lock = create_lock, .create_pool = create_pool,
+                             .create_track = create_track, .load_extension = load};
   static jw_zone_service zones = {.open = open_zone, .close = close_zone, .zone_info = zone_info};
-  static jw_nls_context context = {.host_service = &kernel,
-                                   .os_zone = os_zone,
-                                   .to_upper = upper,
-                                   .resolve_locale = resolve,
-                                   .normalise_zone = normalise,
-                                   .zone_service = &zones};
-  uint32_t status;
-  char text[80];
-  int64_t length, consumed;
-  double number;
+  static jw_nls_context context = {.host_service = &kernel, .os_zone = os_zone, .to_upper = upper,
+      .resolve_locale = resolve, .normalise_zone = normalise, .zone_service = &zones};
+  uint32_t status; char text[80]; int64_t length, consumed; double number;
   if (argc > 1) folder = argv[1];
   context.pool = create_pool(&kernel, NULL, NULL, "NLS pool");
   context.creation_lock = create_lock(&kernel, NULL, NULL, "NLS creation lock");
