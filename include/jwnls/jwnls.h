@@ -21,6 +21,9 @@
    Codes, functions and the members of structs are for ever. What is new is a new word among the
    options, a new function, or a new member at the end of a struct that begins with its size. */
 
+/* Laid out by hand: tables of constants and of functions are easier to read so. */
+/* clang-format off */
+
 #ifndef JWNLS_JWNLS_H_
 #define JWNLS_JWNLS_H_
 
