@@ -66,7 +66,7 @@ Failure resolve(NlsContext* context, const char16_t* name, std::int64_t length,
   }
   // The record's name entry has room for 60 units.
   if (resolved == nullptr || resolved->length < 1 || resolved->length > text_entry_capacity) {
-    return failure(Status::lookup_failed);
+    return Status::lookup_failed;
   }
   locale.name = {resolved->name, static_cast<std::size_t>(resolved->length)};
   return success;
@@ -110,7 +110,7 @@ Outcome share_or_make(NlsContext* context, const CreationOptions* options,
   // The creation lock is not taken yet when the caller's zone name is refused, and is released all
   // the same: hosts ignore the release of a lock that is not held.
   host_calls::release(context->creation_lock);
-  return failed ? Outcome{nullptr, *failed} : outcome;
+  return failed ? Outcome{nullptr, failed.status} : outcome;
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ Failure fail_without(const RequiredWord* missing, NlsContext* context,
                      std::uint32_t resolution) noexcept {
   if (missing == nullptr) return success;
   write_missing_word(host_calls::journal_of(context), *missing);
-  return missing->status ? failure(*missing->status) : resolution;
+  return missing->status ? Failure(*missing->status) : resolution;
 }
 
 // One handle in the making, step by step.
@@ -33,7 +33,7 @@ class Making {
     objects[HostObject::handle_cache] = cache;
     Failure failed = fail_without(missing_word(objects), context_, resolution_);
     if (!failed) failed = allocate();
-    if (failed) return {nullptr, *failed};
+    if (failed) return {nullptr, failed.status};
 
     fill_head();
     using Step = Failure (Making::*)() noexcept;
@@ -45,7 +45,7 @@ class Making {
       failed = (this->*step)();
       if (failed) {
         undo_handle(handle_);
-        return {nullptr, *failed};
+        return {nullptr, failed.status};
       }
     }
     return {handle_, code(Status::ok)};
@@ -55,11 +55,11 @@ class Making {
   Failure allocate() noexcept {
     Pool* pool = context_->pool;
     handle_ = host_calls::allocate_zeroed<LocaleHandle>(pool);
-    if (handle_ == nullptr) return failure(Status::out_of_memory);
+    if (handle_ == nullptr) return Status::out_of_memory;
     handle_->record = host_calls::allocate<LocaleRecord>(pool);
     if (handle_->record == nullptr) {
       host_calls::free(pool, handle_);
-      return failure(Status::out_of_memory);
+      return Status::out_of_memory;
     }
     return success;
   }
@@ -104,7 +104,7 @@ class Making {
     handle_->zone_lock = create_lock("jwnls Locale JWZ lock");
     // Deliberate: a missing lock is a failure with status ok.
     if (handle_->message_lock == nullptr || handle_->zone_lock == nullptr) {
-      return failure(Status::ok);
+      return Status::ok;
     }
     if (const Failure failed = check(HostObject::message_lock, handle_->message_lock)) {
       return failed;
@@ -120,7 +120,7 @@ class Making {
   Failure create_message_track() noexcept {
     Track* track = create_track("jwnls Locale JWMSG track");
     handle_->message_track = track;
-    if (track == nullptr) return failure(Status::ok);  // deliberate, as for the locks
+    if (track == nullptr) return Status::ok;  // deliberate, as for the locks
     if (const Failure failed = check(HostObject::message_track, track)) return failed;
     host_calls::set_destructor(track, host_release);
     return success;
@@ -129,7 +129,7 @@ class Making {
   Failure create_zone_track() noexcept {
     Track* track = create_track("jwnls Locale JWETZ track");
     handle_->zone_track = track;
-    if (track == nullptr) return failure(Status::out_of_memory);
+    if (track == nullptr) return Status::out_of_memory;
     if (const Failure failed = check(HostObject::zone_track, track)) return failed;
     host_calls::set_destructor(track, destroy_zone_entry);
     return success;
@@ -143,7 +143,7 @@ class Making {
   Failure open_handle_zone() noexcept {
     Zone* zone = look_up_zone(handle_, zone_.units, zone_.length);
     set_current_zone(handle_, zone);
-    return zone != nullptr ? success : failure(Status::lookup_failed);
+    return zone != nullptr ? success : Failure(Status::lookup_failed);
   }
 
   // Fails when an object that the host has just made lacks a word that the module calls.
@@ -175,7 +175,7 @@ void undo_handle(LocaleHandle* handle) noexcept {
 Outcome refuse_host(NlsContext* context) noexcept {
   const RequiredWord* missing = missing_word(objects_before_creation(*context, kernel_handle()));
   const Failure failed = fail_without(missing, context, code(Status::ok));
-  return {nullptr, failed.value_or(code(Status::ok))};
+  return {nullptr, failed.status};
 }
 
 }  // namespace jwnls

@@ -4,7 +4,6 @@
 #define JWNLS_MODULE_FRAME_HANDLE_MAKING_H_
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 #include "abi/locale_handle.h"
@@ -14,12 +13,18 @@
 namespace jwnls {
 
 /// How a step of a creation failed: the status that the caller is to see with a null handle; or
-/// nothing, when the step went well. A failure with status ok is possible, deliberately: hosts
+/// success, when the step went well. A failure with status ok is possible, deliberately: hosts
 /// test the handle, not only the status.
-using Failure = std::optional<std::uint32_t>;
-inline constexpr std::nullopt_t success = std::nullopt;
+struct [[nodiscard]] Failure {
+  constexpr Failure() noexcept = default;
+  constexpr Failure(std::uint32_t a_status) noexcept : failed(true), status(a_status) {}
+  constexpr Failure(Status a_status) noexcept : Failure(code(a_status)) {}
+  constexpr explicit operator bool() const noexcept { return failed; }
 
-constexpr Failure failure(Status status) noexcept { return code(status); }
+  bool failed = false;
+  std::uint32_t status = 0;
+};
+inline constexpr Failure success;
 
 /// What a creation comes to: a handle and ok, or null and the status of its failure.
 struct Outcome {
