@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/detect_command.h"
 #include "tool/kinds.h"
 #include "tool/list_commands.h"
 #include "tool/output.h"
@@ -30,6 +31,7 @@ constexpr const char* program_footer =
     "  jwnls read date -l fr_FR '15 mars 2024'\n"
     "  jwnls read amount -l de_DE '1.234,50 €'\n"
     "  jwnls convert time --from en_US --to de_DE '2:30 PM'\n"
+    "  jwnls detect -l de_DE,en_US,fr_FR column.txt\n"
     "  jwnls show ja_JP\n"
     "  jwnls locales arab\n"
     "\n"
@@ -39,7 +41,8 @@ constexpr const char* program_footer =
     "\n"
     "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown\n"
     "locale or time zone or a module that cannot be loaded, 4 input or output failed, 5 values\n"
-    "that could mean another and none that decides, with --proved.";
+    "that could mean another and none that decides, with --proved, or no single reading, of "
+    "detect.";
 
 using Command = std::function<ExitCode()>;
 
@@ -69,6 +72,7 @@ class CommandLine {
     add_values_command("read", "Read values the way a locale writes them", &CommandLine::add_read);
     add_values_command("convert", "Read values in one locale, write them in another",
                        &CommandLine::add_convert);
+    add_detect();
     add_list("locales", "List the locales: name, English name, own name",
              "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
     add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
@@ -204,10 +208,30 @@ class CommandLine {
     command->callback([this] { chosen_ = [this] { return run_show(show_options_); }; });
   }
 
+  void add_detect() {
+    CLI::App* command =
+        app_.add_subcommand("detect", "Tell which kind a column is, and which locales read it");
+    command
+        ->add_option("-l,--locales", detect_options_.locales,
+                     "Ask these alone, separated by commas, in this order; \"*\": all others")
+        ->type_name("NAMES");
+    command->add_flag("-a,--all", detect_options_.all, "Name all locales, not the first ones");
+    command
+        ->add_option("file", detect_options_.file,
+                     "A value a line; default, and \"-\": standard input")
+        ->type_name("FILE")
+        ->transform(unshielded);
+    command->footer(
+        examples("  jwnls detect column.txt\n  cut -f 3 table.tsv | jwnls detect\n"
+                 "  jwnls detect -l de_DE,en_US column.txt"));
+    command->callback([this] { chosen_ = [this] { return run_detect(detect_options_); }; });
+  }
+
   CLI::App app_;
   std::list<ValueOptions> value_options_;  // one for each kind; CLI::App keeps references
   std::list<ListOptions> list_options_;
   ShowOptions show_options_;
+  DetectOptions detect_options_;
   Command chosen_;
 };
 

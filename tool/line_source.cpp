@@ -16,8 +16,11 @@ constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-LineSource::LineSource(int descriptor, std::function<void()> before_read)
-    : descriptor_(descriptor), before_read_(std::move(before_read)), block_(block_bytes, '\0') {}
+LineSource::LineSource(int descriptor, std::function<void()> before_read, std::string name)
+    : descriptor_(descriptor),
+      before_read_(std::move(before_read)),
+      name_(std::move(name)),
+      block_(block_bytes, '\0') {}
 
 bool LineSource::next(std::string_view& line) {
   if (rest_.empty() && !fill()) return false;
@@ -61,7 +64,7 @@ bool LineSource::fill() {
     const auto bytes = ::read(descriptor_, block_.data(), block_.size());
     if (bytes < 0 && errno == EINTR) continue;
     if (bytes < 0) {
-      throw Failure{ExitCode::io, std::string("standard input: ") + std::strerror(errno)};
+      throw Failure{ExitCode::io, name_ + ": " + std::strerror(errno)};
     }
     rest_ = std::string_view(block_).substr(0, static_cast<std::size_t>(bytes));
     at_end_ = bytes == 0;

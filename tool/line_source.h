@@ -1,4 +1,4 @@
-// Standard input, line by line, in constant memory.
+// Standard input or a file, line by line, in constant memory.
 
 #ifndef JWNLS_TOOL_LINE_SOURCE_H_
 #define JWNLS_TOOL_LINE_SOURCE_H_
@@ -16,8 +16,10 @@ class LineSource {
   /// Bytes; longer lines are cut there. No value is anywhere near as long.
   static constexpr std::size_t longest_line = 4096;
 
-  /// Reads `descriptor` to its end. `before_read` is called before each read, which may block.
-  LineSource(int descriptor, std::function<void()> before_read);
+  /// Reads `descriptor` to its end. `before_read` is called before each read, which may block;
+  /// `name` is what messages call the input.
+  LineSource(int descriptor, std::function<void()> before_read,
+             std::string name = "standard input");
 
   /// The next line without its end ("\n" or "\r\n"), valid until the next call; false at the end of
   /// input. Throws Failure{io} when the input cannot be read.
@@ -35,6 +37,7 @@ class LineSource {
 
   int descriptor_;
   std::function<void()> before_read_;
+  std::string name_;
   std::string block_;
   std::string_view rest_;  // of the block: what is not yet given
   std::string gathered_;   // a line that goes over the end of a block

@@ -9,7 +9,6 @@
 #include "tool/terminal_text.h"
 
 namespace jwnls::tool {
-namespace {
 
 std::string_view trimmed(std::string_view text) {
   constexpr std::string_view blanks = " \t";
@@ -17,6 +16,8 @@ std::string_view trimmed(std::string_view text) {
   if (begin == std::string_view::npos) return {};
   return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
+
+namespace {
 
 class ValueWriter {
  public:

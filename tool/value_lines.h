@@ -13,6 +13,9 @@
 
 namespace jwnls::tool {
 
+/// The text without the blanks and tabs around it.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
 /// Where values come from and how what they become is laid out.
 struct ValueLines {
   std::vector<std::string> values;  // empty: lines of standard input

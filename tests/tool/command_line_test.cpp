@@ -52,7 +52,7 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
     EXPECT_NE(outcome.errors.find(part), std::string::npos) << outcome.errors;
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
   };
-  check({}, "jwnls needs one of format, read, convert, locales, zones, show");
+  check({}, "jwnls needs one of format, read, convert, detect, locales, zones, show");
   check({"frobnicate\x1B[2J"}, "frobnicate\\x1B[2J");
   check({"format"}, "format needs one of number, integer, amount, percent, date");
   check({"format", "dates"}, "dates");
