@@ -1,6 +1,6 @@
 // A locale's conventions, item by item.
 
-#include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -55,6 +55,13 @@ List list_of(const LocaleRecord& record, int item) {
   }
 }
 
+// A number of one digit; nothing where the record says another.
+int give_digit(std::int64_t number, char* out, size_t room, size_t* length) {
+  if (number < 0 || number > 9) return JWNLS_UNKNOWN;
+  const char digit = static_cast<char>('0' + number);
+  return jwnls::library::give_text({&digit, 1}, out, room, length);
+}
+
 std::u16string_view symbol(const char16_t& unit) { return {&unit, unit == 0 ? 0U : 1U}; }
 
 }  // namespace
@@ -75,6 +82,12 @@ extern "C" int jwnls_convention(const jwnls_layout* layout, int item, size_t ind
       return give_units(jwnls::grouping_of(record), out, room, length);
     case JWNLS_CURRENCY_SYMBOL:
       return give_units(jwnls::currency_symbol_of(record), out, room, length);
+    case JWNLS_CURRENCY_CODE:
+      return give_units(text_of(record.currency_code), out, room, length);
+    case JWNLS_CURRENCY_DECIMALS:
+      return give_digit(record.currency_decimals, out, room, length);
+    case JWNLS_FIRST_WEEKDAY:  // the record counts from 1
+      return give_digit(std::int64_t{record.first_weekday} - 1, out, room, length);
     default:
       return JWNLS_UNKNOWN;
   }

@@ -38,6 +38,10 @@ constexpr Item items[] = {
     {"de_CH", JWNLS_GROUP_SYMBOL, 0, "’"},
     {"hi_IN", JWNLS_GROUP_SIZES, 0, "3;2"},
     {"en_GB", JWNLS_CURRENCY_SYMBOL, 0, "£"},
+    {"ja_JP", JWNLS_CURRENCY_CODE, 0, "JPY"},
+    {"ja_JP", JWNLS_CURRENCY_DECIMALS, 0, "0"},
+    {"de_DE", JWNLS_FIRST_WEEKDAY, 0, "1"},
+    {"en_US", JWNLS_FIRST_WEEKDAY, 0, "0"},
     {"ff_Adlm", JWNLS_MONTH, 0, "𞤅𞤭𞥅𞤤𞤮"},  // beyond U+FFFF
     {"de_DE", 0, 0, nullptr},
     {"de_DE", 999, 0, nullptr},

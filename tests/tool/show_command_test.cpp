@@ -23,8 +23,10 @@ TEST(Show, TellsWhatALocaleWritesAndReads) {
            "  number   1.234,5     1234.5\n",
            "  Saturday   Samstag     Sa.\n",
            "  March      März       März\n",
-           "  decimal      ,    U+002C\n",
-           "  currency     €    U+20AC\n",
+           "  decimal       ,       U+002C\n",
+           "  currency      €       U+20AC\n",
+           "  its decimals  2\n",
+           "  week begins   Monday\n",
        }) {
     EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
   }
