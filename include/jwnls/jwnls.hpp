@@ -212,7 +212,7 @@ class Layout {
   }
 
   [[nodiscard]] Result<Reading<Decimal>> read_decimal(std::string_view text) const {
-    char digits[1100];  // more than any text that is read gives
+    char digits[2100];  // more than any text gives, its exponent written out
     char currency[4] = {};
     std::size_t length = 0;
     std::uint8_t facts = 0;
