@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <limits>
 
+#include "module/format_numbers/missing_and_infinite.h"
 #include "module/format_numbers/number_call.h"
 #include "module/format_numbers/plain_kinds.h"
 #include "module/format_numbers/short_number.h"
-#include "module/format_numbers/special_values.h"
 #include "module/format_numbers/width_bound_kinds.h"
 #include "module/placement/delivery.h"
 #include "module/text/copy_text.h"

@@ -1,4 +1,4 @@
-#include "module/format_numbers/special_values.h"
+#include "module/format_numbers/missing_and_infinite.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,7 +1,7 @@
 // Missing values and infinities in the place of a number.
 
-#ifndef JWNLS_MODULE_FORMAT_NUMBERS_SPECIAL_VALUES_H_
-#define JWNLS_MODULE_FORMAT_NUMBERS_SPECIAL_VALUES_H_
+#ifndef JWNLS_MODULE_FORMAT_NUMBERS_MISSING_AND_INFINITE_H_
+#define JWNLS_MODULE_FORMAT_NUMBERS_MISSING_AND_INFINITE_H_
 
 #include <cstdint>
 
@@ -22,4 +22,4 @@ void place_infinity(bool negative, const NumberRequest& request, std::int64_t ca
 
 }  // namespace jwnls
 
-#endif  // JWNLS_MODULE_FORMAT_NUMBERS_SPECIAL_VALUES_H_
+#endif  // JWNLS_MODULE_FORMAT_NUMBERS_MISSING_AND_INFINITE_H_
