@@ -1,0 +1,52 @@
+// What a converted column makes of each of its fields: the seam between the rows of a table and the
+// layouts that read and write their values.
+
+#ifndef JWNLS_TOOL_TABLES_COLUMN_VALUES_H_
+#define JWNLS_TOOL_TABLES_COLUMN_VALUES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "jwnls/jwnls.hpp"
+
+namespace jwnls::tool {
+
+enum class FieldOutcome : std::uint8_t { read, missing, refused };
+
+struct FieldValue {
+  FieldOutcome outcome = FieldOutcome::refused;
+  std::uint8_t facts = 0;    // JWNLS_TWO_WAYS, JWNLS_DECIDES
+  std::uint32_t length = 0;  // bytes that were written
+  char currency[4] = {};     // ISO code of an amount that was read; else ""
+};
+
+/// One column's way from text to text: what the command does (read, format, convert), with one
+/// layout or two, and the words that stand for missing values. Immutable; any number of threads
+/// convert at once. Nothing allocates but reason().
+class ColumnValues {
+ public:
+  /// Room in bytes that convert() may use, whatever the text.
+  static constexpr std::size_t room = 4096;
+
+  virtual ~ColumnValues() = default;
+
+  /// Writes what a field's text becomes. `text` is without the quotes around it and with inner ones
+  /// undoubled; what is written has no quotes of a table either. Missing and refused write nothing.
+  virtual FieldValue convert(std::string_view text, char* out) const noexcept = 0;
+
+  /// Why a text is refused: what stands behind "date '30.02.2024': " in a message.
+  [[nodiscard]] virtual std::string reason(std::string_view text) const = 0;
+
+  /// The kind as messages name it, "date".
+  [[nodiscard]] virtual std::string_view kind_name() const = 0;
+
+  /// Whether what convert() writes stands in JSON without quotes.
+  [[nodiscard]] virtual bool is_json_number() const = 0;
+};
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_TABLES_COLUMN_VALUES_H_
