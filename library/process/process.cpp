@@ -40,8 +40,8 @@ class Modules {
 struct State {
   Modules* modules = nullptr;  // once made, for ever
   std::shared_ptr<ZoneDatabase> zones;
-  std::string module_path;
-  std::string zone_folder;
+  std::optional<std::string> module_path;  // none: not configured
+  std::optional<std::string> zone_folder;
   void (*journal)(void* context, const char* message) = nullptr;
   void* journal_context = nullptr;
 };
@@ -69,9 +69,9 @@ void tell_journal(std::uint32_t, std::u16string_view message) {
 host::HostConfiguration configuration() {
   host::HostConfiguration configuration;
   const State& state = process.state;
-  configuration.extension_path = absolute_folders(state.module_path);
+  configuration.extension_path = absolute_folders(state.module_path.value_or(""));
   const char* folders = secure_getenv("JWNLS_EXTENSION_PATH");
-  if (folders != nullptr && state.module_path.empty()) {
+  if (folders != nullptr && state.module_path.value_or("").empty()) {
     configuration.extension_path = absolute_folders(folders);
   }
   configuration.linked_modules = linked_modules();
@@ -132,7 +132,8 @@ Locale Modules::make_locale(std::string_view canonical) {
 
 ZoneDatabase& zones() {
   auto& made = process.state.zones;
-  if (made == nullptr) made = std::make_shared<ZoneDatabase>(process.state.zone_folder);
+  if (made == nullptr)
+    made = std::make_shared<ZoneDatabase>(process.state.zone_folder.value_or(""));
   return *made;
 }
 
@@ -177,7 +178,7 @@ std::string zones_version() {
 
 void reload_zones() {
   const Opening opening;
-  auto fresh = std::make_shared<ZoneDatabase>(process.state.zone_folder);
+  auto fresh = std::make_shared<ZoneDatabase>(process.state.zone_folder.value_or(""));
   (void)fresh->names();  // or the one that was stays
   process.state.zones = std::move(fresh);
 }

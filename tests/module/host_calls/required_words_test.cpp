@@ -198,7 +198,7 @@ TEST_F(WordsTest, MakesNoFactoryAndNoCacheWithout) {
     const NullWord sink_report(static_cast<ErrorSink*>(&host.errors), 7);
     create_factory(&host.kernel, sink);
   }
-  for (const std::size_t word : {2, 3}) {
+  for (const std::size_t word : {2u, 3u}) {
     host.when_made = [&](const std::string&, void* pool) {
       std::memset(static_cast<std::byte*>(pool) + word * 8, 0, 8);
     };
@@ -223,7 +223,7 @@ TEST_F(WordsTest, RunsWithoutTheOptionalWords) {
   host.context.handle_cache = nullptr;
   cache->destroy(cache);
   std::deque<NullWord> nulls;
-  for (const std::size_t word : {5, 14, 27, 29, 31}) {
+  for (const std::size_t word : {5u, 14u, 27u, 29u, 31u}) {
     nulls.emplace_back(object("kernel"), word);
     nulls.emplace_back(object("service"), word);
   }
