@@ -66,7 +66,7 @@ TEST(Columns, NumbersAreReadFromEveryShape) {
       EXPECT_EQ(codes, codes_expected);
       EXPECT_EQ(values[1], 1234.5);
       EXPECT_EQ(values[5], 12.345);
-      for (const std::size_t i : {2, 3, 4, 7, 8}) EXPECT_NE(jwnls_is_missing(values[i]), 0);
+      for (const std::size_t i : {2u, 3u, 4u, 7u, 8u}) EXPECT_NE(jwnls_is_missing(values[i]), 0);
       EXPECT_EQ(facts.read, 4 * call);
       EXPECT_EQ(facts.refused, 2 * call);
       EXPECT_EQ(facts.missing, 3 * call);

@@ -26,7 +26,7 @@ struct Written {
 template <typename Unit, typename Call>
 std::basic_string<Unit> write(Call call, int& code) {
   std::size_t length = 99;
-  code = call(static_cast<Unit*>(nullptr), 0, &length);
+  code = call(static_cast<Unit*>(nullptr), std::size_t{0}, &length);
   if (code != JWNLS_ROOM) {
     EXPECT_EQ(length, 0U);
     return {};
