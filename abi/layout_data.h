@@ -3,7 +3,7 @@
  * The locale database writes it, the module hands it out (service slot 45, selector 9) and never
  * looks inside. Another maker's database may leave the area zero: readers check the magic, the
  * version, the size and every offset before they use anything, and go by the record's fields where
- * the block is not there.
+ * the block is not there. The area's bytes behind the block are nobody's, and may hold anything.
  *
  *   block    = "JWLX" version:u16 bytes:u16 section:u16 {jw_layout_sections} { section's bytes }
  *   section  = the offset of its first byte from the block's start; 0: the block has no such

@@ -52,18 +52,13 @@ bool read(const char* path, Characters& characters) {
   return lines > 10000;  // fewer would be another file, or part of it
 }
 
-void write_lower_runs(std::ostream& out, const std::vector<bool>& lower) {
-  out << "// First and last unit of every run of lower-case letters.\n"
-         "const UnitRun lower_case_runs[] = {\n";
-  unsigned count = 0;
+void write_classes(std::ostream& out, const std::vector<bool>& lower) {
+  out << "// Of every unit: 2 for the lower-case letters.\n"
+         "const std::uint16_t character_classes[65536] = {";
   for (unsigned unit = 0; unit < unit_count; ++unit) {
-    if (!lower[unit]) continue;
-    const unsigned first = unit;
-    while (unit + 1 < unit_count && lower[unit + 1]) ++unit;
-    out << "    {" << first << ", " << unit << "},\n";
-    ++count;
+    out << (unit % 32 == 0 ? "\n    " : " ") << (lower[unit] ? 2 : 0) << ",";
   }
-  out << "};\nconst std::size_t lower_case_run_count = " << count << ";\n\n";
+  out << "\n};\n\n";
 }
 
 void write_upper_pages(std::ostream& out, const std::vector<unsigned>& upper) {
@@ -113,7 +108,7 @@ int main(int argument_count, char** arguments) {
   out << "// Made by character_table_generator; do not edit.\n\n#include \""
       << (for_host ? "host/lookup/character_tables.h" : "module/text/same_text.h")
       << "\"\n\nnamespace " << space << " {\n\n";
-  if (for_host) write_lower_runs(out, characters.lower);
+  if (for_host) write_classes(out, characters.lower);
   write_upper_pages(out, characters.upper);
   out << "\n}  // namespace " << space << "\n";
   out.close();

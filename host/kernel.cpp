@@ -73,7 +73,7 @@ HostKernel::HostKernel(HostConfiguration configuration)
   create_track = make_track;
   load_extension = load;
   read_option = read_integer;
-  Kernel::character_classes = host::character_classes();
+  Kernel::character_classes = host::character_classes;
   formatter_state = 1;  // not 0: there is no formatter here to hand floating values to
   option_store = &option_store_;
 }

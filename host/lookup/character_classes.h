@@ -9,10 +9,6 @@
 
 namespace jwnls::host {
 
-/// 65,536 class words, one for each unit: bit 0x0002 for the lower-case letters (general category
-/// Ll), nothing else. Made at the first call, in the process for good.
-[[nodiscard]] const std::uint16_t* character_classes();
-
 /// The simple upper-case mapping of one unit; a unit without one stays as it is.
 [[nodiscard]] inline char16_t upper_case(char16_t unit) noexcept {
   if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;

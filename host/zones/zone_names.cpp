@@ -84,8 +84,19 @@ void write_utc_offset(int seconds, ZoneNameText& out) noexcept {
 
 }  // namespace
 
-ZoneNames::ZoneNames(std::filesystem::path directory)
-    : directory_(directory.empty() ? system_directory() : std::filesystem::absolute(directory)) {}
+ZoneNames::ZoneNames(std::filesystem::path directory) : is_found_(!directory.empty()) {
+  if (is_found_) directory_ = std::filesystem::absolute(directory);
+}
+
+const std::filesystem::path& ZoneNames::directory() const {
+  if (is_found_.load(std::memory_order_acquire)) return directory_;
+  const std::lock_guard guard(finding_);
+  if (!is_found_.load(std::memory_order_relaxed)) {
+    directory_ = system_directory();
+    is_found_.store(true, std::memory_order_release);
+  }
+  return directory_;
+}
 
 const std::vector<ZoneNames::Zone>& ZoneNames::zones() const {
   read_once();
@@ -169,7 +180,7 @@ void ZoneNames::read() {
 // The list is the database's source in a short form: "Z NAME ..." begins a zone, and "L TARGET
 // ALIAS" is a link. Its first line names the release: "# version 2025b".
 bool ZoneNames::read_list() {
-  const std::string list = read_file(directory_ / "tzdata.zi").value_or("");
+  const std::string list = read_file(directory() / "tzdata.zi").value_or("");
   constexpr std::string_view version_mark = "# version ";
   for (std::string_view rest = list; !rest.empty();) {
     std::string_view line = take_until(rest, '\n');
@@ -190,9 +201,9 @@ void ZoneNames::read_folder() {
   std::error_code error;
   using Walk = std::filesystem::recursive_directory_iterator;
   const auto options = std::filesystem::directory_options::skip_permission_denied;
-  Walk at(directory_, options, error);
+  Walk at(directory(), options, error);
   for (const Walk end; !error && at != end; at.increment(error)) {
-    const std::string name = at->path().lexically_relative(directory_).generic_string();
+    const std::string name = at->path().lexically_relative(directory()).generic_string();
     if (is_no_zone(name + "/")) {
       at.disable_recursion_pending();
       continue;
@@ -202,7 +213,7 @@ void ZoneNames::read_folder() {
   }
   if (error && error != std::errc::no_such_file_or_directory &&
       error != std::errc::not_a_directory) {
-    throw std::system_error(error, directory_.string());
+    throw std::system_error(error, directory().string());
   }
 }
 

@@ -43,7 +43,8 @@ class ZoneNames {
   /// else the system's.
   explicit ZoneNames(std::filesystem::path directory);
 
-  [[nodiscard]] const std::filesystem::path& directory() const noexcept { return directory_; }
+  /// The database's folder; the system's is looked for at first need.
+  [[nodiscard]] const std::filesystem::path& directory() const;
 
   /// Every zone and alias, sorted by name.
   [[nodiscard]] const std::vector<Zone>& zones() const;
@@ -75,7 +76,9 @@ class ZoneNames {
   void index_names();
   [[nodiscard]] std::size_t slot_of(std::string_view folded) const noexcept;
 
-  const std::filesystem::path directory_;
+  mutable std::mutex finding_;
+  mutable std::atomic<bool> is_found_{false};
+  mutable std::filesystem::path directory_;
   mutable AnswerCache<ZoneNameText> normal_;
   mutable std::mutex reading_;
   mutable std::atomic<bool> is_read_{false};

@@ -21,6 +21,26 @@ Moment moment_of(std::int64_t seconds) { return Moment(cctz::seconds(seconds)); 
 
 std::int64_t seconds_of(Moment moment) { return moment.time_since_epoch().count(); }
 
+void describe(const cctz::time_zone& zone, std::int64_t moment, Zone::Snapshot& snapshot) {
+  const cctz::time_zone::absolute_lookup found = zone.lookup(moment_of(moment));
+  snapshot.offset_seconds = found.offset;
+  const std::size_t length =
+      std::min(std::strlen(found.abbr), static_cast<std::size_t>(zone_abbreviation_capacity));
+  std::transform(found.abbr, found.abbr + length, snapshot.abbreviation,
+                 [](char letter) { return static_cast<unsigned char>(letter); });
+  snapshot.length = static_cast<std::int64_t>(length);
+
+  cctz::time_zone::civil_transition transition;
+  // The latest transition before the next second is the one that is in force.
+  const std::int64_t next_second = std::min(moment, INT64_MAX - 1) + 1;
+  if (zone.prev_transition(moment_of(next_second), &transition)) {
+    snapshot.first = seconds_of(zone.lookup(transition.to).trans);
+  }
+  if (zone.next_transition(moment_of(moment), &transition)) {
+    snapshot.last = seconds_of(zone.lookup(transition.to).trans) - 1;
+  }
+}
+
 }  // namespace
 
 const Zone::Snapshot& Zone::renew(std::int64_t moment) {
@@ -30,26 +50,8 @@ const Zone::Snapshot& Zone::renew(std::int64_t moment) {
     current_.store(snapshot.get(), std::memory_order_release);
     return *snapshot;
   }
-  auto snapshot = std::make_unique<Snapshot>();
-  const cctz::time_zone::absolute_lookup found = zone_.lookup(moment_of(moment));
-  snapshot->offset_seconds = found.offset;
-  const std::size_t length =
-      std::min(std::strlen(found.abbr), static_cast<std::size_t>(zone_abbreviation_capacity));
-  std::transform(found.abbr, found.abbr + length, snapshot->abbreviation,
-                 [](char letter) { return static_cast<unsigned char>(letter); });
-  snapshot->length = static_cast<std::int64_t>(length);
-
-  snapshot->first = INT64_MIN;
-  snapshot->last = INT64_MAX;
-  cctz::time_zone::civil_transition transition;
-  // The latest transition before the next second is the one that is in force.
-  const std::int64_t next_second = std::min(moment, INT64_MAX - 1) + 1;
-  if (zone_.prev_transition(moment_of(next_second), &transition)) {
-    snapshot->first = seconds_of(zone_.lookup(transition.to).trans);
-  }
-  if (zone_.next_transition(moment_of(moment), &transition)) {
-    snapshot->last = seconds_of(zone_.lookup(transition.to).trans) - 1;
-  }
+  auto snapshot = std::make_unique<Snapshot>(Snapshot{INT64_MIN, INT64_MAX, 0, 3, u"UTC"});
+  if (zone_) describe(*zone_, moment, *snapshot);
   // Whatever the database says, the snapshot covers the moment that it was made for.
   if (!snapshot->covers(moment)) snapshot->first = snapshot->last = moment;
   snapshots_.push_back(std::move(snapshot));
@@ -58,21 +60,23 @@ const Zone::Snapshot& Zone::renew(std::int64_t moment) {
 }
 
 std::int64_t Zone::offset_at(std::int64_t moment) const {
-  return zone_.lookup(moment_of(moment)).offset;
+  return zone_ ? zone_->lookup(moment_of(moment)).offset : 0;
 }
 
 namespace host {
 namespace {
 
 // The zone's own file, else that of the zone which an alias stands for: some systems install the
-// older aliases apart from the zones. UTC needs none.
-std::optional<cctz::time_zone> load(const ZoneNames& names, const ZoneNames::Zone& zone) {
-  if (zone.name == "UTC") return cctz::utc_time_zone();
+// older aliases apart from the zones. UTC needs none. Null where there is no such file.
+std::unique_ptr<Zone> load(const ZoneNames& names, const ZoneNames::Zone& zone) {
+  if (zone.name == "UTC") return std::make_unique<Zone>();
   for (const std::string& name : {zone.name, zone.target}) {
     if (name.empty()) continue;
-    if (auto loaded = load_zone_file(names.directory() / name)) return loaded;
+    if (auto loaded = load_zone_file(names.directory() / name)) {
+      return std::make_unique<Zone>(*loaded);
+    }
   }
-  return std::nullopt;
+  return nullptr;
 }
 
 std::uint32_t zone_info_now(ZoneService*, Zone* zone, char16_t abbreviation[50],
@@ -113,14 +117,13 @@ HostZoneService::HostZoneService(const ZoneNames& names) : ZoneService{}, names_
 
 Zone* HostZoneService::open_zone(std::u16string_view name) noexcept {
   try {
-    std::optional<cctz::time_zone> loaded;
+    std::unique_ptr<Zone> zone;
     if (const ZoneNames::Zone* known = names_.find(name)) {
-      loaded = load(names_, *known);
+      zone = load(names_, *known);
     } else if (const std::optional<int> offset = parse_utc_offset(name)) {
-      loaded = cctz::fixed_time_zone(cctz::seconds(*offset));
+      zone = std::make_unique<Zone>(cctz::fixed_time_zone(cctz::seconds(*offset)));
     }
-    if (!loaded) return nullptr;
-    auto zone = std::make_unique<Zone>(*loaded);
+    if (zone == nullptr) return nullptr;
     zone->at(std::time(nullptr));
     Zone* opened = zone.get();
     const std::lock_guard guard(mutex_);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -36,6 +37,8 @@ struct Zone {
     }
   };
 
+  /// UTC: the most usual zone of all, for which the library for time zones is not even called.
+  Zone() = default;
   explicit Zone(const cctz::time_zone& zone) : zone_(zone) {}
 
   /// The snapshot that covers a moment. Throws bad_alloc when there is no memory for a new one.
@@ -53,7 +56,7 @@ struct Zone {
  private:
   const Snapshot& renew(std::int64_t moment);
 
-  const cctz::time_zone zone_;
+  const std::optional<cctz::time_zone> zone_;
   std::atomic<const Snapshot*> current_{nullptr};
   std::mutex renewing_;  // guards the list
   std::vector<std::unique_ptr<const Snapshot>> snapshots_;

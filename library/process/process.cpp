@@ -75,7 +75,10 @@ host::HostConfiguration configuration() {
     configuration.extension_path = absolute_folders(folders);
   }
   configuration.linked_modules = linked_modules();
-  configuration.last_extension_path = folders_beside_library();
+  // With the modules linked in there is nothing to look for.
+  if (configuration.linked_modules.empty()) {
+    configuration.last_extension_path = folders_beside_library();
+  }
   configuration.journal = tell_journal;
   return configuration;
 }
