@@ -225,7 +225,10 @@ std::string date_name_section(const std::string& name) {
   const NameList list = names_of(*locale);
   SectionWriter out;
   out.word(list.names.size());
-  for (const auto& [text, meaning] : list.names) {
+  std::vector<std::pair<std::string, NameMeaning>> names(list.names.begin(), list.names.end());
+  std::ranges::sort(names, library::is_looked_for_before,
+                    &std::pair<std::string, NameMeaning>::first);
+  for (const auto& [text, meaning] : names) {
     if (meaning.two_months && !contains(with_names_of_two_months, locale->source.language)) {
       throw std::runtime_error(name + ": two months are called \"" + text + '"');
     }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <iterator>
 #include <map>
+#include <numeric>
 #include <utility>
 
 #include "library/locale_data/date_characters.h"
@@ -13,8 +15,11 @@
 namespace jwnls::library {
 
 DateNames::DateNames(const DateNameData& data) {
-  entries_.reserve(data.list.names.size() + data.exact.size());
-  for (const auto& [name, meaning] : data.list.names) add_entry(name, meaning);
+  entries_.reserve(data.names.size() + data.exact.size() + 8);
+  std::size_t bytes = 0;
+  for (const FoldedName& each : data.names) bytes += each.text.size();
+  texts_.reserve(bytes + 64);
+  for (const FoldedName& each : data.names) add_entry(each.text, each.meaning);
   add_stand_ins(data);
   mark_longer();
   make_slots();
@@ -28,12 +33,12 @@ void DateNames::add_entry(std::string_view name, const NameMeaning& meaning) {
 
 void DateNames::add_stand_ins(const DateNameData& data) {
   char32_t next = 0xE000;
-  const auto add = [&](std::vector<StandIn>& list, const std::string& name, NameMeaning meaning) {
+  const auto add = [&](std::vector<StandIn>& list, std::string_view name, NameMeaning meaning) {
     char bytes[4];
-    list.push_back({name, std::string(bytes, encode_utf8(next++, bytes))});
+    list.push_back({std::string(name), std::string(bytes, encode_utf8(next++, bytes))});
     add_entry(list.back().stand_in, meaning);
   };
-  for (const auto& [name, meaning] : data.list.names) {
+  for (const auto& [name, meaning] : data.names) {
     if (std::any_of(name.begin(), name.end(), is_digit)) add(numbered_, name, meaning);
   }
   for (const ExactName& each : data.exact) {
@@ -90,10 +95,9 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
 void DateNames::mark_longer() {
   const std::size_t known = entries_.size();
   for (std::size_t i = 0; i < known; ++i) {
-    const std::string name(text_of_entry(entries_[i]));
-    for (std::size_t at = 1; at < name.size(); ++at) {
-      if (is_letter(name[at])) continue;
-      const std::string_view begin = std::string_view(name).substr(0, at);
+    for (std::size_t at = 1; at < entries_[i].size; ++at) {
+      if (is_letter(texts_[entries_[i].begin + at])) continue;
+      const std::string begin(text_of_entry(entries_[i]).substr(0, at));
       const auto same = [&](const Entry& each) { return text_of_entry(each) == begin; };
       const auto found = std::find_if(entries_.begin(), entries_.end(), same);
       NameMeaning meaning;
@@ -108,17 +112,17 @@ void DateNames::mark_longer() {
 }
 
 void DateNames::make_slots() {
-  const auto first_byte = [this](const Entry& entry) {
-    return static_cast<unsigned char>(texts_[entry.begin]);
+  const auto before = [this](const Entry& a, const Entry& b) {
+    return is_looked_for_before(text_of_entry(a), text_of_entry(b));
   };
-  std::sort(entries_.begin(), entries_.end(), [&](const Entry& a, const Entry& b) {
-    if (first_byte(a) != first_byte(b)) return first_byte(a) < first_byte(b);
-    if (a.size != b.size) return a.size > b.size;
-    return text_of_entry(a) < text_of_entry(b);
-  });
-  for (const Entry& entry : entries_) {
-    for (unsigned byte = first_byte(entry) + 1U; byte <= 256; ++byte) ++first_of_[byte];
+  // The database's names stand in this order as a rule.
+  if (!std::is_sorted(entries_.begin(), entries_.end(), before)) {
+    std::sort(entries_.begin(), entries_.end(), before);
   }
+  for (const Entry& entry : entries_) {
+    ++first_of_[static_cast<unsigned char>(texts_[entry.begin]) + 1U];
+  }
+  std::partial_sum(std::begin(first_of_), std::end(first_of_), std::begin(first_of_));
   slots_.assign(std::bit_ceil(2 * entries_.size() + 2), 0);
   mask_ = slots_.size() - 1;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -185,6 +189,12 @@ NameList names_of_record(const LocaleRecord& record) {
   return list;
 }
 
+NameList list_of(const DateNameData& data) {
+  NameList list;
+  for (const FoldedName& each : data.names) list.names.emplace(each.text, each.meaning);
+  return list;
+}
+
 void add_english_months(NameList& list) {
   constexpr const char* months[] = {"January",   "February", "March",    "April",
                                     "May",       "June",     "July",     "August",
@@ -207,8 +217,14 @@ std::shared_ptr<const DateNames> date_names_of(const Locale& locale, bool with_e
   std::shared_ptr<const DateNames>& names = known[{&locale, with_english}];
   if (names == nullptr) {
     std::optional<DateNameData> data = read_date_name_data(*locale.record);
-    if (!data) data = DateNameData{names_of_record(*locale.record), {}};
-    if (with_english) add_english_months(data->list);
+    NameList list;  // of names that do not stand in the section as they are
+    if (!data || with_english) {
+      list = data ? list_of(*data) : names_of_record(*locale.record);
+      if (with_english) add_english_months(list);
+      if (!data) data.emplace();
+      data->names.clear();
+      for (const auto& [text, meaning] : list.names) data->names.push_back({text, meaning});
+    }
     names = std::make_shared<const DateNames>(*data);
   }
   return names;

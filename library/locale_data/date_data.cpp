@@ -27,18 +27,20 @@ NameMeaning meaning_of(std::size_t bits) noexcept {
 std::optional<DateNameData> read_date_name_data(const LocaleRecord& record) {
   SectionReader section(LayoutBlock(record).section(JW_LAYOUT_DATE_NAMES));
   DateNameData data;
-  for (std::size_t names = section.word(); names > 0 && section.ok(); --names) {
+  std::size_t names = section.word();
+  if (section.ok()) data.names.reserve(names);
+  for (; names > 0 && section.ok(); --names) {
     const NameMeaning meaning = meaning_of(section.word());
     const std::string_view text = section.text(longest_text);
     if (text.empty() || text.size() > NameList::longest || meaning.month > 12 ||
         meaning.weekday > NameMeaning::some_weekday) {
       return std::nullopt;
     }
-    data.list.names.emplace_hint(data.list.names.end(), text, meaning);
+    data.names.push_back({text, meaning});
   }
-  for (std::size_t names = section.byte(); names > 0 && section.ok(); --names) {
+  for (names = section.byte(); names > 0 && section.ok(); --names) {
     const int month = static_cast<int>(section.byte());
-    data.exact.push_back({std::string(section.text(longest_text)), month});
+    data.exact.push_back({section.text(longest_text), month});
     if (data.exact.back().text.size() < 3 || month < 1 || month > 12) return std::nullopt;
   }
   if (!section.ok()) return std::nullopt;

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,14 +14,20 @@
 
 namespace jwnls::library {
 
+/// A folded name; see library/locale_data/name_list.h.
+struct FoldedName {
+  std::string_view text;
+  NameMeaning meaning;
+};
+
 /// A month's name, as it is written, that folds to the name of another.
 struct ExactName {
-  std::string text;
+  std::string_view text;
   int month;
 };
 
 struct DateNameData {
-  NameList list;
+  std::vector<FoldedName> names;
   std::vector<ExactName> exact;
 };
 

@@ -15,6 +15,9 @@ std::size_t word_at(std::string_view block, std::size_t at) {
 }
 
 bool is_utf8(std::string_view text) {
+  unsigned char all = 0;
+  for (const char byte : text) all |= static_cast<unsigned char>(byte);
+  if (all < 0x80) return true;
   while (!text.empty()) {
     const Utf8Character next = first_character(text);
     if (!next.valid) return false;

@@ -32,6 +32,14 @@ struct NameMeaning {
   [[nodiscard]] bool is_name() const noexcept { return month != 0 || weekday != 0 || two_months; }
 };
 
+/// The order in which names are looked for in a text: by first byte, the longest first.
+[[nodiscard]] inline bool is_looked_for_before(std::string_view a, std::string_view b) noexcept {
+  if (a.front() != b.front()) {
+    return static_cast<unsigned char>(a.front()) < static_cast<unsigned char>(b.front());
+  }
+  return a.size() != b.size() ? a.size() > b.size() : a < b;
+}
+
 /// The form in which a name is kept; empty for what is no name, as "3月", a number with a word.
 std::string folded_name(std::string_view name);
 

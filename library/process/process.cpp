@@ -21,7 +21,7 @@ namespace {
 // The host with its modules, and every locale that was opened.
 class Modules {
  public:
-  Modules();
+  explicit Modules(std::string_view first_locale);
 
   const Locale& locale(std::string_view canonical) {
     if (const auto known = locales_.find(canonical); known != locales_.end()) return known->second;
@@ -94,10 +94,22 @@ class MemoryWatch {
   const std::uint64_t before_ = host::memory_refusals.load();
 };
 
-Modules::Modules() : host_(configuration()) {
+// A locale's canonical name.
+class WideName {
+ public:
+  explicit WideName(std::string_view name)
+      : length_(to_utf16(name, units_.data(), units_.size()).value_or(0)) {}
+  [[nodiscard]] std::u16string_view text() const noexcept { return {units_.data(), length_}; }
+
+ private:
+  std::array<char16_t, 80> units_{};
+  std::size_t length_;
+};
+
+Modules::Modules(std::string_view first_locale) : host_(configuration()) {
   const MemoryWatch memory;
   std::string why;
-  if (host_.factory(&why) != nullptr) return;
+  if (host_.factory(&why, WideName(first_locale).text()) != nullptr) return;
   memory.check();
   fail(JWNLS_LOAD, [&](Message& message) { message.said(why); });
 }
@@ -115,14 +127,13 @@ bool has_surrogates(const LocaleRecord& record) {
 }
 
 Locale Modules::make_locale(std::string_view canonical) {
-  std::array<char16_t, 80> name;
-  const std::size_t length = to_utf16(canonical, name.data(), name.size()).value_or(0);
   // Wall-clock values carry no zone, so that any serves; layouts hold the zones that they convert
   // by.
   const MemoryWatch memory;
   std::uint32_t status = 0;
   std::string why;
-  LocaleHandle* handle = host_.create_handle({name.data(), length}, u"UTC", false, &status, &why);
+  LocaleHandle* handle =
+      host_.create_handle(WideName(canonical).text(), u"UTC", false, &status, &why);
   if (handle == nullptr) {
     memory.check();
     fail(JWNLS_LOAD, [&](Message& message) {
@@ -160,7 +171,7 @@ const Locale& open_locale(std::string_view name) {
   }
   const Opening opening;
   auto& modules = process.state.modules;
-  if (modules == nullptr) modules = new Modules;
+  if (modules == nullptr) modules = new Modules(found.canonical);
   return modules->locale(found.canonical);
 }
 
