@@ -31,8 +31,22 @@ struct CurrencyData {
 /// written as its code. Throws bad_alloc.
 [[nodiscard]] CurrencyData currency_data(const LocaleRecord& record, std::string_view code);
 
+/// A currency as a record has it, in whose layout data the texts stand.
+struct CurrencyRow {
+  std::string_view code, symbol, narrow;
+  unsigned flags = 0;  // as in the section: where blanks stand, and whether there is more
+  std::string_view decimal, group;
+  AffixTexts positive, negative;
+
+  [[nodiscard]] int decimals() const noexcept { return static_cast<int>(flags >> 5); }
+};
+
 /// Every currency of which the database says more than its code. Throws bad_alloc.
-[[nodiscard]] std::vector<CurrencyData> all_currencies(const LocaleRecord& record);
+[[nodiscard]] std::vector<CurrencyRow> all_currencies(const LocaleRecord& record);
+
+/// Whether another currency than that of a code is written with a symbol.
+[[nodiscard]] bool has_another_with_symbol(const LocaleRecord& record, std::string_view code,
+                                           std::string_view symbol) noexcept;
 
 /// The code of the currency that the record says is the locale's own: "XXX" where there is none.
 [[nodiscard]] std::string own_currency(const LocaleRecord& record);

@@ -59,11 +59,17 @@ bool read_character(SectionReader& in, std::string& symbol) {
   return read_symbol(in, symbol) && characters_of(symbol) == 1;
 }
 
-bool read_pair(SectionReader& in, Affixes& affixes) {
-  if (!read_symbol(in, affixes.prefix) || !read_symbol(in, affixes.suffix)) return false;
-  std::string both = affixes.prefix;
-  both.append(affixes.suffix);
-  return both.find(currency_sign) == both.rfind(currency_sign);
+bool read_pair(SectionReader& in, AffixTexts& affixes) {
+  affixes.prefix = in.text(longest_symbol);
+  affixes.suffix = in.text(longest_symbol);
+  std::size_t signs = 0;
+  for (const std::string_view text : {affixes.prefix, affixes.suffix}) {
+    for (std::size_t at = text.find(currency_sign); at != text.npos;
+         at = text.find(currency_sign, at + 1)) {
+      ++signs;
+    }
+  }
+  return in.ok() && signs <= 1;
 }
 
 bool read_kind(SectionReader& in, KindData& kind) {
@@ -74,7 +80,12 @@ bool read_kind(SectionReader& in, KindData& kind) {
     return false;
   }
   kind.sizes = {static_cast<std::uint8_t>(primary), static_cast<std::uint8_t>(secondary)};
-  return read_affixes(in, kind.positive, kind.negative);
+  AffixTexts positive;
+  AffixTexts negative;
+  if (!read_affixes(in, positive, negative)) return false;
+  kind.positive = Affixes(positive);
+  kind.negative = Affixes(negative);
+  return true;
 }
 
 bool read_system(SectionReader& in, NumberSymbols& symbols) {
@@ -117,7 +128,7 @@ void read_record(NumberData& data) {
 
 }  // namespace
 
-bool read_affixes(SectionReader& in, Affixes& positive, Affixes& negative) {
+bool read_affixes(SectionReader& in, AffixTexts& positive, AffixTexts& negative) {
   return read_pair(in, positive) && read_pair(in, negative);
 }
 

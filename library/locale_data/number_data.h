@@ -63,8 +63,15 @@ struct NumberData {
   bool triangle_minus = false;  // U+25B3 and U+25B2 are minus signs
 };
 
+/// Affixes as they stand in a section.
+struct AffixTexts {
+  std::string_view prefix, suffix;
+
+  explicit operator Affixes() const { return {std::string(prefix), std::string(suffix)}; }
+};
+
 /// The four texts of affixes from a section; false where they are none.
-[[nodiscard]] bool read_affixes(SectionReader& in, Affixes& positive, Affixes& negative);
+[[nodiscard]] bool read_affixes(SectionReader& in, AffixTexts& positive, AffixTexts& negative);
 
 /// The data of the locale that a record was made for. Throws bad_alloc.
 [[nodiscard]] NumberData number_data(const LocaleRecord& record);

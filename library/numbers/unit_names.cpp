@@ -49,7 +49,7 @@ bool is_letter(char32_t c) {
          !is_within(c, 0x2010, 0x2BFF) && !is_within(c, 0x3000, 0x303F) && c < 0xFE00;
 }
 
-UnitName name_of(std::string_view spelling, const CurrencyData& currency) {
+UnitName name_of(std::string_view spelling, std::string_view code, int decimals) {
   UnitName name;
   for (; !spelling.empty(); spelling.remove_prefix(first_character(spelling).bytes)) {
     const char32_t c = first_character(spelling).value;
@@ -57,8 +57,8 @@ UnitName name_of(std::string_view spelling, const CurrencyData& currency) {
   }
   name.dotted = name.text.size() > 1 && name.text.back() == U'.';
   if (name.dotted) name.text.pop_back();
-  name.code = currency.code;
-  name.decimals = currency.decimals;
+  name.code = code;
+  name.decimals = decimals;
   return name;
 }
 
@@ -94,23 +94,22 @@ std::size_t bytes_of(const UnitName& name, std::string_view text, char32_t decim
 std::vector<UnitName> unit_names(const CurrencyData& own, const Options& options,
                                  const LocaleRecord& record) {
   std::vector<UnitName> names;
-  const auto add = [&names](std::string_view spelling, const CurrencyData& currency) {
-    UnitName name = name_of(spelling, currency);
+  const auto add = [&names](std::string_view spelling, std::string_view code, int decimals) {
+    UnitName name = name_of(spelling, code, decimals);
     if (!name.text.empty()) names.push_back(std::move(name));
   };
-  const std::vector<CurrencyData> all = all_currencies(record);
-  add(own.code, own);
-  add(own.symbol.text, own);
+  add(own.code, own.code, own.decimals);
+  add(own.symbol.text, own.code, own.decimals);
   // "$" may be the narrow symbol of the layout's currency, and the symbol of another.
-  const bool is_anothers = std::any_of(all.begin(), all.end(), [&own](const CurrencyData& each) {
-    return each.code != own.code && each.symbol.text == own.narrow.text;
-  });
-  if (!is_anothers || options.symbol == symbol_narrow) add(own.narrow.text, own);
+  if (options.symbol == symbol_narrow ||
+      !has_another_with_symbol(record, own.code, own.narrow.text)) {
+    add(own.narrow.text, own.code, own.decimals);
+  }
   if (options.currency == "any") {
-    for (const CurrencyData& each : all) {
+    for (const CurrencyRow& each : all_currencies(record)) {
       if (each.code == own.code) continue;
-      add(each.code, each);
-      add(each.symbol.text, each);
+      add(each.code, each.code, each.decimals());
+      add(each.symbol, each.code, each.decimals());
     }
   }
   std::stable_sort(names.begin(), names.end(), [](const UnitName& a, const UnitName& b) {
