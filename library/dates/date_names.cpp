@@ -207,26 +207,29 @@ void add_english_months(NameList& list) {
   list.add_foreign_month("Sept", 9);
 }
 
+std::shared_ptr<const DateNames> make_names(const LocaleRecord& record, bool with_english) {
+  std::optional<DateNameData> data = read_date_name_data(record);
+  NameList list;  // of names that do not stand in the section as they are
+  if (!data || with_english) {
+    list = data ? list_of(*data) : names_of_record(record);
+    if (with_english) add_english_months(list);
+    if (!data) data.emplace();
+    data->names.clear();
+    for (const auto& [text, meaning] : list.names) data->names.push_back({text, meaning});
+  }
+  return std::make_shared<const DateNames>(*data);
+}
+
 }  // namespace
 
 std::shared_ptr<const DateNames> date_names_of(const Locale& locale, bool with_english) {
+  if (locale.passing) return make_names(*locale.record, with_english);
   // Never destroyed, as the locales.
   using Known = std::map<std::pair<const Locale*, bool>, std::shared_ptr<const DateNames>>;
   static Known& known = *new Known;
   const Opening opening;
   std::shared_ptr<const DateNames>& names = known[{&locale, with_english}];
-  if (names == nullptr) {
-    std::optional<DateNameData> data = read_date_name_data(*locale.record);
-    NameList list;  // of names that do not stand in the section as they are
-    if (!data || with_english) {
-      list = data ? list_of(*data) : names_of_record(*locale.record);
-      if (with_english) add_english_months(list);
-      if (!data) data.emplace();
-      data->names.clear();
-      for (const auto& [text, meaning] : list.names) data->names.push_back({text, meaning});
-    }
-    names = std::make_shared<const DateNames>(*data);
-  }
+  if (names == nullptr) names = make_names(*locale.record, with_english);
   return names;
 }
 

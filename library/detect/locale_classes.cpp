@@ -9,7 +9,9 @@
 #include "library/layouts/layout.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/date_characters.h"
+#include "library/options/options.h"
 #include "library/process/opening.h"
+#include "library/process/process.h"
 #include "library/texts/failure.h"
 
 namespace jwnls::library {
@@ -129,10 +131,10 @@ Key key_of(const jwnls_layout& layout, Detail detail) {
   return key;
 }
 
-OwnedLayout open(const std::string& locale, int kind, const char* options) {
+OwnedLayout open(const std::string& locale, int kind, const char* words) {
   jwnls_layout* layout = nullptr;
   Failure failure;
-  if (jwnls_open(locale.c_str(), kind, options, &layout, &failure.error) != JWNLS_OK) {
+  if (jwnls_open(locale.c_str(), kind, words, &layout, &failure.error) != JWNLS_OK) {
     throw failure;
   }
   return OwnedLayout(layout);
@@ -159,15 +161,19 @@ const std::vector<std::string>& every_locale() {
   return locales;
 }
 
-LocaleClasses make_classes(const std::vector<std::string>& locales, int kind, const char* options,
+LocaleClasses make_classes(const std::vector<std::string>& locales, int kind, const char* words,
                            Detail detail) {
   LocaleClasses classes;
   std::map<std::string, std::size_t> known;
+  LocaleViewer viewer;
+  Options options;
+  read_options(kind, words, options);
   for (std::size_t i = 0; i < locales.size(); ++i) {
-    OwnedLayout layout = open(locales[i], kind, options);
+    // Most locales read as one before them, and are not kept.
+    const auto layout = make_layout(viewer.look_at(locales[i]), kind, options);
     const auto [place, is_new] =
         known.emplace(std::move(key_of(*layout, detail).bytes()), classes.all.size());
-    if (is_new) classes.all.push_back({std::move(layout), {}});
+    if (is_new) classes.all.push_back({open(locales[i], kind, words), {}});
     classes.all[place->second].locales.push_back(static_cast<std::uint16_t>(i));
   }
   return classes;

@@ -43,7 +43,7 @@ enum class Detail : std::uint8_t {
 
 /// The classes of some locales. Throws a Failure and bad_alloc.
 [[nodiscard]] LocaleClasses make_classes(const std::vector<std::string>& locales, int kind,
-                                         const char* options, Detail detail);
+                                         const char* words, Detail detail);
 
 /// Those of every_locale(), made by the first call that needs them; they stay. Any thread.
 [[nodiscard]] const LocaleClasses& classes_of_every_locale(int kind, Detail detail);

@@ -17,7 +17,8 @@
 struct jwnls_layout {
   int kind = 0;
   jwnls::library::Options options;
-  const jwnls::library::Locale* locale = nullptr;           // stays as long as the process
+  const jwnls::library::Locale* locale = nullptr;           // stays as long as the process, or
+                                                            // is a passing one
   std::shared_ptr<const jwnls::library::Zone> zone;         // of "zone="; null: none
   std::unique_ptr<const jwnls::library::DateLayout> dates;  // of dates, datetimes and instants
   std::string currency;                 // of amounts: the ISO code of the layout's own
@@ -26,5 +27,13 @@ struct jwnls_layout {
 
   [[nodiscard]] bool is(int one_kind) const noexcept { return kind == one_kind; }
 };
+
+namespace jwnls::library {
+
+/// A layout of an open locale, which has to outlive it. Throws a Failure and bad_alloc.
+[[nodiscard]] std::unique_ptr<jwnls_layout> make_layout(const Locale& locale, int kind,
+                                                        const Options& options);
+
+}  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_LAYOUTS_LAYOUT_H_

@@ -49,19 +49,9 @@ std::unique_ptr<jwnls_layout> open(std::string_view locale, int kind, std::strin
   if (jwnls_kind_name(kind) == nullptr) {
     fail(JWNLS_UNKNOWN, [kind](Message& message) { message << "no such kind: " << kind; });
   }
-  auto layout = std::make_unique<jwnls_layout>();
-  layout->kind = kind;
-  read_options(kind, words, layout->options);
-  layout->locale = &jwnls::library::open_locale(locale);
-  if (!layout->options.zone.empty()) {
-    layout->zone = jwnls::library::open_zone(layout->options.zone);
-    layout->options.zone = layout->zone->name();
-  }
-  if (is_numeric(kind)) open_number_layout(*layout);
-  layout->dates = jwnls::library::make_date_layout(*layout->locale, kind, layout->options);
-  layout->description = layout->locale->name + " " + jwnls_kind_name(kind) +
-                        jwnls::library::option_words(kind, layout->options);
-  return layout;
+  jwnls::library::Options options;
+  read_options(kind, words, options);
+  return make_layout(jwnls::library::open_locale(locale), kind, options);
 }
 
 // The next word of a description, which moves behind it.
@@ -74,6 +64,23 @@ std::string_view next_word(std::string_view& text) {
 }
 
 }  // namespace
+
+std::unique_ptr<jwnls_layout> jwnls::library::make_layout(const Locale& locale, int kind,
+                                                          const Options& options) {
+  auto layout = std::make_unique<jwnls_layout>();
+  layout->kind = kind;
+  layout->options = options;
+  layout->locale = &locale;
+  if (!layout->options.zone.empty()) {
+    layout->zone = open_zone(layout->options.zone);
+    layout->options.zone = layout->zone->name();
+  }
+  if (is_numeric(kind)) open_number_layout(*layout);
+  layout->dates = make_date_layout(locale, kind, layout->options);
+  layout->description =
+      locale.name + " " + jwnls_kind_name(kind) + option_words(kind, layout->options);
+  return layout;
+}
 
 extern "C" {
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -28,6 +29,7 @@ class Modules {
     Locale locale = make_locale(canonical);
     return locales_.emplace(canonical, std::move(locale)).first->second;
   }
+  void fill(std::string_view canonical, LocaleRecord& record);
 
  private:
   Locale make_locale(std::string_view canonical);
@@ -144,6 +146,28 @@ Locale Modules::make_locale(std::string_view canonical) {
   return {std::string(canonical), handle, handle->record, has_surrogates(*handle->record)};
 }
 
+// As the module has it done.
+void Modules::fill(std::string_view canonical, LocaleRecord& record) {
+  const WideName wide(canonical);
+  const std::u16string_view name = wide.text();
+  record.locale_name.length = static_cast<std::int64_t>(name.size());
+  name.copy(record.locale_name.units, std::size(record.locale_name.units));
+  const LocaleDatabase* const database = host_.context()->locale_database;
+  const std::uint32_t status =
+      database->fill(&record, name.data(), static_cast<std::int64_t>(name.size()));
+  if (status == code(Status::ok) || status == code(Status::filled_with_warning)) return;
+  fail(JWNLS_LOAD, [&](Message& message) {
+    (message << "locale ").quoted(canonical) << ": its data cannot be loaded";
+  });
+}
+
+//   first_locale  what is opened then
+Modules& modules(std::string_view first_locale) {
+  auto& made = process.state.modules;
+  if (made == nullptr) made = new Modules(first_locale);
+  return *made;
+}
+
 ZoneDatabase& zones() {
   auto& made = process.state.zones;
   if (made == nullptr)
@@ -170,9 +194,17 @@ const Locale& open_locale(std::string_view name) {
          [name](Message& message) { (message << "locale ").quoted(name) << ": unknown"; });
   }
   const Opening opening;
-  auto& modules = process.state.modules;
-  if (modules == nullptr) modules = new Modules(found.canonical);
-  return modules->locale(found.canonical);
+  return modules(found.canonical).locale(found.canonical);
+}
+
+const Locale& LocaleViewer::look_at(const std::string& name) {
+  if (record_ == nullptr) record_ = std::make_unique<LocaleRecord>();
+  const Opening opening;
+  modules(name).fill(name, *record_);
+  locale_.name = name;
+  locale_.record = record_.get();
+  locale_.passing = true;
+  return locale_;
 }
 
 std::shared_ptr<const Zone> open_zone(std::string_view name) {

@@ -18,14 +18,29 @@ namespace jwnls::library {
 
 /// One locale, opened once for the life of the process; every layout of it shares it.
 struct Locale {
-  std::string name;            // canonical: "de_DE"
-  LocaleHandle* handle;        //
-  const LocaleRecord* record;  // the handle's
-  bool beyond_bmp;  // some text has characters beyond U+FFFF, which 8-bit services do not encode
+  std::string name;                      // canonical: "de_DE"
+  LocaleHandle* handle = nullptr;        //
+  const LocaleRecord* record = nullptr;  // the handle's
+  bool beyond_bmp =
+      false;  // some text has characters beyond U+FFFF, which 8-bit services do not encode
+  bool passing = false;  // a LocaleViewer's: nothing may be kept that points to it
 };
 
 /// The locale of a name as people write it. Throws a Failure and bad_alloc. Any thread.
 const Locale& open_locale(std::string_view name);
+
+/// Locales one after the other, for a look at their data: without handles, so that nothing is read
+/// or written with them, and nothing of them stays.
+class LocaleViewer {
+ public:
+  /// The locale of a canonical name, until the next one. Throws a Failure and bad_alloc. One
+  /// thread.
+  const Locale& look_at(const std::string& name);
+
+ private:
+  std::unique_ptr<LocaleRecord> record_;
+  Locale locale_;
+};
 
 /// The zone of a name; empty: the system's. Throws a Failure and bad_alloc. Any thread.
 std::shared_ptr<const Zone> open_zone(std::string_view name);
