@@ -59,6 +59,15 @@ class DateNames {
   /// Adds what tells tables apart: every name and what it means.
   void add_to(std::string& key) const;
 
+  /// Calls visit(name) with every folded name of a weekday.
+  template <typename Visit>
+  void each_weekday(Visit visit) const {
+    for (const Entry& entry : entries_) {
+      if (entry.meaning.weekday != 0) visit(text_of_entry(entry));
+    }
+    for (const StandIn& each : numbered_) visit(std::string_view(each.name));  // or of a month
+  }
+
   /// The longest name that a folded text begins with; its bytes go to `size`. Null: none.
   [[nodiscard]] const NameMeaning* longest_at(std::string_view text,
                                               std::size_t& size) const noexcept;

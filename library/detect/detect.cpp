@@ -133,8 +133,19 @@ class Detector {
  private:
   const Shapes& shapes_of(Family family) {
     std::optional<Shapes>& shapes = shapes_[static_cast<int>(family)];
-    if (!shapes) shapes.emplace(texts_, family);
+    if (!shapes)
+      shapes.emplace(
+          texts_, family, [this]() -> const auto& { return weekdays(); });
     return *shapes;
+  }
+
+  const WeekdayWords& weekdays() {
+    if (weekdays_ == nullptr && all_) weekdays_ = &weekday_words_of_every_locale();
+    if (weekdays_ == nullptr) {
+      own_weekdays_ = weekday_words(make_classes(named_, JWNLS_DATE, "", Detail::words));
+      weekdays_ = &own_weekdays_;
+    }
+    return *weekdays_;
   }
 
   void answer(const KindRow& row, const char* options, const Shapes& shapes,
@@ -183,6 +194,8 @@ class Detector {
   std::vector<std::string> named_;
   bool all_ = false;
   std::optional<Shapes> shapes_[2];
+  WeekdayWords own_weekdays_;
+  const WeekdayWords* weekdays_ = nullptr;
 };
 
 const DetectedKind* find_kind(const jwnls_detection& detection, int kind) {

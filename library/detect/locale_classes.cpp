@@ -189,4 +189,23 @@ const LocaleClasses& classes_of_every_locale(int kind, Detail detail) {
       .first->second;
 }
 
+WeekdayWords weekday_words(const LocaleClasses& classes) {
+  WeekdayWords words;
+  for (const LocaleClass& each : classes.all) {
+    each.layout->dates->names->each_weekday([&words](std::string_view name) {
+      const auto end = std::find_if_not(name.begin(), name.end(), is_letter);
+      words.emplace(name.begin(), end);
+    });
+  }
+  return words;
+}
+
+const WeekdayWords& weekday_words_of_every_locale() {
+  const LocaleClasses& classes = classes_of_every_locale(JWNLS_DATE, Detail::words);
+  static const WeekdayWords* made = nullptr;
+  const Gathering gathering;
+  if (made == nullptr) made = new WeekdayWords(weekday_words(classes));
+  return *made;
+}
+
 }  // namespace jwnls::library

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
+#include "library/detect/shapes.h"
 
 namespace jwnls::library {
 
@@ -47,6 +48,13 @@ enum class Detail : std::uint8_t {
 
 /// Those of every_locale(), made by the first call that needs them; they stay. Any thread.
 [[nodiscard]] const LocaleClasses& classes_of_every_locale(int kind, Detail detail);
+
+/// The words with which the weekdays of all these begin, which are classes of dates with words.
+/// Throws bad_alloc.
+[[nodiscard]] WeekdayWords weekday_words(const LocaleClasses& classes);
+
+/// Those of every_locale(), likewise made once.
+[[nodiscard]] const WeekdayWords& weekday_words_of_every_locale();
 
 }  // namespace jwnls::library
 

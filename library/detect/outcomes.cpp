@@ -5,6 +5,7 @@
 #include <functional>
 #include <numeric>
 #include <optional>
+#include <span>
 
 #include "library/dates/day_scale.h"
 #include "library/layouts/layout.h"
@@ -129,13 +130,17 @@ class Trial {
     return read_value(classes_[index].layout.get(), shapes_[shape].text);
   }
 
-  // Most texts are of no kind that is asked for: some tell.
+  // Most texts are of no kind that is asked for, and most classes read none of a column: some texts
+  // tell. Classes that read none of these are asked about the others where much is dirty, or where
+  // there is no other rival.
   void rank_by_sample() {
     const std::size_t first_try = std::min<std::size_t>(16, sample_.size());
     for (std::size_t i = 0; i < classes_.size(); ++i) ranks_.push_back({i, 0});
-    const auto count = [this](std::size_t step, std::size_t from, std::size_t to) {
+    const auto count = [this](std::span<Rank> ranks, std::size_t from, std::size_t to) {
+      // An odd step meets every place once where the sample is full.
+      const std::size_t step = sample_.size() == 64 ? 5 : 1;
       std::size_t most = 0;
-      for (Rank& rank : ranks_) {
+      for (Rank& rank : ranks) {
         for (std::size_t i = from; i < to; ++i) {
           const std::size_t shape = sample_[i * step % sample_.size()];
           rank.read += read(rank.index, shape).has_value() ? 1 : 0;
@@ -144,15 +149,21 @@ class Trial {
       }
       return most;
     };
-    // An odd step meets every place once where the sample is full.
-    const std::size_t step = sample_.size() == 64 ? 5 : 1;
-    if (count(step, 0, first_try) == 0) {
+    if (count(ranks_, 0, first_try) == 0) {
       ranks_.clear();
       return;
     }
-    count(step, first_try, sample_.size());
-    std::stable_sort(ranks_.begin(), ranks_.end(),
-                     [](const Rank& a, const Rank& b) { return a.read > b.read; });
+    const auto middle = std::partition(ranks_.begin(), ranks_.end(),
+                                       [](const Rank& rank) { return rank.read > 0; });
+    const std::span<Rank> readers(ranks_.begin(), middle);
+    const std::span<Rank> others(middle, ranks_.end());
+    const std::size_t most = count(readers, first_try, sample_.size());
+    const bool has_rival = std::any_of(readers.begin(), readers.end(),
+                                       [most](const Rank& rank) { return 2 * rank.read < most; });
+    if (!has_rival || 4 * most < 3 * sample_.size()) count(others, first_try, sample_.size());
+    std::sort(ranks_.begin(), ranks_.end(), [](const Rank& a, const Rank& b) {
+      return a.read != b.read ? a.read > b.read : a.index < b.index;
+    });
   }
 
   void add(std::size_t index) {

@@ -8,6 +8,7 @@
 #include "library/dates/date_text.h"
 #include "library/locale_data/date_characters.h"
 #include "library/numbers/characters.h"
+#include "library/texts/folding.h"
 #include "library/texts/longest_text.h"
 #include "library/texts/utf8.h"
 
@@ -61,12 +62,19 @@ char bucket_of_year(int year) noexcept {
   return bucket;
 }
 
+// Hours by the half of the day that they can be in; minutes and seconds by whether they are some.
+char bucket_of_clock(int value, bool behind_colon) noexcept {
+  if (behind_colon) return value <= 59 ? 'm' : 'u';
+  return value == 0 ? 'z' : value <= 12 ? 'h' : value <= 23 ? 'H' : value == 24 ? 'w' : 'u';
+}
+
 // The numbers of a date as they are met.
 class DateShape {
  public:
-  DateShape(std::string_view text, char* out) noexcept : text_(text), out_(out) {}
+  DateShape(std::string_view text, char* out, const FindWeekdayWords& weekdays) noexcept
+      : text_(text), out_(out), weekdays_(weekdays) {}
 
-  std::size_t write() noexcept {
+  std::size_t write() {
     std::size_t words = 0;
     std::size_t runs = 0;
     for (std::size_t at = 0; at < text_.size();) {
@@ -82,11 +90,45 @@ class DateShape {
     }
     // A weekday may be among several words, or beside three numbers; a number alone may be a
     // date or time without marks.
-    const bool has_weekday = words > 1 || (words == 1 && runs > 2);
-    return has_weekday || runs < 2 ? write_text(text_, out_) : size_;
+    const bool may_have_weekday = words > 1 || (words == 1 && runs - of_clock_ > 2);
+    if (runs < 2) return write_text(text_, out_);
+    if (!may_have_weekday || !has_weekday()) return size_;
+    // Between a day, a year, and a month that has a name.
+    const bool has_phase = runs - of_clock_ == 2 && years_ == 1 && kept_ == 1;
+    return has_phase && put_phase() ? size_ : write_text(text_, out_);
   }
 
  private:
+  // What decides, together with the month, which weekday a date is. False where years may be
+  // counted otherwise.
+  bool put_phase() noexcept {
+    if (year_ < 1583 || year_ > 2399) return false;
+    const int before = year_ - 1;
+    const bool is_leap = year_ % 4 == 0 && (year_ % 100 != 0 || year_ % 400 == 0);
+    put('w');
+    put(static_cast<char>(
+        '0' + (before + before / 4 - before / 100 + before / 400 + int{values_[0]}) % 7));
+    put(is_leap ? 'L' : 'C');
+    return true;
+  }
+  // Or something that may be one.
+  [[nodiscard]] bool has_weekday() const {
+    for (std::size_t at = 0; at < text_.size(); ++at) {
+      if (!is_letter(text_[at]) || is_no_break_blank(text_.substr(at))) continue;
+      const std::size_t begin = at;
+      while (at < text_.size() && is_letter(text_[at])) ++at;
+      const std::string_view word = text_.substr(begin, at - begin);
+      // Such scripts write names without blanks between them.
+      const auto is_of_three_bytes = [](char each) {
+        return static_cast<unsigned char>(each) >= 0xE0;
+      };
+      char folded[longest_text];
+      const auto size = fold_text(word, folded, sizeof folded);
+      if (!size || std::any_of(word.begin(), word.end(), is_of_three_bytes)) return true;
+      if (weekdays_().count(std::string(folded, *size)) != 0) return true;
+    }
+    return false;
+  }
   bool take_number(std::size_t& at) noexcept {
     const std::size_t begin = at;
     int value = 0;
@@ -95,8 +137,18 @@ class DateShape {
       ++at;
     }
     const std::size_t digits = at - begin;
+    if (digits <= 2 && is_of_clock(begin, at)) {
+      ++numbers_;
+      ++of_clock_;
+      put('c');
+      put(static_cast<char>('0' + digits));
+      put(bucket_of_clock(value, begin > 0 && text_[begin - 1] == ':'));
+      return true;
+    }
     if (digits == 4) {
       put(bucket_of_year(value));
+      year_ = value;
+      ++years_;
       return true;
     }
     if (digits <= 2) return take_short(value, digits);
@@ -107,17 +159,22 @@ class DateShape {
     put(static_cast<char>('0' + digits % 10));
     return is_fraction || (digits != 6 && digits != 8);
   }
+  // A colon stands only between the numbers of a time: the order of dates does not matter to them.
+  [[nodiscard]] bool is_of_clock(std::size_t begin, std::size_t end) const noexcept {
+    return (begin > 0 && text_[begin - 1] == ':') || (end < text_.size() && text_[end] == ':');
+  }
   bool take_short(int value, std::size_t digits) noexcept {
-    if (value == 29 || numbers_ == sizeof values_) return false;  // which year it is matters
+    if (value == 29 || kept_ == sizeof values_) return false;  // which year it is matters
     put(digits == 1 ? '1' : '2');
     put(bucket_of(value));
-    for (std::size_t i = 0; i < numbers_; ++i) {
+    for (std::size_t i = 0; i < kept_; ++i) {
       if (values_[i] == value) {
         put(static_cast<char>('0' + i));  // the first that is equal
         break;
       }
     }
-    values_[numbers_++] = static_cast<std::uint8_t>(value);
+    values_[kept_++] = static_cast<std::uint8_t>(value);
+    ++numbers_;
     return true;
   }
   void put(char each) noexcept { out_[size_++] = each; }
@@ -125,8 +182,13 @@ class DateShape {
   const std::string_view text_;
   char* const out_;
   std::size_t size_ = 0;
-  std::uint8_t values_[8];
+  const FindWeekdayWords& weekdays_;
   std::size_t numbers_ = 0;
+  std::size_t of_clock_ = 0;  // of the numbers
+  std::size_t years_ = 0;     // numbers of four digits
+  int year_ = 0;              // the last
+  std::uint8_t values_[8];    // of those that may be a date's
+  std::size_t kept_ = 0;
 };
 
 // Whether a text has digits, and beside them something that is no part of a plain number.
@@ -149,11 +211,14 @@ bool has_word_and_digit(std::string_view text) noexcept {
 
 }  // namespace
 
-std::size_t write_shape(Family family, std::string_view text, char* out) noexcept {
-  return family == Family::numbers ? write_number_shape(text, out) : DateShape(text, out).write();
+std::size_t write_shape(Family family, std::string_view text, char* out,
+                        const FindWeekdayWords& weekdays) {
+  return family == Family::numbers ? write_number_shape(text, out)
+                                   : DateShape(text, out, weekdays).write();
 }
 
-Shapes::Shapes(const jwnls_texts& texts, Family family) : slots_(1024) {
+Shapes::Shapes(const jwnls_texts& texts, Family family, const FindWeekdayWords& weekdays)
+    : slots_(1024) {
   const Texts column(texts);
   const std::size_t stride = std::max<std::size_t>(1, column.count() / sample_size);
   char key[shape_room];
@@ -165,7 +230,7 @@ Shapes::Shapes(const jwnls_texts& texts, Family family) : slots_(1024) {
     const bool is_long = text.length > longest_text;
     const std::string_view inner = is_long ? long_text : trimmed({text.bytes, text.length});
     if (inner.empty()) continue;
-    const std::size_t size = write_shape(family, inner, key);
+    const std::size_t size = write_shape(family, inner, key, weekdays);
     const std::size_t shape = add(inner, {key, size}, i);
     if (i % stride == 0 && sample_.size() < sample_size) sample_.push_back(shape);
   }

@@ -3,16 +3,19 @@
 // Every locale treats the texts of one shape alike: it reads all of them or none, and two locales
 // give all of them the same value or none. So detection reads one text of each shape, whatever the
 // column's length. What the readers look at closely is part of the shape: how many digits a number
-// has, whether it begins with 0, what day or month it can be, which numbers are equal; and texts of
-// which too little is known (years behind 29 February, weekdays) are a shape of their own.
+// has, whether it begins with 0, what day or month it can be, which half of the day, which numbers
+// are equal; and texts of which too little is known (years behind 29 February, weekdays) are a
+// shape of their own.
 
 #ifndef JWNLS_LIBRARY_DETECT_SHAPES_H_
 #define JWNLS_LIBRARY_DETECT_SHAPES_H_
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
@@ -28,10 +31,15 @@ struct Shape {
   std::size_t count;      // how many texts have this shape
 };
 
+/// The words with which some locale's names of weekdays begin, folded.
+using WeekdayWords = std::unordered_set<std::string>;
+/// Gives them where a text has words that may be some; what it throws, goes through.
+using FindWeekdayWords = std::function<const WeekdayWords&()>;
+
 class Shapes {
  public:
   /// Sorts the texts of a column, which has to outlive this. Throws bad_alloc.
-  Shapes(const jwnls_texts& texts, Family family);
+  Shapes(const jwnls_texts& texts, Family family, const FindWeekdayWords& weekdays);
 
   [[nodiscard]] const std::vector<Shape>& all() const noexcept { return shapes_; }
   /// The shapes of some texts spread over the whole column; often the same one again.
@@ -61,9 +69,10 @@ class Shapes {
 };
 
 /// Writes the shape of a text of at most longest_text bytes and gives its size, at most
-/// shape_room bytes.
+/// shape_room bytes. Throws bad_alloc.
 inline constexpr std::size_t shape_room = 4 * 1024;
-[[nodiscard]] std::size_t write_shape(Family family, std::string_view text, char* out) noexcept;
+[[nodiscard]] std::size_t write_shape(Family family, std::string_view text, char* out,
+                                      const FindWeekdayWords& weekdays);
 
 }  // namespace jwnls::library
 
