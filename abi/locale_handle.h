@@ -67,13 +67,13 @@ struct jw_factory {
   uint64_t zero_7[2];
   jw_pool* pool;
   /// Gives the shared handle of a locale and zone, made on first need, or a private one; without a
-  /// handle cache in the context every handle is its caller's. `name` is UTF-16, `length` units,
-  /// and goes to the host's resolve_locale as it is. `status` and `options` may be null. Null on
-  /// failure, with the status written where `status` is not null: JW_OUT_OF_MEMORY;
-  /// JW_LOOKUP_FAILED for a zone that cannot be opened or a canonical name outside 1 to 60 units;
-  /// what the host's resolution, zone normalisation, cache or locale database answered; and JW_OK
-  /// or JW_RESOLVED_WITH_WARNING where an extension, a lock or the message track could not be had.
-  /// So a null handle with JW_OK is a failure too: test the handle.
+  /// handle cache in the context every handle is its caller's. `context` may not be null: it is
+  /// used unseen. `name` is UTF-16, `length` units, and goes to the host's resolve_locale as it is.
+  /// `status` and `options` may be null. Null on failure, with the status written where `status` is
+  /// not null: JW_OUT_OF_MEMORY; JW_LOOKUP_FAILED for a zone that cannot be opened or a canonical
+  /// name outside 1 to 60 units; what the host's resolution, zone normalisation, cache or locale
+  /// database answered; and JW_OK or JW_RESOLVED_WITH_WARNING where an extension, a lock or the
+  /// message track could not be had. So a null handle with JW_OK is a failure too: test the handle.
   jw_locale_handle* (*create_handle)(jw_nls_context* context, const char16_t* name, int64_t length,
                                      uint32_t* status, const jw_creation_options* options);
   /// Destroys the handle in the third word of a record such as a jw_track_entry, with everything

@@ -131,8 +131,8 @@ class Trial {
   }
 
   // Most texts are of no kind that is asked for, and most classes read none of a column: some texts
-  // tell. Classes that read none of these are asked about the others where much is dirty, or where
-  // there is no other rival.
+  // tell. Classes that read none of these are asked about the others where much is dirty, and about
+  // as many again where there is no other rival.
   void rank_by_sample() {
     const std::size_t first_try = std::min<std::size_t>(16, sample_.size());
     for (std::size_t i = 0; i < classes_.size(); ++i) ranks_.push_back({i, 0});
@@ -160,7 +160,11 @@ class Trial {
     const std::size_t most = count(readers, first_try, sample_.size());
     const bool has_rival = std::any_of(readers.begin(), readers.end(),
                                        [most](const Rank& rank) { return 2 * rank.read < most; });
-    if (!has_rival || 4 * most < 3 * sample_.size()) count(others, first_try, sample_.size());
+    const bool much_is_dirty = 4 * most < 3 * sample_.size();
+    if (!has_rival || much_is_dirty) {
+      const std::size_t last_try = much_is_dirty ? sample_.size() : 2 * first_try;
+      count(others, first_try, std::min(last_try, sample_.size()));
+    }
     std::sort(ranks_.begin(), ranks_.end(), [](const Rank& a, const Rank& b) {
       return a.read != b.read ? a.read > b.read : a.index < b.index;
     });

@@ -317,6 +317,7 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
   const auto size = fold_digits(text, folded, sizeof folded);
   if (!size) return clock;
   const std::string_view plain = trimmed({folded, *size});
+  if (plain == text) return clock;
   if (plain.empty()) {
     Clock blank;
     blank.date.refusal = Refusal::blank;
