@@ -3,6 +3,7 @@
 option(JWNLS_EMBED "Link the module and the extensions into libjwnls" ON)
 option(JWNLS_TOOL "Build the program (needs CLI11 and utf8proc)" ${PROJECT_IS_TOP_LEVEL})
 option(JWNLS_TESTS "Build the tests (needs Google Test and the tool)" ${PROJECT_IS_TOP_LEVEL})
+option(JWNLS_SQLITE "Build the extension of SQLite (needs sqlite3ext.h)" OFF)
 option(JWNLS_INSTALL "Make the install rules" ${PROJECT_IS_TOP_LEVEL})
 option(JWNLS_BENCH "Build the benchmarks (needs Google Benchmark and the peers)" OFF)
 option(JWNLS_FUZZ "Build the fuzzers (needs Clang)" OFF)
