@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -151,6 +152,64 @@ int read_integer(const jwnls_layout* layout, const char* text, std::size_t lengt
 
 // ---- Exact decimals
 
+constexpr std::size_t quick_room = 80;
+constexpr std::size_t quick_digits = 24;  // of a mantissa, and of decimals; copied at once
+
+// "-1234.50", as write_canonical() writes it; the room behind is scratch.
+std::size_t write_quick_decimal(const QuickNumber& number, unsigned decimals, char* out) {
+  char digits[2 * quick_digits];
+  const char* const stop = std::to_chars(digits, digits + quick_digits, number.mantissa).ptr;
+  const auto count = static_cast<unsigned>(stop - digits);
+  char* end = out;
+  *end = '-';
+  end += number.negative;
+  if (count > decimals) {
+    std::memcpy(end, digits, quick_digits);
+    end += count - decimals;
+    if (decimals == 0) return static_cast<std::size_t>(end - out);
+    *end++ = '.';
+    std::memcpy(end, digits + (count - decimals), quick_digits);
+  } else {
+    *end++ = '0';
+    *end++ = '.';
+    std::memset(end, '0', quick_digits);
+    std::memcpy(end + (decimals - count), digits, quick_digits);
+  }
+  return static_cast<std::size_t>(end + decimals - out);
+}
+
+int give_quick_decimal(const QuickNumber& number, unsigned decimals, char* out, std::size_t room,
+                       std::size_t* length) {
+  if (room >= quick_room) {
+    *length = write_quick_decimal(number, decimals, out);
+    return JWNLS_OK;
+  }
+  char text[quick_room];
+  return give_text({text, write_quick_decimal(number, decimals, text)}, out, room, length);
+}
+
+void give_currency(std::string_view code, char* currency) {
+  if (currency != nullptr) currency[code.copy(currency, 3)] = '\0';
+}
+
+int read_decimal_fully(const jwnls_layout* layout, std::string_view text, char* out,
+                       std::size_t room, std::size_t* out_length, char* currency,
+                       std::uint8_t* facts) {
+  ScannedNumber number;
+  scan_number(layout->number.syntax, text, number);
+  if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
+  const Decimal decimal = {{number.text, number.digits},
+                           number.exponent - static_cast<int>(number.decimals),
+                           number.negative};
+  char canonical[canonical_room];
+  const auto written = write_canonical(decimal, canonical);
+  if (!written) return JWNLS_RANGE;
+  give_facts(number.facts, facts);
+  give_currency(number.currency[0] != '\0' ? std::string_view(number.currency) : layout->currency,
+                currency);
+  return give_text({canonical, *written}, out, room, out_length);
+}
+
 int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
                  std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
   *out_length = 0;
@@ -159,36 +218,14 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
   const bool measure = layout->is(JWNLS_AMOUNT) || layout->is(JWNLS_PERCENT);
   if (!measure && !layout->is(JWNLS_NUMBER) && !layout->is(JWNLS_INTEGER)) return JWNLS_KIND;
   const NumberSyntax& syntax = layout->number.syntax;
-  Decimal decimal;
-  std::uint8_t found = 0;
   QuickNumber quick;
-  ScannedNumber number;
-  char digits[24];
-  if (measure ? scan_between_affixes(syntax, text, length, quick)
-              : scan_quickly(syntax.quick, text, length, quick)) {
-    const char* const end = std::to_chars(digits, digits + sizeof digits, quick.mantissa).ptr;
-    decimal = {{digits, static_cast<std::size_t>(end - digits)},
-               -static_cast<int>(power_of(layout, quick)),
-               quick.negative};
-    found = quick.facts;
-  } else {
-    scan_number(syntax, {text, length}, number);
-    if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
-    decimal = {{number.text, number.digits},
-               number.exponent - static_cast<int>(number.decimals),
-               number.negative};
-    found = number.facts;
+  if (!(measure ? scan_between_affixes(syntax, text, length, quick)
+                : scan_quickly(syntax.quick, text, length, quick))) {
+    return read_decimal_fully(layout, {text, length}, out, room, out_length, currency, facts);
   }
-  char canonical[canonical_room];
-  const auto written = write_canonical(decimal, canonical);
-  if (!written) return JWNLS_RANGE;
-  give_facts(found, facts);
-  if (currency != nullptr) {
-    const std::string_view code =
-        number.currency[0] != '\0' ? std::string_view(number.currency) : layout->currency;
-    currency[code.copy(currency, 3)] = '\0';
-  }
-  return give_text({canonical, *written}, out, room, out_length);
+  give_facts(quick.facts, facts);
+  give_currency(layout->currency, currency);
+  return give_quick_decimal(quick, power_of(layout, quick), out, room, out_length);
 }
 
 }  // namespace

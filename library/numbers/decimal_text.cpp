@@ -32,6 +32,18 @@ bool read_exponent(std::string_view text, int& exponent) {
   return true;
 }
 
+// Whether a decimal stands as write_canonical() writes it: most do, as databases give them.
+bool is_canonical(std::string_view text) {
+  const std::size_t first = text.front() == '-' ? 1 : 0;
+  std::size_t at = first;
+  while (at < text.size() && is_digit(text[at])) ++at;
+  if (at == first || (text[first] == '0' && at != first + 1)) return false;
+  if (at == text.size()) return true;
+  if (text[at] != '.' || ++at == text.size()) return false;
+  while (at < text.size() && is_digit(text[at])) ++at;
+  return at == text.size();
+}
+
 }  // namespace
 
 void DecimalText::split(const char* text, std::size_t length) noexcept {
@@ -47,6 +59,10 @@ void DecimalText::split(const char* text, std::size_t length) noexcept {
 int DecimalText::read(std::string_view text) noexcept {
   if (text.empty()) return JWNLS_MISSING;
   if (text.size() > longest_text) return JWNLS_UNREAD;
+  if (is_canonical(text)) {
+    split(room_ + 1, text.copy(room_ + 1, text.size()));
+    return JWNLS_OK;
+  }
   Decimal decimal;
   decimal.negative = text.front() == '-';
   if (decimal.negative || text.front() == '+') text.remove_prefix(1);
