@@ -8,7 +8,8 @@
 /* Longer words are no locale, options or zone, and are not kept. */
 enum { longest_locale = 256, longest_options = 1024, longest_zone = 256 };
 
-static void fail(jwnls_error* error, int code, const char* format, ...) {
+__attribute__((format(printf, 3, 4))) static void fail(jwnls_error* error, int code,
+                                                       const char* format, ...) {
   va_list arguments;
   memset(error, 0, sizeof *error);
   error->code = code;
@@ -22,7 +23,7 @@ static bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /* jwnls_open() takes terminated texts; a zero inside would hide what stands behind it. */
 static bool checked(const char* what, jwnls_text text, size_t longest, jwnls_error* error) {
   if (text.length > longest) {
-    fail(error, JWNLS_UNKNOWN, "%s of %zu bytes: no such %s", what, text.length, what);
+    fail(error, JWNLS_UNKNOWN, "%s of more than %zu bytes: no such %s", what, longest, what);
   } else if (text.length != 0 && memchr(text.bytes, 0, text.length) != NULL) {
     fail(error, JWNLS_UNKNOWN, "%s with a zero byte: no such %s", what, what);
   } else {

@@ -1,0 +1,43 @@
+# Clusters of PostgreSQL for tests, to be sourced: each in a folder of its own, on a socket there and
+# on no port, as another user than root; all are stopped and gone when the script ends.
+
+postgresql_programs=$(pg_config --bindir)
+clusters=()
+folders=()
+
+as_postgres() {
+  if [ "$(id -u)" -eq 0 ]; then
+    (cd / && runuser -u postgres -- "$@")
+  else
+    "$@"
+  fi
+}
+
+stop_clusters() {
+  for folder in "${clusters[@]}"; do
+    as_postgres "$postgresql_programs/pg_ctl" -D "$folder/data" -m immediate -w stop >/dev/null ||
+      echo "the cluster in $folder does not stop" >&2
+  done
+  for folder in "${folders[@]}"; do rm -rf "$folder"; done
+}
+trap stop_clusters EXIT
+
+# start_cluster [NAME=VALUE...]: settings of the server. Its folder, which is PGHOST for it, comes
+# into `cluster`.
+start_cluster() {
+  cluster=$(mktemp -d "${TMPDIR:-/tmp}/jwnls_pg.XXXXXX")
+  folders+=("$cluster")
+  chmod 755 "$cluster"
+  [ "$(id -u)" -ne 0 ] || chown postgres "$cluster"
+  as_postgres "$postgresql_programs/initdb" -D "$cluster/data" -A trust -U postgres -E UTF8 \
+    --locale=C.UTF-8 --no-sync >/dev/null
+  local settings="-c listen_addresses='' -c unix_socket_directories='$cluster' -c fsync=off"
+  local setting
+  for setting in "$@"; do settings+=" -c $setting"; done
+  as_postgres "$postgresql_programs/pg_ctl" -D "$cluster/data" -l "$cluster/log" -w -o "$settings" \
+    start >/dev/null || {
+    cat "$cluster/log" >&2
+    return 1
+  }
+  clusters+=("$cluster")
+}
