@@ -28,42 +28,32 @@ static Datum numeric_by_server(const char* decimal) {
                              Int32GetDatum(-1));
 }
 
-static inline int16 some_digits(const char* at, int digits) {
-  int group = 0;
-  for (int i = 0; i < digits; ++i) group = group * 10 + (at[i] - '0');
-  return (int16)group;
-}
-
 static inline int16 four_digits(const char* at) {
   return (int16)(at[0] * 1000 + at[1] * 100 + at[2] * 10 + at[3] - '0' * 1111);
 }
 
-Datum numeric_of_decimal(const char* decimal, size_t length) {
+Datum numeric_of_decimal(char* decimal, size_t length) {
   if (length > longest_quick) return numeric_by_server(decimal);
   const bool negative = *decimal == '-';
-  const char* const digits = decimal + negative;
-  const char* const end = decimal + length;
-  const char* const found = memchr(digits, '.', (size_t)(end - digits));
-  const char* const point = found == NULL ? end : found;
+  char* const digits = decimal + negative;
+  char* const end = decimal + length;
+  const char* point = end;
+  while (point != digits && *--point != '.') continue;
+  if (*point != '.') point = end;
   const int integers = (int)(point - digits);
-  const int scale = found == NULL ? 0 : (int)(end - point - 1);
+  const int scale = point == end ? 0 : (int)(end - point - 1);
   if (scale > short_scale_mask >> short_scale_shift) return numeric_by_server(decimal);
 
+  /* Zeros make whole groups of the first and the last one. */
+  memset(digits - (group_digits - 1), '0', group_digits - 1);
+  memset(end, '0', group_digits - 1);
+  const int integer_groups = (integers + group_digits - 1) / group_digits;
   int16 groups[longest_quick / group_digits + 2];
   int count = 0;
-  const char* at = digits;
-  const int some = integers % group_digits;
-  if (some != 0) groups[count++] = some_digits(at, some);
-  for (at += some; at < point; at += group_digits) groups[count++] = four_digits(at);
-  for (at = point + 1; end - at >= group_digits; at += group_digits) {
-    groups[count++] = four_digits(at);
-  }
-  static const int16 powers[group_digits] = {0, 1000, 100, 10};
-  if (at < end) {
-    const int rest = (int)(end - at);
-    groups[count++] = (int16)(some_digits(at, rest) * powers[rest]);
-  }
-  int weight = (integers + group_digits - 1) / group_digits - 1;
+  const char* at = point - integer_groups * group_digits;
+  for (; at < point; at += group_digits) groups[count++] = four_digits(at);
+  for (++at; at < end; at += group_digits) groups[count++] = four_digits(at);
+  int weight = integer_groups - 1;
   const int16* first = groups;
   while (count > 0 && *first == 0) ++first, --count, --weight;
   while (count > 0 && first[count - 1] == 0) --count;

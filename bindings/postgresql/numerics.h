@@ -6,8 +6,10 @@
 
 #include "postgres.h"
 
-/* "-1234.50", terminated, keeping its decimals. */
-Datum numeric_of_decimal(const char* decimal, size_t length);
+/* "-1234.50", terminated, keeping its decimals. Writes over it, and over as many bytes on both
+   sides: its writer leaves that room. */
+enum { decimal_margin = 4 };
+Datum numeric_of_decimal(char* decimal, size_t length);
 
 /* The decimal that a numeric is; what does not fit the room is in memory of the context. Null of
    NaN and the infinities. */

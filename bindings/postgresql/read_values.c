@@ -13,21 +13,19 @@
 static pg_attribute_always_inline int read_decimal(const jwnls_layout* layout, jwnls_text text,
                                                    Datum* value, char currency[4]) {
   char room[512];
+  char* decimal = room + decimal_margin;
   size_t length = 0;
-  const int code = jwnls_read_decimal(layout, text.bytes, text.length, room, sizeof room - 1,
-                                      &length, currency, NULL);
+  int code = jwnls_read_decimal(layout, text.bytes, text.length, decimal,
+                                sizeof room - 2 * decimal_margin, &length, currency, NULL);
+  if (unlikely(code == JWNLS_ROOM)) {
+    const size_t needed = length;
+    decimal = (char*)palloc(needed + 2 * decimal_margin) + decimal_margin;
+    code = jwnls_read_decimal(layout, text.bytes, text.length, decimal, needed, &length, currency,
+                              NULL);
+  }
   if (code == JWNLS_OK) {
-    room[length] = 0;
-    *value = numeric_of_decimal(room, length);
-  } else if (code == JWNLS_ROOM) {
-    char* longer = palloc(length + 1);
-    size_t written = 0;
-    const int again = jwnls_read_decimal(layout, text.bytes, text.length, longer, length, &written,
-                                         currency, NULL);
-    if (again != JWNLS_OK) return again;
-    longer[written] = 0;
-    *value = numeric_of_decimal(longer, written);
-    return JWNLS_OK;
+    decimal[length] = 0;
+    *value = numeric_of_decimal(decimal, length);
   }
   return code;
 }
