@@ -23,7 +23,7 @@ create extension jwnls;
 create unlogged table c as
   select n, d, to_char(n, 'FM999G999G990D00') as number, to_char(d, 'DD.MM.YYYY') as date,
     'de_DE'::text as locale
-  from (select (i * 7919::bigint % 100000000) / 100.0 as n, date '1990-01-01' + i % 12000 as d
+  from (select ((i * 7919::bigint % 100000000) / 100.0)::numeric(12, 2) as n, date '1990-01-01' + i % 12000 as d
         from generate_series(1, $rows) i) v;
 vacuum analyze c;
 SQL
