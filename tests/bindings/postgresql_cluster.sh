@@ -1,7 +1,7 @@
 # Clusters of PostgreSQL for tests, to be sourced: each in a folder of its own, on a socket there and
 # on no port, as another user than root; all are stopped and gone when the script ends.
 
-postgresql_programs=$(pg_config --bindir)
+postgresql_programs=$("${PG_CONFIG:-pg_config}" --bindir)
 clusters=()
 folders=()
 
