@@ -1,0 +1,51 @@
+// A file that gets its name when all of it is written.
+
+#ifndef JWNLS_TOOL_TABLES_TARGET_FILE_H_
+#define JWNLS_TOOL_TABLES_TARGET_FILE_H_
+
+#include <sys/stat.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace jwnls::tool {
+
+/// Standard output, a device or a pipe, which are written to at once; or a file, which is written
+/// under another name beside it and takes the place of the one that is there. Until then that one
+/// is as it was, and when the program fails or is interrupted (SIGINT, SIGTERM, SIGHUP) it stays,
+/// and the other is removed.
+class TargetFile {
+ public:
+  /// Empty: standard output. Throws Failure{io}.
+  explicit TargetFile(const std::string& path);
+  ~TargetFile();
+  TargetFile(const TargetFile&) = delete;
+  TargetFile& operator=(const TargetFile&) = delete;
+
+  /// Throws Failure{io}; of a closed pipe without a message, as nobody is left to miss the rest.
+  void write(std::string_view text);
+
+  /// Gives the file its name; the one that is there is kept under its name with `kept_suffix`
+  /// behind it, if that is not empty. Throws Failure{io}.
+  void commit(const std::string& kept_suffix = {});
+
+  /// True when it is this open file.
+  [[nodiscard]] bool is_same_as(const struct stat& other) const;
+  [[nodiscard]] bool is_terminal() const;
+
+ private:
+  void open_file();
+  void open_beside();
+  [[noreturn]] void fail(int error) const;
+
+  std::string name_;       // for messages
+  std::string path_;       // behind links
+  std::string temporary_;  // its path; empty when written to at once
+  int descriptor_ = -1;
+  std::optional<struct stat> old_;  // what is there
+};
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_TABLES_TARGET_FILE_H_
