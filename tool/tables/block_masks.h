@@ -74,6 +74,52 @@ class Block {
 
 #endif
 
+/// Whether a text holds one of four characters. 16 bytes behind it may be read, whatever they are.
+class AnyOfFour {
+ public:
+  AnyOfFour(char first, char second, char third, char fourth)
+      : characters_{wanted(first), wanted(second), wanted(third), wanted(fourth)} {}
+
+  [[nodiscard]] bool is_in(const char* text, std::size_t size) const;
+
+ private:
+#if JWNLS_BLOCK_MASKS && defined(__SSE2__)
+  using Wanted = __m128i;
+  static Wanted wanted(char character) { return _mm_set1_epi8(character); }
+#else
+  using Wanted = char;
+  static Wanted wanted(char character) { return character; }
+#endif
+  Wanted characters_[4];
+};
+
+#if JWNLS_BLOCK_MASKS && defined(__SSE2__)
+
+inline bool AnyOfFour::is_in(const char* text, std::size_t size) const {
+  for (std::size_t at = 0; at < size; at += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
+    const __m128i equal = _mm_or_si128(
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, characters_[0]), _mm_cmpeq_epi8(bytes, characters_[1])),
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, characters_[2]), _mm_cmpeq_epi8(bytes, characters_[3])));
+    const auto found = static_cast<unsigned>(_mm_movemask_epi8(equal));
+    const unsigned used = size - at < 16 ? (1U << (size - at)) - 1U : 0xFFFFU;
+    if ((found & used) != 0) return true;
+  }
+  return false;
+}
+
+#else
+
+inline bool AnyOfFour::is_in(const char* text, std::size_t size) const {
+  bool is_found = false;
+  for (std::size_t at = 0; at < size; ++at) {
+    for (const char each : characters_) is_found |= text[at] == each;
+  }
+  return is_found;
+}
+
+#endif
+
 }  // namespace jwnls::tool
 
 #endif  // JWNLS_TOOL_TABLES_BLOCK_MASKS_H_

@@ -20,14 +20,14 @@ const ChunkOutcome& ChunkConverter::convert(const Chunk& chunk, std::uint64_t re
 template <typename Rows>
 void ChunkConverter::walk(const Chunk& chunk, Rows& rows) {
   const FieldMarks& marks = chunk.marks;
-  const std::uint32_t* fields = marks.fields.data();
+  const std::uint32_t* fields = marks.fields();
   const std::size_t expected = std::max<std::size_t>(plan_.header.fields, 1);
   rows.start(chunk);
-  ChunkOutcome& outcome = fields_.outcome();
+  bool is_stopped = false;
   Row row{chunk.bytes.data(), 0, 0, fields, expected, 0, true};
   std::size_t first_mark = 0;
-  for (std::size_t index = 0; index < marks.row_count && !outcome.stopped; ++index) {
-    row.end = marks.rows.data()[index];
+  for (std::size_t index = 0; index < marks.row_count && !is_stopped; ++index) {
+    row.end = marks.rows()[index];
     row.has_line_feed = row.end < chunk.size;
     row.marks = fields + first_mark;
     row.fields = expected;
@@ -39,13 +39,13 @@ void ChunkConverter::walk(const Chunk& chunk, Rows& rows) {
     if (row.fields == 1 && row.text_end() == row.begin) {
       rows.blank_row(row);
     } else {
-      outcome.stopped = !visit(row, rows);
+      is_stopped = !visit(row, rows);
       ++row.number;
     }
     row.begin = row.end + 1;
   }
-  outcome.rows = row.number;
-  outcome.text = rows.finish(outcome.stopped ? std::min(row.begin, chunk.size) : chunk.size);
+  const std::size_t end = is_stopped ? std::min(row.begin, chunk.size) : chunk.size;
+  (void)fields_.finish(rows.finish(end), row.number, is_stopped);
 }
 
 template <typename Rows>

@@ -21,7 +21,7 @@ class ChunkConverter {
   /// rejects() are valid until the next call.
   const ChunkOutcome& convert(const Chunk& chunk, std::uint64_t rejects_allowed,
                               std::uint64_t messages_left);
-  [[nodiscard]] const ChunkOutcome& outcome() { return fields_.outcome(); }
+  [[nodiscard]] const ChunkOutcome& outcome() const { return fields_.outcome(); }
   [[nodiscard]] const RejectList& rejects() const { return fields_.rejects(); }
 
  private:

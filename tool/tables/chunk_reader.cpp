@@ -53,7 +53,7 @@ bool ChunkReader::fill(Chunk& chunk) {
   scanner_.scan(chunk.bytes.data(), chunk.size, chunk.size + count, chunk.marks);
   chunk.size += count;
   FieldMarks& marks = chunk.marks;
-  const std::size_t first_row = marks.row_count > 0 ? marks.rows.data()[0] : chunk.size;
+  const std::size_t first_row = marks.row_count > 0 ? marks.rows()[0] : chunk.size;
   if (first_row > longest_row) {
     marks.row_count = 0;
     fail_at(chunk, 0, long_row_message);
@@ -65,10 +65,10 @@ bool ChunkReader::fill(Chunk& chunk) {
 // The rows end behind the last line end; what follows is kept.
 void ChunkReader::cut(Chunk& chunk) {
   FieldMarks& marks = chunk.marks;
-  const std::uint32_t* rows = marks.rows.data();
+  const std::uint32_t* rows = marks.rows();
   const std::size_t end =
       marks.row_count > 0 ? std::min<std::size_t>(rows[marks.row_count - 1] + 1U, chunk.size) : 0;
-  const std::uint32_t* fields = marks.fields.data();
+  const std::uint32_t* fields = marks.fields();
   std::size_t count = marks.field_count;
   while (count > 0 && fields[count - 1] >= end && fields[count - 1] < chunk.size) --count;
   tail_fields_.clear();
@@ -87,7 +87,7 @@ void ChunkReader::cut(Chunk& chunk) {
 void ChunkReader::end_input(Chunk& chunk) {
   at_end_ = true;
   FieldMarks& marks = chunk.marks;
-  const std::size_t begin = marks.row_count > 0 ? marks.rows.data()[marks.row_count - 1] + 1U : 0;
+  const std::size_t begin = marks.row_count > 0 ? marks.rows()[marks.row_count - 1] + 1U : 0;
   if (begin == chunk.size) return;
   if (scanner_.is_inside()) {
     const char* row = chunk.bytes.data() + begin;

@@ -23,15 +23,16 @@ void copy_in_steps(char* to, const char* from, std::size_t size) {
 
 void CsvRows::start(const Chunk& chunk) {
   bytes_ = chunk.bytes.data();
-  copied_ = size_ = row_size_ = row_copied_ = 0;
+  copied_ = row_copied_ = bytes_;
+  size_ = row_size_ = 0;
 }
 
 // Leaves room for a value behind what is copied.
-inline void CsvRows::copy_up_to(std::size_t end) {
-  const std::size_t span = end - copied_;
+inline void CsvRows::copy_up_to(const char* end) {
+  const auto span = static_cast<std::size_t>(end - copied_);
   const std::size_t needed = size_ + span + value_bytes;
   if (needed > out_.capacity()) out_.reserve(size_, needed);
-  copy_in_steps(out_.data() + size_, bytes_ + copied_, span);
+  copy_in_steps(out_.data() + size_, copied_, span);
   size_ += span;
   copied_ = end;
 }
@@ -42,66 +43,87 @@ void CsvRows::append(std::string_view text) {
   size_ += text.size();
 }
 
-// The value stands at the output's end; where it needs quotes it moves up, from behind.
-inline void CsvRows::write_value(std::size_t length) {
+// The value stands at the output's end. False when it needs quotes and may have none.
+inline bool CsvRows::write_value(std::size_t length) {
+  if (specials_.is_in(out_.data() + size_, length)) return write_in_quotes(length);
+  size_ += length;
+  return true;
+}
+
+// The value moves up, from behind.
+bool CsvRows::write_in_quotes(std::size_t length) {
+  if (!plan_.job.quotes) return false;
   char* value = out_.data() + size_;
-  if (!fields_.needs_quotes(value, length)) {
-    size_ += length;
-    return;
-  }
   const auto inner = static_cast<std::size_t>(std::count(value, value + length, '"'));
   char* end = value + length + inner + 2;
   size_ += length + inner + 2;
   *--end = '"';
   for (std::size_t at = length; at > 0; --at) {
     *--end = value[at - 1];
-    if (value[at - 1] == '"') *--end = '"';
+    if (*end == '"') *--end = '"';
   }
   *value = '"';
+  return true;
 }
 
-// False when a value was refused.
+// False when a value is refused.
 inline bool CsvRows::convert_in_place(const Row& row) {
   bool all_read = true;
-  for (const std::size_t column : plan_.in_place) {
-    const std::size_t field = plan_.columns[column].field;
-    if (field >= row.fields) break;
-    copy_up_to(row.field_begin(field));
-    const FieldValue value = fields_.convert(row, column, out_.data() + size_);
-    values_[column] = value;
-    if (value.outcome == FieldOutcome::read) {
-      write_value(value.length);
-      copied_ = row.field_end(field);
-      continue;
+  for (const InPlace& place : in_place_) {
+    if (place.field >= row.fields) break;
+    const std::string_view field = row.field(place.field);
+    copy_up_to(field.data());
+    FieldValue value = fields_.convert(row, place.column, field, out_.data() + size_);
+    if (value.outcome == FieldOutcome::read && write_value(value.length)) {
+      copied_ = field.data() + field.size();
+    } else if (!keep_or_empty(row, place.column, field, value)) {
+      all_read = false;
+      if (fields_.is_stopped()) break;
     }
-    const bool is_missing = value.outcome == FieldOutcome::missing;
-    all_read = all_read && is_missing;
-    if (fields_.is_stopped()) break;
-    if (!is_taken_as_missing(value)) continue;
-    if (is_missing && !plan_.job.null_out && is_blank(fields_.text())) continue;
-    append(plan_.null_field);
-    copied_ = row.field_end(field);
+    if (keeps_values_) values_[place.column] = value;
   }
   return all_read;
 }
 
+// What is not read stays, or becomes what a missing value does. False when it is refused.
+bool CsvRows::keep_or_empty(const Row& row, std::size_t column, std::string_view field,
+                            FieldValue& value) {
+  if (value.outcome == FieldOutcome::read) {
+    fields_.take_back(row, column, value);
+    value = {};
+  }
+  const bool is_missing = value.outcome == FieldOutcome::missing;
+  const bool stays = is_missing ? !plan_.job.null_out && is_blank(fields_.text())
+                                : plan_.job.invalid != Invalid::empty;
+  if (!stays) {
+    append(plan_.null_field);
+    copied_ = field.data() + field.size();
+  }
+  return is_missing;
+}
+
 bool CsvRows::add_columns(const Row& row) {
   bool all_read = true;
-  copy_up_to(row.text_end());
+  copy_up_to(row.bytes + row.text_end());
   for (const std::size_t column : plan_.added) {
-    out_.data()[size_++] = plan_.header.separator;
-    const FieldValue value = fields_.convert(row, column, out_.data() + size_);
-    values_[column] = value;
-    all_read = all_read && value.outcome != FieldOutcome::refused;
-    if (fields_.is_stopped()) return false;
-    if (value.outcome == FieldOutcome::read) {
-      write_value(value.length);
-    } else {
-      append(is_taken_as_missing(value) ? plan_.null_field
-                                        : row.field(plan_.columns[column].field));
+    append({&plan_.header.separator, 1});
+    const std::string_view field = row.field(plan_.columns[column].field);
+    FieldValue value = fields_.convert(row, column, field, out_.data() + size_);
+    if (value.outcome == FieldOutcome::read && !write_value(value.length)) {
+      fields_.take_back(row, column, value);
+      value = {};
     }
-    out_.reserve(size_, size_ + 1 + value_bytes);
+    values_[column] = value;
+    if (value.outcome == FieldOutcome::read) continue;
+    all_read = all_read && value.outcome == FieldOutcome::missing;
+    if (fields_.is_stopped()) return false;
+    append(is_taken_as_missing(value) ? plan_.null_field : field);
   }
+  add_currencies();
+  return all_read;
+}
+
+void CsvRows::add_currencies() {
   for (const std::size_t column : plan_.currencies) {
     append({&plan_.header.separator, 1});
     const FieldValue& value = values_[column];
@@ -111,41 +133,41 @@ bool CsvRows::add_columns(const Row& row) {
       append(plan_.null_field);
     }
   }
-  return all_read;
 }
 
 // A row that is dropped, or behind which all is, leaves the output as it was before.
-inline bool CsvRows::end_row(const Row& row, bool refused) {
-  if (!refused) return true;
+inline bool CsvRows::end_row(const Row& row, bool all_read) {
+  if (all_read) return true;
   const bool is_stopped = fields_.is_stopped();
   if (!is_stopped && plan_.job.invalid != Invalid::drop) return true;
   size_ = row_size_;
   copied_ = row_copied_;
-  copy_up_to(row.begin);
-  copied_ = row.end + (row.has_line_feed ? 1 : 0);
+  copy_up_to(row.bytes + row.begin);
+  copied_ = row.bytes + row.end + (row.has_line_feed ? 1 : 0);
   return !is_stopped;
 }
 
 bool CsvRows::row(const Row& row) {
+  if (plan_.changes_nothing()) return true;
   row_size_ = size_;
   row_copied_ = copied_;
   bool all_read = convert_in_place(row);
   const bool adds = !plan_.added.empty() || !plan_.currencies.empty();
   if (adds && !fields_.is_stopped()) all_read = add_columns(row) && all_read;
-  return end_row(row, !all_read);
+  return end_row(row, all_read);
 }
 
 bool CsvRows::other_row(const Row& row) {
   row_size_ = size_;
   row_copied_ = copied_;
-  if (plan_.job.ragged == Ragged::convert) return end_row(row, !convert_in_place(row));
+  if (plan_.job.ragged == Ragged::convert) return end_row(row, convert_in_place(row));
   fields_.refuse_row(row);
-  return end_row(row, true);
+  return end_row(row, false);
 }
 
 std::string_view CsvRows::finish(std::size_t end) {
-  if (copied_ == 0) return {bytes_, end};  // not a byte has changed
-  if (copied_ < end) copy_up_to(end);
+  if (copied_ == bytes_) return {bytes_, end};  // not a byte has changed
+  if (copied_ < bytes_ + end) copy_up_to(bytes_ + end);
   return {out_.data(), size_};
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tool/tables/block_masks.h"
 #include "tool/tables/field_converter.h"
 #include "tool/tables/growing_array.h"
 
@@ -15,7 +16,15 @@ namespace jwnls::tool {
 class CsvRows {
  public:
   CsvRows(const TablePlan& plan, FieldConverter& fields)
-      : plan_(plan), fields_(fields), values_(plan.columns.size()) {}
+      : plan_(plan),
+        fields_(fields),
+        specials_(plan.header.separator, plan.job.quotes ? '"' : '\n', '\n', '\r'),
+        keeps_values_(!plan.currencies.empty()),
+        values_(plan.columns.size()) {
+    for (const std::size_t column : plan.in_place) {
+      in_place_.push_back({plan.columns[column].field, column});
+    }
+  }
 
   void start(const Chunk& chunk);
   /// A row of the header's length; false when nothing from it on is wanted.
@@ -28,25 +37,37 @@ class CsvRows {
   std::string_view finish(std::size_t end);
 
  private:
+  struct InPlace {
+    std::size_t field;
+    std::size_t column;
+  };
+
   bool convert_in_place(const Row& row);
   bool add_columns(const Row& row);
+  void add_currencies();
+  bool keep_or_empty(const Row& row, std::size_t column, std::string_view field, FieldValue& value);
+  bool end_row(const Row& row, bool all_read);
   bool is_taken_as_missing(const FieldValue& value) const {
     return value.outcome == FieldOutcome::missing || plan_.job.invalid == Invalid::empty;
   }
-  bool end_row(const Row& row, bool refused);
-  void copy_up_to(std::size_t end);
+
+  void copy_up_to(const char* end);
   void append(std::string_view text);
-  void write_value(std::size_t length);
+  bool write_value(std::size_t length);
+  bool write_in_quotes(std::size_t length);
 
   const TablePlan& plan_;
   FieldConverter& fields_;
+  const AnyOfFour specials_;  // with one of these a value stands in quotes
+  std::vector<InPlace> in_place_;
+  const bool keeps_values_;
   const char* bytes_ = nullptr;
-  std::size_t copied_ = 0;  // bytes of the chunk up to here are written, or left out
+  const char* copied_ = nullptr;  // the chunk up to here is written, or left out
   GrowingArray<char> out_;
   std::size_t size_ = 0;
-  std::size_t row_size_ = 0;        // of the output where the row begins, and
-  std::size_t row_copied_ = 0;      // of the chunk what was copied then
-  std::vector<FieldValue> values_;  // of the row's columns, for those that add their currency
+  std::size_t row_size_ = 0;          // of the output where the row begins, and
+  const char* row_copied_ = nullptr;  // of the chunk what was copied then
+  std::vector<FieldValue> values_;    // of the row's columns, for those that add their currency
 };
 
 }  // namespace jwnls::tool

@@ -6,10 +6,9 @@ namespace jwnls::tool {
 
 FieldConverter::FieldConverter(const TablePlan& plan, const ByteSource& source)
     : plan_(plan), quotes_(plan.job.quotes), rejects_(plan, source) {
-  for (const char special : {plan.header.separator, '"', '\n', '\r'}) {
-    is_special_[static_cast<unsigned char>(special)] = true;
+  for (const ConvertedColumn& each : plan.columns) {
+    columns_.push_back({each.values.get(), 0, 0, {}});
   }
-  if (!quotes_) is_special_['"'] = false;
   outcome_.columns.resize(plan.columns.size());
 }
 
@@ -17,43 +16,53 @@ void FieldConverter::start(const Chunk& chunk, std::uint64_t rejects_allowed,
                            std::uint64_t messages_left) {
   rejects_.start(chunk, messages_left);
   rejects_allowed_ = rejects_allowed;
-  outcome_.text = {};
-  outcome_.rows = outcome_.ragged = outcome_.malformed = 0;
-  outcome_.stopped = false;
-  outcome_.columns.assign(outcome_.columns.size(), {});
+  outcome_.ragged = outcome_.malformed = 0;
+  for (Column& column : columns_) column = {column.values, 0, 0, {}};
 }
 
-FieldValue FieldConverter::convert(const Row& row, std::size_t column, char* out) {
-  const ConvertedColumn& asked = plan_.columns[column];
-  ColumnCounts& counts = outcome_.columns[column];
-  text_ = row.field(asked.field);
-  if (quotes_ && text_.starts_with('"')) {
-    const auto text = text_of_field(text_, undoubled_);
-    if (!text) {
-      refuse(row, column, "text stands behind the closing quote");
-      return {};
-    }
-    text_ = *text;
+const ChunkOutcome& FieldConverter::finish(std::string_view text, std::uint64_t rows,
+                                           bool is_stopped) {
+  outcome_.text = text;
+  outcome_.rows = rows;
+  outcome_.stopped = is_stopped;
+  for (std::size_t index = 0; index < columns_.size(); ++index) {
+    const Column& column = columns_[index];
+    const auto& [neither, two_ways, deciding, both] = column.read;
+    static_assert(JWNLS_TWO_WAYS == 1 && JWNLS_DECIDES == 2);
+    outcome_.columns[index] = {.read = neither + two_ways + deciding + both,
+                               .missing = column.missing,
+                               .refused = column.refused,
+                               .two_ways = two_ways + both,
+                               .deciding = deciding + both};
   }
-  FieldValue value = asked.values->convert(text_, out);
-  if (value.outcome == FieldOutcome::read) {
-    if (!quotes_ && !plan_.job.json_lines && needs_quotes(out, value.length)) {
-      refuse(row, column, "what it becomes holds the separator, and quotes are not used");
-      return {};
-    }
-    ++counts.read;
-    counts.two_ways += (value.facts & JWNLS_TWO_WAYS) != 0 ? 1 : 0;
-    counts.deciding += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
-  } else if (value.outcome == FieldOutcome::missing) {
-    ++counts.missing;
+  return outcome_;
+}
+
+bool FieldConverter::unquote(const Row& row, std::size_t column) {
+  const auto text = text_of_field(text_, undoubled_);
+  if (text) {
+    text_ = *text;
+  } else {
+    refuse(row, column, "text stands behind the closing quote");
+  }
+  return text.has_value();
+}
+
+void FieldConverter::count_not_read(const Row& row, std::size_t column, FieldOutcome outcome) {
+  if (outcome == FieldOutcome::missing) {
+    ++columns_[column].missing;
   } else {
     refuse(row, column, nullptr);
   }
-  return value;
+}
+
+void FieldConverter::take_back(const Row& row, std::size_t column, const FieldValue& value) {
+  --columns_[column].read[value.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
+  refuse(row, column, "what it becomes holds the separator, and quotes are not used");
 }
 
 void FieldConverter::refuse(const Row& row, std::size_t column, const char* cause) {
-  ++outcome_.columns[column].refused;
+  ++columns_[column].refused;
   if (!rejects_.count()) return;
   const ConvertedColumn& asked = plan_.columns[column];
   rejects_.add_value(row.number, row.field_begin(asked.field), asked, text_,

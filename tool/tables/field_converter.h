@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tool/tables/chunk_outcome.h"
 #include "tool/tables/chunk_reader.h"
@@ -21,7 +22,7 @@ struct Row {
   const char* bytes;  // of the chunk
   std::size_t begin;
   std::size_t end;             // where its line end stands
-  const std::uint32_t* marks;  // where each field ends; the last one's is `end`
+  const std::uint32_t* marks;  // where each field ends; before them the end of the row before
   std::size_t fields;
   std::uint64_t number;  // in the chunk, from 0
 
@@ -31,14 +32,11 @@ struct Row {
     return end > begin && bytes[end - 1] == '\r' && has_line_feed ? end - 1 : end;
   }
   [[nodiscard]] std::size_t field_begin(std::size_t field) const {
-    return field == 0 ? begin : marks[field - 1] + std::size_t{1};
-  }
-  [[nodiscard]] std::size_t field_end(std::size_t field) const {
-    return field + 1 < fields ? marks[field] : text_end();
+    return marks[static_cast<std::ptrdiff_t>(field) - 1] + std::uint32_t{1};
   }
   [[nodiscard]] std::string_view field(std::size_t index) const {
     const std::size_t at = field_begin(index);
-    return {bytes + at, field_end(index) - at};
+    return {bytes + at, (index + 1 < fields ? marks[index] : text_end()) - at};
   }
   [[nodiscard]] std::string_view text() const { return {bytes + begin, text_end() - begin}; }
 
@@ -52,34 +50,55 @@ class FieldConverter {
   /// `rejects_allowed`: the one that is more stops the run.
   void start(const Chunk& chunk, std::uint64_t rejects_allowed, std::uint64_t messages_left);
 
-  /// Converts a column's field into `out`, which has ColumnValues::room.
-  FieldValue convert(const Row& row, std::size_t column, char* out);
+  /// Converts a column's field, which is `field`, into `out`, which has ColumnValues::room.
+  FieldValue convert(const Row& row, std::size_t column, std::string_view field, char* out) {
+    Column& hot = columns_[column];
+    text_ = field;
+    if (quotes_ && field.starts_with('"')) {
+      if (!unquote(row, column)) return {};
+      field = text_;
+    }
+    const FieldValue value = hot.values->convert(field, out);
+    if (value.outcome == FieldOutcome::read) {
+      ++hot.read[value.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
+    } else {
+      count_not_read(row, column, value.outcome);
+    }
+    return value;
+  }
+
+  /// What convert() read cannot be written after all: it is refused.
+  void take_back(const Row& row, std::size_t column, const FieldValue& value);
 
   /// Counts a row of another length.
   void refuse_row(const Row& row);
+  void count_malformed() { ++outcome_.malformed; }
 
   /// The text between the quotes that convert() last converted.
   [[nodiscard]] std::string_view text() const { return text_; }
 
-  /// True for a text that a table has in quotes.
-  [[nodiscard]] bool needs_quotes(const char* text, std::size_t size) const {
-    bool needs = false;
-    for (std::size_t at = 0; at < size; ++at) {
-      needs |= is_special_[static_cast<unsigned char>(text[at])];
-    }
-    return needs;
-  }
-
   [[nodiscard]] bool is_stopped() const { return rejects_.counted() > rejects_allowed_; }
-  [[nodiscard]] ChunkOutcome& outcome() { return outcome_; }
+  /// The counts of columns and of refused rows since start().
+  const ChunkOutcome& finish(std::string_view text, std::uint64_t rows, bool is_stopped);
+  [[nodiscard]] const ChunkOutcome& outcome() const { return outcome_; }
   [[nodiscard]] const RejectList& rejects() const { return rejects_; }
 
  private:
+  // What each field needs, together.
+  struct Column {
+    const ColumnValues* values;
+    std::uint64_t missing;
+    std::uint64_t refused;
+    std::array<std::uint64_t, 4> read;  // for each combination of their facts
+  };
+
+  bool unquote(const Row& row, std::size_t column);
+  void count_not_read(const Row& row, std::size_t column, FieldOutcome outcome);
   void refuse(const Row& row, std::size_t column, const char* cause);
 
   const TablePlan& plan_;
-  bool quotes_;
-  std::array<bool, 256> is_special_{};
+  const bool quotes_;
+  std::vector<Column> columns_;
   RejectList rejects_;
   ChunkOutcome outcome_;
   std::uint64_t rejects_allowed_ = 0;

@@ -29,12 +29,15 @@ std::uint64_t parity_up_to(std::uint64_t bits) {
 
 // Writes the offsets of the bits, in groups, so that no branch depends on a single one.
 void write_fields(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
-  std::uint32_t* out = marks.fields.data() + marks.field_count;
+  std::uint32_t* out = marks.new_fields();
   const std::size_t count = bits_of(mask);
   marks.field_count += count;
   for (std::size_t written = 0; written < count; written += group) {
     for (std::size_t index = 0; index < group; ++index) {
-      out[written + index] = base + static_cast<std::uint32_t>(std::countr_zero(mask));
+      // What is written beyond the last bit does not matter; the bit saves asking whether there is
+      // one.
+      const std::uint64_t some = mask | std::uint64_t{1} << 63;
+      out[written + index] = base + static_cast<std::uint32_t>(std::countr_zero(some));
       mask &= mask - 1;
     }
   }
@@ -51,8 +54,9 @@ void write_rows(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
 }  // namespace
 
 void FieldMarks::reserve(std::size_t more) {
-  fields.reserve(field_count, field_count + more + group);
-  rows.reserve(row_count, row_count + more);
+  fields_.reserve(1 + field_count, 1 + field_count + more + group);
+  fields_.data()[0] = static_cast<std::uint32_t>(-1);
+  rows_.reserve(row_count, row_count + more);
 }
 
 inline FieldScanner::State FieldScanner::after(State state, char byte) const {

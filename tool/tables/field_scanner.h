@@ -12,16 +12,29 @@ namespace jwnls::tool {
 
 /// What a scanner found, as offsets from the begin of the text, ascending.
 struct FieldMarks {
-  GrowingArray<std::uint32_t> fields;  // where a field ends: at a separator or a line end
-  GrowingArray<std::uint32_t> rows;    // where a row ends: at a line end; in `fields`, too
   std::size_t field_count = 0;
   std::size_t row_count = 0;
   std::uint64_t line_feeds = 0;  // all of them, also in quotes
 
+  /// Where fields end: at a separator or a line end. Before the first one stands that of the row
+  /// before, -1, so that every field begins one behind the end before it, modulo 2^32.
+  [[nodiscard]] const std::uint32_t* fields() const { return fields_.data() + 1; }
+  /// Where rows end: at a line end; these offsets are among those of the fields, too.
+  [[nodiscard]] const std::uint32_t* rows() const { return rows_.data(); }
+
   void clear() { field_count = row_count = line_feeds = 0; }
   void reserve(std::size_t more);
-  void add_field(std::uint32_t at) { fields.data()[field_count++] = at; }
-  void add_row(std::uint32_t at) { rows.data()[row_count++] = at; }
+  void add_field(std::uint32_t at) {
+    *new_fields() = at;
+    ++field_count;
+  }
+  void add_row(std::uint32_t at) { rows_.data()[row_count++] = at; }
+  /// Where the next ones are written; reserve() made room.
+  [[nodiscard]] std::uint32_t* new_fields() { return fields_.data() + 1 + field_count; }
+
+ private:
+  GrowingArray<std::uint32_t> fields_;
+  GrowingArray<std::uint32_t> rows_;
 };
 
 /// Goes over a text in pieces of any size. The rules, byte by byte:

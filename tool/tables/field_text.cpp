@@ -80,15 +80,15 @@ std::optional<RowFields> first_row(std::string_view text, char separator, bool q
     end = next;
   }
   if (marks.row_count == 0 && (!at_end || scanner.is_inside())) return std::nullopt;
-  std::size_t row_end = marks.row_count > 0 ? marks.rows.data()[0] : text.size();
+  std::size_t row_end = marks.row_count > 0 ? marks.rows()[0] : text.size();
   RowFields row;
   row.size = std::min(row_end + 1, text.size());
   if (row_end < text.size() && row_end > 0 && text[row_end - 1] == '\r') --row_end;
   std::size_t begin = 0;
   for (std::size_t index = 0; index < marks.field_count && begin <= row_end; ++index) {
-    const std::size_t field_end = std::min<std::size_t>(marks.fields.data()[index], row_end);
+    const std::size_t field_end = std::min<std::size_t>(marks.fields()[index], row_end);
     row.fields.push_back(text.substr(begin, field_end - begin));
-    begin = marks.fields.data()[index] + 1U;
+    begin = marks.fields()[index] + 1U;
     if (field_end == row_end && begin > row_end) return row;
   }
   row.fields.push_back(text.substr(begin, row_end - begin));

@@ -16,12 +16,12 @@ class GrowingArray {
   static_assert(std::is_trivially_copyable_v<Value>);
 
  public:
-  /// Makes room for `count` values and keeps the first `used` ones.
+  /// Makes room for `count` values and keeps the first `used` ones, as far as there are such.
   void reserve(std::size_t used, std::size_t count) {
     if (count <= capacity_) return;
     const std::size_t capacity = std::max(count, capacity_ * 2);
     auto values = std::make_unique_for_overwrite<Value[]>(capacity);
-    std::copy_n(values_.get(), used, values.get());
+    std::copy_n(values_.get(), std::min(used, capacity_), values.get());
     values_ = std::move(values);
     capacity_ = capacity;
   }

@@ -91,12 +91,13 @@ JsonRows::JsonRows(const TablePlan& plan, FieldConverter& fields)
 }
 
 void JsonRows::add_string(std::string_view text) {
-  if (!append_json_string(out_, text)) ++fields_.outcome().malformed;
+  if (!append_json_string(out_, text)) fields_.count_malformed();
 }
 
 // False when the value is refused.
 bool JsonRows::add_converted(const Row& row, std::size_t column) {
-  const FieldValue value = fields_.convert(row, column, value_.data());
+  const FieldValue value =
+      fields_.convert(row, column, row.field(plan_.columns[column].field), value_.data());
   values_[column] = value;
   const std::string_view written(value_.data(), value.length);
   const bool is_refused = value.outcome == FieldOutcome::refused;

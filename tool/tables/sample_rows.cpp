@@ -22,10 +22,10 @@ SampleRows::SampleRows(ByteSource& source, const TableJob& job, const TableHead&
   std::uint64_t line = head.first_line;
   RowMarks row{0, 0, 0, 0};
   for (std::size_t index = 0; index < marks_.row_count; ++index) {
-    const std::size_t end = marks_.rows.data()[index];
+    const std::size_t end = marks_.rows()[index];
     row.first_mark += row.fields;
     row.fields = 1;
-    while (marks_.fields.data()[row.first_mark + row.fields - 1] != end) ++row.fields;
+    while (marks_.fields()[row.first_mark + row.fields - 1] != end) ++row.fields;
     row.end = end < text_.size() && end > row.begin && text_[end - 1] == '\r' ? end - 1 : end;
     const bool is_blank = row.end == row.begin;
     const bool fits = row.fields == head.header.fields || job.ragged == Ragged::convert;
@@ -44,7 +44,7 @@ SampleRows::SampleRows(ByteSource& source, const TableJob& job, const TableHead&
 std::vector<std::string> SampleRows::texts(std::size_t field) const {
   std::vector<std::string> all;
   all.reserve(rows_.size());
-  const std::uint32_t* marks = marks_.fields.data();
+  const std::uint32_t* marks = marks_.fields();
   for (const RowMarks& row : rows_) {
     if (field >= row.fields) {
       all.emplace_back();

@@ -29,8 +29,8 @@ Marks marks_of(const std::string& text, const std::vector<std::size_t>& cuts, bo
     (scanner.*scan)(text.data(), begin, end, marks);
     begin = end;
   }
-  return {Offsets(marks.fields.data(), marks.fields.data() + marks.field_count),
-          Offsets(marks.rows.data(), marks.rows.data() + marks.row_count), marks.line_feeds,
+  return {Offsets(marks.fields(), marks.fields() + marks.field_count),
+          Offsets(marks.rows(), marks.rows() + marks.row_count), marks.line_feeds,
           scanner.is_inside()};
 }
 
