@@ -84,7 +84,7 @@ ExitCode RunLog::finish(bool is_stopped) {
   const TableJob& job = plan_.job;
   const bool is_quiet = job.summary == Summary::never;
   if (untold_ > 0 && rejects_file_ == nullptr && !is_quiet && job.max_messages > 0) {
-    report(grouped(untold_) + " more like " + (job.max_messages == 1 ? "this" : "these"));
+    report(grouped(untold_) + " more like these");
   }
   if (is_stopped && job.max_rejects && rejects() > *job.max_rejects && !is_quiet) {
     report("stopped: more than " + grouped(*job.max_rejects) + " rejects");

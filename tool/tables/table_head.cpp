@@ -147,8 +147,12 @@ class HeadFinder {
   char find_separator() {
     std::vector<Reading> proved;
     std::optional<Reading> best;
+    std::optional<char> endless;  // splits a row in which a quote stays open
     for (const Separator& candidate : candidates) {
       const auto row = row_of(candidate.character, false);
+      if (!row && at_end_ && rest().find(candidate.character) != std::string_view::npos) {
+        endless = candidate.character;
+      }
       if (!row || row->fields.size() < 2) continue;
       const Reading reading{candidate, names_found(*row)};
       if (!best || reading.found > best->found) best = reading;
@@ -159,6 +163,7 @@ class HeadFinder {
     const auto single = row_of(no_separator, true);
     // Where not all names are there, the reading with the most of them tells best what is amiss.
     const std::size_t found = single ? names_found(*single) : 0;
+    if (endless && (found == 0 || found < job_.plain_names.size())) return *endless;
     return best && found <= best->found ? best->separator.character : no_separator;
   }
 

@@ -49,35 +49,35 @@ enum class Ragged { reject, convert };
 enum class Summary { when_refused, always, never };
 
 struct TableJob {
-  std::string input;   // empty or "-": standard input
-  std::string output;  // empty: standard output
+  std::string input = {};   // empty or "-": standard input
+  std::string output = {};  // empty: standard output
   bool in_place = false;
-  std::string in_place_suffix;  // the old file is kept under its name with this behind it
+  std::string in_place_suffix = {};  // the old file is kept under its name with this behind it
 
-  std::optional<char> separator;
-  std::vector<std::string> plain_names;  // that were asked for: they tell the separator
+  std::optional<char> separator = {};
+  std::vector<std::string> plain_names = {};  // that were asked for: they tell the separator
   bool has_header = true;
   bool quotes = true;
   std::uint64_t skip_lines = 0;
 
-  std::optional<std::string> null_out;  // what missing values become
+  std::optional<std::string> null_out = {};  // what missing values become
   Invalid invalid = Invalid::keep;
   Ragged ragged = Ragged::reject;
-  std::string rejects;  // file; empty: messages
+  std::string rejects = {};  // file; empty: messages
   std::uint64_t max_messages = 10;
-  std::optional<std::uint64_t> max_rejects;
+  std::optional<std::uint64_t> max_rejects = {};
   Summary summary = Summary::when_refused;
   bool proved = false;  // a column of values that could mean others, none of which decides, fails
   bool json_lines = false;
-  std::optional<bool> progress;  // none: when there is a terminal to show it on
-  unsigned threads = 0;          // 0: as many as there are processors, at most 4
+  std::optional<bool> progress = {};  // none: when there is a terminal to show it on
+  unsigned threads = 0;               // 0: as many as there are processors, at most 4
   std::size_t chunk_bytes = 256 * 1024;
 
   /// The columns to convert, in the order of the command line, once the header is known. The sample
   /// is read only when it is asked for. Throws Failure.
   std::function<std::vector<ConvertedColumn>(const TableHeader&,
                                              const std::function<const TableSample&()>&)>
-      columns;
+      columns = {};
 };
 
 /// Converts the table; throws Failure.

@@ -43,10 +43,10 @@ TEST(FieldScanner, FollowsItsRules) {
               {"\"a;b\";c\n", {5, 7}, false},
               {"\"a\"\";b\";c\n", {7, 9}, false},  // a doubled quote closes nothing
               {"\"a\nb\";c\n", {5, 7}, false},
-              {"5\" x;b\n", {4, 6}, false},          // a quote in plain text
-              {"\"x\"y;\"b;\"\n", {4, 9}, false},    // text behind a closing quote
+              {"5\" x;b\n", {4, 6}, false},        // a quote in plain text
+              {"\"x\"y;\"b;\"\n", {4, 9}, false},  // text behind a closing quote
               {"\"x\"y\";b\n", {5, 7}, false},
-              {" \"x;y\";b\n", {3, 6, 8}, false},    // no field begins with this quote
+              {" \"x;y\";b\n", {3, 6, 8}, false},  // no field begins with this quote
               {"\"\";\"\"\"\";\n", {2, 7, 8}, false},
               {"a\r\n", {2}, false},
               {"a;\"x;\n", {1}, true}};
