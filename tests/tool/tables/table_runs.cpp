@@ -131,7 +131,7 @@ TableOutcome run_job(TableJob job) {
   }
   outcome.errors = testing::internal::GetCapturedStderr();
   outcome.output = testing::internal::GetCapturedStdout();
-  if (!job.rejects.empty()) outcome.rejects = read_file(job.rejects);
+  if (fs::is_regular_file(job.rejects)) outcome.rejects = read_file(job.rejects);
   return outcome;
 }
 
