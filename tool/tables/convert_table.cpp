@@ -90,8 +90,8 @@ class TableRun {
 
   /// True when the run was stopped by a value. Throws what failed, after it is said what was done.
   ExitCode run(bool& is_stopped) {
-    if (total_bytes() >= bytes_for_threads) start_threads();
-    work();
+    if (total_bytes() >= bytes_for_threads || job_.threads > 1) start_threads();
+    work(true);
     for (std::thread& thread : threads_) thread.join();
     source_.set_on_wait({});
     is_stopped = turns_.is_stopped();
@@ -119,12 +119,11 @@ class TableRun {
     constexpr unsigned most = 4;
     const unsigned wanted =
         job_.threads > 0 ? job_.threads : std::clamp(std::thread::hardware_concurrency(), 1U, most);
-    while (threads_.size() + 1 < wanted) threads_.emplace_back([this] { work(); });
+    while (threads_.size() + 1 < wanted) threads_.emplace_back([this] { work(false); });
   }
 
-  // What every thread does.
-  void work() {
-    const bool is_first = threads_.empty() && !is_running_.exchange(true);
+  // What every thread does; the first one gets the others when there is enough for them.
+  void work(bool is_first) {
     try {
       Chunk chunk;
       ChunkConverter converter(plan_, source_);
@@ -164,7 +163,6 @@ class TableRun {
   RowTurns turns_;
   std::uint64_t rejects_allowed_ = 0;
   std::vector<std::thread> threads_;
-  std::atomic<bool> is_running_ = false;
 };
 
 }  // namespace

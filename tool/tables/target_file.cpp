@@ -16,6 +16,8 @@
 namespace jwnls::tool {
 namespace {
 
+constexpr int interrupting[] = {SIGINT, SIGTERM, SIGHUP};
+
 // Paths that a signal's handler removes. The handler may do nothing that allocates, so they stand
 // here; the output and the file of rejects are all there are.
 class Interruption {
@@ -29,7 +31,7 @@ class Interruption {
       entry.is_used = 1;
       break;
     }
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : interrupting) {
       struct sigaction current = {};
       if (::sigaction(number, nullptr, &current) != 0 || current.sa_handler != SIG_DFL) continue;
       struct sigaction ours = {};
@@ -59,6 +61,23 @@ class Interruption {
 };
 
 std::array<Interruption::Entry, 2> Interruption::entries_;
+
+// While it lives, these signals wait: between a file and its being remembered there is a moment.
+class HeldSignals {
+ public:
+  HeldSignals() {
+    sigset_t held;
+    (void)::sigemptyset(&held);
+    for (const int number : interrupting) (void)::sigaddset(&held, number);
+    (void)::pthread_sigmask(SIG_BLOCK, &held, &before_);
+  }
+  ~HeldSignals() { (void)::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  HeldSignals(const HeldSignals&) = delete;
+  HeldSignals& operator=(const HeldSignals&) = delete;
+
+ private:
+  sigset_t before_;
+};
 
 mode_t mask_of_modes() {
   const mode_t mask = ::umask(0);
@@ -114,6 +133,7 @@ void TargetFile::open_beside() {
   const std::size_t slash = path_.rfind('/');
   const std::size_t name = slash == std::string::npos ? 0 : slash + 1;
   temporary_ = path_.substr(0, name) + "." + path_.substr(name, 200) + ".XXXXXX";
+  const HeldSignals held;
   descriptor_ = ::mkostemp(temporary_.data(), O_CLOEXEC);
   if (descriptor_ < 0) {
     temporary_.clear();
