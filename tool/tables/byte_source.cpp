@@ -31,13 +31,13 @@ ByteSource::~ByteSource() {
   if (!is_standard_input_) ::close(descriptor_);
 }
 
-// Files are always ready; for the rest on_wait_ gets its turns.
+// Files are always ready; while the rest is not, on_wait_ gets its turns.
 bool ByteSource::wait() const {
-  if (S_ISREG(facts_.st_mode) || !on_wait_) return true;
+  if (S_ISREG(facts_.st_mode)) return true;
   pollfd events = {descriptor_, POLLIN, 0};
   while (true) {
     if (::poll(&events, 1, wait_milliseconds) > 0) return true;
-    if (!on_wait_()) return false;
+    if (on_wait_ && !on_wait_()) return false;
   }
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -119,7 +120,11 @@ class TableRun {
     constexpr unsigned most = 4;
     const unsigned wanted =
         job_.threads > 0 ? job_.threads : std::clamp(std::thread::hardware_concurrency(), 1U, most);
-    while (threads_.size() + 1 < wanted) threads_.emplace_back([this] { work(false); });
+    try {
+      while (threads_.size() + 1 < wanted) threads_.emplace_back([this] { work(false); });
+    } catch (const std::system_error&) {
+      // Those that there are do the work.
+    }
   }
 
   // What every thread does; the first one gets the others when there is enough for them.

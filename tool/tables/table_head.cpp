@@ -120,9 +120,8 @@ class HeadFinder {
 
   void refuse_carriage_returns() {
     if (line_ > 1 || line_end() || rest().find('\r') == std::string_view::npos) return;
-    throw Failure{
-        ExitCode::io,
-        source_.place(1) + "line ends are carriage returns: convert them with tr '\\r' '\\n'"};
+    throw Failure{ExitCode::io,
+                  source_.place(1) + "line ends are CR: convert them with tr '\\r' '\\n'"};
   }
 
   std::optional<RowFields> row_of(char separator, bool patient) {
@@ -194,7 +193,7 @@ class HeadFinder {
     if (!found && !rest().empty()) refuse_endless(head.header.separator);
     const RowFields row = found && !rest().empty() ? *found : RowFields{};
     head.header.fields = row.fields.size();
-    head.before = head.size = head.header_end = at_;
+    head.size = head.header_end = at_;
     head.first_line = line_;
     if (!job_.has_header || row.size == 0) return head;
     const std::string_view bytes = rest().substr(0, row.size);

@@ -14,9 +14,8 @@ namespace jwnls::tool {
 
 struct TableHead {
   TableHeader header;
-  std::size_t before = 0;        // bytes before the first row: a mark of the byte order, lines
-  std::size_t size = 0;          // bytes up to the first row of values
-  std::size_t header_end = 0;    // of the header without its line end; = before where there is none
+  std::size_t size = 0;        // bytes up to the first row of values
+  std::size_t header_end = 0;  // of the header without its line end; where it would be without one
   std::uint64_t first_line = 1;  // of values
 };
 

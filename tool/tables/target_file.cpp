@@ -1,6 +1,7 @@
 #include "tool/tables/target_file.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <array>
@@ -152,6 +153,11 @@ void TargetFile::write(std::string_view text) {
   while (!text.empty()) {
     const auto written = ::write(descriptor_, text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
+    if (written < 0 && errno == EAGAIN) {  // whoever shares it does not want to wait
+      pollfd events = {descriptor_, POLLOUT, 0};
+      (void)::poll(&events, 1, -1);
+      continue;
+    }
     if (written < 0) fail(errno);
     text.remove_prefix(static_cast<std::size_t>(written));
   }

@@ -263,7 +263,7 @@ TEST(ConvertTable, EndsWhereTheInputIsBroken) {
        {},
        "a;b\r1;1,5\r",
        "",
-       "jwnls: r.csv:1: line ends are carriage returns: convert them with tr '\\r' '\\n'\n",
+       "jwnls: r.csv:1: line ends are CR: convert them with tr '\\r' '\\n'\n",
        4},
       {"another coding",
        b,
@@ -328,6 +328,37 @@ TEST(ConvertTable, HandsNastyTextsThrough) {
       EXPECT_EQ(outcome.output, is_open ? "a;b\n" : table);
       EXPECT_EQ(outcome.exit_code == 4, is_open) << text;
     }
+  }
+}
+
+// What decides is the first MiB: blank lines and rows of another length have no say, and what is
+// looked at is converted like the rest.
+TEST(ConvertTable, ShowsItsFirstRowsBeforeAnyIsWritten) {
+  const OwnFolder folder;
+  const std::string few = "a;b\r\n\"x\n\"\"y\";1\r\n\r\n7\n;2";
+  const std::string row = "some;1,5\n";
+  std::string many = "a;b\n";
+  while (many.size() < 3'000'000) many += row;
+  const struct {
+    const std::string& text;
+    std::vector<std::string> first;
+    std::vector<std::uint64_t> lines;
+    std::size_t rows;
+  } cases[] = {{few, {"x\n\"y", ""}, {2, 6}, 2}, {many, {"some", "some"}, {2, 3}, 1024 * 1024 / 9}};
+  for (const auto& each : cases) {
+    write_file("r.csv", each.text);
+    TableJob job{.input = "r.csv", .separator = ';', .summary = Summary::never};
+    job.columns = [&](const TableHeader&, const auto& sample) -> std::vector<ConvertedColumn> {
+      EXPECT_EQ(sample().texts(0).size(), each.rows);
+      EXPECT_EQ(sample().lines().size(), each.rows);
+      for (std::size_t index = 0; index < each.first.size(); ++index) {
+        EXPECT_EQ(sample().texts(0)[index], each.first[index]);
+        EXPECT_EQ(sample().lines()[index], each.lines[index]);
+      }
+      EXPECT_EQ(sample().texts(7).back(), "");
+      return {};
+    };
+    EXPECT_EQ(run_job(job).output, each.text);
   }
 }
 
