@@ -44,7 +44,10 @@ void ChunkReader::take_tail(Chunk& chunk) {
 bool ChunkReader::fill(Chunk& chunk) {
   const std::size_t wanted = tail_.size() + chunk_bytes_;
   const std::size_t room = wanted > chunk.size ? wanted - chunk.size : chunk_bytes_;
-  chunk.bytes.reserve(chunk.size, chunk.size + room + Chunk::slack);
+  // A long row gets all the room that it may need at once; memory is taken as it is used.
+  if (chunk.size + room + Chunk::slack > chunk.bytes.capacity()) {
+    chunk.bytes.reserve(chunk.size, longest_row + chunk_bytes_ + room + Chunk::slack);
+  }
   const std::size_t count = source_.read(chunk.bytes.data() + chunk.size, room);
   if (count == 0) {
     end_input(chunk);

@@ -23,6 +23,8 @@ void copy_in_steps(char* to, const char* from, std::size_t size) {
 
 void CsvRows::start(const Chunk& chunk) {
   bytes_ = chunk.bytes.data();
+  // Enough where values do not grow by more than a quarter.
+  out_.reserve(0, chunk.size + chunk.size / 4 + 4 * value_bytes);
   copied_ = row_copied_ = bytes_;
   size_ = row_size_ = 0;
 }
