@@ -1,8 +1,8 @@
 #include "tool/iso8601.h"
 
 #include <cstddef>
-#include <cstdio>
 
+#include "tool/iso_writer.h"
 #include "tool/refusal.h"
 
 namespace jwnls::tool {
@@ -93,6 +93,8 @@ Result<year_month_day> read_date(Cursor& input) {
   }
   const int year = input.number(dashed ? digits : 4);
   if (dashed) input.skip(1);
+  // What a year of std::chrono holds; beyond it, it would be another one.
+  if (year > static_cast<int>(std::chrono::year::max())) return refusal("outside the calendar");
   const auto month = read_field(input, month_field);
   if (!month) return refusal(month.message());
   if (dashed && !input.take('-')) return refusal("\"-\" is missing after the month");
@@ -173,30 +175,14 @@ Result<IsoValue> read_iso8601(std::string_view text) {
   return value;
 }
 
-std::string iso_text(std::chrono::year_month_day date) {
-  char text[24];
-  (void)std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
-                      unsigned{date.month()}, unsigned{date.day()});
-  return text;
-}
-
 std::string iso_text(Microseconds since_midnight) {
-  const std::chrono::hh_mm_ss time(since_midnight);
-  char text[32];
-  const int length = std::snprintf(
-      text, sizeof text, "%02d:%02d:%02d.%06d", static_cast<int>(time.hours().count()),
-      static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
-      static_cast<int>(time.subseconds().count()));
-  std::string_view all(text, static_cast<std::size_t>(length));
-  all = all.substr(0, all.find_last_not_of('0') + 1);
-  constexpr std::size_t without_fraction = 8;
-  if (time.subseconds().count() == 0) all = {text, without_fraction};
-  return std::string(all);
+  char text[iso_room];
+  return {text, write_iso_time(text, since_midnight.count())};
 }
 
 std::string iso_text(std::chrono::local_time<Microseconds> time) {
-  const auto day = std::chrono::floor<std::chrono::days>(time);
-  return iso_text(year_month_day{day}) + "T" + iso_text(Microseconds(time - day));
+  char text[iso_room];
+  return {text, write_iso_datetime(text, time.time_since_epoch().count())};
 }
 
 }  // namespace jwnls::tool

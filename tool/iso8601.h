@@ -33,8 +33,7 @@ struct IsoValue {
 /// text itself: "month 13 is not 01 to 12".
 [[nodiscard]] Result<IsoValue> read_iso8601(std::string_view text);
 
-/// "2024-03-15", "14:30:05", "2024-03-15T14:30:05"; a fraction of a second only where there is one.
-[[nodiscard]] std::string iso_text(std::chrono::year_month_day date);
+/// "14:30:05", "2024-03-15T14:30:05"; a fraction of a second only where there is one.
 [[nodiscard]] std::string iso_text(Microseconds since_midnight);
 [[nodiscard]] std::string iso_text(std::chrono::local_time<Microseconds> time);
 

@@ -9,9 +9,9 @@
 
 #include "jwnls/jwnls.hpp"
 #include "tool/output.h"
-#include "tool/plain_values.h"
 #include "tool/session.h"
 #include "tool/table.h"
+#include "tool/tables/layout_values.h"
 #include "tool/terminal_text.h"
 
 namespace jwnls::tool {
@@ -138,23 +138,28 @@ class Report {
   [[nodiscard]] std::string written(const Example& row) const {
     const auto layout = Layout::open(name_, row.kind, row.words);
     if (!layout) return std::string("(") + layout.message() + ")";
-    const auto text = write_plain(*layout, row.value, "");
-    return text ? *text : std::string("(") + text.message() + ")";
+    char out[ColumnValues::room];
+    const auto values = format_values(*layout, "", {});
+    const FieldValue text = values->convert(row.value, out);
+    if (text.outcome != FieldOutcome::refused) return {out, text.length};
+    return std::string("(").append(values->message(row.value)).append(")");
   }
 
   void readings() {
     Table table(2);
     for (const Typed& row : typed) {
-      const Layout layout = open_layout(name_, row.kind, "");
+      const auto values = read_values(open_layout(name_, row.kind, ""), {});
       for (const char* text : row.texts) {
-        const auto value = read_plain(layout, text);
-        if (!value) {
+        char out[ColumnValues::room];
+        const FieldValue value = values->convert(text, out);
+        if (value.outcome == FieldOutcome::refused) {
           table.add({row.name, text, "not read"});
-        } else {
-          table.add({row.name, text,
-                     value->text + (value->currency.empty() ? "" : " ") + value->currency,
-                     value->two_ways ? "could be meant otherwise" : ""});
+          continue;
         }
+        const std::string currency(value.currency);
+        table.add({row.name, text,
+                   std::string(out, value.length) + (currency.empty() ? "" : " ") + currency,
+                   (value.facts & JWNLS_TWO_WAYS) != 0 ? "could be meant otherwise" : ""});
       }
     }
     section("Reads", table);

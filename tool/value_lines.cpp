@@ -21,21 +21,33 @@ namespace {
 
 class ValueWriter {
  public:
-  ValueWriter(const ValueLines& lines, const WorkOnValue& work, Output& output)
-      : lines_(lines), work_(work), output_(output) {}
+  ValueWriter(const ValueLines& lines, const LayoutValues& values, Output& output)
+      : lines_(lines),
+        values_(values),
+        invalid_(lines.invalid.value_or(lines.values.empty() ? Invalid::keep : Invalid::drop)),
+        output_(output) {}
 
-  void write(std::string_view value, const std::string& place) {
-    value = trimmed(value);
-    const auto text = work_(value);
-    if (!text) return refuse(place + text.message());
-    output_.line(lines_.width == 0 ? text->text : padded(text->text, lines_.width, lines_.left));
-    deciding_ += text->decides ? 1 : 0;
-    if (text->two_ways && two_ways_++ == 0) first_two_ways_ = place + in_quotes(value);
+  // False when this was the last one.
+  bool write(std::string_view line, const std::string& place) {
+    const std::string_view text = trimmed(line);
+    char out[ColumnValues::room];
+    const FieldValue value = values_.convert(text, out);
+    if (value.outcome == FieldOutcome::refused) return refuse(line, place + values_.message(text));
+    if (value.outcome == FieldOutcome::missing) return put(lines_.null_out.value_or(""));
+    deciding_ += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
+    if ((value.facts & JWNLS_TWO_WAYS) != 0 && two_ways_++ == 0) {
+      first_two_ways_ = place + in_quotes(text);
+    }
+    if (!lines_.tells_currency || value.currency[0] == '\0') return put({out, value.length});
+    return put(std::string(out, value.length) + " " + value.currency);
   }
 
-  void refuse(const std::string& message) {
-    say(message);
+  bool refuse(std::string_view line, const std::string& message) {
     outcome_ = ExitCode::bad_values;
+    say(message);
+    if (invalid_ == Invalid::keep) put(line);
+    if (invalid_ == Invalid::empty) put(lines_.null_out.value_or(""));
+    return invalid_ != Invalid::stop;
   }
 
   ExitCode finish(Undecided asked) {
@@ -51,13 +63,23 @@ class ValueWriter {
   }
 
  private:
+  bool put(std::string_view text) {
+    if (lines_.width == 0) {
+      output_.line(text);
+    } else {
+      output_.line(padded(text, lines_.width, lines_.left));
+    }
+    return true;
+  }
+
   void say(const std::string& message) {
     if (output_.is_terminal()) output_.flush();  // keeps both streams in step before one reader
     report(message);
   }
 
   const ValueLines& lines_;
-  const WorkOnValue& work_;
+  const LayoutValues& values_;
+  Invalid invalid_;
   Output& output_;
   ExitCode outcome_ = ExitCode::ok;
   std::uint64_t two_ways_ = 0;
@@ -67,21 +89,25 @@ class ValueWriter {
 
 }  // namespace
 
-ExitCode write_values(const ValueLines& lines, Undecided undecided, const WorkOnValue& work) {
+ExitCode write_values(const ValueLines& lines, Undecided undecided, const LayoutValues& values) {
   Output output;
-  ValueWriter writer(lines, work, output);
-  for (const std::string& value : lines.values) writer.write(value, "");
-  if (lines.values.empty()) {
-    LineSource source(STDIN_FILENO, [&output] { output.flush(); });
-    std::string_view line;
-    while (source.next(line)) {
-      const std::string place = "line " + std::to_string(source.number()) + ": ";
-      if (source.too_long()) {
-        writer.refuse(place + in_quotes(line) + ": the line is longer than " +
-                      std::to_string(LineSource::longest_line) + " bytes");
-      } else {
-        writer.write(line, place);
-      }
+  ValueWriter writer(lines, values, output);
+  for (const std::string& value : lines.values) {
+    if (!writer.write(value, "")) return writer.finish(undecided);
+  }
+  if (!lines.values.empty()) return writer.finish(undecided);
+  LineSource source(STDIN_FILENO, [&output] { output.flush(); });
+  std::string_view line;
+  bool goes_on = true;
+  while (goes_on && source.next(line)) {
+    const std::string place = "line " + std::to_string(source.number()) + ": ";
+    if (source.too_long()) {
+      // An empty line keeps its place.
+      goes_on = writer.refuse("", place + in_quotes(line) + ": the line is longer than " +
+                                      std::to_string(LineSource::longest_line) +
+                                      " bytes; it is left empty");
+    } else {
+      goes_on = writer.write(line, place);
     }
   }
   return writer.finish(undecided);

@@ -3,44 +3,42 @@
 #ifndef JWNLS_TOOL_VALUE_LINES_H_
 #define JWNLS_TOOL_VALUE_LINES_H_
 
-#include <functional>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "jwnls/jwnls.hpp"
 #include "tool/exit_code.h"
+#include "tool/tables/layout_values.h"
+#include "tool/tables/table_job.h"
 
 namespace jwnls::tool {
 
 /// The text without the blanks and tabs around it.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
-/// Where values come from and how what they become is laid out.
+/// Where values come from, and what becomes of them on their lines.
 struct ValueLines {
-  std::vector<std::string> values;  // empty: lines of standard input
-  std::size_t width = 0;            // the least, in cells of a terminal
-  bool left = false;                // blanks stand behind
-};
-
-/// What a value became, and whether its text could have meant another value or excludes that.
-struct ValueText {
-  std::string text;
-  bool two_ways = false;
-  bool decides = false;
+  std::vector<std::string> values = {};  // empty: lines of standard input
+  std::size_t width = 0;                 // the least, in cells of a terminal
+  bool left = false;                     // blanks stand behind
+  /// What stands for a value that is refused; none: of lines its own text, of arguments nothing.
+  std::optional<Invalid> invalid = {};
+  std::optional<std::string> null_out = {};  // for missing values; none: a blank line
+  bool tells_currency = false;               // behind the value
 };
 
 /// What is to be done about values that could have meant others.
 enum class Undecided { ignored, told, refused };
 
-using WorkOnValue = std::function<Result<ValueText>(std::string_view value)>;
-
-/// Gives `work` each value without the blanks around it, and writes what it makes of it. Errors go
-/// to standard error with the line's number, and the rest goes on.
+/// Converts each value without the blanks around it, and writes what it becomes on a line. What is
+/// refused is named on standard error, with its line's number, and the rest goes on; a line keeps
+/// its place unless `invalid` says otherwise.
 ///
 /// Where values could have meant others and none decides, a line at the end says so, as `undecided`
 /// asks for; Undecided::refused makes the outcome ExitCode::undecided.
-ExitCode write_values(const ValueLines& lines, Undecided undecided, const WorkOnValue& work);
+ExitCode write_values(const ValueLines& lines, Undecided undecided, const LayoutValues& values);
 
 }  // namespace jwnls::tool
 

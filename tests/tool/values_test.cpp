@@ -57,6 +57,9 @@ TEST(Values, AreWrittenAsTheLocaleDoes) {
        "12.345.678.901.234.567.890,12345678901234567890\n"},
       {"format number --no-group --plus --left -w 9", {"1234.5"}, "+1234.5  \n"},
       {"format number -O plus -O decimals=1", {"2"}, "+2.0\n"},
+      // Amounts have the decimals of the currency, and more where the value has more.
+      {"format amount -l de_DE", {"1.5", "1.859"}, "1,50 €\n1,859 €\n"},
+      {"format amount -l ja_JP -d 1", {"1.55"}, "￥1.6\n"},
       {"format integer -l en_IN",
        {"1234567", "18446744073709551615"},
        "12,34,567\n1,84,46,74,40,73,70,95,51,615\n"},
@@ -92,16 +95,18 @@ TEST(Values, ThatAreInstantsAreShownByTheClocksOfTheZone) {
 }
 
 TEST(Values, ThatCannotBeWrittenAreNamedAndTheRestGoesOn) {
-  expect({"format", "date", "-l", "de_DE"}, "15.03.2024\n\n24.12.2024\n",
+  // A line keeps its place: what cannot be written stays as it is.
+  expect({"format", "date", "-l", "de_DE"}, "15.03.2024\n  2024-02-30 \n\n24.12.2024\nx\x1B[2J\n",
          "jwnls: line 2: '2024-02-30': there is no day 30 in month 02 of 2024\n"
          "jwnls: line 5: 'x\\x1B[2J': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n",
          1, {}, "2024-03-15\r\n  2024-02-30 \n\n2024-12-24 \nx\x1B[2J");
   check({
       {"format date -z UTC",
-       {"14:30", "0049-03-15", "@1e3", "--", "--raw"},
+       {"14:30", "0049-03-15", "67560-03-15", "@1e3", "--", "--raw"},
        "",
        "jwnls: '14:30': a time without a date\n"
        "jwnls: '0049-03-15': outside the calendar\n"
+       "jwnls: '67560-03-15': outside the calendar\n"
        "jwnls: '@1e3': no seconds since 1970 (as @1710513000)\n"
        "jwnls: '--raw': neither a date (YYYY-MM-DD) nor a time (HH:MM:SS)\n",
        1},
@@ -153,7 +158,8 @@ TEST(Values, AreReadAsTheLocaleWritesThem) {
 }
 
 TEST(Values, ThatAreNotReadAreNamedAndTheRestGoesOn) {
-  expect({"convert", "date", "--from", "de_DE", "--to", "en_US"}, "Mar 15, 2024\n\nApr 1, 2024\n",
+  expect({"convert", "date", "--from", "de_DE", "--to", "en_US"},
+         "Mar 15, 2024\n15. Mrz 2024\n\n30.2.2024\nApr 1, 2024\n",
          "jwnls: line 2: date '15. Mrz 2024': '15. ' fits, 'Mrz 2024' does not; it writes "
          "'15.03.2024'\n"
          "jwnls: line 4: date '30.2.2024': no such date in the calendar; it writes '15.03.2024'\n",

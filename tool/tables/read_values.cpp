@@ -1,0 +1,154 @@
+#include <algorithm>
+
+#include "tool/iso_writer.h"
+#include "tool/tables/layout_values.h"
+
+namespace jwnls::tool {
+namespace {
+
+FieldValue read_as(int code, std::uint8_t facts, std::size_t length) {
+  FieldValue value;
+  value.outcome = code == JWNLS_OK        ? FieldOutcome::read
+                  : code == JWNLS_MISSING ? FieldOutcome::missing
+                                          : FieldOutcome::refused;
+  if (code != JWNLS_OK) return value;
+  value.facts = facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES);
+  value.length = static_cast<std::uint32_t>(length);
+  return value;
+}
+
+FieldValue read_decimal(const jwnls_layout* layout, std::string_view text, char* out) {
+  std::size_t length = 0;
+  std::uint8_t facts = 0;
+  char currency[4] = {};
+  const int code = jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
+                                      &length, currency, &facts);
+  FieldValue value = read_as(code, facts, length);
+  std::copy(std::begin(currency), std::end(currency), std::begin(value.currency));
+  return value;
+}
+
+FieldValue read_date(const jwnls_layout* layout, std::string_view text, char* out) {
+  std::int32_t days = 0;
+  std::uint8_t facts = 0;
+  const int code = jwnls_read_date(layout, text.data(), text.size(), &days, &facts);
+  if (code != JWNLS_OK) return read_as(code, 0, 0);
+  return read_as(code, facts, static_cast<std::size_t>(write_iso_date(out, days) - out));
+}
+
+FieldValue read_time(const jwnls_layout* layout, std::string_view text, char* out) {
+  std::int64_t microseconds = 0;
+  std::uint8_t facts = 0;
+  const int code = jwnls_read_time(layout, text.data(), text.size(), &microseconds, &facts);
+  if (code != JWNLS_OK) return read_as(code, 0, 0);
+  return read_as(code, facts, static_cast<std::size_t>(write_iso_time(out, microseconds) - out));
+}
+
+template <bool is_instant>
+FieldValue read_datetime(const jwnls_layout* layout, std::string_view text, char* out) {
+  std::int64_t microseconds = 0;
+  std::uint8_t facts = 0;
+  const int code = jwnls_read_datetime(layout, text.data(), text.size(), &microseconds, &facts);
+  if (code != JWNLS_OK) return read_as(code, 0, 0);
+  char* end = write_iso_datetime(out, microseconds);
+  if (is_instant) *end++ = 'Z';
+  return read_as(code, facts, static_cast<std::size_t>(end - out));
+}
+
+using ReadField = FieldValue (*)(const jwnls_layout*, std::string_view, char*);
+
+template <ReadField read>
+class ReadValues final : public LayoutValues {
+ public:
+  ReadValues(const Layout& layout, MissingWords missing)
+      : layout_(layout), missing_(std::move(missing)) {}
+
+  FieldValue convert(std::string_view text, char* out) const noexcept override {
+    if (missing_.contains(text)) return read_as(JWNLS_MISSING, 0, 0);
+    return read(layout_.get(), text, out);
+  }
+  [[nodiscard]] std::string reason(std::string_view text) const override {
+    return refusal_reason(layout_, text);
+  }
+  [[nodiscard]] std::string message(std::string_view text) const override {
+    return refusal_message(layout_, text);
+  }
+  [[nodiscard]] std::string_view kind_name() const override {
+    return jwnls_kind_name(static_cast<int>(layout_.kind()));
+  }
+  [[nodiscard]] bool is_json_number() const override { return is_numeric(layout_.kind()); }
+  [[nodiscard]] std::string description() const override { return layout_.describe(); }
+
+ private:
+  Layout layout_;
+  MissingWords missing_;
+};
+
+// The kind and the text that a message begins with, and what would be read, at its end:
+//   date '30.02.2024': no such date in the calendar; it writes '15.03.2024'
+//   '12.34' in de_DE: '12' fits, '.34' does not: groups of another size; the locale writes 1.234,5
+std::string_view without_frame(std::string_view message, std::string_view text,
+                               const std::string& locale) {
+  // A quoted text is at least as long as the text itself, but may be cut at 60 bytes.
+  constexpr std::size_t shortest_cut = 55;
+  const std::size_t quoted = std::min(text.size(), shortest_cut);
+  const std::string in_locale = "' in " + locale + ": ";
+  for (const std::string_view end : {std::string_view(in_locale), std::string_view("': ")}) {
+    const std::size_t at = message.find(end, std::min(quoted, message.size()));
+    if (at == std::string_view::npos) continue;
+    message.remove_prefix(at + end.size());
+    break;
+  }
+  for (const std::string_view begin : {"; it writes ", "; the locale writes "}) {
+    const std::size_t at = message.rfind(begin);
+    if (at != std::string_view::npos) return message.substr(0, at);
+  }
+  return message;
+}
+
+// The currency of an amount that the layout refuses for it: "is in USD, not EUR"; else nothing.
+std::string currency_reason(const Layout& layout, std::string_view text) {
+  if (layout.kind() != Kind::amount) return {};
+  const auto any = Layout::open_described(layout.describe() + " currency=any");
+  if (!any) return {};
+  const auto amount = any->read_decimal(text);
+  if (!amount || amount->value.currency == layout.currency()) return {};
+  return "is in " + amount->value.currency + ", not " + layout.currency();
+}
+
+}  // namespace
+
+bool is_numeric(Kind kind) {
+  return kind == Kind::number || kind == Kind::integer || kind == Kind::amount ||
+         kind == Kind::percent;
+}
+
+LayoutValuesPointer read_values(const Layout& layout, MissingWords missing) {
+  switch (layout.kind()) {
+    case Kind::date:
+    case Kind::period:
+      return std::make_shared<ReadValues<read_date>>(layout, std::move(missing));
+    case Kind::time:
+      return std::make_shared<ReadValues<read_time>>(layout, std::move(missing));
+    case Kind::datetime:
+      return std::make_shared<ReadValues<read_datetime<false>>>(layout, std::move(missing));
+    case Kind::instant:
+      return std::make_shared<ReadValues<read_datetime<true>>>(layout, std::move(missing));
+    default:
+      return std::make_shared<ReadValues<read_decimal>>(layout, std::move(missing));
+  }
+}
+
+std::string refusal_message(const Layout& layout, std::string_view text) {
+  jwnls_error error = {};
+  const int code = jwnls_explain(layout.get(), text.data(), text.size(), &error);
+  return error.text[0] != '\0' ? error.text : jwnls_code_text(code);
+}
+
+std::string refusal_reason(const Layout& layout, std::string_view text) {
+  std::string reason = currency_reason(layout, text);
+  if (!reason.empty()) return reason;
+  return std::string(without_frame(refusal_message(layout, text), text, layout.locale()));
+}
+
+}  // namespace jwnls::tool
