@@ -10,11 +10,17 @@
 #include <vector>
 
 #include "tool/detect_command.h"
+#include "tool/given_options.h"
 #include "tool/kinds.h"
 #include "tool/list_commands.h"
+#include "tool/nearest_name.h"
+#include "tool/options_table.h"
 #include "tool/output.h"
 #include "tool/shielded_values.h"
 #include "tool/show_command.h"
+#include "tool/table_command.h"
+#include "tool/tables/column_spec.h"
+#include "tool/terminal_text.h"
 #include "tool/value_commands.h"
 
 namespace jwnls::tool {
@@ -31,7 +37,8 @@ constexpr const char* program_footer =
     "  jwnls read date -l fr_FR '15 mars 2024'\n"
     "  jwnls read amount -l de_DE '1.234,50 €'\n"
     "  jwnls convert time --from en_US --to de_DE '2:30 PM'\n"
-    "  jwnls detect -l de_DE,en_US,fr_FR column.txt\n"
+    "  jwnls read -l de_DE -c Datum=date -c Betrag=amount bank.csv\n"
+    "  jwnls detect -l de_DE,en_US,fr_FR bank.csv\n"
     "  jwnls show ja_JP\n"
     "  jwnls locales arab\n"
     "\n"
@@ -44,11 +51,18 @@ constexpr const char* program_footer =
     "that could mean another and none that decides, with --proved, or no single reading, of "
     "detect.";
 
-using Command = std::function<ExitCode()>;
+using Run = std::function<ExitCode()>;
 
-constexpr const char* texts_help = "Texts as the locale writes them";
 constexpr const char* values_footer =
     "Without values, lines of standard input are read. A blank value is a missing one, and stays.";
+
+constexpr const char* table_footer =
+    "Tables, with -c: SELECTOR{,SELECTOR}[=KIND]{:WORD}\n"
+    "  SELECTOR  a name, \"a name\", a number, 3-5, 3-, 'net*', /expression/\n"
+    "  KIND      number integer amount percent date time datetime instant period; default: the\n"
+    "            command's\n"
+    "  WORD      a locale; an option of the kind, without its dashes: decimals=2, no-group;\n"
+    "            as=NAME, a new column; currency-as=NAME, a column of currencies; from=, to=";
 
 std::string version_text() {
   char zones[64];
@@ -59,7 +73,7 @@ std::string version_text() {
          (known ? std::string(zones, length) : "of an unknown release") + ")";
 }
 
-// The options of the chosen subcommand end up in its request, and `chosen` runs it.
+// The options of the chosen subcommand end up in those of its command, and `chosen` runs it.
 class CommandLine {
  public:
   CommandLine() : app_(program_description, "jwnls") {
@@ -68,24 +82,32 @@ class CommandLine {
                           "The versions of program, module interface, locale and zone data");
     app_.footer(program_footer);
     app_.failure_message(CLI::FailureMessage::simple);
-    add_values_command("format", "Write values the way a locale does", &CommandLine::add_format);
-    add_values_command("read", "Read values the way a locale writes them", &CommandLine::add_read);
-    add_values_command("convert", "Read values in one locale, write them in another",
-                       &CommandLine::add_convert);
+    add_values_command(
+        format_command, "Write values, or columns of a table, the way a locale does",
+        "  jwnls format -l de_DE -c date=date:style=long -c amount=number table.csv");
+    add_values_command(read_command,
+                       "Read values, or columns of a table, the way a locale has them",
+                       "  jwnls read -l de_DE -c 'Datum,Valuta=date' -c Betrag=amount bank.csv\n"
+                       "  jwnls read number -l de_DE -c Netto,Brutto --rejects bad.csv bank.csv");
+    add_values_command(convert_command, "Read values in one locale, write them in another",
+                       "  jwnls convert --from en_US --to de_DE -c amount=number table.csv");
     add_detect();
-    add_list("locales", "List the locales: name, English name, own name",
+    add_list(locales_command, "List the locales: name, English name, own name",
              "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
-    add_list("zones", "List the time zones: name, what it is called now, offset from UTC now",
+    add_list(zones_command, "List the time zones: name, what it is called now, offset from UTC now",
              "  jwnls zones\n  jwnls zones america/arg\n  jwnls zones --names | fzf", run_zones);
     add_show();
   }
 
   // Throws CLI::ParseError, for help as well.
   ExitCode run(int argument_count, const char* const* arguments) {
-    auto words = with_shielded_values({arguments + 1, arguments + argument_count});
+    std::vector<std::string> words(arguments + 1, arguments + argument_count);
+    check_command(words);
+    words = with_shielded_values(std::move(words));
     std::reverse(words.begin(), words.end());  // as the parser takes them
     app_.parse(std::move(words));
-    if (!chosen_) throw Failure{ExitCode::usage, missing_command()};
+    if (!chosen_)
+      throw Failure{ExitCode::usage, "jwnls needs one of " + commands() + " (see --help)"};
     return chosen_();
   }
 
@@ -94,145 +116,151 @@ class CommandLine {
  private:
   static std::string examples(const std::string& lines) { return "Examples:\n" + lines; }
 
-  [[nodiscard]] std::string missing_command() const {
-    const bool has_parent = !app_.get_subcommands().empty();
-    const CLI::App* parent = has_parent ? app_.get_subcommands().front() : &app_;
+  [[nodiscard]] std::vector<std::string> command_names() const {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app_.get_subcommands({})) names.push_back(command->get_name());
+    return names;
+  }
+
+  [[nodiscard]] std::string commands() const {
     std::string names;
-    for (const CLI::App* command : parent->get_subcommands({})) {
-      names.append(names.empty() ? "" : ", ").append(command->get_name());
-    }
-    return parent->get_name() + " needs one of " + names + " (see --help)";
+    for (const std::string& name : command_names()) names += (names.empty() ? "" : ", ") + name;
+    return names;
   }
 
-  static std::string locale_help(const char* category) {
-    return std::string("The locale; default: LC_ALL, ") + category + " or LANG";
+  void check_command(const std::vector<std::string>& words) const {
+    if (words.empty() || words.front().starts_with('-')) return;
+    const auto names = command_names();
+    if (std::find(names.begin(), names.end(), words.front()) != names.end()) return;
+    throw Failure{ExitCode::usage, in_quotes(words.front()) + ": no such command" +
+                                       did_you_mean(words.front(), names) + " (see --help)"};
   }
 
-  using AddKind = void (CommandLine::*)(CLI::App& command, const KindRow& kind,
-                                        ValueOptions& options);
-
-  // A command with a subcommand for each kind; `add_kind` adds what is its own.
-  void add_values_command(const char* name, const char* summary, AddKind add_kind) {
+  // A command with a subcommand for each kind, and itself for tables.
+  void add_values_command(Command command, const char* summary, const char* table_examples) {
+    const std::string name = command_name(command);
+    GivenOptions& options = options_.emplace_back();
     CLI::App* parent = app_.add_subcommand(name, summary);
     parent->require_subcommand(0, 1);
     parent->footer(std::string("Values are arguments or, without any, lines of standard input.\n") +
-                   "\"jwnls " + name + " KIND --help\" tells what a kind takes.");
+                   "\"jwnls " + name + " KIND --help\" tells what a kind takes.\n\n" +
+                   table_footer + "\n\n" + examples(table_examples));
     for (const KindRow& kind : kinds()) {
-      const bool is_read = parent->get_name() == "read";
-      if (!is_read && kind.format_examples == nullptr) continue;
-      CLI::App* command = parent->add_subcommand(
-          kind.name, std::string(1, static_cast<char>(std::toupper(name[0]))) + (name + 1) + " " +
-                         kind.plural);
-      if (kind.alias != nullptr) command->alias(kind.alias);
-      (this->*add_kind)(*command, kind, value_options_.emplace_back());
+      if (command == read_command || kind.format_examples != nullptr) {
+        add_kind(*parent, command, kind, options);
+      }
     }
-  }
-
-  void add_format(CLI::App& command, const KindRow& kind, ValueOptions& options) {
-    add_locale(command, kind, options);
-    if (std::string_view(kind.locale_category) == "LC_TIME") add_zone_option(command, options.zone);
-    options.words.add_options(command, kind.kind, Side::writing);
-    add_lines(command, options, kind.values_help, kind.format_examples);
-    run_with(command, kind, options, run_format);
-  }
-
-  void add_read(CLI::App& command, const KindRow& kind, ValueOptions& options) {
-    add_locale(command, kind, options);
-    options.words.add_options(command, kind.kind, Side::reading);
-    add_lines(command, options, texts_help, kind.read_examples);
-    run_with(command, kind, options, run_read);
-  }
-
-  void add_convert(CLI::App& command, const KindRow& kind, ValueOptions& options) {
-    const auto add_end = [&command](const char* name, std::string& locale, const char* help) {
-      command.add_option(name, locale, help)->type_name("NAME")->required();
-    };
-    add_end("-f,--from", options.locale, "The locale of the values");
-    add_end("-t,--to", options.target, "The locale to write in");
-    options.words.add_options(command, kind.kind, Side::both);
-    add_lines(command, options, texts_help, kind.convert_examples);
-    run_with(command, kind, options, run_convert);
-  }
-
-  static void add_locale(CLI::App& command, const KindRow& kind, ValueOptions& options) {
-    command.add_option("-l,--locale", options.locale, locale_help(kind.locale_category))
-        ->type_name("NAME");
-  }
-
-  static void add_lines(CLI::App& command, ValueOptions& options, const char* help,
-                        const char* lines) {
-    ValueLines& value_lines = options.lines;
-    command
-        .add_option("-w,--width", value_lines.width,
-                    "The least width, in cells of a terminal; blanks stand in front")
-        ->type_name("CELLS")
-        ->check(CLI::Validator(CLI::Range(0, 1000)).description(""));
-    command.add_flag("--left", value_lines.left, "Blanks stand behind");
-    command.add_option("values", value_lines.values, help)
-        ->type_name("VALUE")
-        ->transform(unshielded);
-    command.footer(std::string(values_footer) + "\n\n" + examples(lines));
-  }
-
-  void run_with(CLI::App& command, const KindRow& kind, const ValueOptions& options,
-                ExitCode (*run)(const KindRow&, const ValueOptions&)) {
-    command.callback([this, &kind, &options, run] {
-      chosen_ = [&kind, &options, run] { return run(kind, options); };
+    options.add_to(*parent, command, nullptr);
+    options.add_operands_to(*parent, "file", "FILE", "A table; default, and \"-\": standard input");
+    parent->callback([this, parent, command, &options] {
+      if (!parent->get_subcommands().empty()) return;  // the kind's own callback was there first
+      chosen_ = [command, &options] { return run_without_kind(command, options); };
     });
   }
 
-  void add_list(const char* name, const char* summary, const char* lines,
-                ExitCode (*list)(const ListOptions&)) {
-    CLI::App* command = app_.add_subcommand(name, summary);
-    ListOptions& options = list_options_.emplace_back();
-    command->add_option("filter", options.filter, "Part of a name, in any case")
-        ->transform(unshielded);
-    command->add_flag("-n,--names", options.names_only, "Names only, for scripts");
-    command->footer(examples(lines));
-    command->callback(
-        [this, list, &options] { chosen_ = [list, &options] { return list(options); }; });
+  void add_kind(CLI::App& parent, Command command, const KindRow& kind, GivenOptions& options) {
+    const std::string name = command_name(command);
+    std::string verb = name;
+    verb.front() = static_cast<char>(std::toupper(verb.front()));
+    CLI::App* app = parent.add_subcommand(kind.name, verb + " " + kind.plural);
+    if (kind.alias != nullptr) app->alias(kind.alias);
+    options.add_to(*app, command, &kind);
+    options.add_operands_to(
+        *app, "values", "VALUE",
+        command == format_command ? kind.values_help : "Texts as the locale writes them");
+    app->footer(std::string(values_footer) + "\n\n" + table_footer + "\n\n" +
+                examples(command == format_command ? kind.format_examples
+                         : command == read_command ? kind.read_examples
+                                                   : kind.convert_examples));
+    app->callback([this, command, &kind, &options] {
+      chosen_ = [command, &kind, &options] { return run_with_kind(command, kind, options); };
+    });
   }
 
-  static void add_zone_option(CLI::App& command, std::string& zone) {
-    command.add_option("-z,--zone", zone, "The time zone of instants; default: the system's")
-        ->type_name("ZONE");
+  static ExitCode run_with_kind(Command command, const KindRow& kind, const GivenOptions& options) {
+    if (options.has("columns")) return run_table(command, &kind, options);
+    if (command == convert_command) {
+      for (const char* end : {"from", "to"}) {
+        if (!options.has(end)) {
+          throw Failure{ExitCode::usage, std::string("--") + end + " is required (see --help)"};
+        }
+      }
+    }
+    check_no_table(options);
+    return run_values(command, kind, options);
+  }
+
+  static ExitCode run_without_kind(Command command, const GivenOptions& options) {
+    if (options.has("columns")) return run_table(command, nullptr, options);
+    if (!options.operands().empty()) {
+      const KindRow& kind = kind_of_name(options.operands().front(), "");
+      throw Failure{ExitCode::usage, std::string("a ") + kind.name + " can only be read"};
+    }
+    std::string names;
+    for (const KindRow& kind : kinds()) {
+      if (command != read_command && kind.format_examples == nullptr) continue;
+      names += (names.empty() ? "" : ", ") + std::string(kind.name);
+    }
+    throw Failure{ExitCode::usage, std::string(command_name(command)) + " needs one of " + names +
+                                       ", or columns (-c) (see --help)"};
+  }
+
+  // Options of tables are of no use to lines.
+  static void check_no_table(const GivenOptions& options) {
+    for (const OptionRow& row : option_rows()) {
+      if (row.group == OptionGroup::table && options.has(row.name)) {
+        throw Failure{ExitCode::usage,
+                      std::string("--") + row.name + " is for tables: say which columns with -c"};
+      }
+    }
+  }
+
+  void add_list(Command command, const char* summary, const char* lines,
+                ExitCode (*list)(const ListOptions&)) {
+    CLI::App* app = app_.add_subcommand(command_name(command), summary);
+    GivenOptions& options = options_.emplace_back();
+    options.add_to(*app, command, nullptr);
+    app->add_option("filter", operand_, "Part of a name, in any case")->transform(unshielded);
+    app->footer(examples(lines));
+    app->callback([this, list, &options] {
+      chosen_ = [this, list, &options] { return list({operand_, options.has("names")}); };
+    });
   }
 
   void add_show() {
-    CLI::App* command =
+    CLI::App* app =
         app_.add_subcommand("show", "Show what a locale writes and reads, its names and symbols");
-    command->add_option("locale", show_options_.locale, locale_help("LC_TIME"))
+    GivenOptions& options = options_.emplace_back();
+    options.add_to(*app, show_command, nullptr);
+    app->add_option("locale", operand_, "The locale; default: LC_ALL, LC_TIME or LANG")
         ->transform(unshielded);
-    add_zone_option(*command, show_options_.zone);
-    command->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
-    command->callback([this] { chosen_ = [this] { return run_show(show_options_); }; });
+    app->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
+    app->callback([this, &options] {
+      chosen_ = [this, &options] {
+        return run_show({operand_, options.value("zone").value_or("")});
+      };
+    });
   }
 
   void add_detect() {
-    CLI::App* command =
-        app_.add_subcommand("detect", "Tell which kind a column is, and which locales read it");
-    command
-        ->add_option("-l,--locales", detect_options_.locales,
-                     "Ask these alone, separated by commas, in this order; \"*\": all others")
-        ->type_name("NAMES");
-    command->add_flag("-a,--all", detect_options_.all, "Name all locales, not the first ones");
-    command
-        ->add_option("file", detect_options_.file,
-                     "A value a line; default, and \"-\": standard input")
-        ->type_name("FILE")
-        ->transform(unshielded);
-    command->footer(
-        examples("  jwnls detect column.txt\n  cut -f 3 table.tsv | jwnls detect\n"
-                 "  jwnls detect -l de_DE,en_US column.txt"));
-    command->callback([this] { chosen_ = [this] { return run_detect(detect_options_); }; });
+    CLI::App* app = app_.add_subcommand(
+        "detect", "Tell which kind a column, or each of a table's, is, and which locales read it");
+    GivenOptions& options = options_.emplace_back();
+    options.add_to(*app, detect_command, nullptr);
+    options.add_operands_to(*app, "file", "FILE",
+                            "A table, or a value a line; default, and \"-\": standard input");
+    app->footer(
+        "A FILE is a table when its name ends with .csv, .tsv or .psv, or its first line holds a\n"
+        "semicolon, a tab or a vertical bar; anything is with an option of tables.\n\n" +
+        examples("  jwnls detect table.csv\n  jwnls detect -l de_DE,en_US column.txt\n"
+                 "  jwnls detect -F ';' < table.csv"));
+    app->callback([this, &options] { chosen_ = [&options] { return run_detect(options); }; });
   }
 
   CLI::App app_;
-  std::list<ValueOptions> value_options_;  // one for each kind; CLI::App keeps references
-  std::list<ListOptions> list_options_;
-  ShowOptions show_options_;
-  DetectOptions detect_options_;
-  Command chosen_;
+  std::list<GivenOptions> options_;  // of each command; the parser keeps references
+  std::string operand_;
+  Run chosen_;
 };
 
 // Help and version go to standard output, which may fail like any other output.

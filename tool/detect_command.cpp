@@ -1,27 +1,26 @@
 #include "tool/detect_command.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string_view>
 #include <vector>
 
-#include "jwnls/jwnls.h"
+#include "tool/detection.h"
 #include "tool/line_source.h"
 #include "tool/output.h"
-#include "tool/session.h"
+#include "tool/table_command.h"
+#include "tool/tables/detect_table.h"
 #include "tool/terminal_text.h"
 #include "tool/value_lines.h"
 
 namespace jwnls::tool {
 namespace {
-
-constexpr std::size_t first_names = 5;  // of more locales or readings only these are named
 
 // The file's descriptor, or that of standard input.
 class Input {
@@ -91,55 +90,19 @@ class Column {
   ExitCode outcome_ = ExitCode::ok;
 };
 
-// The canonical names of the locales that are asked for; empty: all.
-std::string find_locales(const std::string& list) {
-  std::string names;
-  std::string_view rest = list;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find_first_of(", \t"), rest.size());
-    const std::string name(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (name.empty()) continue;
-    names.append(names.empty() ? "" : ",").append(name == "*" ? name : find_locale(name, ""));
-  }
-  return names;
-}
-
-using Detection = std::unique_ptr<jwnls_detection, decltype(&jwnls_detection_close)>;
-
-Detection detect(const Column& column, const std::string& locales) {
-  const jwnls_texts texts = column.texts();
-  jwnls_detection* detection = nullptr;
-  jwnls_error error = {};
-  if (jwnls_detect(&texts, nullptr, locales.c_str(), &detection, &error) != JWNLS_OK) {
-    throw Failure{ExitCode::unavailable, error.text};
-  }
-  return {detection, &jwnls_detection_close};
-}
-
 std::string counted(std::size_t count) {
   return std::to_string(count) + (count == 1 ? " value" : " values");
-}
-
-// "a, b and 3 more"
-std::string listed(const std::vector<std::string>& items, std::size_t limit) {
-  std::string text;
-  const std::size_t shown = std::min(items.size(), limit);
-  for (std::size_t i = 0; i < shown; ++i) text.append(i == 0 ? "" : ", ").append(items[i]);
-  if (shown < items.size()) text += " and " + std::to_string(items.size() - shown) + " more";
-  return text;
 }
 
 // The lines about one kind.
 class Answer {
  public:
-  Answer(const Column& column, const jwnls_detection& detection, bool all)
+  Answer(const Column& column, const Detection& detection, bool all)
       : column_(column),
         detection_(detection),
-        limit_(all ? SIZE_MAX : first_names),
-        kind_(jwnls_detection_kind(&detection)) {
-    found_ = found(kind_ != 0 ? kind_ : most_read());
-  }
+        limit_(all ? SIZE_MAX : names_listed),
+        kind_(detection.kind()),
+        found_(detection.found(kind_ != 0 ? kind_ : detection.most_read())) {}
 
   ExitCode write(Output& output) const {
     output.line(std::string(kind_ != 0 ? jwnls_kind_name(kind_) : "none") + "  " +
@@ -157,37 +120,13 @@ class Answer {
   }
 
  private:
-  [[nodiscard]] jwnls_detected_kind found(int kind) const {
-    jwnls_detected_kind found = {};
-    found.size = sizeof found;
-    (void)jwnls_detected_kind_of(&detection_, kind, &found);
-    return found;
-  }
-
-  // Where no kind reads half of the values.
-  [[nodiscard]] int most_read() const {
-    int most = JWNLS_INTEGER;  // of equals the first, as the library ranks them
-    for (int kind = JWNLS_NUMBER; jwnls_kind_name(kind) != nullptr; ++kind) {
-      if (found(kind).read > found(most).read) most = kind;
-    }
-    return most;
-  }
-
   [[nodiscard]] jwnls_detected_reading reading(std::size_t index) const {
-    jwnls_detected_reading reading = {};
-    reading.size = sizeof reading;
-    (void)jwnls_detected_reading_of(&detection_, kind_, index, &reading);
-    return reading;
+    return detection_.reading(kind_, index);
   }
 
   // "de_DE, de_AT (names=english)"
   [[nodiscard]] std::string locales(std::size_t index) const {
-    std::vector<std::string> names;
-    for (std::size_t i = 0; const char* name = jwnls_detected_locale(&detection_, kind_, index, i);
-         ++i) {
-      names.emplace_back(name);
-    }
-    return listed(names, limit_) + words();
+    return listed(detection_.locales(kind_, index), limit_) + words();
   }
 
   // The option words that all readings need: " (names=english)", or none.
@@ -235,29 +174,60 @@ class Answer {
   [[nodiscard]] std::string nothing() const {
     if (found_.values == 0) return "there are no values";
     std::string text = "no kind reads half of them";
-    if (found_.read > 0) text.append("; ").append(jwnls_kind_name(most_read())) += " reads most";
+    if (found_.read > 0)
+      text.append("; ").append(jwnls_kind_name(detection_.most_read())) += " reads most";
     if (found_.dirty > 0)
       text += "; the first that is not read is " + column_.place(found_.first_dirty);
     return text;
   }
 
   const Column& column_;
-  const jwnls_detection& detection_;
+  const Detection& detection_;
   const std::size_t limit_;
   const int kind_;  // 0: none
   jwnls_detected_kind found_;
 };
 
-}  // namespace
-
-ExitCode run_detect(const DetectOptions& options) {
-  const std::string locales = find_locales(options.locales);
-  const Column column{Input(options.file)};
-  const Detection detection = detect(column, locales);
+ExitCode detect_lines(const std::string& file, const std::string& locales, bool all) {
+  const std::string found = find_locales(locales);
+  const Column column{Input(file)};
+  const Detection detection(column.texts(), found);
   Output output;
-  const ExitCode outcome = Answer(column, *detection, options.all).write(output);
+  const ExitCode outcome = Answer(column, detection, all).write(output);
   output.flush();
   return outcome == ExitCode::ok ? column.outcome() : outcome;
+}
+
+// A table by its name, or by what stands in its first line; commas alone, which numbers and dates
+// have too, make none.
+bool is_table(const std::string& path) {
+  if (path.empty() || path == "-") return false;
+  for (const char* ending : {".csv", ".tsv", ".psv", ".CSV", ".TSV", ".PSV"}) {
+    if (path.ends_with(ending)) return true;
+  }
+  const Input file(path);
+  struct stat facts = {};
+  if (::fstat(file.descriptor(), &facts) != 0 || !S_ISREG(facts.st_mode)) return false;
+  LineSource source(
+      file.descriptor(), [] {}, file.name());
+  std::string_view line;
+  return source.next(line) && trimmed(line).find_first_of(";\t|") != std::string_view::npos;
+}
+
+bool is_table_asked_for(const GivenOptions& options) {
+  const auto rows = option_rows();
+  return std::any_of(rows.begin(), rows.end(), [&options](const OptionRow& row) {
+    return row.group == OptionGroup::table && options.has(row.name);
+  });
+}
+
+}  // namespace
+
+ExitCode run_detect(const GivenOptions& options) {
+  const std::string file = options.operands().empty() ? "" : options.operands().front();
+  if (is_table_asked_for(options) || is_table(file)) return detect_table(options);
+  if (options.operands().size() > 1) (void)job_of(options);  // which says what is wrong
+  return detect_lines(file, options.value("locales").value_or(""), options.has("all"));
 }
 
 }  // namespace jwnls::tool

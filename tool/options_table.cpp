@@ -56,9 +56,11 @@ constexpr OptionRow both(const char* name, Takes takes, const char* value, const
 }
 
 constexpr OptionRow rows[] = {
-    general("locale", 'l', "NAME", format_command | read_command | detect_command,
-            "The locale; default: LC_ALL, LC_NUMERIC, LC_MONETARY or LC_TIME, or LANG. For tables "
-            "and detect also several, separated by commas: the values decide"),
+    general("locale", 'l', "NAME", format_command | read_command,
+            "The locale; default: LC_ALL, LC_NUMERIC, LC_MONETARY or LC_TIME, or LANG. To read "
+            "tables also several, separated by commas: each column's values decide"),
+    general("locales", 'l', "NAMES", detect_command,
+            "Ask these alone, separated by commas, in this order; \"*\": all others"),
     general("from", 'f', "NAME", convert_command, "The locale of the values"),
     general("to", 't', "NAME", convert_command, "The locale to write in"),
     {"zone", 'z', Takes::one, "ZONE", format_command, times, OptionGroup::writing, false, nullptr,

@@ -19,12 +19,21 @@ bool is_hidden_number(const std::string& word) {
                                          [&](auto start) { return word.starts_with(start); }));
 }
 
+// Options whose values may look like options: "-c -3=number", "--null --".
+bool takes_any_text(const std::string& word) {
+  constexpr std::string_view options[] = {"-c", "--columns", "--null", "--null-out"};
+  return std::any_of(std::begin(options), std::end(options),
+                     [&word](std::string_view option) { return word == option; });
+}
+
 }  // namespace
 
 std::vector<std::string> with_shielded_values(std::vector<std::string> words) {
   const auto mark = std::find(words.begin(), words.end(), "--");
   for (auto word = words.begin(); word != words.end(); ++word) {
-    if (word > mark || is_hidden_number(*word)) word->insert(word->begin(), shield);
+    const bool is_text = word != words.begin() && word < mark && takes_any_text(*(word - 1));
+    const bool is_value = word > mark || is_hidden_number(*word) || is_text;
+    if (is_value) word->insert(word->begin(), shield);
   }
   if (mark != words.end()) words.erase(mark);
   return words;

@@ -12,7 +12,8 @@ namespace jwnls::tool {
 /// takes it for one, and drops the first "--":
 ///
 ///   words  = {word | hidden} ["--" {value}]       values, and hidden ones, are shielded
-///   hidden = "-" (any character but a letter, a digit and "-") ...              "-.5"
+///   hidden = any word behind an option whose values are any text                "-c" "-3"
+///          | "-" (any character but a letter, a digit and "-") ...              "-.5"
 ///          | "-" ("0x" | "0X" | "inf" | "Inf" | "INF" | "nan") ...              "-0x10"
 ///
 /// The parser knows "-5" and "-5e3" by itself, but not what "--" means before a subcommand's

@@ -55,8 +55,13 @@ using Pass = Passed (*)(const Layout&, const TargetLayouts&, std::string_view, c
 
 class ConvertValues final : public LayoutValues {
  public:
-  ConvertValues(const Layout& source, const Layout& target, Pass pass, MissingWords missing)
-      : source_(source), targets_(target), pass_(pass), missing_(std::move(missing)) {}
+  ConvertValues(const Layout& source, const Layout& target, Pass pass, MissingWords missing,
+                std::uint8_t facts)
+      : source_(source),
+        targets_(target),
+        pass_(pass),
+        missing_(std::move(missing)),
+        facts_(facts) {}
 
   FieldValue convert(std::string_view text, char* out) const noexcept override {
     FieldValue value;
@@ -68,7 +73,7 @@ class ConvertValues final : public LayoutValues {
     if (passed.read_code == JWNLS_MISSING) value.outcome = FieldOutcome::missing;
     if (passed.read_code != JWNLS_OK || passed.write_code != JWNLS_OK) return value;
     value.outcome = FieldOutcome::read;
-    value.facts = passed.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES);
+    value.facts = passed.facts & facts_;
     value.length = static_cast<std::uint32_t>(passed.length);
     for (std::size_t i = 0; i < sizeof value.currency; ++i) value.currency[i] = passed.currency[i];
     return value;
@@ -101,6 +106,7 @@ class ConvertValues final : public LayoutValues {
   TargetLayouts targets_;
   Pass pass_;
   MissingWords missing_;
+  std::uint8_t facts_;
 };
 
 Pass pass_of(Kind kind) {
@@ -120,10 +126,10 @@ Pass pass_of(Kind kind) {
 
 }  // namespace
 
-LayoutValuesPointer convert_values(const Layout& source, const Layout& target,
-                                   MissingWords missing) {
-  return std::make_shared<ConvertValues>(source, target, pass_of(source.kind()),
-                                         std::move(missing));
+LayoutValuesPointer convert_values(const Layout& source, const Layout& target, MissingWords missing,
+                                   std::uint8_t facts) {
+  return std::make_shared<ConvertValues>(source, target, pass_of(source.kind()), std::move(missing),
+                                         facts);
 }
 
 }  // namespace jwnls::tool

@@ -40,7 +40,10 @@ class LayoutValues : public ColumnValues {
 
 using LayoutValuesPointer = std::shared_ptr<const LayoutValues>;
 
-[[nodiscard]] LayoutValuesPointer read_values(const Layout& layout, MissingWords missing);
+/// `facts`: those that are told of values; none of texts that somebody has decided about.
+constexpr std::uint8_t all_facts = JWNLS_TWO_WAYS | JWNLS_DECIDES;
+[[nodiscard]] LayoutValuesPointer read_values(const Layout& layout, MissingWords missing,
+                                              std::uint8_t facts = all_facts);
 
 /// `zone`: whose clocks show instants, for the kinds that have no place on the time line; empty:
 /// the system's.
@@ -49,7 +52,8 @@ using LayoutValuesPointer = std::shared_ptr<const LayoutValues>;
 
 /// Amounts keep their currency.
 [[nodiscard]] LayoutValuesPointer convert_values(const Layout& source, const Layout& target,
-                                                 MissingWords missing);
+                                                 MissingWords missing,
+                                                 std::uint8_t facts = all_facts);
 
 /// Whether values of the kind are digits.
 [[nodiscard]] bool is_numeric(Kind kind);

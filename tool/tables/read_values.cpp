@@ -12,7 +12,7 @@ FieldValue read_as(int code, std::uint8_t facts, std::size_t length) {
                   : code == JWNLS_MISSING ? FieldOutcome::missing
                                           : FieldOutcome::refused;
   if (code != JWNLS_OK) return value;
-  value.facts = facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES);
+  value.facts = facts;
   value.length = static_cast<std::uint32_t>(length);
   return value;
 }
@@ -60,12 +60,14 @@ using ReadField = FieldValue (*)(const jwnls_layout*, std::string_view, char*);
 template <ReadField read>
 class ReadValues final : public LayoutValues {
  public:
-  ReadValues(const Layout& layout, MissingWords missing)
-      : layout_(layout), missing_(std::move(missing)) {}
+  ReadValues(const Layout& layout, MissingWords missing, std::uint8_t facts)
+      : layout_(layout), missing_(std::move(missing)), facts_(facts) {}
 
   FieldValue convert(std::string_view text, char* out) const noexcept override {
     if (missing_.contains(text)) return read_as(JWNLS_MISSING, 0, 0);
-    return read(layout_.get(), text, out);
+    FieldValue value = read(layout_.get(), text, out);
+    value.facts &= facts_;
+    return value;
   }
   [[nodiscard]] std::string reason(std::string_view text) const override {
     return refusal_reason(layout_, text);
@@ -82,6 +84,7 @@ class ReadValues final : public LayoutValues {
  private:
   Layout layout_;
   MissingWords missing_;
+  std::uint8_t facts_;
 };
 
 // The kind and the text that a message begins with, and what would be read, at its end:
@@ -123,19 +126,19 @@ bool is_numeric(Kind kind) {
          kind == Kind::percent;
 }
 
-LayoutValuesPointer read_values(const Layout& layout, MissingWords missing) {
+LayoutValuesPointer read_values(const Layout& layout, MissingWords missing, std::uint8_t facts) {
   switch (layout.kind()) {
     case Kind::date:
     case Kind::period:
-      return std::make_shared<ReadValues<read_date>>(layout, std::move(missing));
+      return std::make_shared<ReadValues<read_date>>(layout, std::move(missing), facts);
     case Kind::time:
-      return std::make_shared<ReadValues<read_time>>(layout, std::move(missing));
+      return std::make_shared<ReadValues<read_time>>(layout, std::move(missing), facts);
     case Kind::datetime:
-      return std::make_shared<ReadValues<read_datetime<false>>>(layout, std::move(missing));
+      return std::make_shared<ReadValues<read_datetime<false>>>(layout, std::move(missing), facts);
     case Kind::instant:
-      return std::make_shared<ReadValues<read_datetime<true>>>(layout, std::move(missing));
+      return std::make_shared<ReadValues<read_datetime<true>>>(layout, std::move(missing), facts);
     default:
-      return std::make_shared<ReadValues<read_decimal>>(layout, std::move(missing));
+      return std::make_shared<ReadValues<read_decimal>>(layout, std::move(missing), facts);
   }
 }
 
@@ -148,7 +151,12 @@ std::string refusal_message(const Layout& layout, std::string_view text) {
 std::string refusal_reason(const Layout& layout, std::string_view text) {
   std::string reason = currency_reason(layout, text);
   if (!reason.empty()) return reason;
-  return std::string(without_frame(refusal_message(layout, text), text, layout.locale()));
+  reason = without_frame(refusal_message(layout, text), text, layout.locale());
+  // In a column the place matters less than whose groups they are not.
+  if (reason.ends_with(": groups of another size")) {
+    return "groups are not as " + layout.locale() + " has them";
+  }
+  return reason;
 }
 
 }  // namespace jwnls::tool

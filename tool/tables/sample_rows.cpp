@@ -8,6 +8,7 @@ namespace jwnls::tool {
 
 SampleRows::SampleRows(ByteSource& source, const TableJob& job, const TableHead& head)
     : quotes_(job.quotes) {
+  const std::size_t bytes = job.sample_bytes;
   bool at_end = false;
   while (!at_end && source.ahead().size() < head.size + bytes) at_end = !source.look_ahead();
   text_ = source.ahead().substr(head.size, bytes);

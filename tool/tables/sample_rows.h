@@ -14,13 +14,11 @@
 
 namespace jwnls::tool {
 
-/// The whole rows in the first MiB behind the header, but blank lines and, unless they are
-/// converted, rows of another length. The source keeps them to be read.
+/// The whole rows in the first job.sample_bytes behind the header, but blank lines and, unless they
+/// are converted, rows of another length. The source keeps them to be read.
 class SampleRows : public TableSample {
  public:
-  static constexpr std::size_t bytes = 1024 * 1024;
-
-  /// Waits until there is a MiB, or the end. Throws Failure{io}.
+  /// Waits until there are so many, or the end. Throws Failure{io}.
   SampleRows(ByteSource& source, const TableJob& job, const TableHead& head);
 
   [[nodiscard]] std::vector<std::string> texts(std::size_t field) const override;

@@ -72,6 +72,7 @@ struct TableJob {
   std::optional<bool> progress = {};  // none: when there is a terminal to show it on
   unsigned threads = 0;               // 0: as many as there are processors, at most 4
   std::size_t chunk_bytes = 256 * 1024;
+  std::size_t sample_bytes = 1024 * 1024;  // of the rows that may decide something
 
   /// The columns to convert, in the order of the command line, once the header is known. The sample
   /// is read only when it is asked for. Throws Failure.
