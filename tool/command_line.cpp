@@ -76,7 +76,8 @@ std::string version_text() {
 // The options of the chosen subcommand end up in those of its command, and `chosen` runs it.
 class CommandLine {
  public:
-  CommandLine() : app_(program_description, "jwnls") {
+  explicit CommandLine(std::vector<std::string> words)
+      : words_(std::move(words)), app_(program_description, "jwnls") {
     app_.require_subcommand(0, 1);  // one is required, but a wrong word is to be named first
     app_.set_version_flag("--version", version_text,
                           "The versions of program, module interface, locale and zone data");
@@ -100,10 +101,9 @@ class CommandLine {
   }
 
   // Throws CLI::ParseError, for help as well.
-  ExitCode run(int argument_count, const char* const* arguments) {
-    std::vector<std::string> words(arguments + 1, arguments + argument_count);
-    check_command(words);
-    words = with_shielded_values(std::move(words));
+  ExitCode run() {
+    check_command();
+    auto words = with_shielded_values(words_);
     std::reverse(words.begin(), words.end());  // as the parser takes them
     app_.parse(std::move(words));
     if (!chosen_)
@@ -128,12 +128,31 @@ class CommandLine {
     return names;
   }
 
-  void check_command(const std::vector<std::string>& words) const {
-    if (words.empty() || words.front().starts_with('-')) return;
+  void check_command() const {
+    if (words_.empty() || words_.front().starts_with('-')) return;
     const auto names = command_names();
-    if (std::find(names.begin(), names.end(), words.front()) != names.end()) return;
-    throw Failure{ExitCode::usage, in_quotes(words.front()) + ": no such command" +
-                                       did_you_mean(words.front(), names) + " (see --help)"};
+    if (std::find(names.begin(), names.end(), words_.front()) != names.end()) return;
+    throw Failure{ExitCode::usage, in_quotes(words_.front()) + ": no such command" +
+                                       did_you_mean(words_.front(), names) + " (see --help)"};
+  }
+
+  // Whether a name is among the words: only what may be asked for gets its options, as the parser
+  // takes some milliseconds to add those of all commands and kinds.
+  [[nodiscard]] bool is_said(const char* name) const {
+    return name != nullptr && std::find(words_.begin(), words_.end(), name) != words_.end();
+  }
+
+  static bool has_kind(Command command, const KindRow& kind) {
+    return command == read_command || kind.format_examples != nullptr;
+  }
+
+  // "read date ...": then all options behind are those of the kind.
+  [[nodiscard]] bool begins_with_kind(Command command) const {
+    const auto all = kinds();
+    return words_.size() > 1 && std::any_of(all.begin(), all.end(), [&](const KindRow& kind) {
+             return has_kind(command, kind) &&
+                    (words_[1] == kind.name || (kind.alias != nullptr && words_[1] == kind.alias));
+           });
   }
 
   // A command with a subcommand for each kind, and itself for tables.
@@ -146,10 +165,11 @@ class CommandLine {
                    "\"jwnls " + name + " KIND --help\" tells what a kind takes.\n\n" +
                    table_footer + "\n\n" + examples(table_examples));
     for (const KindRow& kind : kinds()) {
-      if (command == read_command || kind.format_examples != nullptr) {
+      if (has_kind(command, kind)) {
         add_kind(*parent, command, kind, options);
       }
     }
+    if (!is_said(name.c_str()) || begins_with_kind(command)) return;
     options.add_to(*parent, command, nullptr);
     options.add_operands_to(*parent, "file", "FILE", "A table; default, and \"-\": standard input");
     parent->callback([this, parent, command, &options] {
@@ -164,6 +184,7 @@ class CommandLine {
     verb.front() = static_cast<char>(std::toupper(verb.front()));
     CLI::App* app = parent.add_subcommand(kind.name, verb + " " + kind.plural);
     if (kind.alias != nullptr) app->alias(kind.alias);
+    if (!is_said(name.c_str()) || !(is_said(kind.name) || is_said(kind.alias))) return;
     options.add_to(*app, command, &kind);
     options.add_operands_to(
         *app, "values", "VALUE",
@@ -198,7 +219,7 @@ class CommandLine {
     }
     std::string names;
     for (const KindRow& kind : kinds()) {
-      if (command != read_command && kind.format_examples == nullptr) continue;
+      if (!has_kind(command, kind)) continue;
       names += (names.empty() ? "" : ", ") + std::string(kind.name);
     }
     throw Failure{ExitCode::usage, std::string(command_name(command)) + " needs one of " + names +
@@ -257,6 +278,7 @@ class CommandLine {
     app->callback([this, &options] { chosen_ = [&options] { return run_detect(options); }; });
   }
 
+  std::vector<std::string> words_;
   CLI::App app_;
   std::list<GivenOptions> options_;  // of each command; the parser keeps references
   std::string operand_;
@@ -282,9 +304,9 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
 
 ExitCode run(int argument_count, const char* const* arguments) {
   try {
-    CommandLine command_line;
+    CommandLine command_line({arguments + 1, arguments + argument_count});
     try {
-      return command_line.run(argument_count, arguments);
+      return command_line.run();
     } catch (const CLI::ParseError& error) {
       return end_of_parsing(command_line.app(), error);
     }

@@ -30,8 +30,8 @@ const char* title_of(OptionGroup group) {
   return "";
 }
 
-// What a flag with a value gives where it has none.
-constexpr const char* no_value = "\x02";
+// What the parser gives for a flag that may have a value and has none.
+constexpr const char* no_value = "true";
 
 std::string without_trailing_space(std::string text) {
   text.erase(text.find_last_not_of(' ') + 1);
@@ -65,15 +65,22 @@ void GivenOptions::add_row(CLI::App& app, const OptionRow& row) {
           names, [&given] { given.is_set = true; }, row.help);
       break;
     case Takes::maybe_one:
-      option = app.add_flag(names + "{" + no_value + "}", given.maybe, row.help);
+      option = app.add_flag(names, given.maybe, row.help);
+      option->type_name(std::string("[=") + row.value + "]");
       break;
-    default:
+    case Takes::one:
+      option = app.add_option_function<std::string>(
+          names, [this, &row](const std::string& value) { take(row, {value}); }, row.help);
+      option->type_name(row.value);
+      break;
+    case Takes::several:
       option = app.add_option_function<std::vector<std::string>>(
           names, [this, &row](const std::vector<std::string>& values) { take(row, values); },
           row.help);
       option->type_name(row.value)->allow_extra_args(false);
+      break;
   }
-  if (row.takes == Takes::nothing || row.takes == Takes::maybe_one) {
+  if (row.takes != Takes::several) {
     option->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   }
   option->group(title_of(row.group));
@@ -85,7 +92,6 @@ void GivenOptions::take(const OptionRow& row, const std::vector<std::string>& va
   given.is_set = true;
   given.values.clear();
   std::transform(values.begin(), values.end(), std::back_inserter(given.values), unshielded);
-  if (row.takes == Takes::one) given.values = {given.values.back()};
   const bool may_be_empty = std::string_view(row.name).starts_with("null");
   for (const std::string& value : given.values) {
     if (value.empty() && !may_be_empty) {

@@ -17,7 +17,7 @@ constexpr KindRow rows[] = {
                         "  seq 0 0.25 10 | jwnls format number -l hi_IN -d 2 -w 8",
      .read_examples = "  jwnls read number -l de_DE 1.234.567,89\n"
                       "  jwnls read number -l fr_FR --groups any '12 34,5'\n"
-                      "  cut -d';' -f4 orders.csv | jwnls read number -l de_DE --proved",
+                      "  jwnls read number -l de_DE -c Netto,Brutto orders.csv",
      .convert_examples = "  jwnls convert number --from en_US --to hi_IN 1,234,567.891"},
     {.kind = Kind::integer,
      .name = "integer",
@@ -56,10 +56,10 @@ constexpr KindRow rows[] = {
      .values_help = "Dates as YYYY-MM-DD or YYYYMMDD, datetimes, instants",
      .format_examples = "  jwnls format date -l de_DE -s long 2024-03-15\n"
                         "  jwnls format date -l ja_JP 2024-03-15 1999-12-31\n"
-                        "  cut -d, -f3 orders.csv | jwnls format date -l es_MX -s short",
+                        "  jwnls format date -l es_MX -s short -c ordered,paid orders.csv",
      .read_examples = "  jwnls read date -l de_DE '15. März 2024' 15.3.24\n"
                       "  jwnls read date -l en_US --order dmy 15/03/2024\n"
-                      "  cut -d';' -f3 orders.csv | jwnls read date -l de_DE --proved",
+                      "  jwnls read date -l de_DE --proved -c Datum,Valuta orders.csv",
      .convert_examples = "  jwnls convert date --from en_US --to de_DE 'Mar 15, 2024' 3/15/2024\n"
                          "  jwnls convert date --from fr_FR --to ja_JP -s long < dates.txt"},
     {.kind = Kind::time,

@@ -55,7 +55,13 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
   check({}, "jwnls needs one of format, read, convert, detect, locales, zones, show");
   check({"frobnicate\x1B[2J"}, "frobnicate\\x1B[2J");
   check({"format"}, "format needs one of number, integer, amount, percent, date");
-  check({"format", "dates"}, "dates");
+  check({"format", "dates"}, "'dates': no such kind; did you mean 'date'?");
+  check({"raed", "date"}, "'raed': no such command; did you mean 'read'?");
+  check({"read", "r.csv"}, "'r.csv': no such kind; kinds are number integer amount currency");
+  check({"read", "-c", "x"}, "no column 'x': the table is empty");
+  check({"read", "date", "-l", ""}, "--locale: its value is empty");
+  check({"read", "date", "--invalid", "dorp"}, "'dorp' is none of keep empty drop stop;");
+  check({"read", "date", "-F", ";"}, "--separator is for tables: say which columns with -c");
   check({"format", "period", "2024-03-15"}, "period");
   check({"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate");
   check({"format", "date", "-l"}, "--locale");

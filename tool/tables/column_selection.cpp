@@ -102,6 +102,8 @@ class Selection {
 
   [[nodiscard]] std::vector<std::size_t> fields_of(const ColumnSelector& selector) const {
     if (selector.form == Form::range) return fields_of_range(selector);
+    if (header_.fields == 0)
+      refuse("no column " + in_quotes(selector.text) + ": the table is empty");
     if (header_.names.empty()) {
       refuse("column " + in_quotes(selector.text) +
              ": the table has no header; say the column's number");

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstring>
 
 #include "tool/iso_writer.h"
 #include "tool/tables/layout_values.h"
@@ -8,12 +9,13 @@ namespace {
 
 FieldValue read_as(int code, std::uint8_t facts, std::size_t length) {
   FieldValue value;
-  value.outcome = code == JWNLS_OK        ? FieldOutcome::read
-                  : code == JWNLS_MISSING ? FieldOutcome::missing
-                                          : FieldOutcome::refused;
-  if (code != JWNLS_OK) return value;
-  value.facts = facts;
-  value.length = static_cast<std::uint32_t>(length);
+  if (code == JWNLS_OK) [[likely]] {
+    value.outcome = FieldOutcome::read;
+    value.facts = facts;
+    value.length = static_cast<std::uint32_t>(length);
+  } else if (code == JWNLS_MISSING) {
+    value.outcome = FieldOutcome::missing;
+  }
   return value;
 }
 
@@ -24,7 +26,7 @@ FieldValue read_decimal(const jwnls_layout* layout, std::string_view text, char*
   const int code = jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
                                       &length, currency, &facts);
   FieldValue value = read_as(code, facts, length);
-  std::copy(std::begin(currency), std::end(currency), std::begin(value.currency));
+  std::memcpy(value.currency, currency, sizeof currency);
   return value;
 }
 
@@ -32,7 +34,8 @@ FieldValue read_date(const jwnls_layout* layout, std::string_view text, char* ou
   std::int32_t days = 0;
   std::uint8_t facts = 0;
   const int code = jwnls_read_date(layout, text.data(), text.size(), &days, &facts);
-  if (code != JWNLS_OK) return read_as(code, 0, 0);
+  if (code != JWNLS_OK) [[unlikely]]
+    return read_as(code, 0, 0);
   return read_as(code, facts, static_cast<std::size_t>(write_iso_date(out, days) - out));
 }
 
