@@ -54,6 +54,7 @@ ExitCode run_values(Command command, const KindRow& kind, const GivenOptions& op
   lines.width = static_cast<std::size_t>(options.number("width", 0, widest).value_or(0));
   lines.left = options.has("left");
   if (const auto invalid = options.value("invalid")) lines.invalid = invalid_of_name(*invalid);
+  lines.quiet = options.has("quiet");
   lines.null_out = options.value("null-out");
   // Of several currencies the sums alone would mix them.
   lines.tells_currency = command == read_command && gives(words, "currency", "any");

@@ -32,7 +32,9 @@ class ValueWriter {
     const std::string_view text = trimmed(line);
     char out[ColumnValues::room];
     const FieldValue value = values_.convert(text, out);
-    if (value.outcome == FieldOutcome::refused) return refuse(line, place + values_.message(text));
+    if (value.outcome == FieldOutcome::refused) {
+      return refuse(line, lines_.quiet ? std::string() : place + values_.message(text));
+    }
     if (value.outcome == FieldOutcome::missing) return put(lines_.null_out.value_or(""));
     deciding_ += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
     if ((value.facts & JWNLS_TWO_WAYS) != 0 && two_ways_++ == 0) {
@@ -73,6 +75,7 @@ class ValueWriter {
   }
 
   void say(const std::string& message) {
+    if (lines_.quiet) return;
     if (output_.is_terminal()) output_.flush();  // keeps both streams in step before one reader
     report(message);
   }

@@ -26,6 +26,7 @@ struct ValueLines {
   /// What stands for a value that is refused; none: of lines its own text, of arguments nothing.
   std::optional<Invalid> invalid = {};
   std::optional<std::string> null_out = {};  // for missing values; none: a blank line
+  bool quiet = false;                        // nothing is said of refused values
   bool tells_currency = false;               // behind the value
 };
 

@@ -1,4 +1,4 @@
-// The examples of the document are what the program does.
+// The examples of the documents are what the program does.
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/tool/folder.h"
 #include "tests/tool/process.h"
 
 namespace jwnls::tool {
@@ -22,33 +23,43 @@ std::vector<std::string> lines_of(const std::string& text) {
   return lines;
 }
 
-void check(const std::string& command, const std::string& output) {
+void check(const Folder& folder, const std::string& command, const std::string& output) {
   SCOPED_TRACE(command);
-  const auto outcome = run_shell("jwnls() { \"$jwnls\" \"$@\"; }; " + command);
+  const auto outcome = run_shell("cd " + folder.path() +
+                                 "; export jwnls; jwnls() { \"$jwnls\" \"$@\"; }; " + command);
   EXPECT_EQ(lines_of(outcome.output + outcome.errors), lines_of(output));
 }
 
-// An example: "$ command", and what comes of it up to the next one or the block's end.
-TEST(Documents, HaveExamplesThatAreTrue) {
-  std::ifstream document(JWNLS_CASES_DIR "/../../docs/tool.md");
+// An example: "$ command", lines of it that go on behind "> ", and what comes of it up to the next
+// one or the block's end. All of a document share a folder. Gives how many there were.
+int check_document(const std::string& name) {
+  const Folder folder;
+  std::ifstream document(JWNLS_CASES_DIR "/../../docs/" + name);
   std::string command;
   std::string output;
   int examples = 0;
   for (std::string line; std::getline(document, line);) {
     const bool begins = line.starts_with("$ ");
     if ((begins || line == "```") && !command.empty()) {
-      check(command, output);
+      check(folder, command, output);
       ++examples;
       command.clear();
     }
     if (begins) {
       command = line.substr(2);
       output.clear();
+    } else if (!command.empty() && output.empty() && line.starts_with("> ")) {
+      command.append("\n").append(line, 2);
     } else if (!command.empty()) {
       output.append(line).append("\n");
     }
   }
-  EXPECT_GE(examples, 12);
+  return examples;
+}
+
+TEST(Documents, HaveExamplesThatAreTrue) {
+  EXPECT_GE(check_document("tool.md"), 25);
+  EXPECT_GE(check_document("pipes.md"), 3);
 }
 
 }  // namespace

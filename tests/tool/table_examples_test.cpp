@@ -5,32 +5,17 @@
 //   $ command, standard output, "! " and standard error, "= exit" and the code
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <string>
 
+#include "tests/tool/folder.h"
 #include "tests/tool/process.h"
 
 namespace jwnls::tool {
 namespace {
-
-class Folder {
- public:
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "jwnls_tables_XXXXXX").string();
-    path_ = ::mkdtemp(name.data());
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { std::filesystem::remove_all(path_); }
-  [[nodiscard]] std::string path() const { return path_.string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 std::string in_front(const std::string& mark, const std::string& text) {
   std::istringstream in(text);

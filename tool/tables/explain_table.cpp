@@ -28,9 +28,8 @@ std::string why_separator(const TableJob& job, const TableHeader& header) {
   if (job.separator) return "asked for";
   if (header.fields < 2) return "no other splits the first row, nor does this";
   if (job.input.ends_with(".tsv")) return "of a .tsv file, unless a first line \"sep=\" says so";
-  const std::string names = job.plain_names.size() == 1 ? "the name" : "all names";
   if (!job.plain_names.empty() && job.has_header) {
-    return names + " asked for stand in the header with it, or a first line \"sep=\" says so";
+    return "with it the names asked for stand in the header, or a first line \"sep=\" says so";
   }
   return "the only one that splits the first row, or a first line \"sep=\" says so";
 }
