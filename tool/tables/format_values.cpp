@@ -6,7 +6,7 @@
 #include "tool/tables/layout_values.h"
 #include "tool/tables/target_layouts.h"
 #include "tool/terminal_text.h"
-#include "tool/value_lines.h"
+#include "tool/trimmed_text.h"
 
 namespace jwnls::tool {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tool/value_lines.h"
+#include "tool/trimmed_text.h"
 
 namespace jwnls::tool {
 

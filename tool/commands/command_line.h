@@ -1,7 +1,7 @@
 // The command line: what can be asked for, and its help.
 
-#ifndef JWNLS_TOOL_COMMAND_LINE_H_
-#define JWNLS_TOOL_COMMAND_LINE_H_
+#ifndef JWNLS_TOOL_COMMANDS_COMMAND_LINE_H_
+#define JWNLS_TOOL_COMMANDS_COMMAND_LINE_H_
 
 #include "tool/exit_code.h"
 
@@ -12,4 +12,4 @@ ExitCode run(int argument_count, const char* const* arguments);
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_COMMAND_LINE_H_
+#endif  // JWNLS_TOOL_COMMANDS_COMMAND_LINE_H_

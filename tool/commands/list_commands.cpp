@@ -1,4 +1,4 @@
-#include "tool/list_commands.h"
+#include "tool/commands/list_commands.h"
 
 #include <utf8proc.h>
 

@@ -1,12 +1,12 @@
-#include "tool/value_commands.h"
+#include "tool/commands/value_commands.h"
 
+#include "tool/commands/table_command.h"
+#include "tool/commands/value_lines.h"
 #include "tool/layout_words.h"
 #include "tool/session.h"
-#include "tool/table_command.h"
 #include "tool/tables/layout_values.h"
 #include "tool/tables/open_columns.h"
 #include "tool/terminal_text.h"
-#include "tool/value_lines.h"
 
 namespace jwnls::tool {
 namespace {

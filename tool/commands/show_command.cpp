@@ -1,4 +1,4 @@
-#include "tool/show_command.h"
+#include "tool/commands/show_command.h"
 
 #include <utf8proc.h>
 

@@ -1,4 +1,4 @@
-#include "tool/detect_command.h"
+#include "tool/commands/detect_command.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,13 +11,13 @@
 #include <string_view>
 #include <vector>
 
+#include "tool/commands/detect_table.h"
+#include "tool/commands/table_command.h"
 #include "tool/detection.h"
 #include "tool/line_source.h"
 #include "tool/output.h"
-#include "tool/table_command.h"
-#include "tool/tables/detect_table.h"
 #include "tool/terminal_text.h"
-#include "tool/value_lines.h"
+#include "tool/trimmed_text.h"
 
 namespace jwnls::tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "tool/table_command.h"
+#include "tool/commands/table_command.h"
 
 #include "tool/layout_words.h"
 #include "tool/tables/column_selection.h"

@@ -1,8 +1,8 @@
 // `jwnls format`, `jwnls read` and `jwnls convert` on values: arguments, or lines of standard
 // input.
 
-#ifndef JWNLS_TOOL_VALUE_COMMANDS_H_
-#define JWNLS_TOOL_VALUE_COMMANDS_H_
+#ifndef JWNLS_TOOL_COMMANDS_VALUE_COMMANDS_H_
+#define JWNLS_TOOL_COMMANDS_VALUE_COMMANDS_H_
 
 #include "tool/exit_code.h"
 #include "tool/given_options.h"
@@ -16,4 +16,4 @@ ExitCode run_values(Command command, const KindRow& kind, const GivenOptions& op
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_VALUE_COMMANDS_H_
+#endif  // JWNLS_TOOL_COMMANDS_VALUE_COMMANDS_H_

@@ -1,4 +1,4 @@
-#include "tool/command_line.h"
+#include "tool/commands/command_line.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -9,19 +9,19 @@
 #include <string>
 #include <vector>
 
-#include "tool/detect_command.h"
+#include "tool/commands/detect_command.h"
+#include "tool/commands/list_commands.h"
+#include "tool/commands/show_command.h"
+#include "tool/commands/table_command.h"
+#include "tool/commands/value_commands.h"
 #include "tool/given_options.h"
 #include "tool/kinds.h"
-#include "tool/list_commands.h"
 #include "tool/nearest_name.h"
 #include "tool/options_table.h"
 #include "tool/output.h"
 #include "tool/shielded_values.h"
-#include "tool/show_command.h"
-#include "tool/table_command.h"
 #include "tool/tables/column_spec.h"
 #include "tool/terminal_text.h"
-#include "tool/value_commands.h"
 
 namespace jwnls::tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "tool/tables/detect_table.h"
+#include "tool/commands/detect_table.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "tool/commands/table_command.h"
 #include "tool/detection.h"
 #include "tool/output.h"
 #include "tool/table.h"
-#include "tool/table_command.h"
 #include "tool/tables/json_rows.h"
 #include "tool/tables/missing_words.h"
 #include "tool/tables/table_job.h"

@@ -1,8 +1,8 @@
 // `jwnls detect`: which kind a column of texts, or each column of a table, is, and which locales
 // read it.
 
-#ifndef JWNLS_TOOL_DETECT_COMMAND_H_
-#define JWNLS_TOOL_DETECT_COMMAND_H_
+#ifndef JWNLS_TOOL_COMMANDS_DETECT_COMMAND_H_
+#define JWNLS_TOOL_COMMANDS_DETECT_COMMAND_H_
 
 #include "tool/exit_code.h"
 #include "tool/given_options.h"
@@ -19,4 +19,4 @@ ExitCode run_detect(const GivenOptions& options);
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_DETECT_COMMAND_H_
+#endif  // JWNLS_TOOL_COMMANDS_DETECT_COMMAND_H_

@@ -1,6 +1,6 @@
 #include <csignal>
 
-#include "tool/command_line.h"
+#include "tool/commands/command_line.h"
 
 int main(int argument_count, char** arguments) {
   // A closed pipe is then an error of the write, which is reported like any other.

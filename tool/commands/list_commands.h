@@ -1,7 +1,7 @@
 // `jwnls locales` and `jwnls zones`: what there is to choose from.
 
-#ifndef JWNLS_TOOL_LIST_COMMANDS_H_
-#define JWNLS_TOOL_LIST_COMMANDS_H_
+#ifndef JWNLS_TOOL_COMMANDS_LIST_COMMANDS_H_
+#define JWNLS_TOOL_COMMANDS_LIST_COMMANDS_H_
 
 #include <string>
 
@@ -22,4 +22,4 @@ ExitCode run_zones(const ListOptions& options);
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_LIST_COMMANDS_H_
+#endif  // JWNLS_TOOL_COMMANDS_LIST_COMMANDS_H_

@@ -1,7 +1,7 @@
 // `jwnls detect` on a table: which kind each column is, and which locales read it.
 
-#ifndef JWNLS_TOOL_TABLES_DETECT_TABLE_H_
-#define JWNLS_TOOL_TABLES_DETECT_TABLE_H_
+#ifndef JWNLS_TOOL_COMMANDS_DETECT_TABLE_H_
+#define JWNLS_TOOL_COMMANDS_DETECT_TABLE_H_
 
 #include "tool/exit_code.h"
 #include "tool/given_options.h"
@@ -15,4 +15,4 @@ ExitCode detect_table(const GivenOptions& options);
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_TABLES_DETECT_TABLE_H_
+#endif  // JWNLS_TOOL_COMMANDS_DETECT_TABLE_H_

@@ -1,7 +1,7 @@
 // `jwnls format`, `jwnls read` and `jwnls convert` on tables: with -c.
 
-#ifndef JWNLS_TOOL_TABLE_COMMAND_H_
-#define JWNLS_TOOL_TABLE_COMMAND_H_
+#ifndef JWNLS_TOOL_COMMANDS_TABLE_COMMAND_H_
+#define JWNLS_TOOL_COMMANDS_TABLE_COMMAND_H_
 
 #include <string>
 #include <vector>
@@ -25,4 +25,4 @@ ExitCode run_table(Command command, const KindRow* kind, const GivenOptions& opt
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_TABLE_COMMAND_H_
+#endif  // JWNLS_TOOL_COMMANDS_TABLE_COMMAND_H_

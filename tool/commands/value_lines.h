@@ -1,7 +1,7 @@
 // Works through values, arguments or lines of standard input, and writes a line for each.
 
-#ifndef JWNLS_TOOL_VALUE_LINES_H_
-#define JWNLS_TOOL_VALUE_LINES_H_
+#ifndef JWNLS_TOOL_COMMANDS_VALUE_LINES_H_
+#define JWNLS_TOOL_COMMANDS_VALUE_LINES_H_
 
 #include <cstddef>
 #include <optional>
@@ -14,9 +14,6 @@
 #include "tool/tables/table_job.h"
 
 namespace jwnls::tool {
-
-/// The text without the blanks and tabs around it.
-[[nodiscard]] std::string_view trimmed(std::string_view text);
 
 /// Where values come from, and what becomes of them on their lines.
 struct ValueLines {
@@ -43,4 +40,4 @@ ExitCode write_values(const ValueLines& lines, Undecided undecided, const Layout
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_VALUE_LINES_H_
+#endif  // JWNLS_TOOL_COMMANDS_VALUE_LINES_H_

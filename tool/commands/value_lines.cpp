@@ -1,4 +1,4 @@
-#include "tool/value_lines.h"
+#include "tool/commands/value_lines.h"
 
 #include <unistd.h>
 
@@ -7,15 +7,9 @@
 #include "tool/line_source.h"
 #include "tool/output.h"
 #include "tool/terminal_text.h"
+#include "tool/trimmed_text.h"
 
 namespace jwnls::tool {
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t";
-  const std::size_t begin = text.find_first_not_of(blanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
 
 namespace {
 

@@ -1,7 +1,7 @@
 // `jwnls show`: what a locale's layouts write and read, and what they are made of.
 
-#ifndef JWNLS_TOOL_SHOW_COMMAND_H_
-#define JWNLS_TOOL_SHOW_COMMAND_H_
+#ifndef JWNLS_TOOL_COMMANDS_SHOW_COMMAND_H_
+#define JWNLS_TOOL_COMMANDS_SHOW_COMMAND_H_
 
 #include <string>
 
@@ -18,4 +18,4 @@ ExitCode run_show(const ShowOptions& options);
 
 }  // namespace jwnls::tool
 
-#endif  // JWNLS_TOOL_SHOW_COMMAND_H_
+#endif  // JWNLS_TOOL_COMMANDS_SHOW_COMMAND_H_
