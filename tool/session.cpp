@@ -3,8 +3,10 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 #include "tool/exit_code.h"
+#include "tool/nearest_name.h"
 #include "tool/output.h"
 #include "tool/terminal_text.h"
 
@@ -33,7 +35,10 @@ std::string find_locale(const std::string& name, const char* category) {
   char canonical[64];
   int exact = 0;
   if (jwnls_match_locale(choice.name.c_str(), canonical, &exact) != JWNLS_OK) {
-    throw Failure{ExitCode::unavailable, "locale " + in_quotes(choice.name) + ": unknown" + origin};
+    std::vector<std::string> names;
+    (void)each_locale([&names](const jwnls_locale_info& each) { names.emplace_back(each.name); });
+    throw Failure{ExitCode::unavailable, "locale " + in_quotes(choice.name) + ": unknown" + origin +
+                                             did_you_mean(choice.name, names)};
   }
   if (exact == 0) {
     report("note: locale " + in_quotes(choice.name) + origin + " is not known as such; using " +
@@ -47,7 +52,16 @@ jwnls_zone_state zone_at(const std::string& zone, std::int64_t seconds) {
   state.size = sizeof state;
   jwnls_error error = {};
   if (jwnls_zone_at(zone.c_str(), seconds, &state, &error) != JWNLS_OK) {
-    throw Failure{ExitCode::unavailable, error.text};
+    std::vector<std::string> names;
+    (void)jwnls_zones(
+        [](void* all, const char* name) {
+          static_cast<std::vector<std::string>*>(all)->emplace_back(name);
+          return 0;
+        },
+        &names);
+    const bool is_unknown = error.code == JWNLS_UNKNOWN;
+    throw Failure{ExitCode::unavailable,
+                  error.text + (is_unknown ? did_you_mean(zone, names) : std::string())};
   }
   return state;
 }

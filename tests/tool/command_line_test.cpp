@@ -64,6 +64,7 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
   check({"read", "date", "-F", ";"}, "--separator is for tables: say which columns with -c");
   check({"format", "period", "2024-03-15"}, "period");
   check({"format", "date", "--frobnicate", "2024-03-15"}, "--frobnicate");
+  check({"format", "date", "--zoen", "UTC", "2024-03-15"}, "--zoen; did you mean '--zone'?");
   check({"format", "date", "-l"}, "--locale");
   check({"format", "time", "-s", "long", "14:30"}, "-s");
   check({"format", "number", "-w", "-1", "1"}, "--width");

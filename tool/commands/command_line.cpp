@@ -285,13 +285,27 @@ class CommandLine {
   Run chosen_;
 };
 
+// What an option that is not known may be meant to be.
+std::string option_hint(const std::string& message) {
+  const std::size_t begin = message.rfind(" --");
+  if (begin == std::string::npos) return {};
+  const std::string word =
+      message.substr(begin + 1, message.find_first_of(" =", begin + 1) - begin - 1);
+  std::vector<std::string> names = {"--help", "--version"};
+  for (const OptionRow& row : option_rows()) names.push_back(std::string("--") + row.name);
+  const bool is_known = std::find(names.begin(), names.end(), word) != names.end();
+  return is_known ? "; not with this command or kind" : did_you_mean(word, names);
+}
+
 // Help and version go to standard output, which may fail like any other output.
 ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream out;
   std::ostringstream problem;
   const bool usage = app.exit(error, out, problem) != 0;
   if (usage) {
-    report(without_shields(error.what()) + " (see --help)");
+    const std::string message = without_shields(error.what());
+    const bool is_unknown = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+    report(message + (is_unknown ? option_hint(message) : std::string()) + " (see --help)");
     return ExitCode::usage;
   }
   Output output;

@@ -154,6 +154,20 @@ class ColumnOpener {
   std::map<std::string, std::string> locales_;  // names, and the category of the environment's
 };
 
+// An option word that no column takes would be lost in silence.
+void refuse_unused(const ColumnRequest& request, const std::vector<OpenedColumn>& columns) {
+  unsigned kinds = 0;
+  for (const OpenedColumn& column : columns) kinds |= kind_bits({column.kind->kind});
+  for (const OptionRow& row : option_rows()) {
+    const bool is_given =
+        row.is_word && (row.commands & request.command) != 0 && request.options->has(row.name);
+    if (is_given && (row.kinds & kinds) == 0) {
+      throw Failure{ExitCode::usage,
+                    std::string("--") + row.name + ": no column is of a kind that takes it"};
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<OpenedColumn> open_columns(const ColumnRequest& request,
@@ -163,6 +177,7 @@ std::vector<OpenedColumn> open_columns(const ColumnRequest& request,
   std::vector<OpenedColumn> opened;
   opened.reserve(columns.size());
   for (const SelectedColumn& column : columns) opened.push_back(opener.open(column));
+  refuse_unused(request, opened);
   return opened;
 }
 
