@@ -14,7 +14,7 @@ enum class ExitCode {
   unavailable = 3,  // an unknown locale or time zone, or a module that cannot be loaded
   io = 4,           // input that cannot be read, output that cannot be written
   undecided = 5,    // with --proved: values that could mean another, and none that decides; of
-                    // detect: no single reading
+                    // detect, and of columns with several locales: no single reading
 };
 
 /// Thrown where a command cannot go on. An empty message: nothing is left to say.
