@@ -1,7 +1,8 @@
 // Numbers out: from doubles, floats, integers and exact decimals.
 //
-// Where a service writes what the layout writes, it does so into the caller's room. Everything else
-// is digits first, laid out afterwards.
+// Where a service writes what the layout writes, and quickly, it does so into the caller's room.
+// Short decimals, as nearly all other values are, are laid out in one pass; what is left is digits
+// first, of the service, of the standard library, of a text, and laid out afterwards.
 
 #include <algorithm>
 #include <bit>
@@ -17,15 +18,12 @@
 #include "library/layouts/layout.h"
 #include "library/numbers/decimal_text.h"
 #include "library/numbers/lay_out.h"
+#include "library/numbers/lay_out_short.h"
+#include "library/numbers/short_decimal.h"
 #include "library/texts/give_text.h"
 
 namespace jwnls::library {
 namespace {
-
-constexpr std::size_t quick_room = 64;    // from which on the services are at their quickest
-constexpr std::size_t integer_room = 32;  // of which they clear whatever they are given
-constexpr double quick_magnitude = 1e15;
-constexpr std::uint32_t quick_decimals = 16;
 
 bool takes_integers(const jwnls_layout& layout) {
   return layout.is(JWNLS_NUMBER) || layout.is(JWNLS_INTEGER) || layout.is(JWNLS_AMOUNT) ||
@@ -37,40 +35,72 @@ bool takes_fractions(const jwnls_layout& layout) {
 }
 
 template <typename Unit>
-bool is_direct(const NumberStyle& style) {
-  return sizeof(Unit) == 1 ? style.direct_8bit : style.direct_16bit;
+bool by_service(const NumberStyle& style) {
+  return sizeof(Unit) == 1 ? style.by_service_8bit : style.by_service_16bit;
 }
 
 // The services count what callers here know as sizes: the same type but for the sign.
 std::int64_t* counted(std::size_t* length) { return reinterpret_cast<std::int64_t*>(length); }
 
+constexpr std::size_t integer_room = 32;  // the services clear what they are given
+
+// Of that room, which no integer outgrows.
 template <typename Unit>
-[[gnu::always_inline]] inline Status ask_service(const NumberStyle& style, double value,
-                                                 std::uint32_t flags, Unit* out, std::size_t room,
-                                                 std::size_t* length) {
+[[gnu::always_inline]] inline int ask_service(const NumberStyle& style, std::int64_t value,
+                                              Unit* out, std::size_t* length) {
   const ServiceTable& services = style.handle->services;
-  const auto capacity = static_cast<std::int64_t>(room);
+  constexpr std::int64_t room = integer_room;
+  Status status = Status::ok;
   if constexpr (sizeof(Unit) == 1) {
-    return Status{services.format_number_8bit(style.handle, value, 0, style.decimals, flags, out,
-                                              capacity, counted(length), nullptr)};
+    status = Status{services.format_int64_8bit(style.handle, value, 0, 1, style.service_flags, out,
+                                               room, counted(length))};
   } else {
-    return Status{services.format_number_with_options(style.handle, value, 0, style.decimals, flags,
-                                                      out, capacity, counted(length), nullptr)};
+    status = Status{services.format_int64(style.handle, value, 0, 1, style.service_flags, out, room,
+                                          counted(length))};
   }
+  return status == Status::ok ? JWNLS_OK : JWNLS_RANGE;
+}
+
+constexpr std::size_t quick_room = 64;  // from which on the services are at their quickest
+constexpr std::uint32_t quick_decimals = 16;
+
+// What does not outgrow that room. Negative zero is the layout's matter: the service shows no sign.
+template <typename Unit>
+bool by_service(const NumberStyle& style, double value, std::size_t room) {
+  constexpr double most = 1e15;
+  const double magnitude = std::abs(value);
+  const bool is_negative_zero = std::bit_cast<std::uint64_t>(value) == std::uint64_t{1} << 63;
+  return by_service<Unit>(style) && room >= quick_room && magnitude < most &&
+         magnitude >= style.service_from &&
+         static_cast<std::uint32_t>(style.decimals) <= quick_decimals && !is_negative_zero;
 }
 
 template <typename Unit>
-[[gnu::always_inline]] inline Status ask_service(const NumberStyle& style, std::int64_t value,
-                                                 Unit* out, std::size_t* length) {
+[[gnu::always_inline]] inline int ask_service(const NumberStyle& style, double value, Unit* out,
+                                              std::size_t room, std::size_t* length) {
   const ServiceTable& services = style.handle->services;
-  constexpr std::int64_t capacity = integer_room;
+  const std::uint32_t flags = number_flags::fixed | style.service_flags;
+  const auto capacity = static_cast<std::int64_t>(room);
+  Status status = Status::ok;
   if constexpr (sizeof(Unit) == 1) {
-    return Status{services.format_int64_8bit(style.handle, value, 0, 1, style.service_flags, out,
-                                             capacity, counted(length))};
+    status = Status{services.format_number_8bit(style.handle, value, 0, style.decimals, flags, out,
+                                                capacity, counted(length), nullptr)};
   } else {
-    return Status{services.format_int64(style.handle, value, 0, 1, style.service_flags, out,
-                                        capacity, counted(length))};
+    status = Status{services.format_number_with_options(
+        style.handle, value, 0, style.decimals, flags, out, capacity, counted(length), nullptr)};
   }
+  return status == Status::ok ? JWNLS_OK : JWNLS_RANGE;
+}
+
+// ASCII digits with a fixed number of decimals, without groups or a sign.
+Status service_digits(const NumberStyle& style, double magnitude, char* out, std::size_t room,
+                      std::size_t* length) {
+  std::int64_t count = 0;
+  const Status status{style.handle->services.format_number_8bit(
+      style.handle, magnitude, 0, style.decimals, number_flags::fixed, out,
+      static_cast<std::int64_t>(room), &count, nullptr)};
+  *length = static_cast<std::size_t>(count);
+  return status;
 }
 
 // Digits with a fixed number of decimals, which the service writes without groups.
@@ -79,8 +109,7 @@ template <typename Unit>
                                     std::size_t room, std::size_t* length) {
   char text[512];
   std::size_t count = 0;
-  if (ask_service(style, std::abs(value), number_flags::fixed, text, sizeof text, &count) !=
-      Status::ok) {
+  if (service_digits(style, std::abs(value), text, sizeof text, &count) != Status::ok) {
     // More digits than the service writes.
     DecimalText decimal;
     decimal.exact(value);
@@ -113,13 +142,17 @@ template <typename Unit>
 template <typename Unit>
 int write_int64(const NumberStyle& style, std::int64_t value, Unit* out, std::size_t room,
                 std::size_t* length) {
-  if (room >= integer_room && is_direct<Unit>(style) && style.service_affixes &&
-      style.decimals <= 0 && style.direct_from == 0) [[likely]] {
-    // No integer outgrows that room, so that the service does not fail.
-    return ask_service(style, value, out, length) == Status::ok ? JWNLS_OK : JWNLS_RANGE;
+  if (by_service<Unit>(style) && room >= integer_room && style.decimals <= 0 &&
+      style.service_from == 0) [[likely]] {
+    return ask_service(style, value, out, length);
   }
   const std::uint64_t magnitude =
       value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  if (magnitude < style.short_integers) [[likely]] {
+    const auto decimals = static_cast<unsigned>(std::max(style.decimals, 0));
+    return lay_out_short(style, {magnitude * style.integer_scale, decimals, value < 0, false}, out,
+                         room, length);
+  }
   return write_magnitude(style, magnitude, value < 0, out, room, length);
 }
 
@@ -139,52 +172,13 @@ template <typename Unit>
   return JWNLS_OK;
 }
 
-// What a value has no more than six decimals of, as most do: a division of two exact operands
-// rounds as reading does, and fifteen digits are the shortest that give their double back.
-template <typename Unit>
-bool write_few_decimals(const NumberStyle& style, double value, Unit* out, std::size_t room,
-                        std::size_t* length, int& code) {
-  constexpr double scale = 1e6;
-  constexpr double most = 1e15;
-  const double scaled = std::abs(value) * scale;
-  if (!(scaled < most)) return false;
-  auto mantissa = static_cast<std::uint64_t>(scaled + 0.5);
-  if (static_cast<double>(mantissa) / scale != std::abs(value)) return false;
-  auto decimals = static_cast<std::size_t>(6 - style.shift);
-  const auto wanted = static_cast<std::size_t>(style.decimals < 0 ? 0 : style.decimals);
-  if (style.decimals >= 0) {
-    std::uint64_t unit = 1;
-    for (; decimals > wanted; --decimals) unit *= 10;
-    mantissa = (mantissa + unit / 2) / unit;  // halves away from zero
-  } else {
-    for (; decimals != 0 && mantissa % 10 == 0; --decimals) mantissa /= 10;
-  }
-  char text[32] = {'0', '0', '0', '0', '0', '0', '0', '0'};
-  constexpr std::size_t lead = 8;  // zeros for a mantissa with fewer digits than decimals
-  const char* const end = std::to_chars(text + lead, text + sizeof text, mantissa).ptr;
-  const char* const point = end - decimals;
-  const char* const first = std::min<const char*>(text + lead, point - 1);
-  code = lay_out(style,
-                 {{first, static_cast<std::size_t>(point - first)},
-                  {point, decimals},
-                  wanted > decimals ? wanted - decimals : 0,
-                  std::signbit(value)},
-                 out, room, length);
-  return true;
-}
-
 template <typename Float, typename Unit>
 [[gnu::noinline]] int write_shortest(const NumberStyle& style, Float value, Unit* out,
                                      std::size_t room, std::size_t* length) {
-  const auto wide = static_cast<double>(value);
-  constexpr double exact_integers = 1 / static_cast<double>(std::numeric_limits<Float>::epsilon());
-  if (std::abs(wide) < exact_integers && std::trunc(wide) == wide && wide != 0 &&
+  constexpr Float exact_integers = 1 / std::numeric_limits<Float>::epsilon();
+  if (std::abs(value) < exact_integers && std::trunc(value) == value && value != 0 &&
       style.shift == 0) {
-    return write_int64(style, static_cast<std::int64_t>(wide), out, room, length);
-  }
-  if constexpr (sizeof(Float) == sizeof(double)) {
-    int code = JWNLS_OK;
-    if (write_few_decimals(style, value, out, room, length, code)) return code;
+    return write_int64(style, static_cast<std::int64_t>(value), out, room, length);
   }
   DecimalText decimal;
   decimal.shortest(value);
@@ -194,8 +188,11 @@ template <typename Float, typename Unit>
 }
 
 template <typename Float, typename Unit>
-[[gnu::noinline]] int write_any(const NumberStyle& style, Float value, Unit* out, std::size_t room,
-                                std::size_t* length) {
+[[gnu::noinline]] int write_any(const jwnls_layout* layout, Float value, Unit* out,
+                                std::size_t room, std::size_t* length) {
+  *length = 0;
+  if (!takes_fractions(*layout)) return JWNLS_KIND;
+  const NumberStyle& style = layout->number.style;
   const auto wide = static_cast<double>(value);
   if (!std::isfinite(wide)) return write_special(style, wide, out, room, length);
   // The digits of a percentage are those of the value, moved; no product of doubles is.
@@ -205,67 +202,25 @@ template <typename Float, typename Unit>
   return lay_out_fixed(style, wide, out, room, length);
 }
 
-// Digits by the service, the affixes around them.
-template <typename Unit>
-int write_between_affixes(const NumberStyle& style, double value, Unit* out, std::size_t room,
-                          std::size_t* length) {
-  const bool negative = std::signbit(value);
-  const auto prefix = style.prefix[negative].text<Unit>();
-  const auto suffix = style.suffix[negative].text<Unit>();
-  const std::uint32_t flags = number_flags::fixed | style.service_flags;
-  Unit scratch[quick_room];
-  const bool has_room = room >= quick_room + prefix.size();
-  Unit* const digits = has_room ? out + prefix.size() : scratch;
-  std::size_t count = 0;
-  if (ask_service(style, std::abs(value), flags, digits, quick_room, &count) != Status::ok) {
-    return JWNLS_RANGE;  // such a number does not outgrow that room
-  }
-  *length = prefix.size() + count + suffix.size();
-  if (*length > room) return JWNLS_ROOM;
-  prefix.copy(out, prefix.size());  // and nothing of the digits behind it
-  Unit* const at = out + prefix.size();
-  if (!has_room) std::copy_n(scratch, count, at);
-  put_affix(suffix, room - prefix.size() - count, at + count);
-  return JWNLS_OK;
-}
-
-template <typename Unit>
-bool is_quick(const NumberStyle& style, double magnitude) {
-  return is_direct<Unit>(style) && magnitude < quick_magnitude && magnitude >= style.direct_from &&
-         static_cast<std::uint32_t>(style.decimals) <= quick_decimals;
-}
-
-template <typename Float, typename Unit>
-[[gnu::noinline]] int write_with_affixes(const jwnls_layout* layout, Float value, Unit* out,
-                                         std::size_t room, std::size_t* length) {
-  if (!takes_fractions(*layout)) {
-    *length = 0;
-    return JWNLS_KIND;
-  }
-  const NumberStyle& style = layout->number.style;
-  const auto wide = static_cast<double>(value);
-  return is_quick<Unit>(style, std::abs(wide))
-             ? write_between_affixes(style, wide, out, room, length)
-             : write_any(style, value, out, room, length);
-}
-
 template <typename Float, typename Unit>
 int write_float(const jwnls_layout* layout, Float value, Unit* out, std::size_t room,
                 std::size_t* length) {
   const NumberStyle& style = layout->number.style;
-  if (!layout->is(JWNLS_NUMBER) || !style.service_affixes) [[unlikely]] {
-    return write_with_affixes(layout, value, out, room, length);
-  }
   const auto wide = static_cast<double>(value);
-  // Negative zero is the layout's matter: the service shows no sign of it.
-  const bool is_negative_zero = std::bit_cast<std::uint64_t>(wide) == std::uint64_t{1} << 63;
-  if (room >= quick_room && is_quick<Unit>(style, std::abs(wide)) && !is_negative_zero) [[likely]] {
-    // Such a number does not outgrow that room, so that the service does not fail.
-    const std::uint32_t flags = number_flags::fixed | style.service_flags;
-    return ask_service(style, wide, flags, out, room, length) == Status::ok ? JWNLS_OK
-                                                                            : JWNLS_RANGE;
+  if (by_service<Unit>(style, wide, room) && layout->is(JWNLS_NUMBER)) [[likely]] {
+    return ask_service(style, wide, out, room, length);
   }
-  return write_any(style, value, out, room, length);
+  ShortDecimal number;
+  const bool is_short =
+      style.short_form == ShortForm::fixed
+          ? fixed_decimal(wide, static_cast<unsigned>(style.decimals), number)
+          // A float's few decimals are other ones than those of its double.
+          : style.short_form == ShortForm::few && sizeof value == sizeof wide &&
+                few_decimals(wide, static_cast<unsigned>(style.shift), style.decimals, number);
+  if (is_short) [[likely]] {
+    return lay_out_short(style, number, out, room, length);
+  }
+  return write_any(layout, value, out, room, length);
 }
 
 template <typename Unit>

@@ -22,14 +22,6 @@ struct NumberDigits {
   bool negative = false;
 };
 
-/// The separators of an integer part.
-[[nodiscard]] inline std::size_t group_count(const NumberStyle& style,
-                                             std::size_t digits) noexcept {
-  const std::size_t primary = style.sizes.primary;
-  if (primary == 0 || digits < primary + style.minimum_grouping) return 0;
-  return 1 + (digits - primary - 1) / style.sizes.secondary;
-}
-
 /// Copies a few digits: most are three, and a call would take longer than they do.
 template <typename Unit>
 inline void copy_digits(std::string_view digits, Unit* out) noexcept {

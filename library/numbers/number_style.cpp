@@ -113,12 +113,6 @@ void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Optio
     style.prefix[i] = affix_of(both[i]->prefix, true, unit);
     style.suffix[i] = affix_of(both[i]->suffix, false, unit);
   }
-  const auto is = [](const AffixText& affix, std::string_view text) {
-    return affix.text<char>() == text;
-  };
-  style.service_affixes = is(style.prefix[0], options.plus != 0 ? "+" : "") &&
-                          is(style.prefix[1], "-") && is(style.suffix[0], "") &&
-                          is(style.suffix[1], "");
 }
 
 void put_digits(std::string_view digits, NumberStyle& style) {
@@ -132,22 +126,59 @@ void put_digits(std::string_view digits, NumberStyle& style) {
   }
 }
 
-// Which of it the service writes alike.
-void find_direct_ways(const NumberData& data, std::string_view decimal, std::string_view group,
-                      bool plus, NumberStyle& style) {
+// The services take longer for other groups than those of three.
+void find_service_forms(const NumberData& data, const Options& options, std::string_view decimal,
+                        std::string_view group, NumberStyle& style) {
   const bool grouped = style.sizes.primary != 0;
+  const auto is = [](const AffixText& affix, std::string_view text) {
+    return affix.text<char>() == text;
+  };
   static_assert(number_flags::sign == integer_flags::sign &&
                 number_flags::group == integer_flags::group);
-  if (plus && style.service_affixes) style.service_flags |= number_flags::sign;
+  if (options.plus != 0) style.service_flags |= number_flags::sign;
   if (grouped) style.service_flags |= number_flags::group;
-  style.direct_16bit =
-      !style.native_digits && style.shift == 0 && decimal == data.record_decimal &&
-      (!grouped || (group == data.record_group && style.sizes == data.record_sizes));
+  style.by_service_16bit =
+      is(style.prefix[0], options.plus != 0 ? "+" : "") && is(style.prefix[1], "-") &&
+      is(style.suffix[0], "") && is(style.suffix[1], "") && !style.native_digits &&
+      style.shift == 0 && decimal == data.record_decimal &&
+      (!grouped || (group == data.record_group && style.sizes == data.record_sizes &&
+                    style.sizes == GroupSizes{3, 3}));
   // The 8-bit service takes its long way where it has more to write than ASCII.
-  style.direct_8bit = style.direct_16bit && decimal.size() == 1 && (!grouped || group.size() == 1);
+  style.by_service_8bit =
+      style.by_service_16bit && decimal.size() == 1 && (!grouped || group.size() == 1);
   if (grouped && style.minimum_grouping > 1) {
-    style.direct_from = std::pow(10.0, style.sizes.primary + style.minimum_grouping - 1);
+    style.service_from = std::pow(10.0, style.sizes.primary + style.minimum_grouping - 1);
   }
+}
+
+// What lay_out_short() goes by.
+void prepare_short_forms(int kind, NumberStyle& style) {
+  constexpr std::uint8_t longest_run = 4;
+  const auto is_short = [](const SymbolText& symbol) { return symbol.byte_count <= short_symbol; };
+  if (!is_short(style.decimal) || !is_short(style.group) || style.sizes.primary > longest_run ||
+      style.sizes.secondary > longest_run) {
+    return;
+  }
+  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
+    const std::size_t groups = group_count(style, digits);
+    const std::size_t behind =
+        groups == 0 ? 0 : style.sizes.primary + (groups - 1) * style.sizes.secondary;
+    const auto run = [&](std::size_t index) -> std::uint8_t {
+      if (index > groups) return 0;
+      return index == groups ? style.sizes.primary : style.sizes.secondary;
+    };
+    style.grouped[digits] = {static_cast<std::uint8_t>(groups),
+                             static_cast<std::uint8_t>(behind),
+                             {static_cast<std::uint8_t>(digits - behind), run(1), run(2)},
+                             digits - behind > longest_run || style.sizes.primary == 0};
+  }
+  if (kind != JWNLS_INTEGER) {
+    style.short_form = style.decimals >= 0 && style.shift == 0 ? ShortForm::fixed : ShortForm::few;
+  }
+  const int places = std::max(style.decimals, 0) + style.shift;
+  if (places >= static_cast<int>(short_digits)) return;
+  style.integer_scale = integer_powers[places];
+  style.short_integers = short_limit / style.integer_scale;
 }
 
 }  // namespace
@@ -192,7 +223,8 @@ NumberStyle number_style(const NumberData& data, int kind, const Options& option
   put_text(symbols.infinity, style.infinity);
   put_digits(symbols.digits, style);
   put_affixes(own_kind, symbols, options, currency, style);
-  find_direct_ways(data, decimal, group, options.plus != 0, style);
+  find_service_forms(data, options, decimal, group, style);
+  prepare_short_forms(kind, style);
   return style;
 }
 

@@ -10,6 +10,7 @@
 #include "abi/locale_handle.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
+#include "library/numbers/short_decimal.h"
 #include "library/options/options.h"
 
 namespace jwnls::library {
@@ -49,6 +50,22 @@ struct AffixText : ShortText<144, 144> {
   }
 };
 
+/// How a layout's doubles become short decimals: not at all, with a fixed count of decimals, or
+/// with as many as they have or their percentages want.
+enum class ShortForm : std::uint8_t { none, fixed, few };
+
+/// Where the separators of an integer part stand.
+struct GroupedDigits {
+  std::uint8_t groups = 0;        // separators
+  std::uint8_t behind_first = 0;  // digits behind the first of them
+  std::uint8_t run[3] = {};       // those in front of the first, the second and the third
+  bool in_one_run = false;        // for so many digits there may be no group
+};
+
+/// Symbols are at most so many units in short forms, and so much room must be free behind a text.
+inline constexpr std::size_t short_symbol = 4;
+inline constexpr std::size_t short_slack = 16;
+
 struct NumberStyle {
   LocaleHandle* handle = nullptr;
   std::int32_t decimals = -1;         // -1: as many as the value has
@@ -57,19 +74,31 @@ struct NumberStyle {
   bool native_digits = false;         // other digits than 0 to 9
   GroupSizes sizes;                   // primary 0: no groups
   std::uint8_t minimum_grouping = 1;  // digits in front of the first group symbol, or no groups
-  // What the service writes alike: its flags, in UTF-8 and UTF-16, and the magnitudes from which on
-  // it does. Below, minimum grouping keeps it from its groups, which it does not know.
+  // What the service writes alike, and quickest: numbers of ASCII symbols between its own signs.
+  // With its flags, and from a magnitude on: below, minimum grouping keeps it from its groups.
+  bool by_service_8bit = false;
+  bool by_service_16bit = false;
   std::uint32_t service_flags = 0;  // of number_flags and integer_flags: sign, group
-  double direct_from = 0;
-  bool service_affixes = false;  // nothing stands around the digits but the service's own signs
-  bool direct_8bit = false;
-  bool direct_16bit = false;
+  double service_from = 0;
+  // What is quick to lay out: doubles, integers below a limit.
+  ShortForm short_form = ShortForm::none;
+  std::uint64_t short_integers = 0;
+  std::uint64_t integer_scale = 1;          // the power of ten of their decimals and places
+  GroupedDigits grouped[short_digits + 1];  // of integer parts by their digits
   SymbolText decimal;
   SymbolText group;
   SymbolText digits[10];
   AffixText prefix[2], suffix[2];  // of what is not negative, of what is
   AffixText infinity;
 };
+
+/// The separators of an integer part.
+[[nodiscard]] inline std::size_t group_count(const NumberStyle& style,
+                                             std::size_t digits) noexcept {
+  const std::size_t primary = style.sizes.primary;
+  if (primary == 0 || digits < primary + style.minimum_grouping) return 0;
+  return 1 + (digits - primary - 1) / style.sizes.secondary;
+}
 
 /// Which kind of the layout data a layout writes: JW_LAYOUT_NUMBER ...
 [[nodiscard]] int layout_kind(int kind, const Options& options) noexcept;

@@ -1,0 +1,148 @@
+// Decimals of at most sixteen digits, as nearly all are: how a value becomes one, and its digits,
+// without a loop or a branch that nothing foretells.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_SHORT_DECIMAL_H_
+#define JWNLS_LIBRARY_NUMBERS_SHORT_DECIMAL_H_
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace jwnls::library {
+
+__extension__ using Wide = unsigned __int128;
+
+inline constexpr unsigned short_digits = 16;
+inline constexpr std::uint64_t integer_powers[] = {1,
+                                                   10,
+                                                   100,
+                                                   1'000,
+                                                   10'000,
+                                                   100'000,
+                                                   1'000'000,
+                                                   10'000'000,
+                                                   100'000'000,
+                                                   1'000'000'000,
+                                                   10'000'000'000,
+                                                   100'000'000'000,
+                                                   1'000'000'000'000,
+                                                   10'000'000'000'000,
+                                                   100'000'000'000'000,
+                                                   1'000'000'000'000'000,
+                                                   10'000'000'000'000'000};
+inline constexpr std::uint64_t short_limit = integer_powers[short_digits];
+
+/// mantissa / 10^decimals.
+struct ShortDecimal {
+  std::uint64_t mantissa = 0;  // below short_limit
+  unsigned decimals = 0;       // below short_digits
+  bool negative = false;
+  bool shortest = false;  // zeros at the end of the decimals go
+};
+
+/// A double with a fixed count of decimals, rounded on its exact value, halves away from zero.
+/// False for what takes more digits, and for what is not finite; `number` is then of no use.
+[[nodiscard]] inline bool fixed_decimal(double value, unsigned decimals,
+                                        ShortDecimal& number) noexcept {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const auto exponent = static_cast<unsigned>(bits >> 52 & 0x7FF);
+  // value is significand / 2^places; integers from 2^52 on, infinities and NaNs have none.
+  constexpr unsigned no_places = 1075;
+  if (exponent >= no_places || decimals >= short_digits) return false;
+  // A significand that is not normal has a bit too many here, and rounds to zero all the same.
+  const std::uint64_t significand = (bits & ((std::uint64_t{1} << 52) - 1)) | std::uint64_t{1}
+                                                                                  << 52;
+  // Below 2^103, so that more than 126 places leave nothing, whatever their count.
+  const Wide product = Wide{significand} * integer_powers[decimals];
+  const unsigned places = std::min(no_places - exponent, 127U);
+  const Wide rounded = ((product >> (places - 1)) + 1) >> 1;
+  number = {static_cast<std::uint64_t>(rounded), decimals, bits >> 63 != 0};
+  return rounded < short_limit;
+}
+
+/// What a double has no more than six decimals of, as most do: a division of two exact operands
+/// rounds as reading does, and fifteen digits are the shortest that give their double back.
+///   shift   places that the decimal symbol moves to the right: at most 6
+///   wanted  decimals, rounded halves away from zero; below 0: those that there are
+/// False for all others; `number` is then of no use.
+[[nodiscard]] inline bool few_decimals(double value, unsigned shift, int wanted,
+                                       ShortDecimal& number) noexcept {
+  constexpr double scale = 1e6;
+  constexpr double most = 1e15;
+  const double magnitude = std::abs(value);
+  const double scaled = magnitude * scale;
+  if (!(scaled < most)) return false;
+  const auto mantissa = static_cast<std::int64_t>(scaled + 0.5);
+  if (static_cast<double>(mantissa) / scale != magnitude) return false;
+  const unsigned decimals = 6 - shift;
+  number = {static_cast<std::uint64_t>(mantissa), decimals, std::signbit(value), wanted < 0};
+  if (wanted < 0) return true;
+  const auto count = static_cast<unsigned>(wanted);
+  if (count >= short_digits) return false;
+  if (count < decimals) {
+    const std::uint64_t unit = integer_powers[decimals - count];
+    number.mantissa = (number.mantissa + unit / 2) / unit;
+  } else {
+    const std::uint64_t unit = integer_powers[count - decimals];
+    if (number.mantissa >= short_limit / unit) return false;
+    number.mantissa *= unit;
+  }
+  number.decimals = count;
+  return true;
+}
+
+/// How many digits a mantissa has, at least one: soon known, long before the digits are.
+[[nodiscard]] inline unsigned digit_count(std::uint64_t mantissa) noexcept {
+  // 1233/4096 approximates log10(2): at most one too few.
+  const auto bits = static_cast<unsigned>(std::bit_width(mantissa | 1));
+  const unsigned count = bits * 1233 >> 12;
+  return count + (mantissa >= integer_powers[count] ? 1 : 0) + (mantissa == 0 ? 1 : 0);
+}
+
+/// Writes sixteen ASCII digits, zeros in front. Every step halves the lanes: a quotient stays in
+/// the lower half of its lane, the rest of the division goes into the upper one.
+inline void put_sixteen_digits(std::uint64_t mantissa, char* out) noexcept {
+  constexpr std::uint64_t eight = 100'000'000;
+  const std::uint64_t front = mantissa / eight;
+  const std::uint64_t behind = mantissa - front * eight;
+#if defined(__SSE2__)
+  const __m128i eights =
+      _mm_set_epi64x(static_cast<long long>(behind), static_cast<long long>(front));
+  const __m128i reciprocal = _mm_set1_epi64x(0xD1B7'1759);  // of 10,000, times 2^45
+  const __m128i fours_high = _mm_srli_epi64(_mm_mul_epu32(eights, reciprocal), 45);
+  const __m128i fours_low =
+      _mm_sub_epi64(eights, _mm_mul_epu32(fours_high, _mm_set1_epi64x(10'000)));
+  const __m128i fours = _mm_or_si128(fours_high, _mm_slli_epi64(fours_low, 32));
+  // The reciprocals of 100, times 2^19, and of 10, times 2^10, do for four digits and for two.
+  const __m128i twos_high = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi32(5243)), 3);
+  const __m128i twos_low = _mm_sub_epi16(fours, _mm_mullo_epi16(twos_high, _mm_set1_epi16(100)));
+  const __m128i twos = _mm_or_si128(twos_high, _mm_slli_epi32(twos_low, 16));
+  const __m128i ones_high = _mm_srli_epi16(_mm_mullo_epi16(twos, _mm_set1_epi16(103)), 10);
+  const __m128i ones_low = _mm_sub_epi16(twos, _mm_mullo_epi16(ones_high, _mm_set1_epi16(10)));
+  const __m128i ones = _mm_or_si128(ones_high, _mm_slli_epi16(ones_low, 8));
+  const __m128i ascii = _mm_or_si128(ones, _mm_set1_epi8('0'));
+  std::memcpy(out, &ascii, sizeof ascii);
+#else
+  const auto digits_of = [](std::uint64_t number) {
+    constexpr std::uint64_t zeros = 0x3030'3030'3030'3030;
+    const std::uint64_t fours =
+        (number << 32) - number / 10'000 * ((std::uint64_t{10'000} << 32) - 1);
+    const std::uint64_t hundreds = fours * 10'486 >> 20 & 0x0000'007F'0000'007F;
+    const std::uint64_t twos = (fours << 16) - hundreds * ((100 << 16) - 1);
+    const std::uint64_t tens = twos * 103 >> 10 & 0x000F'000F'000F'000F;
+    return ((twos << 8) - tens * ((10 << 8) - 1)) | zeros;
+  };
+  const std::uint64_t words[] = {digits_of(front), digits_of(behind)};
+  std::memcpy(out, words, sizeof words);
+#endif
+}
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_SHORT_DECIMAL_H_
