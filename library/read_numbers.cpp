@@ -1,8 +1,6 @@
 // Numbers in: as doubles, as integers, as exact decimals.
 
-#include <charconv>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -12,6 +10,7 @@
 #include "library/numbers/decimal_value.h"
 #include "library/numbers/quick_scan.h"
 #include "library/numbers/scan_number.h"
+#include "library/numbers/short_canonical.h"
 #include "library/texts/give_text.h"
 #include "library/texts/utf8_input.h"
 
@@ -152,80 +151,55 @@ int read_integer(const jwnls_layout* layout, const char* text, std::size_t lengt
 
 // ---- Exact decimals
 
-constexpr std::size_t quick_room = 80;
-constexpr std::size_t quick_digits = 24;  // of a mantissa, and of decimals; copied at once
-
-// "-1234.50", as write_canonical() writes it; the room behind is scratch.
-std::size_t write_quick_decimal(const QuickNumber& number, unsigned decimals, char* out) {
-  char digits[2 * quick_digits];
-  const char* const stop = std::to_chars(digits, digits + quick_digits, number.mantissa).ptr;
-  const auto count = static_cast<unsigned>(stop - digits);
-  char* end = out;
-  *end = '-';
-  end += number.negative;
-  if (count > decimals) {
-    std::memcpy(end, digits, quick_digits);
-    end += count - decimals;
-    if (decimals == 0) return static_cast<std::size_t>(end - out);
-    *end++ = '.';
-    std::memcpy(end, digits + (count - decimals), quick_digits);
-  } else {
-    *end++ = '0';
-    *end++ = '.';
-    std::memset(end, '0', quick_digits);
-    std::memcpy(end + (decimals - count), digits, quick_digits);
-  }
-  return static_cast<std::size_t>(end + decimals - out);
+// The code of the currency that a text names, or else the layout's own.
+void give_currency(const jwnls_layout* layout, const char* named, char* currency) {
+  if (currency == nullptr) return;
+  const std::string_view code = *named != '\0' ? std::string_view(named) : layout->currency;
+  currency[code.copy(currency, 3)] = '\0';
 }
 
-int give_quick_decimal(const QuickNumber& number, unsigned decimals, char* out, std::size_t room,
-                       std::size_t* length) {
-  if (room >= quick_room) {
-    *length = write_quick_decimal(number, decimals, out);
-    return JWNLS_OK;
-  }
-  char text[quick_room];
-  return give_text({text, write_quick_decimal(number, decimals, text)}, out, room, length);
-}
-
-void give_currency(std::string_view code, char* currency) {
-  if (currency != nullptr) currency[code.copy(currency, 3)] = '\0';
-}
-
-int read_decimal_fully(const jwnls_layout* layout, std::string_view text, char* out,
-                       std::size_t room, std::size_t* out_length, char* currency,
-                       std::uint8_t* facts) {
+[[gnu::noinline]] int read_decimal_fully(const jwnls_layout* layout, const char* text,
+                                         std::size_t length, char* out, std::size_t room,
+                                         std::size_t* out_length, char* currency,
+                                         std::uint8_t* facts) {
   ScannedNumber number;
-  scan_number(layout->number.syntax, text, number);
+  scan_number(layout->number.syntax, {text, length}, number);
   if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
-  const Decimal decimal = {{number.text, number.digits},
-                           number.exponent - static_cast<int>(number.decimals),
-                           number.negative};
   char canonical[canonical_room];
-  const auto written = write_canonical(decimal, canonical);
+  const auto written = write_canonical({{number.text, number.digits},
+                                        number.exponent - static_cast<int>(number.decimals),
+                                        number.negative},
+                                       canonical);
   if (!written) return JWNLS_RANGE;
   give_facts(number.facts, facts);
-  give_currency(number.currency[0] != '\0' ? std::string_view(number.currency) : layout->currency,
-                currency);
+  give_currency(layout, number.currency, currency);
   return give_text({canonical, *written}, out, room, out_length);
+}
+
+bool has_decimals(const jwnls_layout* layout) {
+  return layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER) || layout->is(JWNLS_AMOUNT) ||
+         layout->is(JWNLS_PERCENT);
 }
 
 int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
                  std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
+  const NumberSyntax& syntax = layout->number.syntax;
+  QuickNumber quick;
+  if (has_decimals(layout) &&
+      (syntax.unit == UnitKind::none ? scan_quickly(syntax.quick, text, length, quick)
+                                     : scan_between_affixes(syntax, text, length, quick))) {
+    const unsigned decimals = power_of(layout, quick);
+    if (quick.mantissa < short_limit && decimals < short_digits) [[likely]] {
+      give_facts(quick.facts, facts);
+      give_currency(layout, "", currency);
+      return give_canonical({quick.mantissa, decimals, quick.negative}, out, room, out_length);
+    }
+  }
   *out_length = 0;
   if (currency != nullptr) *currency = '\0';
   give_facts(0, facts);
-  const bool measure = layout->is(JWNLS_AMOUNT) || layout->is(JWNLS_PERCENT);
-  if (!measure && !layout->is(JWNLS_NUMBER) && !layout->is(JWNLS_INTEGER)) return JWNLS_KIND;
-  const NumberSyntax& syntax = layout->number.syntax;
-  QuickNumber quick;
-  if (!(measure ? scan_between_affixes(syntax, text, length, quick)
-                : scan_quickly(syntax.quick, text, length, quick))) {
-    return read_decimal_fully(layout, {text, length}, out, room, out_length, currency, facts);
-  }
-  give_facts(quick.facts, facts);
-  give_currency(layout->currency, currency);
-  return give_quick_decimal(quick, power_of(layout, quick), out, room, out_length);
+  if (!has_decimals(layout)) return JWNLS_KIND;
+  return read_decimal_fully(layout, text, length, out, room, out_length, currency, facts);
 }
 
 }  // namespace

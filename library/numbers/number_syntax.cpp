@@ -1,6 +1,6 @@
 #include "library/numbers/number_syntax.h"
 
-#include <cstring>
+#include <algorithm>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -100,13 +100,44 @@ QuickSyntax quick_syntax(const Symbols& symbols, std::string_view minus,
   return quick;
 }
 
+// Of digits that the full reader takes with the same symbols, in the same classes.
+OwnDigits own_digits(const NumberSymbols& symbols, bool money, const NumberSyntax& syntax) {
+  OwnDigits own;
+  const std::string_view zero = symbols.digits;
+  const Utf8Character first = first_character(zero);
+  const bool in_a_row = zero.size() == first.bytes && digit_of(first.value).zero == first.value;
+  const std::string& decimal = money ? symbols.money_decimal : symbols.decimal;
+  const std::string& group = money ? symbols.money_group : symbols.group;
+  const Separator group_class = syntax.separator(character_of(group));
+  constexpr unsigned last_values = 0xC0;  // what the last bytes of ten digits must not reach
+  if (first.bytes < 2 || !in_a_row || syntax.groups != groups_locale ||
+      !syntax.is_own(group_class) || !syntax.is_decimal(syntax.separator(character_of(decimal))) ||
+      static_cast<unsigned char>(zero.back()) + 10U > last_values) {
+    return own;
+  }
+  own.front = bytes_of(zero.substr(0, first.bytes - 1));
+  own.zero = static_cast<std::uint8_t>(zero.back());
+  own.length = static_cast<std::uint8_t>(first.bytes);
+  own.group_is_blank = group_class == Separator::blank;
+  if (syntax.fraction) own.decimal = bytes_of(decimal);
+  own.group = bytes_of(group);
+  own.minus = bytes_of(symbols.minus);
+  return own;
+}
+
 // False where it is longer.
-bool put_affix(std::string_view text, AffixBytes& affix) {
+bool put_affix(std::string_view text, bool is_prefix, AffixBytes& affix) {
   if (text.size() > sizeof affix.bytes) return false;
-  constexpr char ones[] = "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF";
-  std::memcpy(affix.bytes, text.data(), text.size());
-  std::memcpy(affix.mask, ones, text.size());
+  text.copy(affix.bytes, text.size());
   affix.length = static_cast<std::uint8_t>(text.size());
+  const std::size_t count = std::min<std::size_t>(text.size(), sizeof affix.word);
+  const std::string_view compared = text.substr(is_prefix ? 0 : text.size() - count, count);
+  const std::size_t first = is_prefix ? 0 : sizeof affix.word - count;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto bits = static_cast<unsigned>(8 * (first + i));
+    affix.word |= std::uint64_t{static_cast<unsigned char>(compared[i])} << bits;
+    affix.mask |= std::uint64_t{0xFF} << bits;
+  }
   return true;
 }
 
@@ -114,8 +145,9 @@ QuickAffixes quick_affixes(const NumberStyle& style) {
   QuickAffixes affixes;
   affixes.usable = true;
   for (int i = 0; i < 2; ++i) {
-    affixes.usable = put_affix(style.prefix[i].text<char>(), affixes.prefix[i]) &&
-                     put_affix(style.suffix[i].text<char>(), affixes.suffix[i]) && affixes.usable;
+    affixes.usable = put_affix(style.prefix[i].text<char>(), true, affixes.prefix[i]) &&
+                     put_affix(style.suffix[i].text<char>(), false, affixes.suffix[i]) &&
+                     affixes.usable;
   }
   return affixes;
 }
@@ -178,6 +210,10 @@ NumberSyntax number_syntax(const NumberData& data, int kind, const Options& opti
     syntax.exponent = false;
   }
   syntax.quick = quick_syntax(symbols, data.latin.minus, syntax);
+  const bool has_money_of_its_own = currency != nullptr && !currency->decimal.empty();
+  if (!has_money_of_its_own) {
+    syntax.quick.own = own_digits(data.own, currency != nullptr, syntax);
+  }
   return syntax;
 }
 

@@ -145,7 +145,10 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
   const unsigned decimal_places = places_of(syntax.decimal) & syntax.decimal_bits;
   const unsigned sign = text[0] == '-' ? 1 : 0;
   const unsigned all = (1U << length) - 1;
-  if ((digit_places | group_places | decimal_places | sign) != all) return false;
+  if ((digit_places | group_places | decimal_places | sign) != all) {
+    number.hopeless = _mm_movemask_epi8(bytes) == 0;  // all of it is ASCII
+    return false;
+  }
   if ((decimal_places & (decimal_places - 1)) != 0) return false;
 
   const auto integer_end = static_cast<unsigned>(std::countr_zero(decimal_places | (all + 1)));
@@ -184,92 +187,156 @@ bool scan_by_masks(const QuickSyntax&, const char*, std::size_t, QuickNumber&) n
 
 #endif
 
-bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t length,
-                       QuickNumber& number) noexcept {
-  if (length - 1 >= longest_by_character) return false;
+namespace {
+
+bool begins_with(const SymbolBytes& symbol, const char* at, const char* end) {
+  return symbol.length != 0 && ((up_to_4(at, end) ^ symbol.bytes) & symbol.mask) == 0;
+}
+
+// The digits 0 to 9 with the symbols of a locale. Each gives how many bytes stand there, or 0.
+struct AsciiCharacters {
+  const QuickSyntax& syntax;
+
+  [[nodiscard]] std::size_t minus(const char* at, const char* end) const {
+    return begins_with(syntax.minus, at, end) ? syntax.minus.length : 0;
+  }
+  [[nodiscard]] std::size_t digit(const char* at, const char*, unsigned& value) const {
+    value = static_cast<unsigned char>(*at) - unsigned{'0'};
+    return value <= 9 ? 1 : 0;
+  }
+  [[nodiscard]] bool is_zero(const char* at) const { return *at == '0'; }
+  [[nodiscard]] std::size_t decimal(const char* at, const char*) const {
+    return *at == syntax.decimal ? 1 : 0;
+  }
+  [[nodiscard]] std::size_t group(const char* at, const char* end) const {
+    for (const SymbolBytes& symbol : syntax.groups) {
+      if (begins_with(symbol, at, end)) return symbol.length;
+    }
+    return 0;
+  }
+  [[nodiscard]] bool group_is_blank() const { return syntax.group_is_blank; }
+};
+
+// The same of a locale's own digits.
+struct OwnCharacters {
+  const OwnDigits& own;
+
+  [[nodiscard]] std::size_t minus(const char* at, const char* end) const {
+    return begins_with(own.minus, at, end) ? own.minus.length : 0;
+  }
+  [[nodiscard]] std::size_t digit(const char* at, const char* end, unsigned& value) const {
+    const std::uint64_t word = up_to_4(at, end);
+    value = static_cast<unsigned>(word >> (8 * (own.length - 1)) & 0xFF) - own.zero;
+    return ((word ^ own.front.bytes) & own.front.mask) == 0 && value <= 9 ? own.length : 0;
+  }
+  [[nodiscard]] bool is_zero(const char* at) const {
+    return static_cast<unsigned char>(at[own.length - 1]) == own.zero;
+  }
+  [[nodiscard]] std::size_t decimal(const char* at, const char* end) const {
+    return begins_with(own.decimal, at, end) ? own.decimal.length : 0;
+  }
+  [[nodiscard]] std::size_t group(const char* at, const char* end) const {
+    return begins_with(own.group, at, end) ? own.group.length : 0;
+  }
+  [[nodiscard]] bool group_is_blank() const { return own.group_is_blank; }
+};
+
+// Of at most longest_by_character bytes.
+template <typename Characters>
+[[gnu::always_inline]] inline bool scan_characters(const Characters characters, GroupSizes sizes,
+                                                   const char* text, std::size_t length,
+                                                   QuickNumber& number) {
   const char* at = text;
   const char* const end = text + length;
-  const auto begins_with = [&at, end](const SymbolBytes& symbol) {
-    return symbol.length != 0 && ((up_to_4(at, end) ^ symbol.bytes) & symbol.mask) == 0;
-  };
-  number.negative = *at == '-' || begins_with(syntax.minus);
-  if (number.negative) at += *at == '-' ? 1 : syntax.minus.length;
-  const char first_character = at != end ? *at : '\0';
+  const std::size_t minus = *at == '-' ? 1 : characters.minus(at, end);
+  number.negative = minus != 0;
+  at += minus;
   std::uint64_t mantissa = 0;
   int digits = 0;
   unsigned run = 0;     // digits of the present group
   unsigned groups = 0;  // separators
+  bool led_by_zero = false;
   const auto take_digits = [&] {
-    const char* const begin = at;
-    for (; at != end; ++at) {
-      const unsigned value = static_cast<unsigned char>(*at) - unsigned{'0'};
-      if (value > 9) break;
+    for (run = 0; at != end; ++run) {
+      unsigned value = 0;
+      const std::size_t bytes = characters.digit(at, end, value);
+      if (bytes == 0) break;
       mantissa = mantissa * 10 + value;
+      at += bytes;
     }
-    run = static_cast<unsigned>(at - begin);
     digits += static_cast<int>(run);
   };
+  std::size_t decimal = 0;
   while (true) {
+    const char* const begin = at;
     take_digits();
     if (run == 0) return false;
-    if (at == end || *at == syntax.decimal) break;
-    const SymbolBytes* const symbol = begins_with(syntax.groups[0])   ? &syntax.groups[0]
-                                      : begins_with(syntax.groups[1]) ? &syntax.groups[1]
-                                      : begins_with(syntax.groups[2]) ? &syntax.groups[2]
-                                                                      : nullptr;
-    if (symbol == nullptr || (groups == 0 ? run > syntax.sizes.secondary || first_character == '0'
-                                          : run != syntax.sizes.secondary)) {
+    if (groups == 0) led_by_zero = characters.is_zero(begin);
+    if (at == end) break;
+    decimal = characters.decimal(at, end);
+    if (decimal != 0) break;
+    const std::size_t group = characters.group(at, end);
+    if (group == 0 ||
+        (groups == 0 ? run > sizes.secondary || led_by_zero : run != sizes.secondary)) {
       return false;
     }
-    at += symbol->length;
+    at += group;
     ++groups;
   }
-  if (groups != 0 && run != syntax.sizes.primary) return false;
-  const bool has_decimal = at != end;
+  if (groups != 0 && run != sizes.primary) return false;
   const int integers = digits;
-  if (has_decimal) {
-    if (syntax.decimal == '\0') return false;
-    ++at;
+  if (decimal != 0) {
+    at += decimal;
     take_digits();
     if (at != end) return false;
   }
   if (digits > most_digits) return false;
   number.mantissa = mantissa;
   number.decimals = static_cast<std::uint32_t>(digits - integers);
-  const bool two_ways = groups != 0
-                            ? groups == 1 && !has_decimal && !syntax.group_is_blank
-                            : number.decimals == 3 && integers <= 3 && first_character != '0';
-  number.facts = facts_of(two_ways, groups != 0 || has_decimal);
+  const bool two_ways = groups != 0 ? groups == 1 && decimal == 0 && !characters.group_is_blank()
+                                    : number.decimals == 3 && integers <= 3 && !led_by_zero;
+  number.facts = facts_of(two_ways, groups != 0 || decimal != 0);
   return true;
+}
+
+}  // namespace
+
+bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t length,
+                       QuickNumber& number) noexcept {
+  if (length - 1 >= longest_by_character) return false;
+  return scan_characters(AsciiCharacters{syntax}, syntax.sizes, text, length, number);
+}
+
+bool scan_own_digits(const QuickSyntax& syntax, const char* text, std::size_t length,
+                     QuickNumber& number) noexcept {
+  if (length - 1 >= longest_by_character * syntax.own.length) return false;
+  return scan_characters(OwnCharacters{syntax.own}, syntax.sizes, text, length, number);
 }
 
 namespace {
 
-// The word of up to eight bytes at a place from which on `length` bytes may be read.
-std::uint64_t word_of(const char* at, std::size_t length) {
-  if (length >= 8) return load_8(at);
-  if (length >= 4) return load_4(at) | load_4(at + length - 4) << (8 * (length - 4));
-  std::uint64_t word = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    word |= std::uint64_t{static_cast<unsigned char>(at[i])} << (8 * i);
+// The first eight bytes of a text, and the last; zeros where there are fewer.
+struct BothEnds {
+  std::uint64_t first = 0, last = 0;
+
+  BothEnds(const char* text, std::size_t length) {
+    if (length >= 8) [[likely]] {
+      first = load_8(text);
+      last = load_8(text + length - 8);
+      return;
+    }
+    if (length >= 4) {
+      first = load_4(text) | load_4(text + length - 4) << (8 * (length - 4));
+    } else {
+      first = up_to_4(text, text + length);
+    }
+    last = first << 4 * (8 - length) << 4 * (8 - length);
   }
-  return word;
-}
+};
 
-// Whether an affix stands at a place from which on `length` bytes may be read.
-bool stands_at(const AffixBytes& affix, const char* at, std::size_t length) {
-  if (affix.length > length) return false;
-  if (affix.length == 0) return true;
-  if (((word_of(at, length) ^ affix.bytes[0]) & affix.mask[0]) != 0) return false;
-  return affix.length <= 8 || ((word_of(at + 8, length - 8) ^ affix.bytes[1]) & affix.mask[1]) == 0;
-}
-
-bool begins_with(const AffixBytes& affix, const char* text, std::size_t length) {
-  return stands_at(affix, text, length);
-}
-
-bool ends_with(const AffixBytes& affix, const char* text, std::size_t length) {
-  return affix.length <= length && stands_at(affix, text + length - affix.length, affix.length);
+// Whether an affix stands at a place. Where it is longer than what was compared, the rest.
+bool rest_stands_at(const AffixBytes& affix, const char* at) {
+  return affix.length <= 8 || std::memcmp(at, affix.bytes, affix.length) == 0;
 }
 
 }  // namespace
@@ -278,22 +345,25 @@ bool scan_between_affixes(const NumberSyntax& syntax, const char* text, std::siz
                           QuickNumber& number) noexcept {
   const QuickAffixes& affixes = syntax.affixes;
   if (!affixes.usable || length > longest_text) return false;
-  for (const bool negative : {true, false}) {
+  const BothEnds ends(text, length);
+  const auto has = [&](bool negative) {
     const AffixBytes& prefix = affixes.prefix[negative];
     const AffixBytes& suffix = affixes.suffix[negative];
-    const std::size_t around = std::size_t{prefix.length} + suffix.length;
-    if (around >= length || !begins_with(prefix, text, length) ||
-        !ends_with(suffix, text, length)) {
-      continue;
-    }
-    if (!scan_quickly(syntax.quick, text + prefix.length, length - around, number)) continue;
-    // A second sign, or what the currency's decimals decide, is the full reader's matter.
-    const bool three_decimals = number.decimals == 3 && (number.facts & JWNLS_TWO_WAYS) != 0;
-    if (number.negative || (three_decimals && syntax.unit == UnitKind::currency)) return false;
-    number.negative = negative;
-    return true;
-  }
-  return false;
+    return ((ends.first ^ prefix.word) & prefix.mask) == 0 &&
+           ((ends.last ^ suffix.word) & suffix.mask) == 0 &&
+           std::size_t{prefix.length} + suffix.length < length && rest_stands_at(prefix, text) &&
+           rest_stands_at(suffix, text + length - suffix.length);
+  };
+  const bool negative = has(true);
+  if (!negative && !has(false)) return false;
+  const std::size_t prefix = affixes.prefix[negative].length;
+  const std::size_t around = prefix + affixes.suffix[negative].length;
+  if (!scan_quickly(syntax.quick, text + prefix, length - around, number)) return false;
+  // A second sign, or what the currency's decimals decide, is the full reader's matter.
+  const bool three_decimals = number.decimals == 3 && (number.facts & JWNLS_TWO_WAYS) != 0;
+  if (number.negative || (three_decimals && syntax.unit == UnitKind::currency)) return false;
+  number.negative = negative;
+  return true;
 }
 
 }  // namespace jwnls::library

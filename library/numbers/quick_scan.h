@@ -16,6 +16,7 @@ struct QuickNumber {
   std::uint64_t mantissa = 0;
   std::uint32_t decimals = 0;  // at most 18
   bool negative = false;
+  bool hopeless = false;  // of what is not taken: no quick reader does
   std::uint8_t facts = 0;
 };
 
@@ -27,11 +28,19 @@ struct QuickNumber {
 [[nodiscard]] bool scan_by_character(const QuickSyntax& syntax, const char* text,
                                      std::size_t length, QuickNumber& number) noexcept;
 
+/// The same in the locale's own digits.
+[[nodiscard]] bool scan_own_digits(const QuickSyntax& syntax, const char* text, std::size_t length,
+                                   QuickNumber& number) noexcept;
+
 [[nodiscard]] inline bool scan_quickly(const QuickSyntax& syntax, const char* text,
                                        std::size_t length, QuickNumber& number) noexcept {
   // The masks know groups of three by an ASCII symbol; whoever writes others goes the second way.
-  return (syntax.masks && scan_by_masks(syntax, text, length, number)) ||
-         scan_by_character(syntax, text, length, number);
+  if (syntax.masks) {
+    if (scan_by_masks(syntax, text, length, number)) return true;
+    if (number.hopeless) return false;
+  }
+  return scan_by_character(syntax, text, length, number) ||
+         (syntax.own.length != 0 && scan_own_digits(syntax, text, length, number));
 }
 
 /// Of an amount or a percentage, written as the layout itself does; its value still counts the
