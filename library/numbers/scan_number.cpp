@@ -4,7 +4,8 @@
 #include <iterator>
 
 #include "include/jwnls/jwnls.h"
-#include "library/texts/utf8.h"
+#include "library/numbers/character_cursor.h"
+#include "library/numbers/group_runs.h"
 
 namespace jwnls::library {
 namespace {
@@ -17,41 +18,10 @@ bool is_unit(char32_t c) {
          (c >= 0x20A0 && c <= 0x20CF) || c == 0xFF05 || c == 0xFF04 || c == 0xFFE5;
 }
 
-// The groups in front of the decimal symbol, as far as sizes go.
-struct Groups {
-  Separator separator = Separator::none;
-  int count = 0;           // of separators
-  std::size_t first = 0;   // digits of the first group, of all those between, of the last
-  std::size_t middle = 0;  // 0: none
-  std::size_t last = 0;
-  bool uneven = false;       // groups between of two sizes
-  std::size_t first_at = 0;  // where the first and the last separator stand
-  std::size_t last_at = 0;
-
-  void add(std::size_t digits, std::size_t at) {
-    if (count == 0) {
-      first = digits;
-      first_at = at;
-    } else {
-      uneven = uneven || (middle != 0 && middle != digits);
-      middle = digits;
-    }
-    last_at = at;
-    ++count;
-  }
-
-  [[nodiscard]] bool fit(GroupSizes sizes) const {
-    return last == sizes.primary && !uneven && (middle == 0 || middle == sizes.secondary) &&
-           first <= sizes.secondary;
-  }
-};
-
-class NumberScanner {
+class NumberScanner : CharacterCursor {
  public:
   NumberScanner(const NumberSyntax& syntax, std::string_view text, ScannedNumber& number)
-      : syntax_(syntax), text_(text), number_(number) {
-    look();
-  }
+      : CharacterCursor(text), syntax_(syntax), number_(number) {}
 
   void scan() {
     skip_pad();
@@ -61,45 +31,6 @@ class NumberScanner {
   }
 
  private:
-  [[nodiscard]] bool ended() const { return at_ == text_.size(); }
-
-  // Looks at the character at at_: 0 at the end.
-  void look() {
-    if (ended()) {
-      c_ = 0;
-      bytes_ = 0;
-      return;
-    }
-    if (const auto byte = static_cast<unsigned char>(text_[at_]); byte < 0x80) [[likely]] {
-      c_ = byte;
-      bytes_ = 1;
-      return;
-    }
-    const Utf8Character next = first_character(text_.substr(at_));
-    if (!next.valid && valid_) {
-      valid_ = false;
-      invalid_at_ = at_;
-    }
-    c_ = next.value;
-    bytes_ = next.bytes;
-  }
-  void advance() {
-    at_ += bytes_;
-    look();
-  }
-  // Whether a digit follows the present character.
-  [[nodiscard]] bool digit_behind() const {
-    const std::string_view rest = text_.substr(at_ + bytes_);
-    if (rest.empty()) return false;
-    const auto byte = static_cast<unsigned char>(rest.front());
-    if (byte < 0x80) return byte >= '0' && byte <= '9';
-    return digit_of(first_character(rest).value).zero != 0;
-  }
-
-  void skip_pad() {
-    while (!ended() && (is_blank(c_) || is_mark(c_))) advance();
-  }
-
   void refuse(Refusal refusal) { refuse(refusal, at_); }
   void refuse(Refusal refusal, std::size_t at) {
     number_.refusal = valid_ ? refusal : Refusal::not_utf8;
@@ -218,7 +149,7 @@ class NumberScanner {
   }
 
   bool scan_core() {
-    Groups groups;
+    GroupRuns groups;
     if (!scan_integer_part(groups)) return false;
     const bool has_decimal = !ended() && syntax_.is_decimal(separator());
     const std::size_t integers = number_.digits;
@@ -246,7 +177,7 @@ class NumberScanner {
   [[nodiscard]] Separator separator() const { return syntax_.separator(c_); }
 
   // Digits and separators, up to what is neither.
-  bool scan_integer_part(Groups& groups) {
+  bool scan_integer_part(GroupRuns& groups) {
     const bool any = syntax_.groups == groups_any;
     while (true) {
       if (!scan_digits(groups.last)) return false;
@@ -270,7 +201,7 @@ class NumberScanner {
     }
   }
 
-  bool check_groups(const Groups& groups, bool has_decimal) {
+  bool check_groups(const GroupRuns& groups, bool has_decimal) {
     if (groups.count == 0) return true;
     const bool any = syntax_.groups == groups_any;
     const bool own = syntax_.is_own(groups.separator);
@@ -397,14 +328,8 @@ class NumberScanner {
   }
 
   const NumberSyntax& syntax_;
-  const std::string_view text_;
   ScannedNumber& number_;
-  std::size_t at_ = 0;
-  char32_t c_ = 0;         // the character at at_
-  std::size_t bytes_ = 0;  // that it takes
-  char32_t zero_ = 0;      // of the digits' script
-  bool valid_ = true;      // what was looked at is UTF-8, or else where it is not
-  std::size_t invalid_at_ = 0;
+  char32_t zero_ = 0;  // of the digits' script
   bool has_exponent_ = false;
   bool has_sign_ = false;
   bool opened_ = false;  // a parenthesis
