@@ -82,7 +82,9 @@ void tell_sample(const jwnls_layout* layout, Message& message) {
   const int code = layout->is(JWNLS_INTEGER)
                        ? jwnls_write_integer(layout, 1234567, sample, sizeof sample, &length)
                        : jwnls_write_number(layout, 1234567.89, sample, sizeof sample, &length);
-  if (code == JWNLS_OK) (message << "; the locale writes ").said({sample, length});
+  if (code == JWNLS_OK) {
+    (message << "; " << layout->locale->name << " writes ").quoted({sample, length});
+  }
 }
 
 // Of a unit what the layout has instead.
@@ -108,7 +110,7 @@ void tell_refusal(const jwnls_layout* layout, std::string_view text, const Scann
   } else if (number.at == 0) {
     message << "nothing of it fits";
   } else {
-    message << "it ends too early";
+    message << "ends too early";
   }
   if (const char* reason = reason_of(number.refusal)) message << ": " << reason;
   tell_unit(layout, number, message);

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -11,6 +13,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "library/layouts/layout.h"
@@ -144,6 +147,42 @@ TEST(ReadNumbers, LongTextsAreRefusedUnread) {
             JWNLS_UNREAD);
   jwnls_error error;
   EXPECT_EQ(jwnls_explain(layout.get(), nullptr, 1025, &error), JWNLS_UNREAD);
+}
+
+// At most 50 microseconds, whatever the text: the quickest of some runs, as machines are shared.
+TEST(ReadNumbers, AnyTextIsExplainedInBoundedTime) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  constexpr int slower = 20;
+#else
+  constexpr int slower = 1;
+#endif
+  const std::tuple<const char*, int, const char*> layouts[] = {
+      {"de_DE", JWNLS_NUMBER, "groups=any signs=any"},
+      {"fr_FR", JWNLS_INTEGER, "missing=module"},
+      {"en_US", JWNLS_AMOUNT, "currency=any"},
+      {"ar_EG", JWNLS_PERCENT, "digits=own"}};
+  constexpr std::string_view pieces[] = {"29 ",      "7",    "1.", "1.234.", "\u00A0", "\u200F",
+                                         "\u0661",   "\xFF", "(",  "$",      "USD ",   "US",
+                                         "\u20AC 1", "1e",   "-",  "CR ",    "\u202E", "0,"};
+  for (const auto& [locale, kind, options] : layouts) {
+    const OpenedLayout layout = open_layout(locale, kind, options);
+    for (const std::string_view piece : pieces) {
+      for (const char* front : {"", "5", "1.234,5 "}) {
+        std::string text = front;
+        while (text.size() + piece.size() <= 1024) text += piece;
+        auto least = std::chrono::nanoseconds::max();
+        for (int i = 0; i < 20; ++i) {
+          jwnls_error error;
+          const auto begin = std::chrono::steady_clock::now();
+          (void)jwnls_explain(layout.get(), text.data(), text.size(), &error);
+          least =
+              std::min<std::chrono::nanoseconds>(least, std::chrono::steady_clock::now() - begin);
+        }
+        EXPECT_LT(least, slower * std::chrono::microseconds(50))
+            << locale << ' ' << text.substr(0, 20);
+      }
+    }
+  }
 }
 
 TEST(ReadNumbers, OtherKindsAreRefused) {

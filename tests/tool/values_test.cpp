@@ -167,7 +167,7 @@ TEST(Values, ThatAreNotReadAreNamedAndTheRestGoesOn) {
   check({{"read number -l de_DE",
           {"12,5x", "1"},
           "1\n",
-          "jwnls: '12,5x' in de_DE: '12,5' fits, 'x' does not; the locale writes 1.234.567,89\n",
+          "jwnls: '12,5x' in de_DE: '12,5' fits, 'x' does not; de_DE writes '1.234.567,89'\n",
           1}});
 }
 
