@@ -119,17 +119,49 @@ inline Unit* put_integers(const NumberStyle& style, const char* point, unsigned 
   return out;
 }
 
-/// Where every unit counts, and where digits are other ones.
+/// Digits of the locale's own, which take up to four units each.
 template <typename Unit>
-[[gnu::noinline]] int lay_out_digits(const NumberStyle& style, ShortDecimal number, Unit* out,
-                                     std::size_t room, std::size_t* length) noexcept {
+inline Unit* put_own_digits(const NumberStyle& style, const char* digits, unsigned count,
+                            Unit* out) noexcept {
+  for (unsigned i = 0; i < count; ++i) out = put_symbol(style.digits[digits[i] - '0'], out);
+  return out;
+}
+
+/// The integer part in them.
+template <typename Unit>
+inline Unit* put_own_integers(const NumberStyle& style, const char* point, unsigned integers,
+                              Unit* out) noexcept {
+  const char* at = point - integers;
+  unsigned run = integers - style.grouped[integers].behind_first;
+  for (unsigned left = style.grouped[integers].groups;; --left) {
+    out = put_own_digits(style, at, run, out);
+    if (left == 0) return out;
+    at += run;
+    out = put_symbol(style.group, out);
+    run = left == 1 ? style.sizes.primary : style.sizes.secondary;
+  }
+}
+
+/// Digits of the locale's own, or where every unit counts. `length` has been given.
+template <typename Unit>
+[[gnu::noinline]] int lay_out_otherwise(const NumberStyle& style, ShortDecimal number, Unit* out,
+                                        std::size_t room, std::size_t* length) noexcept {
   const ShortDigits digits(number.mantissa);
   const char* const point = digits.end() - number.decimals;
-  const std::size_t integers =
+  const unsigned integers =
       std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
-  const std::size_t decimals = number.decimals - trailing_zeros(number, digits);
-  return lay_out(style, {{point - integers, integers}, {point, decimals}, 0, number.negative}, out,
-                 room, length);
+  const unsigned decimals = number.decimals - trailing_zeros(number, digits);
+  if (room < *length + short_slack) {
+    return lay_out(style, {{point - integers, integers}, {point, decimals}, 0, number.negative},
+                   out, room, length);
+  }
+  out = put_short_affix(style.prefix[number.negative].text<Unit>(), out);
+  out = put_own_integers(style, point, integers, out);
+  if (decimals != 0) {
+    out = put_own_digits(style, point, decimals, put_symbol(style.decimal, out));
+  }
+  put_short_affix(style.suffix[number.negative].text<Unit>(), out);
+  return JWNLS_OK;
 }
 
 /// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes. Of
@@ -146,11 +178,12 @@ template <typename Unit>
   const unsigned integers =
       std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
   const unsigned decimals = number.decimals - trailing_zeros(number, digits);
-  *length = prefix.size() + suffix.size() + integers + decimals +
+  *length = prefix.size() + suffix.size() +
+            std::size_t{integers + decimals} * style.digits[0].text<Unit>().size() +
             style.grouped[integers].groups * style.group.text<Unit>().size() +
             only_if(decimals != 0, decimal_units);
   if (room < *length + short_slack || style.native_digits) [[unlikely]] {
-    return lay_out_digits(style, number, out, room, length);
+    return lay_out_otherwise(style, number, out, room, length);
   }
   const char* const point = digits.end() - number.decimals;
   out = put_short_affix(prefix, out);
