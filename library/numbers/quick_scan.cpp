@@ -149,6 +149,8 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
     number.hopeless = _mm_movemask_epi8(bytes) == 0;  // all of it is ASCII
     return false;
   }
+  // What has its characters all right, and its shape wrong, is no other reader's either.
+  number.hopeless = true;
   if ((decimal_places & (decimal_places - 1)) != 0) return false;
 
   const auto integer_end = static_cast<unsigned>(std::countr_zero(decimal_places | (all + 1)));
@@ -161,7 +163,10 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
     return false;
   }
   const unsigned decimals = static_cast<unsigned>(length) - integer_end - (has_decimal ? 1 : 0);
-  if (decimals > 8) return false;
+  if (decimals > 8) {
+    number.hopeless = false;
+    return false;
+  }
 
   const Wide digits = wide_of(_mm_and_si128(values, is_digit));
   number.mantissa = integer_of(digits << (8 * (16 - integer_end)), grouped);

@@ -135,9 +135,21 @@ class NumberScanner : CharacterCursor {
     return is_unit(c_) || is_code ? Refusal::other_currency : otherwise;
   }
 
+  std::size_t scan_ascii_digits() {
+    const std::size_t begin = at_;
+    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+    for (; !ended() && is_digit(text_[at_]); ++at_) number_.text[number_.digits++] = text_[at_];
+    if (at_ != begin) {
+      zero_ = U'0';
+      look();
+    }
+    return at_ - begin;
+  }
+
   // The digits that stand here, at the end of number_.text.
   bool scan_digits(std::size_t& count) {
     count = 0;
+    if (zero_ == 0 || zero_ == U'0') count = scan_ascii_digits();
     for (Digit digit = digit_of(c_); digit.zero != 0; digit = digit_of(c_)) {
       if (zero_ != 0 && digit.zero != zero_) return no(Refusal::mixed_digits);
       zero_ = digit.zero;
