@@ -205,9 +205,10 @@ struct AsciiCharacters {
   [[nodiscard]] std::size_t minus(const char* at, const char* end) const {
     return begins_with(syntax.minus, at, end) ? syntax.minus.length : 0;
   }
-  [[nodiscard]] std::size_t digit(const char* at, const char*, unsigned& value) const {
+  [[nodiscard]] static std::size_t digit_bytes() { return 1; }
+  [[nodiscard]] bool is_digit(const char* at, const char*, unsigned& value) const {
     value = static_cast<unsigned char>(*at) - unsigned{'0'};
-    return value <= 9 ? 1 : 0;
+    return value <= 9;
   }
   [[nodiscard]] bool is_zero(const char* at) const { return *at == '0'; }
   [[nodiscard]] std::size_t decimal(const char* at, const char*) const {
@@ -229,10 +230,11 @@ struct OwnCharacters {
   [[nodiscard]] std::size_t minus(const char* at, const char* end) const {
     return begins_with(own.minus, at, end) ? own.minus.length : 0;
   }
-  [[nodiscard]] std::size_t digit(const char* at, const char* end, unsigned& value) const {
+  [[nodiscard]] std::size_t digit_bytes() const { return own.length; }
+  [[nodiscard]] bool is_digit(const char* at, const char* end, unsigned& value) const {
     const std::uint64_t word = up_to_4(at, end);
     value = static_cast<unsigned>(word >> (8 * (own.length - 1)) & 0xFF) - own.zero;
-    return ((word ^ own.front.bytes) & own.front.mask) == 0 && value <= 9 ? own.length : 0;
+    return ((word ^ own.front.bytes) & own.front.mask) == 0 && value <= 9;
   }
   [[nodiscard]] bool is_zero(const char* at) const {
     return static_cast<unsigned char>(at[own.length - 1]) == own.zero;
@@ -264,10 +266,9 @@ template <typename Characters>
   const auto take_digits = [&] {
     for (run = 0; at != end; ++run) {
       unsigned value = 0;
-      const std::size_t bytes = characters.digit(at, end, value);
-      if (bytes == 0) break;
+      if (!characters.is_digit(at, end, value)) break;
       mantissa = mantissa * 10 + value;
-      at += bytes;
+      at += characters.digit_bytes();
     }
     digits += static_cast<int>(run);
   };

@@ -18,19 +18,18 @@ namespace jwnls::library {
   // Sixteen bytes at a time, whatever the count of digits.
   constexpr std::size_t most = 2 + 2 * short_digits;
   char scratch[most];
-  char digits[2 * short_digits] = {};
-  put_sixteen_digits(number.mantissa, digits);
-  const char* const point = digits + short_digits - number.decimals;
-  const unsigned integers =
-      std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
+  const Wide digits = wide_digits(number.mantissa);
+  const unsigned count = std::max(digit_count(number.mantissa), number.decimals + 1);
+  const Wide front = digits >> (8 * (short_digits - count));
+  const Wide fraction = digits >> (8 * (short_digits - number.decimals)) % 128;
   char* const text = room >= most ? out : scratch;
   char* end = text;
   *end = '-';
   end += number.negative ? 1 : 0;
-  std::memcpy(end, point - integers, short_digits);
-  end += integers;
+  std::memcpy(end, &front, sizeof front);
+  end += count - number.decimals;
   *end = '.';
-  std::memcpy(end + 1, point, short_digits);
+  std::memcpy(end + 1, &fraction, sizeof fraction);
   end += number.decimals != 0 ? number.decimals + 1 : 0;
   *length = static_cast<std::size_t>(end - text);
   return text == out ? JWNLS_OK : give_text({text, *length}, out, room, length);

@@ -5,6 +5,7 @@
 #define JWNLS_LIBRARY_NUMBERS_SHORT_DECIMAL_H_
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -105,13 +106,13 @@ struct ShortDecimal {
   return count + (mantissa >= integer_powers[count] ? 1 : 0) + (mantissa == 0 ? 1 : 0);
 }
 
-/// Writes sixteen ASCII digits, zeros in front. Every step halves the lanes: a quotient stays in
-/// the lower half of its lane, the rest of the division goes into the upper one.
-inline void put_sixteen_digits(std::uint64_t mantissa, char* out) noexcept {
+/// Sixteen ASCII digits, zeros in front. Every step halves the lanes: a quotient stays in the lower
+/// half of its lane, the rest of the division goes into the upper one.
+#if defined(__SSE2__)
+[[nodiscard]] inline __m128i sixteen_digits(std::uint64_t mantissa) noexcept {
   constexpr std::uint64_t eight = 100'000'000;
   const std::uint64_t front = mantissa / eight;
   const std::uint64_t behind = mantissa - front * eight;
-#if defined(__SSE2__)
   const __m128i eights =
       _mm_set_epi64x(static_cast<long long>(behind), static_cast<long long>(front));
   const __m128i reciprocal = _mm_set1_epi64x(0xD1B7'1759);  // of 10,000, times 2^45
@@ -126,9 +127,13 @@ inline void put_sixteen_digits(std::uint64_t mantissa, char* out) noexcept {
   const __m128i ones_high = _mm_srli_epi16(_mm_mullo_epi16(twos, _mm_set1_epi16(103)), 10);
   const __m128i ones_low = _mm_sub_epi16(twos, _mm_mullo_epi16(ones_high, _mm_set1_epi16(10)));
   const __m128i ones = _mm_or_si128(ones_high, _mm_slli_epi16(ones_low, 8));
-  const __m128i ascii = _mm_or_si128(ones, _mm_set1_epi8('0'));
-  std::memcpy(out, &ascii, sizeof ascii);
+  return _mm_or_si128(ones, _mm_set1_epi8('0'));
+}
 #else
+[[nodiscard]] inline std::array<std::uint64_t, 2> sixteen_digits(std::uint64_t mantissa) noexcept {
+  constexpr std::uint64_t eight = 100'000'000;
+  const std::uint64_t front = mantissa / eight;
+  const std::uint64_t behind = mantissa - front * eight;
   const auto digits_of = [](std::uint64_t number) {
     constexpr std::uint64_t zeros = 0x3030'3030'3030'3030;
     const std::uint64_t fours =
@@ -138,8 +143,26 @@ inline void put_sixteen_digits(std::uint64_t mantissa, char* out) noexcept {
     const std::uint64_t tens = twos * 103 >> 10 & 0x000F'000F'000F'000F;
     return ((twos << 8) - tens * ((10 << 8) - 1)) | zeros;
   };
-  const std::uint64_t words[] = {digits_of(front), digits_of(behind)};
-  std::memcpy(out, words, sizeof words);
+  return {digits_of(front), digits_of(behind)};
+}
+#endif
+
+inline void put_sixteen_digits(std::uint64_t mantissa, char* out) noexcept {
+  const auto digits = sixteen_digits(mantissa);
+  static_assert(sizeof digits == short_digits);
+  std::memcpy(out, &digits, sizeof digits);
+}
+
+/// The first lowest. What is stored as a whole and loaded in other pieces waits for memory.
+[[nodiscard]] inline Wide wide_digits(std::uint64_t mantissa) noexcept {
+  const auto digits = sixteen_digits(mantissa);
+#if defined(__SSE2__)
+  const __m128i last = _mm_unpackhi_epi64(digits, digits);
+  const std::uint64_t words[] = {static_cast<std::uint64_t>(_mm_cvtsi128_si64(digits)),
+                                 static_cast<std::uint64_t>(_mm_cvtsi128_si64(last))};
+  return Wide{words[1]} << 64 | words[0];
+#else
+  return Wide{digits[1]} << 64 | digits[0];
 #endif
 }
 
