@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -141,14 +142,31 @@ bool put_affix(std::string_view text, bool is_prefix, AffixBytes& affix) {
   return true;
 }
 
-QuickAffixes quick_affixes(const NumberStyle& style) {
-  QuickAffixes affixes;
-  affixes.usable = true;
-  for (int i = 0; i < 2; ++i) {
-    affixes.usable = put_affix(style.prefix[i].text<char>(), true, affixes.prefix[i]) &&
-                     put_affix(style.suffix[i].text<char>(), false, affixes.suffix[i]) &&
-                     affixes.usable;
+// As people type it.
+std::string with_plain_blanks(std::string_view affix) {
+  std::string typed;
+  while (!affix.empty()) {
+    const std::size_t bytes = first_character(affix).bytes;
+    const std::string_view character = affix.substr(0, bytes);
+    typed += is_blank(first_character(affix).value) ? std::string_view(" ") : character;
+    affix.remove_prefix(bytes);
   }
+  return typed;
+}
+
+QuickAffixes quick_affixes(const NumberStyle& style, bool typed) {
+  QuickAffixes affixes;
+  bool differs = !typed;
+  bool fits = true;
+  for (int i = 0; i < 2; ++i) {
+    for (const bool is_prefix : {true, false}) {
+      const std::string written((is_prefix ? style.prefix : style.suffix)[i].text<char>());
+      const std::string text = typed ? with_plain_blanks(written) : written;
+      differs = differs || text != written;
+      fits = put_affix(text, is_prefix, (is_prefix ? affixes.prefix : affixes.suffix)[i]) && fits;
+    }
+  }
+  affixes.usable = fits && differs;
   return affixes;
 }
 
@@ -165,10 +183,11 @@ void put_units(int kind, const Options& options, const CurrencyData* currency,
     syntax.currency_decimals = currency->decimals;
     syntax.units = unit_names(*currency, options, record);
   }
-  syntax.affixes = quick_affixes(style);
   if (syntax.unit == UnitKind::currency && syntax.unit_required && options.symbol == symbol_none) {
-    syntax.affixes.usable = false;
+    return;
   }
+  syntax.affixes = quick_affixes(style, false);
+  syntax.typed_affixes = quick_affixes(style, true);
 }
 
 }  // namespace

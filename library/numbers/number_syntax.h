@@ -86,6 +86,7 @@ struct NumberSyntax {
   std::vector<UnitName> units;
   QuickSyntax quick;
   QuickAffixes affixes;
+  QuickAffixes typed_affixes;  // the same with plain blanks, where they have others
 
   [[nodiscard]] bool is_own(Separator separator) const noexcept {
     return (own_groups >> static_cast<unsigned>(separator) & 1U) != 0;

@@ -347,11 +347,13 @@ bool rest_stands_at(const AffixBytes& affix, const char* at) {
 
 }  // namespace
 
-bool scan_between_affixes(const NumberSyntax& syntax, const char* text, std::size_t length,
-                          QuickNumber& number) noexcept {
-  const QuickAffixes& affixes = syntax.affixes;
-  if (!affixes.usable || length > longest_text) return false;
-  const BothEnds ends(text, length);
+namespace {
+
+// The sign that a form of the affixes gives the text, or none where they are not around it.
+enum class Around : std::uint8_t { positive, negative, other };
+
+Around around_of(const QuickAffixes& affixes, const BothEnds& ends, const char* text,
+                 std::size_t length) {
   const auto has = [&](bool negative) {
     const AffixBytes& prefix = affixes.prefix[negative];
     const AffixBytes& suffix = affixes.suffix[negative];
@@ -360,11 +362,26 @@ bool scan_between_affixes(const NumberSyntax& syntax, const char* text, std::siz
            std::size_t{prefix.length} + suffix.length < length && rest_stands_at(prefix, text) &&
            rest_stands_at(suffix, text + length - suffix.length);
   };
-  const bool negative = has(true);
-  if (!negative && !has(false)) return false;
-  const std::size_t prefix = affixes.prefix[negative].length;
-  const std::size_t around = prefix + affixes.suffix[negative].length;
-  if (!scan_quickly(syntax.quick, text + prefix, length - around, number)) return false;
+  return has(true) ? Around::negative : has(false) ? Around::positive : Around::other;
+}
+
+}  // namespace
+
+bool scan_between_affixes(const NumberSyntax& syntax, const char* text, std::size_t length,
+                          QuickNumber& number) noexcept {
+  const QuickAffixes* affixes = &syntax.affixes;
+  if (!affixes->usable || length > longest_text) return false;
+  const BothEnds ends(text, length);
+  Around around = around_of(*affixes, ends, text, length);
+  if (around == Around::other && syntax.typed_affixes.usable) {
+    affixes = &syntax.typed_affixes;
+    around = around_of(*affixes, ends, text, length);
+  }
+  if (around == Around::other) return false;
+  const bool negative = around == Around::negative;
+  const std::size_t prefix = affixes->prefix[negative].length;
+  const std::size_t digits = length - prefix - affixes->suffix[negative].length;
+  if (!scan_quickly(syntax.quick, text + prefix, digits, number)) return false;
   // A second sign, or what the currency's decimals decide, is the full reader's matter.
   const bool three_decimals = number.decimals == 3 && (number.facts & JWNLS_TWO_WAYS) != 0;
   if (number.negative || (three_decimals && syntax.unit == UnitKind::currency)) return false;
