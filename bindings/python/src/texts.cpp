@@ -8,27 +8,6 @@ namespace jwnls::python {
 
 namespace {
 
-// Most texts have at most 16 bytes: two moves that may overlap, instead of a call.
-inline void copy_text(char* out, const char* text, std::size_t length) noexcept {
-  if (length > 16) {
-    std::memcpy(out, text, length);
-  } else if (length >= 8) {
-    std::uint64_t head, tail;
-    std::memcpy(&head, text, 8);
-    std::memcpy(&tail, text + length - 8, 8);
-    std::memcpy(out, &head, 8);
-    std::memcpy(out + length - 8, &tail, 8);
-  } else if (length >= 4) {
-    std::uint32_t head, tail;
-    std::memcpy(&head, text, 4);
-    std::memcpy(&tail, text + length - 4, 4);
-    std::memcpy(out, &head, 4);
-    std::memcpy(out + length - 4, &tail, 4);
-  } else {
-    for (std::size_t i = 0; i < length; ++i) out[i] = text[i];
-  }
-}
-
 // A byte that stands nowhere in UTF-8.
 constexpr char no_text = '\xFF';
 
@@ -67,14 +46,6 @@ jwnls_texts Piece::texts() const noexcept {
   texts.bytes = bytes_.get();
   texts.offsets = offsets_.get();
   return texts;
-}
-
-void Piece::add(const char* text, std::size_t length) noexcept {
-  if (length > longest_text) [[unlikely]]
-    return add_too_long();
-  copy_text(&bytes_[used_], text, length);
-  used_ += length;
-  end_text();
 }
 
 void Piece::add_unreadable() noexcept {
@@ -116,17 +87,11 @@ void Piece::add_characters(const Py_UCS4* characters, std::size_t length) noexce
   add(text, used);
 }
 
-void Piece::add_object(PyObject* object, PyObject* missing) noexcept {
-  if (object != nullptr && PyUnicode_Check(object)) [[likely]] {
-    Py_ssize_t length = PyUnicode_GetLength(object);
-    if (length > static_cast<Py_ssize_t>(longest_text)) return add_too_long();
-    const char* text = PyUnicode_AsUTF8AndSize(object, &length);
-    if (text != nullptr) [[likely]]
-      return add(text, static_cast<std::size_t>(length));
-    PyErr_Clear();
-    add_unreadable();
-  } else if (is_missing(object, missing)) {
+void Piece::add_other(PyObject* object, PyObject* missing) noexcept {
+  if (is_missing(object, missing)) {
     add_missing();
+  } else if (PyUnicode_Check(object)) {  // of a class of its own
+    add_str(object);
   } else if (PyBytes_Check(object)) {
     add(PyBytes_AsString(object), static_cast<std::size_t>(PyBytes_Size(object)));
   } else {
@@ -185,36 +150,44 @@ void TextColumn::add_characters(Piece& piece, std::size_t i) const noexcept {
   piece.add_characters(text, length);
 }
 
-bool TextColumn::fill(Piece& piece, std::size_t from) noexcept {
-  // The next objects are fetched while this one is copied.
+// Of objects, the next are fetched while one is copied.
+template <typename Object>
+void TextColumn::fill_with(Piece& piece, std::size_t from, Object object) const noexcept {
   constexpr std::size_t ahead = 12;
+  std::size_t i = from;
+  for (; i + ahead < count_ && !piece.full(); ++i) {
+    __builtin_prefetch(object(i + ahead));
+    piece.add_object(object(i), missing_);
+  }
+  for (; i < count_ && !piece.full(); ++i) piece.add_object(object(i), missing_);
+}
+
+bool TextColumn::fill(Piece& piece, std::size_t from) noexcept {
   if (PyErr_CheckSignals() != 0) return false;
   if (form_ == Form::list && static_cast<std::size_t>(PyList_Size(values_)) < count_) {
     PyErr_SetString(PyExc_RuntimeError, "the list became shorter while it was read");
     return false;
   }
   piece.clear();
-  PyObject** objects = buffer_.items<PyObject*>();
-  for (std::size_t i = from; i < count_ && !piece.full(); ++i) {
-    const auto index = static_cast<Py_ssize_t>(i);
-    switch (form_) {
-      case Form::list:
-        piece.add_object(PyList_GetItem(values_, index), missing_);
-        break;
-      case Form::tuple:
-        piece.add_object(PyTuple_GetItem(values_, index), missing_);
-        break;
-      case Form::objects:
-        __builtin_prefetch(objects[std::min(i + ahead, count_ - 1)]);
-        piece.add_object(objects[i], missing_);
-        break;
-      case Form::bytes:
-        add_bytes(piece, i);
-        break;
-      case Form::characters:
-        add_characters(piece, i);
-        break;
-    }
+  switch (form_) {
+    case Form::list:
+      fill_with(piece, from, [this](std::size_t i) {
+        return PyList_GetItem(values_, static_cast<Py_ssize_t>(i));
+      });
+      break;
+    case Form::tuple:
+      fill_with(piece, from, [this](std::size_t i) {
+        return PyTuple_GetItem(values_, static_cast<Py_ssize_t>(i));
+      });
+      break;
+    case Form::objects:
+      fill_with(piece, from, [this](std::size_t i) { return buffer_.items<PyObject*>()[i]; });
+      break;
+    case Form::bytes:
+      for (std::size_t i = from; i < count_ && !piece.full(); ++i) add_bytes(piece, i);
+      break;
+    case Form::characters:
+      for (std::size_t i = from; i < count_ && !piece.full(); ++i) add_characters(piece, i);
   }
   return true;
 }
