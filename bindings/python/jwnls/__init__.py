@@ -68,4 +68,6 @@ def data_version():
     return _jwnls.data_version
 
 
+for _each in (Amount, Code, DetectedKind, Detection, Error, Facts, Layout, Reading, Verdict):
+    _each.__module__ = __name__  # where people find them, and pickles too
 _pandas.register_when_imported()

@@ -112,7 +112,7 @@ def explain_object(layout, value):
     if isinstance(value, (str, bytes)):
         error = layout.explain(value)
     else:
-        error = Error(f"{type(value).__name__} is no text")
+        error = Error(f"an object of class {type(value).__name__} is no text")
     return error or Error("the value was another one when it was read")
 
 
@@ -122,12 +122,9 @@ def _row(number, count):
 
 def _raise(count, report, done):
     index = report.first_refused
-    value, error = report._explain(index)
-    shown = repr(value)
-    if len(shown) > 60:
-        shown = shown[:57] + "..."
-    raise Error(f"{report.refused} of {count} values cannot be {done}, the first in row {index}, "
-                f"{shown}: {error}", error.code, error.at, index) from None
+    error = report.why(index)
+    raise Error(f"{report.refused} of {count} values cannot be {done}, the first in row {index}: "
+                f"{error}", error.code, error.at, index) from None
 
 
 def _check_errors(errors):

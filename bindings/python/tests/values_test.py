@@ -5,13 +5,16 @@ import decimal
 import doctest
 import importlib
 import inspect
+import os
 import pickle
 import unittest
+from pathlib import Path
 
 import numpy as np
 
 import jwnls
 
+DOCUMENT = Path(os.environ["JWNLS_SOURCE"]) / "docs" / "python.md"
 MODULES = ["jwnls", "jwnls._errors", "jwnls._layout", "jwnls._columns", "jwnls._detect"]
 
 
@@ -41,6 +44,11 @@ class Documentation(unittest.TestCase):
                 runner.run(parser.get_doctest(inspect.cleandoc(text), dict(names), name, None, 0))
         self.assertGreater(len(seen), 12)
         self.assertEqual(runner.summarize(verbose=False).failed, 0)
+
+    def test_dialogues(self):
+        failed, tried = doctest.testfile(str(DOCUMENT), module_relative=False)
+        self.assertGreater(tried, 25)
+        self.assertEqual(failed, 0)
 
 
 class Values(unittest.TestCase):
