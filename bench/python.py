@@ -26,9 +26,9 @@ POLISH_MONTHS = ["stycznia", "lutego", "marca", "kwietnia", "maja", "czerwca", "
                  "września", "października", "listopada", "grudnia"]
 
 
-def nanoseconds(work, count, runs=RUNS):
+def nanoseconds(work, count):
     times = []
-    for _ in range(runs):
+    for _ in range(RUNS):
         gc.collect()
         start = time.process_time()
         work()
@@ -39,7 +39,8 @@ def nanoseconds(work, count, runs=RUNS):
 def print_rows(title, rows):
     """rows: name, nanoseconds, mark or None; the first is jwnls. Gives whether all marks are met."""
     base, met = rows[0][1], True
-    print(f"\n{title}\n{'':44}{'ns/value':>10}{'times':>8}{'mark':>8}")
+    print(f"\n{title}")
+    print(f"{'':44}{'ns/value':>10}{'times':>8}{'mark':>8}")
     for name, time_taken, mark in rows:
         ratio = time_taken / base
         missed = mark is not None and ratio < mark
@@ -61,14 +62,16 @@ def german_numbers():
         return pd.read_csv(io.StringIO(csv), sep=";", thousands=".", decimal=",")["x"]
 
     def with_replace():
-        return series.str.replace(".", "", regex=False).str.replace(",", ".", regex=False).astype(float)
+        plain = series.str.replace(".", "", regex=False).str.replace(",", ".", regex=False)
+        return plain.astype(float)
 
     icu_format = icu.NumberFormat.createInstance(icu.Locale("de_DE"))
 
     def with_icu():
         return [icu_format.parse(text).getDouble() for text in part]
 
-    # As after setlocale(LC_NUMERIC, "de_DE.UTF-8"), on machines that do not have that locale, too.
+    # What localeconv() says after setlocale(LC_NUMERIC, "de_DE.UTF-8"), also on machines without
+    # that locale; it costs updating a dictionary.
     locale._override_localeconv = {"decimal_point": ",", "thousands_sep": ".", "grouping": [3, 0]}
 
     def with_atof():
@@ -78,11 +81,12 @@ def german_numbers():
         np.testing.assert_array_equal(np.asarray(work()), values)
     for work in (with_icu, with_atof):
         np.testing.assert_array_equal(work(), values[: len(part)])
+    encoded = texts.astype("S")
     rows = [
         ("jwnls, pandas Series", nanoseconds(lambda: layout.read_column(series), ROWS), None),
         ("jwnls, list", nanoseconds(lambda: layout.read_column(listed), ROWS), None),
         ("jwnls, NumPy objects", nanoseconds(lambda: layout.read_column(texts), ROWS), None),
-        ("jwnls, NumPy bytes", nanoseconds(lambda b=texts.astype("S"): layout.read_column(b), ROWS), None),
+        ("jwnls, NumPy bytes", nanoseconds(lambda: layout.read_column(encoded), ROWS), None),
         ("pandas.read_csv(thousands, decimal)", nanoseconds(with_read_csv, ROWS), 3),
         ("str.replace, str.replace, astype(float)", nanoseconds(with_replace, ROWS), 8),
         ("PyICU NumberFormat.parse", nanoseconds(with_icu, len(part)), 25),
@@ -112,7 +116,8 @@ def polish_dates():
 
     def with_map():
         fields = series.str.split(" ", expand=True)
-        return pd.to_datetime(fields[2] + "-" + fields[1].map(names) + "-" + fields[0], format="%Y-%m-%d")
+        iso = fields[2] + "-" + fields[1].map(names) + "-" + fields[0]
+        return pd.to_datetime(iso, format="%Y-%m-%d")
 
     information = PolishNames()
 
@@ -121,14 +126,15 @@ def polish_dates():
 
     np.testing.assert_array_equal(layout.read_column(series), values)
     np.testing.assert_array_equal(with_map().to_numpy().astype("M8[D]"), values)
-    np.testing.assert_array_equal(np.array(with_dateutil(), "M8[D]"), values[: len(part)])
-    np.testing.assert_array_equal((np.array(with_icu()) / 86400).astype("M8[D]"), values[: len(part)])
+    expected = values[: len(part)]
+    np.testing.assert_array_equal(np.array(with_dateutil(), "M8[D]"), expected)
+    np.testing.assert_array_equal((np.array(with_icu()) / 86400).astype("M8[D]"), expected)
     return print_rows(f"Polish dates, {ROWS} values of pandas objects", [
         ("jwnls, pandas Series", nanoseconds(lambda: layout.read_column(series), ROWS), None),
         ("jwnls, list", nanoseconds(lambda: layout.read_column(listed), ROWS), None),
         ("PyICU DateFormat.parse", nanoseconds(with_icu, len(part)), 12),
-        ("str.split, map, to_datetime", nanoseconds(with_map, ROWS, min(RUNS, 3)), 20),
-        ("dateutil, parserinfo of Polish names", nanoseconds(with_dateutil, len(part), min(RUNS, 3)), 100),
+        ("str.split, map, to_datetime", nanoseconds(with_map, ROWS), 20),
+        ("dateutil, parserinfo of Polish names", nanoseconds(with_dateutil, len(part)), 100),
     ])
 
 

@@ -195,11 +195,13 @@ def read_column(layout, values, errors, exact):
     if exact and layout.kind not in ("number", "percent", "amount"):
         raise ValueError(f"exact=True is for numbers, amounts and percentages, not {layout.kind}")
     categorical = categories_of(values)
+    proved = "proved" in layout.options.split(" ")
     texts = texts_of(values if categorical is None else categorical[0])
     out, codes, counts = _read(layout, texts, exact)
     if counts is None or categorical is not None:
         # The quick way to the counts is not there; facts are asked only for a report.
-        facts = _facts_of(layout, texts) if errors == "report" else np.zeros(len(codes), np.uint8)
+        asked = errors == "report" or proved
+        facts = _facts_of(layout, texts) if asked else np.zeros(len(codes), np.uint8)
         if categorical is not None:
             rows = categorical[1]
             out = _take(out, rows, _NOTHING[out.dtype.kind])
@@ -209,6 +211,10 @@ def read_column(layout, values, errors, exact):
     report = _report(layout, texts, codes, counts)
     if errors == "raise" and report.refused:
         _raise(len(codes), report, "read")
+    if proved and errors != "report" and report.two_ways and not report.deciding:
+        raise Error(f"not proved: {report.two_ways} of {len(codes)} values could mean others, the "
+                    f"first in row {report.first_two_ways}, and none decides",
+                    index=report.first_two_ways)
     if layout.kind == "integer" and report.read < len(codes):
         out = np.ma.masked_array(out, codes != Code.OK)
     return (out, report) if errors == "report" else out

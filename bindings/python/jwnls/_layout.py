@@ -1,4 +1,4 @@
-"""Layouts: one way to write one kind of value, and the values in Python that they read and write."""
+"""Layouts: one way to write one kind of value, and the Python values that they read and write."""
 
 import datetime
 import decimal
@@ -88,7 +88,8 @@ def option_words(options, named):
         if value is not True:
             word += f"={value}"
         if any(character.isspace() for character in word):
-            raise Error(f"option {name}={value!r}: one word without blanks is expected", Code.UNKNOWN)
+            raise Error(f"option {name}={value!r}: one word without blanks is expected",
+                        Code.UNKNOWN)
         words.append(word)
     return " ".join(word for word in words if word)
 
@@ -205,7 +206,8 @@ class Layout(_jwnls.Layout):
           exact   numbers as Decimals; amounts are so if False is not given
 
         float64 (missing: NaN), int64 (a masked array where some are missing), datetime64[D],
-        datetime64[us], timedelta64[us] (NaT), objects (None).
+        datetime64[us], timedelta64[us] (NaT), objects (None). With the option "proved" a column is
+        not read, either, whose values could all mean others.
 
         >>> Layout("de_DE", "number").read_column(["1.234,5", None, "7"])
         array([1234.5,    nan,    7. ])
@@ -213,8 +215,8 @@ class Layout(_jwnls.Layout):
         ...     ["15 marca 2024", "32 marca"], errors="report")
         >>> days
         array(['2024-03-15',        'NaT'], dtype='datetime64[D]')
-        >>> report
-        Report(read=1, refused=1, missing=0, two_ways=0, deciding=0, first_refused=1, first_two_ways=None)
+        >>> report.read, report.refused, report.first_refused
+        (1, 1, 1)
         """
         from ._columns import read_column
 

@@ -97,8 +97,8 @@ class OnACluster(unittest.TestCase):
                 self.assertEqual(dask_columns.compute(cluster.client, self.files), self.expected)
                 seconds[workers] = time.perf_counter() - start
         if ALL:
-            print(f"\n{ROWS} rows: {seconds[1]:.2f} s with one worker, {seconds[2]:.2f} s with two: "
-                  f"{seconds[1] / seconds[2]:.2f} times faster")
+            print(f"\n{ROWS} rows: {seconds[1]:.2f} s with one worker, {seconds[2]:.2f} s with "
+                  f"two: {seconds[1] / seconds[2]:.2f} times faster")
 
     def test_a_killed_worker_costs_only_time(self):
         import dask

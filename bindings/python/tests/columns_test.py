@@ -75,13 +75,26 @@ class Columns(unittest.TestCase):
         self.assertEqual(report, of_plain)
         self.assertEqual(str(report.why(1)), str(of_plain.why(1)))
 
+    def test_a_column_is_to_be_proved(self):
+        for layout in (jwnls.Layout("en_US", "date", "proved"), jwnls.Layout("en_US", "date")):
+            for form in (list, pd.Categorical):
+                self.assertEqual(len(layout.read_column(form(["01/02/2024", "01/13/2024"]))), 2)
+                undecided = form(["x"[:0], "01/02/2024"])
+                if layout.options:
+                    with self.assertRaises(jwnls.Error) as caught:
+                        layout.read_column(undecided)
+                    self.assertEqual(caught.exception.index, 1)
+                else:
+                    self.assertEqual(len(layout.read_column(undecided)), 2)
+
     def test_the_accessor_keeps_the_index_and_pandas_types(self):
         texts = pd.Series(["1.234", None], index=["a", "b"], name="n")
         rows = {"number": "float64", "integer": "Int64", "percent": "float64", "amount": "object"}
         for kind, dtype in rows.items():
             given = texts + " %" if kind == "percent" else texts
             read = given.jwnls.read("de_DE", kind)
-            self.assertEqual((str(read.dtype), read.name, list(read.index)), (dtype, "n", ["a", "b"]))
+            self.assertEqual((str(read.dtype), read.name), (dtype, "n"))
+            self.assertEqual(list(read.index), ["a", "b"])
             self.assertTrue(read.isna()["b"])
             written = read.jwnls.write("de_DE", kind)
             self.assertEqual(written.jwnls.read("de_DE", kind)["a"], read["a"])
@@ -91,13 +104,15 @@ class Columns(unittest.TestCase):
                          "15.03.2024, 13:30:00")
         series, report = texts.jwnls.read("de_DE", "date", errors="report")
         self.assertEqual((series.isna().sum(), report.refused), (2, 1))
-        self.assertEqual(pd.Series(["1.234,5"]).jwnls.detect("number", "de_DE en_US").kind, "number")
+        found = pd.Series(["1.234,5"]).jwnls.detect("number", "de_DE en_US")
+        self.assertEqual(found.kind, "number")
 
     def test_all_days_are_written_and_read_back(self):
         days = np.arange("1582-01-01", "4000-01-01", dtype="M8[D]")
         layout = jwnls.Layout("pl_PL", "date", style="long")
         np.testing.assert_array_equal(layout.read_column(layout.write_column(days)), days)
-        self.assertEqual(layout.write_column(np.array([2**62], "M8[D]"), errors="report")[1].refused, 1)
+        far = np.array([2**62], "M8[D]")
+        self.assertEqual(layout.write_column(far, errors="report")[1].refused, 1)
         with self.assertRaises(jwnls.Error):  # nothing is cut off in silence
             layout.write_column(np.array(["2024-03-15T01"], "M8[h]"))
 
