@@ -259,7 +259,10 @@ def _values_of(layout, values):
         return array
     elif wanted in "fi" and array.dtype.kind in "iu" and array.dtype != np.uint64:
         return array.astype(np.int64, copy=False)
-    return array.astype(object)
+    objects = array.astype(object)
+    if array.dtype.kind == "f":
+        objects[:] = list(array)  # a float32 has shortest digits of its own
+    return objects
 
 
 def write_column(layout, values, errors):
@@ -271,8 +274,7 @@ def write_column(layout, values, errors):
         _write_objects(layout, array, out, codes)
     else:
         numbers = array.view("f8" if array.dtype.kind == "f" else "i8")
-        layout._write_column(numbers.newbyteorder("=") if not numbers.dtype.isnative else numbers,
-                             out, codes)
+        layout._write_column(numbers, out, codes)
         if array.dtype.kind in "Mm":
             codes[np.isnat(array)] = Code.MISSING
 
