@@ -91,8 +91,10 @@ PyObject* detection_object(const jwnls_detection* detection) noexcept {
 }  // namespace
 
 PyObject* detect(PyObject* /*module*/, PyObject* arguments) noexcept try {
-  PyObject *values, *missing;
-  const char *kinds, *locales;
+  PyObject* values = nullptr;
+  PyObject* missing = nullptr;
+  const char* kinds = "";
+  const char* locales = "";
   if (!PyArg_ParseTuple(arguments,
                         "Oss"
                         "O!",
@@ -109,7 +111,7 @@ PyObject* detect(PyObject* /*module*/, PyObject* arguments) noexcept try {
   }
   jwnls_detection* opened = nullptr;
   jwnls_error error;
-  int code;
+  int code = JWNLS_OK;
   {
     const WithoutLock unlocked;
     const jwnls_texts texts = block.texts();

@@ -1,5 +1,7 @@
 #include "errors.h"
 
+#include <cstring>
+
 namespace jwnls::python {
 
 namespace {
@@ -35,6 +37,17 @@ std::nullptr_t raise_unread(const jwnls_layout* layout, const char* text, std::s
   const int explained = jwnls_explain(layout, text, length, &error);
   if (explained == JWNLS_OK) return raise(jwnls_code_text(code), code);
   return raise(error.text, explained, characters_of(text, error.at < length ? error.at : length));
+}
+
+Reference take_exception() noexcept {
+  PyObject* type = nullptr;
+  PyObject* value = nullptr;
+  PyObject* traceback = nullptr;
+  PyErr_Fetch(&type, &value, &traceback);
+  PyErr_NormalizeException(&type, &value, &traceback);
+  Py_XDECREF(type);
+  Py_XDECREF(traceback);
+  return Reference(value);
 }
 
 std::size_t characters_of(const char* text, std::size_t bytes) noexcept {

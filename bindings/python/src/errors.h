@@ -20,6 +20,9 @@ std::nullptr_t raise(const char* message, int code, std::size_t at = 0) noexcept
 std::nullptr_t raise_unread(const jwnls_layout* layout, const char* text, std::size_t length,
                             int code) noexcept;
 
+/// The exception that is being raised, which ends with that.
+Reference take_exception() noexcept;
+
 /// How many characters the first bytes of a UTF-8 text are.
 [[nodiscard]] std::size_t characters_of(const char* text, std::size_t bytes) noexcept;
 

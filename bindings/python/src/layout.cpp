@@ -25,7 +25,7 @@ PyObject* new_layout(PyTypeObject* type, PyObject* arguments, PyObject* /*named*
   }
   jwnls_layout* layout = nullptr;
   jwnls_error error;
-  int code;
+  int code = JWNLS_OK;
   {
     const WithoutLock unlocked;  // the first layout of all loads the modules
     code = jwnls_open(locale, kind, options, &layout, &error);

@@ -72,7 +72,7 @@ PyModuleDef definition = {
 
 }  // namespace jwnls::python
 
-PyMODINIT_FUNC PyInit__jwnls() {
+PyMODINIT_FUNC PyInit__jwnls() {  // NOLINT(bugprone-reserved-identifier): Python names it
   using namespace jwnls::python;
   if (!prepare_errors()) return nullptr;
   Reference module(PyModule_Create(&definition));

@@ -1,6 +1,7 @@
 // Columns of texts in. Python's lock is held while a piece of texts is copied, not while it is
 // read.
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <new>
@@ -97,7 +98,10 @@ PyObject* exact_object(PyObject* make, const char* text, std::size_t length,
 
 // _read_column(values, out, codes, missing): `out` is a buffer of 64-bit items, `codes` of bytes.
 PyObject* read_column(PyObject* self, PyObject* arguments) noexcept {
-  PyObject *values, *out, *codes, *missing;
+  PyObject* values = nullptr;
+  PyObject* out = nullptr;
+  PyObject* codes = nullptr;
+  PyObject* missing = nullptr;
   if (!PyArg_ParseTuple(arguments, "OOOO!", &values, &out, &codes, &PyTuple_Type, &missing)) {
     return nullptr;
   }
@@ -125,7 +129,11 @@ PyObject* read_column(PyObject* self, PyObject* arguments) noexcept {
 // _read_decimals(values, out, codes, missing, make): `out` is a buffer of objects, which get what
 // make(decimal, currency) gives, None where nothing was read; `codes` is one of bytes.
 PyObject* read_decimals(PyObject* self, PyObject* arguments) noexcept try {
-  PyObject *values, *out, *codes, *missing, *make;
+  PyObject* values = nullptr;
+  PyObject* out = nullptr;
+  PyObject* codes = nullptr;
+  PyObject* missing = nullptr;
+  PyObject* make = nullptr;
   if (!PyArg_ParseTuple(arguments, "OOOO!O", &values, &out, &codes, &PyTuple_Type, &missing,
                         &make)) {
     return nullptr;

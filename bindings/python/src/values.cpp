@@ -44,14 +44,9 @@ class TextArgument {
   // In place of Python's UnicodeEncodeError.
   static void raise_surrogate() noexcept {
     if (PyErr_ExceptionMatches(PyExc_UnicodeEncodeError) == 0) return;
-    PyObject *type, *value, *traceback;
-    PyErr_Fetch(&type, &value, &traceback);
-    PyErr_NormalizeException(&type, &value, &traceback);
+    const Reference error = take_exception();
     Py_ssize_t at = 0;
-    if (PyUnicodeEncodeError_GetStart(value, &at) != 0) PyErr_Clear();
-    Py_XDECREF(type);
-    Py_XDECREF(value);
-    Py_XDECREF(traceback);
+    if (PyUnicodeEncodeError_GetStart(error.get(), &at) != 0) PyErr_Clear();
     raise("half of a surrogate pair, which is no character", JWNLS_UNREAD,
           static_cast<std::size_t>(at));
   }
@@ -133,10 +128,10 @@ PyObject* read_facts(PyObject* self, PyObject* argument) noexcept {
   TextArgument text;
   if (!text.open(argument)) return nullptr;
   std::uint8_t facts = 0;
-  std::int64_t value;
-  std::int32_t days;
-  double number;
-  int code;
+  std::int64_t value = 0;
+  std::int32_t days = 0;
+  double number = 0;
+  int code = JWNLS_KIND;
   switch (jwnls_layout_kind(layout)) {
     case JWNLS_NUMBER:
     case JWNLS_AMOUNT:
@@ -170,12 +165,7 @@ PyObject* explain(PyObject* self, PyObject* argument) noexcept {
   } else if (PyErr_ExceptionMatches(PyExc_ValueError) == 0) {
     return nullptr;
   }
-  PyObject *type, *value, *traceback;
-  PyErr_Fetch(&type, &value, &traceback);
-  PyErr_NormalizeException(&type, &value, &traceback);
-  Py_XDECREF(type);
-  Py_XDECREF(traceback);
-  return value;
+  return take_exception().release();
 }
 
 PyObject* write_number(PyObject* self, PyObject* argument) noexcept {

@@ -62,7 +62,9 @@ std::size_t write_piece(const jwnls_layout* layout, Values form, std::size_t cou
 // _write_column(values, out, codes): `values` is a buffer of doubles or 64-bit integers, `out` one
 // of objects, which get str or None, `codes` of bytes.
 PyObject* write_column(PyObject* self, PyObject* arguments) noexcept {
-  PyObject *values, *out, *codes;
+  PyObject* values = nullptr;
+  PyObject* out = nullptr;
+  PyObject* codes = nullptr;
   if (!PyArg_ParseTuple(arguments, "OOO", &values, &out, &codes)) return nullptr;
   Buffer in_buffer, out_buffer, codes_buffer;
   if (!in_buffer.open(values)) return nullptr;
