@@ -249,6 +249,12 @@ int write_decimal(const jwnls_layout* layout, std::string_view text, Unit* out, 
   *length = 0;
   if (!takes_integers(*layout)) return JWNLS_KIND;
   const NumberStyle& style = layout->number.style;
+  ShortDecimal number;
+  if (style.short_form != ShortForm::none && decimal_of_text(text, number) &&
+      adjust(number, static_cast<unsigned>(style.shift), style.decimals, style.half_even))
+      [[likely]] {
+    return lay_out_short(style, number, out, room, length);
+  }
   DecimalText decimal;
   if (const int code = decimal.read(text); code != JWNLS_OK) return code;
   if (layout->is(JWNLS_INTEGER) && !decimal.drop_fraction()) return JWNLS_RANGE;

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -91,6 +92,52 @@ struct ShortDecimal {
     number.mantissa = (number.mantissa + unit / 2) / unit;
   } else {
     const std::uint64_t unit = integer_powers[count - decimals];
+    if (number.mantissa >= short_limit / unit) return false;
+    number.mantissa *= unit;
+  }
+  number.decimals = count;
+  return true;
+}
+
+/// A decimal as text, "-1234.50", of at most fifteen digits; all of them. False for all others.
+[[nodiscard]] inline bool decimal_of_text(std::string_view text, ShortDecimal& number) noexcept {
+  constexpr std::size_t longest = 1 + 15 + 1;
+  if (text.empty() || text.size() > longest) return false;
+  number = {.negative = text.front() == '-'};
+  if (number.negative) text.remove_prefix(1);
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::size_t digits = text.size() - (point < text.size() ? 1 : 0);
+  // Digits on both sides of a point.
+  if (digits == 0 || digits >= short_digits || point == 0 || point + 1 == text.size()) return false;
+  std::uint64_t wrong = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i == point) continue;
+    const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(text[i]) - '0');
+    wrong |= digit > 9 ? 1U : 0U;
+    number.mantissa = number.mantissa * 10 + digit;
+  }
+  number.decimals = static_cast<unsigned>(digits - point);
+  return wrong == 0;
+}
+
+/// Moves the decimal symbol some places to the right, and rounds or fills up the decimals.
+///   wanted  decimals; below 0: those that there are
+/// False for what takes more digits; `number` is then of no use.
+[[nodiscard]] inline bool adjust(ShortDecimal& number, unsigned shift, int wanted,
+                                 bool half_even) noexcept {
+  const unsigned moved = std::min(shift, number.decimals);
+  number.decimals -= moved;
+  const unsigned more = shift - moved;  // places without a digit: zeros
+  const unsigned count = wanted < 0 ? number.decimals : static_cast<unsigned>(wanted);
+  if (count + more >= short_digits) return false;
+  if (count < number.decimals) {
+    const std::uint64_t unit = integer_powers[number.decimals - count];
+    const std::uint64_t kept = number.mantissa / unit;
+    const std::uint64_t twice = (number.mantissa - kept * unit) * 2;
+    const bool up = twice > unit || (twice == unit && (!half_even || kept % 2 != 0));
+    number.mantissa = kept + (up ? 1 : 0);
+  } else {
+    const std::uint64_t unit = integer_powers[count - number.decimals + more];
     if (number.mantissa >= short_limit / unit) return false;
     number.mantissa *= unit;
   }
