@@ -7,6 +7,7 @@
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
+#include "library/dates/plain_date.h"
 #include "library/layouts/layout.h"
 #include "library/moments/moment_text.h"
 #include "library/moments/reading.h"
@@ -43,6 +44,8 @@ using jwnls::library::code_of;
 using jwnls::library::DateRead;
 using jwnls::library::is_blank_text;
 using jwnls::library::MomentRead;
+using jwnls::library::read_plain_date;
+using jwnls::library::read_uncommon_date;
 using jwnls::library::Refusal;
 using jwnls::library::trimmed;
 
@@ -75,15 +78,23 @@ bool by_services(const jwnls_layout* layout) {
 
 int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* days,
               std::uint8_t* facts) noexcept {
+  *days = 0;
+  if (facts != nullptr) *facts = 0;
+  if (layout->is(JWNLS_DATE) && !by_services(layout)) [[likely]] {
+    if (text.size() > jwnls::library::longest_text) return JWNLS_UNREAD;
+    text = trimmed(text);
+    DateRead read;
+    if (!read_plain_date(*layout->dates, text, read)) {
+      if (jwnls::library::is_missing_text(*layout, text)) return JWNLS_MISSING;
+      read_uncommon_date(*layout->dates, text, read);
+    }
+    if (read.refusal != Refusal::none) return code_of(read.refusal);
+    *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
+    if (facts != nullptr) *facts = read.facts;
+    return JWNLS_OK;
+  }
   return read_checked(layout, bit(JWNLS_DATE) | bit(JWNLS_PERIOD), text, days, facts,
-                      [=](std::string_view inner) -> int {
-                        if (by_services(layout)) return read_loosely(layout, inner, days);
-                        const DateRead read = jwnls::library::read_date_text(*layout->dates, inner);
-                        if (read.refusal != Refusal::none) return code_of(read.refusal);
-                        *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
-                        if (facts != nullptr) *facts = read.facts;
-                        return JWNLS_OK;
-                      });
+                      [=](std::string_view inner) { return read_loosely(layout, inner, days); });
 }
 
 int read_datetime(const jwnls_layout* layout, std::string_view text, std::int64_t* microseconds,

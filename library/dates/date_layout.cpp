@@ -7,6 +7,7 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
+#include "library/dates/plain_date.h"
 #include "library/locale_data/date_characters.h"
 #include "library/locale_data/date_data.h"
 #include "library/locale_data/pattern_parts.h"
@@ -101,6 +102,7 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
     marks[++gap] += behind;
   }
   if (gap != 3) return;
+  const auto exact = std::to_array(marks);
   std::string written[4];  // as they stand in most texts, for the quick way
   for (std::size_t i = 0; i < 4; ++i) {
     written[i] = without_blanks(marks[i]);
@@ -112,6 +114,14 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   layout.months_are_numbers = layout.months_are_numbers || has_words;
   const std::string order = order_of(pattern);
   const bool month_first = order.find('m') < order.find('d');
+  const bool is_plain = exact[0].empty() && exact[1] == exact[2] && exact[1].size() == 1 &&
+                        is_date_mark(exact[1].front()) && exact[3].empty();
+  if (!is_plain && !exact[1].empty() && !exact[2].empty()) {
+    layout.written_marks.push_back(
+        {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size()});
+  }
+  layout.words_behind =
+      layout.words_behind || std::any_of(marks[3].begin(), marks[3].end(), is_letter_of_it);
   for (const auto& each : {written, marks}) {
     layout.own_marks.push_back({each[0], each[1], each[2], each[3], month_first, has_words});
   }

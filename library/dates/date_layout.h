@@ -26,6 +26,12 @@ struct OwnMarks {
   bool has_words;    // in the gaps: they say what each number is
 };
 
+/// The same texts exactly as the locale writes them, blanks and commas too.
+struct WrittenMarks {
+  std::string lead, first_gap, second_gap, tail;
+  std::size_t own;  // of the layout's own marks
+};
+
 /// What stands around a date and a time.
 struct Joint {
   bool time_first = false;
@@ -33,6 +39,10 @@ struct Joint {
   std::u16string before_units, between_units, behind_units;  //
   std::string mark;                                          // between them, without blanks
 };
+
+// Of the Thai calendar.
+inline constexpr std::int32_t first_buddhist_year = 2400;
+inline constexpr std::int32_t last_buddhist_year = 2700;
 
 struct DateLayout {
   std::shared_ptr<const DateNames> names;
@@ -44,6 +54,8 @@ struct DateLayout {
   const char* calendar = nullptr;      // another one that the locale's people count years by
   std::int32_t century = 1960;         // the first year that two digits stand for
   std::vector<OwnMarks> own_marks;
+  std::vector<WrittenMarks> written_marks;   // but those that plain_date.h reads
+  bool words_behind = false;                 // some marks end in letters
   bool months_are_numbers = false;           // with words around them, as in Japanese
   std::array<std::string_view, 4> ordinals;  // that may follow a day: "st", "nd"; folded
 

@@ -199,7 +199,7 @@ inline void DateOrder::finish_named(const FoundNames& found) noexcept {
 }
 
 inline void DateOrder::finish(CivilDate date, int weekday, std::size_t weekday_place) noexcept {
-  if (layout_.buddhist && date.year >= 2400 && date.year <= 2700) {
+  if (layout_.buddhist && date.year >= first_buddhist_year && date.year <= last_buddhist_year) {
     date.year -= 543;
     read_.facts |= JWNLS_BUDDHIST;
   }

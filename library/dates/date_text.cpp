@@ -1,8 +1,10 @@
 #include "library/dates/date_text.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "library/dates/named_date.h"
+#include "library/dates/plain_date.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {
@@ -132,43 +134,99 @@ class FullLookUp {
   const DateNames& names_;
 };
 
-// The commonest of all: "4.9.2018", "04/09/2018", in the layout's order. False for everything else,
-// and for what is no date.
-bool read_plain_numbers(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
-  if (text.size() < 8 || text.size() > 10 || layout.order == order_ymd || layout.buddhist) {
+// A number of the locale's own pattern; four digits at most.
+bool take_number(std::string_view text, std::size_t& at, Numbers& numbers) noexcept {
+  Numbers::Number& number = numbers.number[numbers.count++];
+  number = {0, at, at};
+  for (; at < text.size() && is_digit(text[at]); ++at) {
+    number.value = number.value * 10 + (text[at] - '0');
+    if (at - number.begin == 4) return false;
+  }
+  number.end = at;
+  return at > number.begin;
+}
+
+bool take_marks(std::string_view text, std::size_t& at, std::string_view marks) noexcept {
+  if (text.size() - at < marks.size()) return false;
+  const char* const begin = text.data() + at;
+  at += marks.size();
+  return std::equal(marks.begin(), marks.end(), begin);
+}
+
+// Three numbers exactly as a pattern of the locale writes them: "2018年9月4日". False for every
+// other text, and for what is no date.
+bool read_written_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
+  for (const WrittenMarks& marks : layout.written_marks) {
+    Numbers numbers;
+    std::size_t at = 0;
+    const bool fits = take_marks(text, at, marks.lead) && take_number(text, at, numbers) &&
+                      take_marks(text, at, marks.first_gap) && take_number(text, at, numbers) &&
+                      take_marks(text, at, marks.second_gap) && take_number(text, at, numbers) &&
+                      take_marks(text, at, marks.tail) && at == text.size();
+    if (!fits) continue;
+    const OwnMarks& own = layout.own_marks[marks.own];
+    CivilDate date;
+    DateOrder order(layout, numbers, text.size(), read);
+    if (order.place_numbers(own.has_words ? &own : nullptr, date)) order.finish(date, 0, 0);
+    if (read.refusal == Refusal::none) return true;
+    read = {};
+  }
+  return false;
+}
+
+// What a text of up to 32 bytes is made of: the runs of digits, and whether all of it is ASCII. Of
+// a longer one nothing is known.
+struct Outline {
+  std::size_t runs = 0;
+  bool is_known = false;
+  bool is_ascii = false;
+
+  explicit Outline(std::string_view text) noexcept {
+    if (text.size() > 32) return;
+    constexpr std::uint64_t each = 0x0101010101010101;
+    std::uint64_t all = 0;
+    std::uint64_t before = 0;  // whether the byte in front is a digit, in the lowest byte's top
+    for (std::size_t at = 0; at < text.size(); at += 8) {
+      std::uint64_t bytes = 0;
+      if (text.size() - at >= 8) {
+        std::memcpy(&bytes, text.data() + at, 8);
+      } else if (text.size() >= 8) {
+        std::memcpy(&bytes, text.data() + text.size() - 8, 8);
+        bytes >>= 8 * (8 - (text.size() - at));
+      } else {
+        for (std::size_t i = text.size(); i-- > 0;) {
+          bytes = bytes << 8 | static_cast<unsigned char>(text[i]);
+        }
+      }
+      all |= bytes;
+      const std::uint64_t values = bytes ^ 0x30 * each;
+      const std::uint64_t digits = ~(((values & 0x7F * each) + 0x76 * each) | values) & 0x80 * each;
+      const std::uint64_t begins = digits & ~(digits << 8 | before);
+      runs += static_cast<std::size_t>((begins >> 7) * each >> 56);
+      before = digits >> 56;
+    }
+    is_known = true;
+    is_ascii = (all & 0x80 * each) == 0;
+  }
+};
+
+// Whether a text of three numbers, in ASCII, ends in a word that stands behind a number and that no
+// name or word of the locale is: "04.09.2018 foo".
+bool ends_in_unknown_word(const DateLayout& layout, std::string_view text) noexcept {
+  std::size_t begin = text.size();
+  while (begin > 0 && is_letter(text[begin - 1])) --begin;
+  std::size_t before = begin;
+  while (before > 0 && text[before - 1] == ' ') --before;
+  if (begin == text.size() || before == begin || before == 0 || !is_digit(text[before - 1])) {
     return false;
   }
-  std::size_t at = 0;
-  const auto one_or_two = [&] {
-    std::int32_t value = text[at++] - '0';
-    if (is_digit(text[at])) value = value * 10 + (text[at++] - '0');
-    return value;
-  };
-  if (!is_digit(text[0])) return false;
-  const std::int32_t first = one_or_two();
-  const char mark = text[at++];
-  if ((mark != '.' && mark != '/' && mark != '-') || !is_digit(text[at])) return false;
-  const std::int32_t second = one_or_two();
-  if (text[at++] != mark || text.size() - at != 4) return false;
-  std::int32_t year = 0;
-  for (; at < text.size(); ++at) {
-    if (!is_digit(text[at])) return false;
-    year = year * 10 + (text[at] - '0');
-  }
-  const std::int32_t day = layout.order == order_mdy ? second : first;
-  const std::int32_t month = layout.order == order_mdy ? first : second;
-  if (year < first_year || month < 1 || month > 12 || day < 1 ||
-      (day > 28 && day > days_in_month(year, month))) {
-    return false;
-  }
-  read.date = {year, month, day};
-  read.facts = day > 12 ? JWNLS_DECIDES : day != month ? JWNLS_TWO_WAYS : 0;
-  return true;
+  const Word word = QuickLookUp(layout)(text.substr(begin));
+  return word.size == text.size() - begin && word.meaning == nullptr;
 }
 
 }  // namespace
 
-std::string_view trimmed(std::string_view text) noexcept {
+std::string_view trimmed_slowly(std::string_view text) noexcept {
   for (;;) {
     if (!text.empty() && is_blank(text.front())) {
       text.remove_prefix(1);
@@ -195,18 +253,43 @@ bool is_blank_text(std::string_view text) noexcept {
   return size && trimmed({folded, *size}).empty();
 }
 
-DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
-  DateRead plain;
-  if (read_plain_numbers(layout, text, plain)) return plain;
-  DateRead named;
-  if (!layout.months_are_numbers && read_named_date(layout, text, named)) return named;
-  QuickLookUp look_up(layout);
-  DateRead read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
+namespace {
+
+// All but plain dates, into a fresh `read`.
+void read_quickly(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
+  if (!layout.months_are_numbers && read_named_date(layout, text, read)) return;
+  if (read_written_date(layout, text, read)) return;
+  const Outline outline(text);
   // The quick way does not see names with digits.
-  if (read.refusal != Refusal::none && (layout.names->has_numbered() || !is_plain(text))) {
+  const bool has_numbered = layout.names->has_numbered();
+  if (outline.is_known && outline.is_ascii && !has_numbered) {
+    read = {};
+    if (outline.runs == 0) read.refusal = Refusal::no_date;
+    if (outline.runs > 3) read.refusal = Refusal::too_many;
+    if (outline.runs == 3 && !layout.words_behind && ends_in_unknown_word(layout, text)) {
+      read.refusal = Refusal::unknown_word;
+    }
+    if (read.refusal != Refusal::none) return;
+  }
+  QuickLookUp look_up(layout);
+  read = DateGrammar<QuickLookUp>(layout, text, look_up).read();
+  if (read.refusal != Refusal::none &&
+      (has_numbered || (!(outline.is_known && outline.is_ascii) && !is_plain(text)))) {
     read.refusal = Refusal::undecided;
   }
+}
+
+}  // namespace
+
+DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept {
+  DateRead read;
+  if (!read_plain_date(layout, text, read)) read_quickly(layout, text, read);
   return read;
+}
+
+void read_uncommon_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
+  read_quickly(layout, text, read);
+  if (read.refusal == Refusal::undecided) read = full_date(layout, text);
 }
 
 namespace {
@@ -247,8 +330,9 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
 }
 
 DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept {
-  const DateRead read = quick_date(layout, text);
-  return read.refusal == Refusal::undecided ? full_date(layout, text) : read;
+  DateRead read;
+  if (!read_plain_date(layout, text, read)) read_uncommon_date(layout, text, read);
+  return read;
 }
 
 }  // namespace jwnls::library

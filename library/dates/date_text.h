@@ -15,7 +15,15 @@ namespace jwnls::library {
 inline constexpr std::size_t folded_room = 600;  // more than any date has
 
 /// Without the blanks around it; ASCII blanks and U+00A0.
-[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
+[[nodiscard]] std::string_view trimmed_slowly(std::string_view text) noexcept;
+[[nodiscard]] inline std::string_view trimmed(std::string_view text) noexcept {
+  const auto is_plain = [](char end) {
+    return end > ' ' || (static_cast<unsigned char>(end) >= 0x80 && end != '\xC2' && end != '\xA0');
+  };
+  if (!text.empty() && is_plain(text.front()) && is_plain(text.back())) [[likely]]
+    return text;
+  return trimmed_slowly(text);
+}
 
 /// Blank in ways that trimming does not see: other blanks and marks of direction.
 [[nodiscard]] bool is_blank_text(std::string_view text) noexcept;
@@ -23,6 +31,9 @@ inline constexpr std::size_t folded_room = 600;  // more than any date has
 /// Reads a whole text, trimmed, of at most 1,024 bytes: quickly when it can be told so, else by
 /// full_date().
 [[nodiscard]] DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept;
+
+/// The same of texts that plain_date.h does not read, into a fresh `read`.
+void read_uncommon_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept;
 
 /// The two ways of it. Where the quick one does not say `undecided`, both say the same.
 [[nodiscard]] DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept;

@@ -81,7 +81,9 @@ class NamedDate {
     }
     if (before == ',' || numbers_.count != 2 || found_.count == 0) return false;
     DateOrder(layout_, numbers_, text_.size(), read).finish_named(found_);
-    return read.refusal == Refusal::none;
+    if (read.refusal == Refusal::none) return true;
+    read = {};
+    return false;
   }
 
  private:
@@ -90,7 +92,8 @@ class NamedDate {
   }
 
   bool take_number() noexcept {
-    if (numbers_.count == 2) return false;
+    // Two numbers and no word yet: nearly always the third is the next.
+    if (numbers_.count == 2 || (numbers_.count == 1 && !has_words_)) return false;
     Numbers::Number& number = numbers_.number[numbers_.count++];
     number = {0, at_, at_};
     do {
@@ -148,6 +151,7 @@ class NamedDate {
     const NameMeaning* const meaning = layout_.names->find(key, {folded_, size});
     // Names of several words are for the full way.
     if (meaning == nullptr || meaning->begins_longer || meaning->two_months) return false;
+    has_words_ = true;
     if (!meaning->is_name()) return meaning->word;
     if (found_.count == 2) return false;
     found_.name[found_.count++] = {meaning, numbers_.count, place};
@@ -185,6 +189,7 @@ class NamedDate {
   std::size_t at_ = 0;
   Numbers numbers_;
   FoundNames found_;
+  bool has_words_ = false;
   char folded_[64];
 };
 
