@@ -114,7 +114,7 @@ int read_time(const jwnls_layout* layout, std::string_view text, std::int64_t* m
               std::uint8_t* facts) noexcept {
   return read_checked(layout, bit(JWNLS_TIME), text, microseconds, facts,
                       [=](std::string_view inner) -> int {
-                        const auto time = jwnls::library::read_time_text(*layout->locale, inner);
+                        const auto time = jwnls::library::read_time_text(*layout->times, inner);
                         if (!time) return is_blank_text(inner) ? JWNLS_MISSING : JWNLS_UNREAD;
                         *microseconds = *time;
                         return JWNLS_OK;

@@ -247,6 +247,8 @@ void set_joints(const Locale& locale, const std::optional<DatePatternData>& data
   for (const Joint& each : layout.joints) {
     layout.time_first = layout.time_first || each.time_first;
     layout.has_ends = layout.has_ends || !each.before.empty() || !each.behind.empty();
+    const bool is_all = each.before.empty() && each.behind.empty() && !each.time_first;
+    if (is_all && !each.mark.empty()) layout.quick_joints.push_back(each.between);
     for (std::string& word : words_of(each.between)) {
       auto& words = layout.joining_words;
       if (std::find(words.begin(), words.end(), word) == words.end()) {
@@ -254,6 +256,14 @@ void set_joints(const Locale& locale, const std::optional<DatePatternData>& data
       }
     }
   }
+}
+
+void sort_quick_joints(std::vector<std::string>& joints) {
+  joints.insert(joints.end(), {", ", " "});
+  std::sort(joints.begin(), joints.end(), [](const std::string& a, const std::string& b) {
+    return a.size() != b.size() ? a.size() > b.size() : a < b;
+  });
+  joints.erase(std::unique(joints.begin(), joints.end()), joints.end());
 }
 
 void set_style(const Locale& locale, int kind, const std::optional<DatePatternData>& data,
@@ -268,6 +278,7 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
   // short one.
   layout.date_style = style == style_long ? 2 : style == style_short ? 0 : 1;
   set_joints(locale, data, style, layout);
+  sort_quick_joints(layout.quick_joints);
   if (kind != JWNLS_DATE && style != style_medium && !layout.is_composed) {
     fail(JWNLS_UNKNOWN, [&](Message& message) {
       message << "option 'style': " << locale.name << " writes datetimes in its medium style only";

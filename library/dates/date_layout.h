@@ -62,6 +62,7 @@ struct DateLayout {
   // Datetimes.
   std::vector<std::string> joining_words;  // between date and time, folded: "um"
   std::vector<Joint> joints;               // of all styles
+  std::vector<std::string> quick_joints;   // between a date and a time, the longest first
   bool time_first = false;                 // in one of them, as Vietnamese has it
   bool has_ends = false;                   // some joint has texts before or behind it all
   std::uint16_t date_style = 1;            // the style of the date service

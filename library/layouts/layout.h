@@ -9,6 +9,7 @@
 #include "abi/locale_handle.h"
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_layout.h"
+#include "library/moments/time_layout.h"
 #include "library/numbers/number_layout.h"
 #include "library/options/options.h"
 #include "library/process/process.h"
@@ -21,6 +22,7 @@ struct jwnls_layout {
                                                             // is a passing one
   std::shared_ptr<const jwnls::library::Zone> zone;         // of "zone="; null: none
   std::unique_ptr<const jwnls::library::DateLayout> dates;  // of dates, datetimes and instants
+  const jwnls::library::TimeLayout* times = nullptr;        // of times, datetimes and instants
   std::string currency;                 // of amounts: the ISO code of the layout's own
   jwnls::library::NumberLayout number;  // of numbers and integers
   std::string description;              // "de_DE number decimals=2"

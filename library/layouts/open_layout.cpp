@@ -77,6 +77,9 @@ std::unique_ptr<jwnls_layout> jwnls::library::make_layout(const Locale& locale, 
   }
   if (is_numeric(kind)) open_number_layout(*layout);
   layout->dates = make_date_layout(locale, kind, layout->options);
+  const bool has_times =
+      layout->is(JWNLS_TIME) || layout->is(JWNLS_DATETIME) || layout->is(JWNLS_INSTANT);
+  if (has_times && !locale.passing) layout->times = &time_layout_of(locale);
   layout->description =
       locale.name + " " + jwnls_kind_name(kind) + option_words(kind, layout->options);
   return layout;

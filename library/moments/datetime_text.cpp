@@ -7,6 +7,7 @@
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
+#include "library/dates/plain_date.h"
 #include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
@@ -113,10 +114,14 @@ std::string_view without_leading_joint(const DateLayout& layout, std::string_vie
   return text;
 }
 
+std::int64_t moment_of(const CivilDate& date, std::int64_t time) noexcept {
+  const std::int64_t days = since_1970(day_from_civil(date));
+  return days * seconds_per_day * microseconds_per_second + time;
+}
+
 bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcept {
-  const std::int64_t days = since_1970(day_from_civil(date.date));
   clock.date = date;
-  clock.microseconds = days * seconds_per_day * microseconds_per_second + time;
+  clock.microseconds = moment_of(date.date, time);
   return true;
 }
 
@@ -129,7 +134,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
     const std::string_view front = without_joint(*layout.dates, text.substr(0, at));
     const DateRead date = read_date_text(*layout.dates, front);
     if (date.refusal == Refusal::none) {
-      if (const auto time = read_time_text(*layout.locale, trimmed(text.substr(at)))) {
+      if (const auto time = read_time_text(*layout.times, trimmed(text.substr(at)))) {
         return put_together(date, *time, clock);
       }
       clock.date.refusal = Refusal::no_such_time;
@@ -143,7 +148,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
   const DateRead date =
       read_date_text(*layout.dates, without_leading_joint(*layout.dates, text.substr(at)));
   if (date.refusal != Refusal::none) return false;
-  const auto time = read_time_text(*layout.locale, trimmed(text.substr(0, at)));
+  const auto time = read_time_text(*layout.times, trimmed(text.substr(0, at)));
   return time && put_together(date, *time, clock);
 }
 
@@ -203,55 +208,63 @@ enum class Look : std::uint8_t { read, refused, unknown };
 
 Look look_at_date(const jwnls_layout& layout, std::string_view text, std::int64_t seconds,
                   Clock& clock) noexcept {
-  const DateRead date = quick_date(*layout.dates, text);
+  DateRead& date = clock.date;
+  if (!read_plain_date(*layout.dates, text, date)) date = quick_date(*layout.dates, text);
   switch (date.refusal) {
     case Refusal::none:
-      put_together(date, seconds * microseconds_per_second, clock);
+      clock.microseconds = moment_of(date.date, seconds * microseconds_per_second);
       return Look::read;
     case Refusal::no_such_date:
     case Refusal::years:
     case Refusal::weekday:
     case Refusal::year_last:
     case Refusal::short_year:
-      clock.date = date;
       return Look::refused;
     default:
+      date = {};
       return Look::unknown;
   }
 }
 
-// The commonest of all: a date, the locale's joint, a blank or a "T", and "14:30" or "14:30:05".
-Look look_for_plain_time(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
-  if (text.size() < 12) return Look::unknown;
+// A time in front of its date, as some styles have it.
+Look look_for_leading_time(const jwnls_layout& layout, std::string_view text,
+                           Clock& clock) noexcept {
   const std::string_view between = layout.dates->joint.between;
-  if (layout.dates->joint.time_first) {
-    const std::size_t size = text[5] == ':' ? 8 : 5;
-    const auto seconds = plain_time(text.substr(0, size));
-    std::string_view date = text.substr(size);
-    if (!seconds || date.substr(0, between.size()) != between) return Look::unknown;
-    return look_at_date(layout, date.substr(between.size()), *seconds, clock);
-  }
-  if (text[text.size() - 3] != ':') return Look::unknown;
-  const std::size_t size = text[text.size() - 6] == ':' ? 8 : 5;
-  const std::string_view time = text.substr(text.size() - size);
-  const auto seconds = plain_time(time);
-  const auto is_of_time = [](char each) { return is_digit(each) || each == ':'; };
-  if (!seconds && !std::all_of(time.begin(), time.end(), is_of_time)) return Look::unknown;
-  std::string_view date = text.substr(0, text.size() - size);
-  const auto ends_in = [&date](std::string_view joint) {
-    return date.size() > joint.size() && date.substr(date.size() - joint.size()) == joint;
-  };
-  if (ends_in(between)) {
-    date.remove_suffix(between.size());
-  } else if (ends_in(" ") || (ends_in("T") && is_digit(date[date.size() - 2]))) {
-    date.remove_suffix(1);
-  } else {
+  const std::size_t size = text[5] == ':' ? 8 : 5;
+  const QuickTime time = layout.times->at_end(text.substr(0, size));
+  const std::string_view date = text.substr(size);
+  if (time.look != QuickTime::Look::read || time.begin != 0 || !date.starts_with(between)) {
     return Look::unknown;
   }
-  const Look look = look_at_date(layout, date, seconds.value_or(0), clock);
-  if (look == Look::read && !seconds) {  // "14:65"
+  return look_at_date(layout, date.substr(between.size()), time.seconds, clock);
+}
+
+// The date in front of a time, without what the locale joins them by, a blank or a "T"; empty where
+// there is none of these.
+std::string_view date_before_joint(const DateLayout& layout, std::string_view text) noexcept {
+  for (const std::string& joint : layout.quick_joints) {
+    if (text.size() <= joint.size()) continue;
+    std::size_t at = joint.size();
+    const char* const begin = text.data() + text.size() - at;
+    while (at > 0 && begin[at - 1] == joint[at - 1]) --at;
+    if (at == 0) return text.substr(0, text.size() - joint.size());
+  }
+  const bool is_t = text.size() > 1 && text.back() == 'T' && is_digit(text[text.size() - 2]);
+  return is_t ? text.substr(0, text.size() - 1) : std::string_view();
+}
+
+// The commonest of all: a date, a joint, and a time as every locale or this one writes it.
+Look look_for_plain_time(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
+  if (text.size() < 12) return Look::unknown;
+  if (layout.dates->joint.time_first) return look_for_leading_time(layout, text, clock);
+  const QuickTime time = layout.times->at_end(text);
+  if (time.look == QuickTime::Look::none) return Look::unknown;
+  const std::string_view date = date_before_joint(*layout.dates, text.substr(0, time.begin));
+  if (date.empty()) return Look::unknown;
+  const Look look = look_at_date(layout, date, time.seconds, clock);
+  if (look == Look::read && time.look == QuickTime::Look::no_such_time) {  // "14:65"
     clock.date.refusal = Refusal::no_such_time;
-    clock.date.place = text.size() - size;
+    clock.date.place = time.begin;
   }
   return look;
 }
@@ -269,7 +282,7 @@ bool read_at_joint(const jwnls_layout& layout, std::string_view text, Clock& clo
   if (at == 0) return false;
   const DateRead date = quick_date(dates, text.substr(0, at));
   if (date.refusal != Refusal::none) return false;
-  const auto time = read_time_text(*layout.locale, text.substr(at + between.size()));
+  const auto time = read_time_text(*layout.times, text.substr(at + between.size()));
   return time && put_together(date, *time, clock);
 }
 
@@ -291,10 +304,14 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
 
 Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   Clock clock;
-  if (look_for_plain_time(layout, text, clock) != Look::unknown) return clock;
   std::int32_t offset_seconds = 0;
   if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
   const bool has_offset = cut_offset(text, offset_seconds);
+  if (has_offset && look_for_plain_time(layout, text, clock) != Look::unknown) {
+    clock.has_offset = true;
+    clock.offset_seconds = offset_seconds;
+    return clock;
+  }
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');
   const bool read =
@@ -311,7 +328,7 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
 }
 
 Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text) noexcept {
-  const Clock clock = read_clock(layout, text);
+  Clock clock = read_clock(layout, text);
   if (clock.date.refusal == Refusal::none) return clock;
   char folded[longest_text];
   const auto size = fold_digits(text, folded, sizeof folded);
@@ -323,7 +340,15 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
     blank.date.refusal = Refusal::blank;
     return blank;
   }
+  if (look_for_plain_time(layout, plain, clock) != Look::unknown) return clock;
   return read_clock(layout, plain);
+}
+
+// Whether nothing at the end of a text, where its time would be, can be one, or an offset.
+bool has_no_time(const jwnls_layout& layout, std::string_view text) noexcept {
+  if (layout.dates->time_first || layout.dates->has_ends) return false;
+  const auto last = static_cast<unsigned char>(text.back());
+  return last < 0x80 && !layout.times->ends[last] && last != 'C' && last != 'T';
 }
 
 constexpr std::int64_t floored(std::int64_t value, std::int64_t divisor) noexcept {
@@ -345,20 +370,32 @@ Refusal to_utc(const jwnls_layout& layout, std::int64_t& microseconds) noexcept 
 
 }  // namespace
 
-MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text) noexcept {
+MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
+                            bool with_place) noexcept {
   constexpr std::size_t longest_moment = 300;  // more than any has; every blank may cost a try
+  MomentRead read;
   if (text.size() > longest_moment) {
-    MomentRead read;
     read.date.refusal = is_blank_text(text) ? Refusal::blank : Refusal::too_long;
     return read;
   }
-  const bool is_instant = layout.is(JWNLS_INSTANT);
-  if (Clock plain; !is_instant && look_for_plain_time(layout, text, plain) != Look::unknown) {
-    return {plain.date, plain.microseconds};
+  if (!with_place && has_no_time(layout, text)) {
+    read.date.refusal = Refusal::no_time;
+    return read;
   }
-  const Clock clock = read_clock_in_any_digits(layout, text);
-  MomentRead read = {clock.date, clock.microseconds};
-  if (read.date.refusal != Refusal::none) return read;
+  const bool is_instant = layout.is(JWNLS_INSTANT);
+  Clock clock;
+  const bool is_plain = look_for_plain_time(layout, text, clock) != Look::unknown;
+  if (!is_plain) {
+    const auto is_idle = [](char each) { return !is_digit(each) && each > 0; };
+    if (!with_place && std::all_of(text.begin(), text.end(), is_idle)) {
+      read.date.refusal = Refusal::no_time;
+      return read;
+    }
+    clock = read_clock_in_any_digits(layout, text);
+  }
+  read.date = clock.date;
+  read.microseconds = clock.microseconds;
+  if (read.date.refusal != Refusal::none || (is_plain && !is_instant)) return read;
   if (clock.has_offset) {
     if (!is_instant && layout.zone == nullptr) {
       read.date.refusal = Refusal::offset;

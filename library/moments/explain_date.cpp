@@ -148,7 +148,7 @@ Diagnosis diagnosis(const jwnls_layout& layout, std::string_view text, std::stri
             {}};
   }
   const DateRead read = layout.is(JWNLS_DATE) ? full_date(*layout.dates, inner, true)
-                                              : read_moment_text(layout, inner).date;
+                                              : read_moment_text(layout, inner, true).date;
   return {code_of(read.refusal), read};
 }
 

@@ -9,6 +9,7 @@
 
 #include "library/dates/date_grammar.h"
 #include "library/layouts/layout.h"
+#include "library/moments/time_layout.h"
 #include "library/process/process.h"
 
 namespace jwnls::library {
@@ -17,19 +18,17 @@ namespace jwnls::library {
 
 /// Microseconds since midnight of a time of day, read by the service; a fraction of its seconds is
 /// read to microseconds, what lies beyond is dropped. Nothing where it is no time.
-[[nodiscard]] std::optional<std::int64_t> read_time_text(const Locale& locale,
+[[nodiscard]] std::optional<std::int64_t> read_time_text(const TimeLayout& layout,
                                                          std::string_view text) noexcept;
-
-/// The seconds of "14:30" and "14:30:05", which every locale reads so.
-[[nodiscard]] std::optional<std::int64_t> plain_time(std::string_view text) noexcept;
 
 /// What was read, or why not; `date.refusal` and `date.place` tell.
 struct MomentRead {
   DateRead date;
   std::int64_t microseconds = 0;  // from 1970, on the wall or in UTC as the layout's kind has it
 };
-[[nodiscard]] MomentRead read_moment_text(const jwnls_layout& layout,
-                                          std::string_view text) noexcept;
+/// With a place the refusal of a text is the one that goes farthest; without, the first.
+[[nodiscard]] MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
+                                          bool with_place = false) noexcept;
 
 /// By the services alone: pattern=, loose, and periods. The value counts as the layout's kind does:
 /// days, or microseconds, from 1970.

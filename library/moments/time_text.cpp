@@ -56,8 +56,9 @@ std::optional<std::int64_t> seconds_of(const Locale& locale, std::string_view te
   return static_cast<std::int64_t>(*value);
 }
 
-std::optional<std::int64_t> read_as_it_stands(const Locale& locale,
+std::optional<std::int64_t> read_as_it_stands(const TimeLayout& layout,
                                               std::string_view text) noexcept {
+  if (text.empty()) return std::nullopt;
   const Fraction fraction = find_fraction(text);
   char without[longest_text];
   std::string_view whole = text;
@@ -67,33 +68,27 @@ std::optional<std::int64_t> read_as_it_stands(const Locale& locale,
     if (rest > 0) std::memcpy(without + fraction.begin, text.data() + fraction.end, rest);
     whole = {without, fraction.begin + rest};
   }
-  const auto seconds = seconds_of(locale, whole);
+  if (layout.is_hopeless(whole)) return std::nullopt;
+  const auto seconds = seconds_of(*layout.locale, whole);
   if (!seconds) return std::nullopt;
   return *seconds * microseconds_per_second + fraction.microseconds;
 }
 
 }  // namespace
 
-std::optional<std::int64_t> plain_time(std::string_view text) noexcept {
-  const auto two = [text](std::size_t at) {
-    return is_digit(text[at]) && is_digit(text[at + 1]) ? (text[at] - '0') * 10 + text[at + 1] - '0'
-                                                        : 99;
-  };
-  if ((text.size() != 5 && text.size() != 8) || text[2] != ':') return std::nullopt;
-  const int hour = two(0);
-  const int minute = two(3);
-  const int second = text.size() == 5 ? 0 : text[5] == ':' ? two(6) : 99;
-  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return (hour * 60 + minute) * 60 + second;
-}
-
-std::optional<std::int64_t> read_time_text(const Locale& locale, std::string_view text) noexcept {
-  if (const auto seconds = plain_time(text)) return *seconds * microseconds_per_second;
-  if (const auto value = read_as_it_stands(locale, text)) return value;
+std::optional<std::int64_t> read_time_text(const TimeLayout& layout,
+                                           std::string_view text) noexcept {
+  if (text.empty()) return std::nullopt;
+  const QuickTime quick = layout.at_end(text);
+  if (quick.look != QuickTime::Look::none && quick.begin == 0) {
+    if (quick.look == QuickTime::Look::no_such_time) return std::nullopt;
+    return quick.seconds * microseconds_per_second;
+  }
+  if (const auto value = read_as_it_stands(layout, text)) return value;
   // Digits and blanks that people write and the service does not know.
   char folded[longest_text];
   const auto size = fold_digits(text, folded, sizeof folded);
-  return size ? read_as_it_stands(locale, trimmed({folded, *size})) : std::nullopt;
+  return size ? read_as_it_stands(layout, trimmed({folded, *size})) : std::nullopt;
 }
 
 }  // namespace jwnls::library

@@ -1,0 +1,326 @@
+#include "library/moments/time_layout.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "library/dates/plain_date.h"
+#include "library/dates/service_call.h"
+#include "library/locale_data/date_characters.h"
+#include "library/locale_data/pattern_parts.h"
+#include "library/process/opening.h"
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+namespace {
+
+using Parts = std::vector<PatternParts::Part>;
+
+std::string utf8_of(std::u16string_view units) {
+  std::string text(3 * units.size(), '\0');
+  text.resize(to_utf8(units, text.data(), text.size()));
+  return text;
+}
+
+bool is_number(char directive) {
+  return directive != 0 && std::string_view("dEmOYHIMS").find(directive) != std::string_view::npos;
+}
+bool is_name(char directive) {
+  return directive != 0 && std::string_view("bBaAp").find(directive) != std::string_view::npos;
+}
+bool is_ascii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
+// The form of a time pattern; false when it has another.
+bool find_form(const Parts& parts, TimeLayout& layout) {
+  std::string order;
+  std::string literals[8];
+  for (const PatternParts::Part& part : parts) {
+    if (part.directive != 0) {
+      order += part.directive;
+    } else if (order.size() < 7) {
+      literals[order.size()] = part.literal;
+    }
+  }
+  const std::size_t first = order.substr(0, 1) == "p" ? 1 : 0;
+  const std::string clock = order.substr(first, 3);
+  layout.half_first = first == 1;
+  layout.has_halves = clock == "IMS";
+  const bool is_known = (order == "HMS" || order == "IMSp" || order == "pIMS") &&
+                        literals[first + 1] == literals[first + 2] &&
+                        (literals[first + 1] == ":" || literals[first + 1] == ".");
+  if (!is_known || !literals[0].empty() || !literals[order.size()].empty()) return false;
+  layout.separator = literals[first + 1].front();
+  layout.gap = literals[layout.half_first ? 1 : 3];
+  return !layout.has_halves || (!layout.halves[0].empty() && !layout.halves[1].empty() &&
+                                layout.halves[0] != layout.halves[1]);
+}
+
+std::optional<double> seconds_by_service(const Locale& locale, std::string_view text) {
+  constexpr std::uint32_t recognition = 0x4;
+  const ServiceTable& services = locale.handle->services;
+  return read_by_service(locale, services.read_time_8bit, services.read_time, recognition, text);
+}
+
+// Whether the service reads the form as at_end() does: with one digit of the hour and two, with
+// seconds and without, at noon and before.
+bool agrees_with_service(const TimeLayout& layout) {
+  for (const char* hour : {"9", "09", "12"}) {
+    for (const char* rest : {"05", "05-07"}) {
+      for (const std::string& half : layout.halves) {
+        std::string clock = std::string(hour) + layout.separator + rest;
+        std::replace(clock.begin(), clock.end(), '-', layout.separator);
+        if (layout.has_halves) {
+          clock = layout.half_first ? half + layout.gap + clock : clock + layout.gap + half;
+        }
+        if (!layout.has_halves && &half != layout.halves) continue;
+        const QuickTime quick = layout.at_end(clock);
+        const auto slow = seconds_by_service(*layout.locale, clock);
+        if (quick.look != QuickTime::Look::read || quick.begin != 0 || slow != quick.seconds) {
+          return false;
+        }
+      }
+    }
+  }
+  return true;
+}
+
+// What the texts of a pattern can be; false where that is not known.
+class Possible {
+ public:
+  explicit Possible(const LocaleRecord& record) { add_names_of(record, 'p'); }
+
+  // Gives the fewest runs of digits that a text of the pattern has, cut or not.
+  std::size_t add_pattern(const LocaleRecord& record, const Parts& parts) {
+    std::size_t count = 0;
+    std::size_t fewer = 0;  // where only blanks stand between numbers, which a text may lack
+    std::size_t least = ~std::size_t{0};
+    const auto end_here = [&] {
+      for (std::size_t each = 0; each <= fewer && each <= count; ++each)
+        runs_ |= 1U << (count - each);
+      least = std::min(least, count - std::min(count, fewer));
+    };
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const auto& [directive, literal] = parts[i];
+      const bool after_number = i > 0 && is_number(parts[i - 1].directive);
+      if (directive == 0) {
+        if (std::any_of(literal.begin(), literal.end(), is_digit)) is_known_ = false;
+        if (may_end(parts, i)) add_ends(literal);
+        const bool before_number = i + 1 < parts.size() && is_number(parts[i + 1].directive);
+        const bool only_blanks = literal.find_first_not_of(' ') == literal.npos;
+        if (after_number && before_number && only_blanks) ++fewer;
+      } else if (is_number(directive)) {
+        ++count;
+        if (after_number) is_known_ = false;
+        // A text may end behind the minutes, or before the seconds.
+        if (directive == 'M') end_here();
+      } else if (is_name(directive)) {
+        if (may_end(parts, i)) add_names_of(record, directive);
+        check_names_of(record, directive);
+      } else {
+        is_known_ = false;
+      }
+    }
+    end_here();
+    return least;
+  }
+
+  [[nodiscard]] bool is_known() const { return is_known_; }
+  void give(TimeLayout& layout) const {
+    layout.ends.set();
+    if (!is_known_) return;
+    layout.ends = ends_;
+    for (std::size_t digit = '0'; digit <= '9'; ++digit) layout.ends.set(digit);
+    layout.ends.set('z').set('Z');
+    layout.runs = runs_ | 1U << 3U | 1U << 2U;
+  }
+
+ private:
+  // Whether a text may end with a part: the last one, and those before the seconds and the half of
+  // the day, which are cut; blanks may be missing.
+  static bool may_end(const Parts& parts, std::size_t at) {
+    for (++at; at < parts.size(); ++at) {
+      const auto& [directive, literal] = parts[at];
+      if (directive == 'S' || directive == 'p') return true;
+      if (directive != 0 || literal.find_first_not_of(' ') != literal.npos) return false;
+    }
+    return true;
+  }
+  void add_ends(std::string_view text) {
+    for (const char each : text) {
+      if (!is_ascii(each)) continue;
+      ends_.set(static_cast<std::size_t>(each));
+      if (is_letter(each)) ends_.set(static_cast<std::size_t>(each ^ 0x20));
+    }
+  }
+
+  // Long and short names stand for each other.
+  template <typename Visit>
+  static void visit_names(const LocaleRecord& record, char directive, const Visit& visit) {
+    if (directive == 'b' || directive == 'B') {
+      for (const TextEntry& entry : record.short_months) visit(utf8_of(text_of(entry)));
+      for (const TextEntry& entry : record.full_months) visit(utf8_of(text_of(entry)));
+    } else if (directive == 'a' || directive == 'A') {
+      for (const TextEntry& entry : record.short_weekdays) visit(utf8_of(text_of(entry)));
+      for (const TextEntry& entry : record.full_weekdays) visit(utf8_of(text_of(entry)));
+    } else {
+      visit(utf8_of(text_of(record.before_noon)));
+      visit(utf8_of(text_of(record.after_noon)));
+    }
+  }
+  void add_names_of(const LocaleRecord& record, char directive) {
+    visit_names(record, directive, [this](const std::string& name) {
+      if (!name.empty()) add_ends(std::string_view(name).substr(name.size() - 1));
+    });
+  }
+  // Digits of names would count as numbers.
+  void check_names_of(const LocaleRecord& record, char directive) {
+    visit_names(record, directive, [this](const std::string& name) {
+      if (std::any_of(name.begin(), name.end(), is_digit)) is_known_ = false;
+    });
+  }
+
+  bool is_known_ = true;
+  std::bitset<128> ends_;
+  std::uint32_t runs_ = 0;
+};
+
+}  // namespace
+
+QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
+  using Look = QuickTime::Look;
+  constexpr QuickTime nothing = {Look::none, 0, 0};
+  const auto two_digits = [text](std::size_t end) {  // 100 and more: they are none
+    const unsigned tens = static_cast<unsigned char>(text[end - 2] - '0');
+    const unsigned ones = static_cast<unsigned char>(text[end - 1] - '0');
+    return tens > 9 || ones > 9 ? 100 : static_cast<std::int32_t>(tens * 10 + ones);
+  };
+  std::size_t end = text.size();
+  int half = -1;
+  if (end < 4) return nothing;
+  if (end >= 8) {  // "14:30:05"
+    std::uint64_t bytes;
+    std::memcpy(&bytes, text.data() + end - 8, 8);
+    constexpr std::uint64_t digits = 0xFFFF00FFFF00FFFF;
+    const std::uint64_t values = bytes ^ 0x30303A30303A3030;
+    if ((values & ~digits) == 0 && are_digits(values, digits) &&
+        (end == 8 || !is_digit(text[end - 9]))) {
+      const std::uint64_t pairs = pairs_of(values);
+      const auto hours = static_cast<std::int32_t>(pairs & 0xFF);
+      const auto minutes = static_cast<std::int32_t>(pairs >> 24 & 0xFF);
+      const auto seconds = static_cast<std::int32_t>(pairs >> 48 & 0xFF);
+      if (hours <= 23 && minutes <= 59 && seconds <= 59 && !(is_quick && half_first)) {
+        return {Look::read, end - 8, (hours * 60 + minutes) * 60 + seconds};
+      }
+    }
+  }
+  if (!is_digit(text.back())) {
+    if (!is_quick || !has_halves || half_first) return nothing;
+    for (int each = 0; each < 2; ++each) {
+      const std::string& name = halves[each];
+      if (text.size() > name.size() && text.ends_with(name)) half = each;
+    }
+    if (half < 0) return nothing;
+    end -= halves[half].size();
+    if (!text.substr(0, end).ends_with(gap)) return nothing;
+    end -= gap.size();
+    if (end < 4) return nothing;
+  }
+  const char mark = text[end - 3];
+  if (mark != ':' && (mark != separator || !is_quick)) return nothing;
+  std::int32_t seconds = 0;
+  std::int32_t minutes = two_digits(end);
+  end -= 3;
+  if (end >= 4 && text[end - 3] == mark) {
+    seconds = minutes;
+    minutes = two_digits(end);
+    end -= 3;
+  }
+  if (!is_digit(text[end - 1]) || minutes > 99 || seconds > 99) return nothing;
+  const bool has_two = end >= 2 && is_digit(text[end - 2]);
+  const std::int32_t hours = has_two ? two_digits(end) : text[end - 1] - '0';
+  end -= has_two ? 2 : 1;
+  if (end > 0 && is_digit(text[end - 1])) return nothing;
+  if (is_quick && half_first) {
+    const std::string_view before = text.substr(0, end);
+    for (int each = 0; each < 2; ++each) {
+      const std::string& name = halves[each];
+      const std::size_t size = name.size() + gap.size();
+      if (before.size() >= size && before.ends_with(gap) &&
+          before.substr(before.size() - size, name.size()) == name) {
+        half = each;
+      }
+    }
+    if (half >= 0) end -= halves[half].size() + gap.size();
+  }
+  if (half < 0) {
+    // Of 24 hours: every locale reads two digits and ":", its own form where it has no halves.
+    const bool is_common = mark == ':' && has_two;
+    if (!is_common && (!is_quick || has_halves || mark != separator)) return nothing;
+    if (hours > 23 || minutes > 59 || seconds > 59) {
+      return {is_clock && hours != 24 ? Look::no_such_time : Look::none, end, 0};
+    }
+    return {Look::read, end, (hours * 60 + minutes) * 60 + seconds};
+  }
+  if (mark != separator || hours < 1 || hours > 12 || minutes > 59 || seconds > 59) return nothing;
+  return {Look::read, end, ((hours % 12 + 12 * half) * 60 + minutes) * 60 + seconds};
+}
+
+bool TimeLayout::is_hopeless(std::string_view text) const noexcept {
+  const auto last = static_cast<unsigned char>(text.back());
+  if (last >= 0x80) return false;
+  if (!ends[last]) return true;
+  std::size_t count = 0;
+  char behind_first = '\0';
+  bool was_digit = false;
+  for (const char each : text) {
+    if (!is_ascii(each)) return false;
+    const bool now_digit = is_digit(each);
+    if (now_digit && !was_digit) ++count;
+    if (count == 1 && was_digit && !now_digit) behind_first = each;
+    was_digit = now_digit;
+  }
+  if (count == 0 || (runs >> std::min<std::size_t>(count, 31) & 1) == 0) return true;
+  return is_clock && (count == 2 || count == 3) && !is_blank(behind_first) &&
+         marks.find(behind_first) == marks.npos;
+}
+
+namespace {
+
+std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
+  auto layout = std::make_unique<TimeLayout>();
+  const LocaleRecord& record = *locale.record;
+  layout->locale = &locale;
+  layout->halves[0] = utf8_of(text_of(record.before_noon));
+  layout->halves[1] = utf8_of(text_of(record.after_noon));
+  // The service tries these two patterns, parts of them, and "%H:%M:%S".
+  const PatternParts time(utf8_of(text_of(record.style_0_pattern)));
+  const PatternParts datetime(utf8_of(text_of(record.datetime_pattern)));
+  Possible possible(record);
+  possible.add_pattern(record, time.parts);
+  const std::size_t least = possible.add_pattern(record, datetime.parts);
+  possible.give(*layout);
+  if (find_form(time.parts, *layout)) {
+    layout->marks = std::string(":") + layout->separator;
+    layout->is_clock = possible.is_known() && least > 3;
+    layout->is_quick = true;
+    layout->is_quick = agrees_with_service(*layout);
+  }
+  return layout;
+}
+
+}  // namespace
+
+const TimeLayout& time_layout_of(const Locale& locale) {
+  // Never destroyed, as the locales.
+  using Known = std::map<const Locale*, std::unique_ptr<const TimeLayout>>;
+  static Known& known = *new Known;
+  const Opening opening;
+  std::unique_ptr<const TimeLayout>& layout = known[&locale];
+  if (layout == nullptr) layout = make_time_layout(locale);
+  return *layout;
+}
+
+}  // namespace jwnls::library
