@@ -1,4 +1,5 @@
-// Writes dates, times, datetimes and instants: a call of a service straight into the caller's room.
+// Writes dates, times, datetimes and instants straight into the caller's room: by the layout's
+// writer, times and what the writer does not know by the services.
 
 #include <cstdint>
 #include <cstring>
@@ -57,13 +58,13 @@ int write(const jwnls_layout* layout, Call call, Unit* out, std::size_t room,
   return deliver<Unit>(call, out, room, length);
 }
 
+// By the layout's own writer.
 template <typename Unit>
-std::uint32_t put_full_date(const DateLayout& dates, std::int32_t day, Unit* out,
-                            std::int64_t capacity, std::int64_t* length) noexcept {
-  const auto room = static_cast<std::size_t>(capacity);
-  const std::size_t size = dates.full->texts<Unit>().write(day, out, room);
-  *length = static_cast<std::int64_t>(size);
-  return code(size <= room ? Status::ok : Status::does_not_fit);
+[[gnu::always_inline]] inline int give(const DateLayout& dates, std::int32_t day,
+                                       std::int32_t second, Unit* out, std::size_t room,
+                                       std::size_t* length) noexcept {
+  *length = dates.writer->texts<Unit>().write(day, second, out, room);
+  return *length <= room ? JWNLS_OK : JWNLS_ROOM;
 }
 
 template <typename Unit>
@@ -73,13 +74,8 @@ int write_date(const jwnls_layout* layout, std::int32_t days, Unit* out, std::si
   if (!layout->is(JWNLS_DATE)) return JWNLS_KIND;
   const auto day = jwnls::library::calendar_day(days);
   if (!day) return JWNLS_RANGE;
-  if (layout->dates->full != nullptr) {
-    return write(
-        layout,
-        [=](auto* to, std::int64_t capacity, std::int64_t* size) {
-          return put_full_date(*layout->dates, *day, to, capacity, size);
-        },
-        out, room, length);
+  if (layout->dates->writer != nullptr) [[likely]] {
+    return give(*layout->dates, *day, 0, out, room, length);
   }
   const CivilDate date = jwnls::civil_from_day(*day);
   LocaleHandle* const handle = layout->locale->handle;
@@ -94,7 +90,8 @@ int write_date(const jwnls_layout* layout, std::int32_t days, Unit* out, std::si
       out, room, length);
 }
 
-// A datetime of another style than the medium: its parts, and what stands around them.
+// A datetime of another style than the medium, by the services: its parts, and what stands around
+// them.
 template <typename Unit>
 std::uint32_t compose(const jwnls_layout* layout, std::int32_t day, double seconds, Unit* out,
                       std::int64_t capacity, std::int64_t* length) noexcept {
@@ -104,11 +101,8 @@ std::uint32_t compose(const jwnls_layout* layout, std::int32_t day, double secon
   std::int64_t at = 0;
   const auto put_date = [&] {
     std::int64_t size = 0;
-    const Status status{dates.full != nullptr
-                            ? put_full_date(dates, day, out + at, capacity - at, &size)
-                            : Slots<Unit>::date(handle->services)(handle, date.month, date.day,
-                                                                  date.year, dates.date_style,
-                                                                  out + at, capacity - at, &size)};
+    const Status status{Slots<Unit>::date(handle->services)(
+        handle, date.month, date.day, date.year, dates.date_style, out + at, capacity - at, &size)};
     at += size;
     return status;
   };
@@ -157,6 +151,9 @@ int write_datetime(const jwnls_layout* layout, std::int64_t microseconds, Unit* 
   const Floor days = floor_divide(seconds, seconds_per_day);
   const auto day = jwnls::library::calendar_day(days.quotient);
   if (!day) return JWNLS_RANGE;
+  if (layout->dates->writer != nullptr) [[likely]] {
+    return give(*layout->dates, *day, static_cast<std::int32_t>(days.remainder), out, room, length);
+  }
   const double value = static_cast<double>(std::int64_t{*day} * seconds_per_day + days.remainder);
   LocaleHandle* const handle = layout->locale->handle;
   if (layout->dates->is_composed) {

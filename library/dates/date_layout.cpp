@@ -266,6 +266,26 @@ void sort_quick_joints(std::vector<std::string>& joints) {
   joints.erase(std::unique(joints.begin(), joints.end()), joints.end());
 }
 
+// The texts of the layout's kind and style; the services write those that are not known here.
+void set_writer(const LocaleRecord& record, int kind, const DatePatternData* data, int style,
+                DateLayout& layout) {
+  const std::string date = style == style_full
+                               ? std::string(data->full)
+                               : utf8_of(text_of(record.date_patterns[layout.date_style]));
+  const std::string time = utf8_of(text_of(record.time_pattern));
+  const std::string datetime = utf8_of(text_of(record.datetime_pattern));
+  const Joint& joint = layout.joint;
+  std::vector<DateWriterPart> parts = {{true, kind == JWNLS_DATE ? date : datetime}};
+  if (kind != JWNLS_DATE && layout.is_composed) {
+    parts = {{false, joint.before},
+             {true, joint.time_first ? time : date},
+             {false, joint.between},
+             {true, joint.time_first ? date : time},
+             {false, joint.behind}};
+  }
+  layout.writer = make_date_writer(record, data, parts);
+}
+
 void set_style(const Locale& locale, int kind, const std::optional<DatePatternData>& data,
                int style, DateLayout& layout) {
   if (style == style_full && !data) {
@@ -273,7 +293,6 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
       message << "option 'style=full': the data of " << locale.name << " has no full dates";
     });
   }
-  if (style == style_full) layout.full = make_full_date(*locale.record, *data);
   // The date service takes 1 for the medium and 2 for the long pattern, anything else for the
   // short one.
   layout.date_style = style == style_long ? 2 : style == style_short ? 0 : 1;
@@ -285,6 +304,12 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
     });
   }
   layout.is_composed = layout.is_composed && style != style_medium;
+  set_writer(*locale.record, kind, data ? &*data : nullptr, style, layout);
+  if (style == style_full && layout.writer == nullptr) {
+    fail(JWNLS_UNKNOWN, [&](Message& message) {
+      message << "option 'style=full': the full dates of " << locale.name << " are not understood";
+    });
+  }
 }
 
 }  // namespace

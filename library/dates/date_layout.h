@@ -12,7 +12,7 @@
 
 #include "abi/locale_record.h"
 #include "library/dates/date_names.h"
-#include "library/dates/full_date.h"
+#include "library/dates/date_writer.h"
 #include "library/options/options.h"
 #include "library/process/process.h"
 
@@ -70,7 +70,7 @@ struct DateLayout {
   Joint joint;                             // of the layout's style
   std::string day_halves[2];               // "AM" and "PM", which may stand before the hour
 
-  std::unique_ptr<const FullDate> full;  // of style=full; null: the date service writes
+  std::unique_ptr<const DateWriter> writer;  // null: the services write
 };
 
 /// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not

@@ -43,6 +43,16 @@ inline Layout open_layout(const std::string& locale, int kind, const std::string
   return Layout(layout);
 }
 
+inline std::vector<std::string> locale_names() {
+  std::vector<std::string> names;
+  const auto add = [](void* list, const jwnls_locale_info* locale) {
+    static_cast<std::vector<std::string>*>(list)->emplace_back(locale->name);
+    return 0;
+  };
+  EXPECT_EQ(jwnls_locales(add, &names), JWNLS_OK);
+  return names;
+}
+
 inline constexpr std::int64_t day_microseconds = 86'400'000'000;
 
 inline std::string iso_day(std::int64_t days) {

@@ -9,6 +9,7 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
+#include "library/dates/day_scale.h"
 #include "library/layouts/layout.h"
 #include "library/texts/failure.h"
 #include "library/texts/utf8.h"
@@ -108,6 +109,43 @@ TEST(FormatDates, RefuseWhatHasNoText) {
   EXPECT_EQ(jwnls_write_time(date.get(), 0, text.data(), text.size(), &length), JWNLS_KIND);
   EXPECT_EQ(jwnls_write_datetime(date.get(), 0, text.data(), text.size(), &length), JWNLS_KIND);
   EXPECT_EQ(length, 0U);
+}
+
+// What the library writes by itself is what the services write.
+TEST(FormatDates, WriteAsTheServicesDo) {
+  for (const std::string& name : locale_names()) {
+    for (const char* style : {"style=short", "style=medium", "style=long"}) {
+      const Layout date = open_layout(name, JWNLS_DATE, style);
+      const Layout datetime = open_layout(name, JWNLS_DATETIME, "");
+      ASSERT_TRUE(date->dates->writer != nullptr && datetime->dates->writer != nullptr) << name;
+      LocaleHandle* const handle = date->locale->handle;
+      for (std::int32_t i = 0; i < 24; ++i) {
+        const std::int32_t day = 19723 + 37 * i;
+        const std::int64_t second = day * std::int64_t{86400} + i * 3667 + 5;
+        std::array<char16_t, 600> ours;
+        std::array<char16_t, 600> theirs;
+        std::size_t size = 0;
+        std::int64_t length = 0;
+        const CivilDate parts = civil_from_day(day + library::days_1960_to_1970);
+        ASSERT_EQ(
+            handle->services.format_date(handle, parts.month, parts.day, parts.year,
+                                         date->dates->date_style, theirs.data(), 600, &length),
+            0U);
+        jwnls_write_date_utf16(date.get(), day, ours.data(), ours.size(), &size);
+        ASSERT_EQ(std::u16string(ours.data(), size),
+                  std::u16string(theirs.data(), static_cast<std::size_t>(length)))
+            << name << " " << style;
+        const double value = static_cast<double>(second + library::days_1960_to_1970 * 86400LL);
+        ASSERT_EQ(handle->services.format_datetime(handle, value, 1, theirs.data(), 600, &length),
+                  0U);
+        jwnls_write_datetime_utf16(datetime.get(), second * 1'000'000, ours.data(), ours.size(),
+                                   &size);
+        ASSERT_EQ(std::u16string(ours.data(), size),
+                  std::u16string(theirs.data(), static_cast<std::size_t>(length)))
+            << name;
+      }
+    }
+  }
 }
 
 // The database of another maker may have no layout data.

@@ -1,0 +1,120 @@
+// Writes dates and datetimes by a pattern that was taken apart before. The patterns and names are
+// those of the record, but for full dates, "Freitag, 15. März 2024", which no service writes.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_WRITER_H_
+#define JWNLS_LIBRARY_DATES_DATE_WRITER_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "abi/locale_record.h"
+#include "library/locale_data/date_data.h"
+
+namespace jwnls::library {
+
+/// A pattern and its names in one encoding.
+template <typename Unit>
+class DateTexts {
+ public:
+  /// Of a pattern; false when it has a directive that is not known here. Throws bad_alloc.
+  bool add_pattern(std::string_view pattern);
+  void add_literal(std::string_view literal);
+  /// Takes the names that the patterns have; false when the texts are too long. Throws bad_alloc.
+  bool finish(const LocaleRecord& record, const DatePatternData* data);
+
+  /// Writes a day, counted as the calendar does, and a second of it, and gives the units; more than
+  /// `room` when they do not fit. Nothing behind the room is touched.
+  std::size_t write(std::int32_t day, std::int32_t second, Unit* out,
+                    std::size_t room) const noexcept;
+
+ private:
+  static constexpr std::size_t most_units = 4000;
+  // Texts are copied in blocks, which may be longer than they are.
+  static constexpr std::size_t block = 16 / sizeof(Unit);
+  struct Text {
+    std::basic_string<Unit> units;  // and zeros up to a whole block
+    std::size_t size = 0;
+  };
+  enum class Field : std::uint8_t {
+    literal,
+    day,
+    padded_day,
+    month,
+    padded_month,
+    year,
+    hour,
+    padded_hour,
+    half_hour,  // 1 to 12
+    padded_half_hour,
+    minute,
+    second,
+    full_month,
+    short_month,
+    full_weekday,
+    short_weekday,
+    day_half
+  };
+  struct Part {
+    Field field;
+    Text literal;
+  };
+  struct FieldName {
+    const char* directive;  // with its "#"
+    Field field;
+  };
+  static const FieldName field_names[];
+
+  static constexpr std::size_t name_list(Field field) noexcept {
+    return static_cast<std::size_t>(field) - static_cast<std::size_t>(Field::full_month);
+  }
+  void add_names(Field field, const TextEntry* entries, std::size_t count);
+  static Text text_of_utf8(std::string_view text);
+  static Unit* put(Unit* at, const Text& text) noexcept;
+  static Unit* put_pair(Unit* at, std::int32_t value) noexcept;
+  static Unit* put_number(Unit* at, std::int32_t value) noexcept;
+  Unit* put_all(std::int32_t day, std::int32_t second, Unit* at) const noexcept;
+  [[gnu::noinline, gnu::cold]] std::size_t write_with_care(std::int32_t day, std::int32_t second,
+                                                           Unit* out,
+                                                           std::size_t room) const noexcept;
+
+  std::vector<Part> parts_;
+  std::array<std::vector<Text>, 5> names_;  // of the fields from full_month on
+  std::size_t longest_ = block;             // that a text can be, and a block
+};
+
+struct DateWriter {
+  DateTexts<char> narrow;
+  DateTexts<char16_t> wide;
+
+  template <typename Unit>
+  [[nodiscard]] const DateTexts<Unit>& texts() const noexcept {
+    if constexpr (sizeof(Unit) == 1) {
+      return narrow;
+    } else {
+      return wide;
+    }
+  }
+};
+
+/// The texts of a layout, one behind the other: patterns, and literals between them.
+struct DateWriterPart {
+  bool is_pattern;
+  std::string_view text;
+};
+/// Null where a pattern has something that only the services write. `data` may be null: names then
+/// are the record's. Throws bad_alloc.
+std::unique_ptr<const DateWriter> make_date_writer(const LocaleRecord& record,
+                                                   const DatePatternData* data,
+                                                   const std::vector<DateWriterPart>& parts);
+
+extern template class DateTexts<char>;
+extern template class DateTexts<char16_t>;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_WRITER_H_
