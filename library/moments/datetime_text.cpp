@@ -63,8 +63,10 @@ bool cut_offset(std::string_view& text, std::int32_t& offset_seconds) noexcept {
 
 // A date without what joins it to its time: blanks, commas, "T" behind a digit, joining words.
 std::string_view without_joint(const DateLayout& layout, std::string_view text) noexcept {
-  for (;;) {
+  constexpr int most_cuts = 6;  // of commas and words: nobody writes more
+  for (int cuts = 0;; ++cuts) {
     text = trimmed(text);
+    if (cuts == most_cuts) return text;
     if (text.empty()) return text;
     if (text.back() == ',') {
       text.remove_suffix(1);
@@ -125,14 +127,31 @@ bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcep
   return true;
 }
 
+// How many bytes the full way may still look at, so that no text takes long in which a time could
+// begin at many places. Texts that are read take a few dozen a place.
+struct Budget {
+  std::size_t bytes = 1200;
+
+  DateRead read(const DateLayout& layout, std::string_view text) noexcept {
+    DateRead date = quick_date(layout, text);
+    if (date.refusal != Refusal::undecided) return date;
+    if (text.size() > bytes) {
+      date.refusal = Refusal::no_date;
+      return date;
+    }
+    bytes -= text.size();
+    return full_date(layout, text);
+  }
+};
+
 // Reads `text` with its date before `at` and its time from there on, or the other way round. The
 // refusal that goes farthest is kept.
-bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
+bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at, Budget& budget,
              Clock& clock) noexcept {
   const bool time_first = layout.dates->time_first;
   if (!time_first || text.find(':') > at) {
     const std::string_view front = without_joint(*layout.dates, text.substr(0, at));
-    const DateRead date = read_date_text(*layout.dates, front);
+    const DateRead date = budget.read(*layout.dates, front);
     if (date.refusal == Refusal::none) {
       if (const auto time = read_time_text(*layout.times, trimmed(text.substr(at)))) {
         return put_together(date, *time, clock);
@@ -146,7 +165,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
     return false;
   }
   const DateRead date =
-      read_date_text(*layout.dates, without_leading_joint(*layout.dates, text.substr(at)));
+      budget.read(*layout.dates, without_leading_joint(*layout.dates, text.substr(at)));
   if (date.refusal != Refusal::none) return false;
   const auto time = read_time_text(*layout.times, trimmed(text.substr(0, at)));
   return time && put_together(date, *time, clock);
@@ -155,7 +174,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at,
 // Where the time of a text with a ":" begins, if it is not in front of the date: at its hour, or at
 // a word before it that says which half of the day it is.
 bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::size_t colon,
-                       Clock& clock) noexcept {
+                       Budget& budget, Clock& clock) noexcept {
   std::size_t at = colon;
   while (at > 0 && is_digit(text[at - 1])) --at;
   if (at == colon) return false;  // it stands before the time, as in Nepali
@@ -166,9 +185,10 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
       at = static_cast<std::size_t>(front.data() - text.data()) + front.size() - half.size();
     }
   }
-  for (;;) {
+  constexpr int most_places = 8;
+  for (int places = 0; places < most_places; ++places) {
     if (at == 0) return false;
-    if (read_at(layout, text, at, clock)) return true;
+    if (read_at(layout, text, at, budget, clock)) return true;
     // Behind a date there is no other place for the time.
     if (is_digit(text[at - 1]) || clock.date.refusal == Refusal::no_such_time) return false;
     do {
@@ -176,10 +196,12 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
     } while (at > 0 && !is_digit(text[at - 1]) &&
              (is_blank(text[at]) || text[at] == ',' || !is_blank(text[at - 1])));
   }
+  return false;
 }
 
 // At every blank: the one place where both parts read. Two places with two values are refused.
-bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& clock) noexcept {
+bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Budget& budget,
+                    Clock& clock) noexcept {
   constexpr int most_places = 12;
   int places = 0;
   bool found = false;
@@ -188,7 +210,7 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Clock& cl
     ++places;
     Clock here;
     here.date.refusal = clock.date.refusal;
-    if (!read_at(layout, text, at, here)) {
+    if (!read_at(layout, text, at, budget, here)) {
       if (!found && here.date.refusal == Refusal::no_such_time) clock.date = here.date;
       continue;
     }
@@ -314,13 +336,14 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   }
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');
-  const bool read =
-      read_at_joint(layout, text, clock) ||
-      (colon != text.npos && !layout.dates->time_first &&
-       read_before_colon(layout, text, colon, clock)) ||
-      (clock.date.refusal != Refusal::no_such_time && read_at_blanks(layout, text, clock)) ||
-      (layout.dates->time_first && colon != text.npos &&
-       read_before_colon(layout, text, colon, clock));
+  Budget budget;
+  const bool read = read_at_joint(layout, text, clock) ||
+                    (colon != text.npos && !layout.dates->time_first &&
+                     read_before_colon(layout, text, colon, budget, clock)) ||
+                    (clock.date.refusal != Refusal::no_such_time &&
+                     read_at_blanks(layout, text, budget, clock)) ||
+                    (layout.dates->time_first && colon != text.npos &&
+                     read_before_colon(layout, text, colon, budget, clock));
   clock.has_offset = has_offset;
   clock.offset_seconds = offset_seconds;
   if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;

@@ -120,9 +120,9 @@ void tell_sample(const jwnls_layout& layout, Message& message) {
     code = jwnls_write_datetime(&layout, moment, text, sizeof text, &length);
   }
   if (layout.is(JWNLS_PERIOD)) {
-    message << "; it writes 'Q1, 2024', 'Mar-2024' or '3/2024'";
+    message << "; " << layout.locale->name << " writes 'Q1, 2024', 'Mar-2024' or '3/2024'";
   } else if (code == JWNLS_OK) {
-    (message << "; it writes ").quoted({text, length});
+    (message << "; " << layout.locale->name << " writes ").quoted({text, length});
   }
 }
 
@@ -172,7 +172,7 @@ int explain_date(const jwnls_layout& layout, std::string_view text, jwnls_error*
   message << jwnls_kind_name(layout.kind) << " ";
   message.quoted(inner) << ": ";
   if (by_services(layout)) {
-    message << "not read in " << layout.locale->name;
+    message << "not read";
   } else {
     message.at(begin + std::min(read.place, inner.size()));
     if (const char* reason = fixed_reason(read.refusal)) {

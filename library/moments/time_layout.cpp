@@ -51,7 +51,8 @@ bool find_form(const Parts& parts, TimeLayout& layout) {
   const bool is_known = (order == "HMS" || order == "IMSp" || order == "pIMS") &&
                         literals[first + 1] == literals[first + 2] &&
                         (literals[first + 1] == ":" || literals[first + 1] == ".");
-  if (!is_known || !literals[0].empty() || !literals[order.size()].empty()) return false;
+  if (!is_known || !literals[0].empty()) return false;
+  layout.behind = literals[order.size()];
   layout.separator = literals[first + 1].front();
   layout.gap = literals[layout.half_first ? 1 : 3];
   return !layout.has_halves || (!layout.halves[0].empty() && !layout.halves[1].empty() &&
@@ -72,6 +73,7 @@ bool agrees_with_service(const TimeLayout& layout) {
       for (const std::string& half : layout.halves) {
         std::string clock = std::string(hour) + layout.separator + rest;
         std::replace(clock.begin(), clock.end(), '-', layout.separator);
+        if (std::string_view(rest).size() > 2) clock += layout.behind;
         if (layout.has_halves) {
           clock = layout.half_first ? half + layout.gap + clock : clock + layout.gap + half;
         }
@@ -86,6 +88,11 @@ bool agrees_with_service(const TimeLayout& layout) {
   }
   return true;
 }
+
+// Chinese has more parts of the day than the two of the record; their hours overlap a little, as
+// people use them, but no hour from 1 to 12 is two of a part's.
+constexpr DayPart chinese_day_parts[] = {{"凌晨", 0, 5},   {"清晨", 4, 8},   {"早上", 5, 11},
+                                         {"中午", 11, 13}, {"傍晚", 16, 19}, {"晚上", 17, 23}};
 
 // What the texts of a pattern can be; false where that is not known.
 class Possible {
@@ -189,83 +196,128 @@ class Possible {
 
 }  // namespace
 
-QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
-  using Look = QuickTime::Look;
-  constexpr QuickTime nothing = {Look::none, 0, 0};
-  const auto two_digits = [text](std::size_t end) {  // 100 and more: they are none
-    const unsigned tens = static_cast<unsigned char>(text[end - 2] - '0');
-    const unsigned ones = static_cast<unsigned char>(text[end - 1] - '0');
-    return tens > 9 || ones > 9 ? 100 : static_cast<std::int32_t>(tens * 10 + ones);
-  };
-  std::size_t end = text.size();
-  int half = -1;
-  if (end < 4) return nothing;
-  if (end >= 8) {  // "14:30:05"
-    std::uint64_t bytes;
-    std::memcpy(&bytes, text.data() + end - 8, 8);
-    constexpr std::uint64_t digits = 0xFFFF00FFFF00FFFF;
-    const std::uint64_t values = bytes ^ 0x30303A30303A3030;
-    if ((values & ~digits) == 0 && are_digits(values, digits) &&
-        (end == 8 || !is_digit(text[end - 9]))) {
-      const std::uint64_t pairs = pairs_of(values);
-      const auto hours = static_cast<std::int32_t>(pairs & 0xFF);
-      const auto minutes = static_cast<std::int32_t>(pairs >> 24 & 0xFF);
-      const auto seconds = static_cast<std::int32_t>(pairs >> 48 & 0xFF);
-      if (hours <= 23 && minutes <= 59 && seconds <= 59 && !(is_quick && half_first)) {
-        return {Look::read, end - 8, (hours * 60 + minutes) * 60 + seconds};
-      }
-    }
-  }
-  if (!is_digit(text.back())) {
-    if (!is_quick || !has_halves || half_first) return nothing;
-    for (int each = 0; each < 2; ++each) {
-      const std::string& name = halves[each];
-      if (text.size() > name.size() && text.ends_with(name)) half = each;
-    }
-    if (half < 0) return nothing;
-    end -= halves[half].size();
-    if (!text.substr(0, end).ends_with(gap)) return nothing;
-    end -= gap.size();
-    if (end < 4) return nothing;
-  }
-  const char mark = text[end - 3];
-  if (mark != ':' && (mark != separator || !is_quick)) return nothing;
-  std::int32_t seconds = 0;
-  std::int32_t minutes = two_digits(end);
-  end -= 3;
-  if (end >= 4 && text[end - 3] == mark) {
-    seconds = minutes;
-    minutes = two_digits(end);
+namespace {
+
+using Look = QuickTime::Look;
+constexpr QuickTime nothing = {Look::none, 0, 0};
+
+// "14:30:05" in the last eight bytes of a text of eight at least; false for all others.
+bool take_eight_bytes(std::string_view text, QuickTime& time) noexcept {
+  const std::size_t begin = text.size() - 8;
+  std::uint64_t bytes;
+  std::memcpy(&bytes, text.data() + begin, 8);
+  constexpr std::uint64_t digits = 0xFFFF00FFFF00FFFF;
+  const std::uint64_t values = bytes ^ 0x30303A30303A3030;
+  if ((values & ~digits) != 0 || !are_digits(values, digits)) return false;
+  if (begin > 0 && is_digit(text[begin - 1])) return false;
+  const std::uint64_t pairs = pairs_of(values);
+  const auto hours = static_cast<std::int32_t>(pairs & 0xFF);
+  const auto minutes = static_cast<std::int32_t>(pairs >> 24 & 0xFF);
+  const auto seconds = static_cast<std::int32_t>(pairs >> 48 & 0xFF);
+  if (hours > 23 || minutes > 59 || seconds > 59) return false;
+  time = {Look::read, begin, (hours * 60 + minutes) * 60 + seconds};
+  return true;
+}
+
+// Two digits in front of `end`; 100 when they are none.
+std::int32_t pair_before(std::string_view text, std::size_t end) noexcept {
+  const unsigned tens = static_cast<unsigned char>(text[end - 2] - '0');
+  const unsigned ones = static_cast<unsigned char>(text[end - 1] - '0');
+  return tens > 9 || ones > 9 ? 100 : static_cast<std::int32_t>(tens * 10 + ones);
+}
+
+// The digits at the end of a text: an hour of one digit or two, minutes, maybe seconds.
+struct ClockDigits {
+  std::int32_t hours = 0, minutes = 0, seconds = 0;
+  std::size_t begin = 0;
+  char mark = '\0';
+  bool has_two = false;  // digits of the hour
+
+  // False when there are none.
+  bool take(std::string_view text) noexcept {
+    std::size_t end = text.size();
+    if (end < 4) return false;
+    mark = text[end - 3];
+    minutes = pair_before(text, end);
     end -= 3;
+    if (end >= 4 && text[end - 3] == mark) {
+      seconds = minutes;
+      minutes = pair_before(text, end);
+      end -= 3;
+    }
+    if (!is_digit(text[end - 1]) || minutes > 99 || seconds > 99) return false;
+    has_two = end >= 2 && is_digit(text[end - 2]);
+    hours = has_two ? pair_before(text, end) : text[end - 1] - '0';
+    begin = end - (has_two ? 2 : 1);
+    return begin == 0 || !is_digit(text[begin - 1]);
   }
-  if (!is_digit(text[end - 1]) || minutes > 99 || seconds > 99) return nothing;
-  const bool has_two = end >= 2 && is_digit(text[end - 2]);
-  const std::int32_t hours = has_two ? two_digits(end) : text[end - 1] - '0';
-  end -= has_two ? 2 : 1;
-  if (end > 0 && is_digit(text[end - 1])) return nothing;
-  if (is_quick && half_first) {
-    const std::string_view before = text.substr(0, end);
-    for (int each = 0; each < 2; ++each) {
-      const std::string& name = halves[each];
-      const std::size_t size = name.size() + gap.size();
-      if (before.size() >= size && before.ends_with(gap) &&
-          before.substr(before.size() - size, name.size()) == name) {
-        half = each;
+  [[nodiscard]] bool is_on_clock() const noexcept { return minutes < 60 && seconds < 60; }
+  [[nodiscard]] QuickTime at(std::int32_t hour, std::size_t from) const noexcept {
+    return {Look::read, from, (hour * 60 + minutes) * 60 + seconds};
+  }
+};
+
+// Cuts one of the halves from the end of a text, and what stands before it; -1: it has none.
+int cut_half(const TimeLayout& layout, std::string_view& text, std::string_view gap_before,
+             std::string_view gap_behind) noexcept {
+  if (!text.ends_with(gap_behind)) return -1;
+  const std::string_view front = text.substr(0, text.size() - gap_behind.size());
+  for (int half = 0; half < 2; ++half) {
+    const std::string& name = layout.halves[half];
+    if (name.empty() || front.size() < name.size() || !front.ends_with(name)) continue;
+    const std::string_view rest = front.substr(0, front.size() - name.size());
+    if (!rest.ends_with(gap_before)) continue;
+    text = rest.substr(0, rest.size() - gap_before.size());
+    return half;
+  }
+  return -1;
+}
+
+}  // namespace
+
+QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
+  int half = -1;
+  if (text.size() < 4) return nothing;
+  if (!is_digit(text.back())) {
+    if (!is_quick) return nothing;
+    if (!behind.empty() && text.ends_with(behind)) text.remove_suffix(behind.size());
+    if (has_halves && !half_first) half = cut_half(*this, text, gap, {});
+    if (half < 0 && (text.empty() || !is_digit(text.back()))) return nothing;
+  }
+  QuickTime common = nothing;
+  const bool is_first = is_quick && half_first;
+  if (!is_first && half < 0 && text.size() >= 8 && take_eight_bytes(text, common)) return common;
+  ClockDigits clock;
+  if (!clock.take(text) || (clock.mark != ':' && (clock.mark != separator || !is_quick))) {
+    return nothing;
+  }
+  std::string_view front = text.substr(0, clock.begin);
+  if (is_first) {
+    for (const DayPart& part : day_parts) {
+      if (!front.ends_with(part.name)) continue;
+      const std::int32_t morning = clock.hours % 12;
+      const bool in_morning = morning >= part.first && morning <= part.last;
+      const bool later = morning + 12 >= part.first && morning + 12 <= part.last;
+      if (clock.hours < 1 || clock.hours > 12 || !clock.is_on_clock() || in_morning == later) {
+        return nothing;
       }
+      return clock.at(in_morning ? morning : morning + 12, front.size() - part.name.size());
     }
-    if (half >= 0) end -= halves[half].size() + gap.size();
+    half = cut_half(*this, front, {}, gap);
   }
-  if (half < 0) {
-    // Of 24 hours: every locale reads two digits and ":", its own form where it has no halves.
-    const bool is_common = mark == ':' && has_two;
-    if (!is_common && (!is_quick || has_halves || mark != separator)) return nothing;
-    if (hours > 23 || minutes > 59 || seconds > 59) {
-      return {is_clock && hours != 24 ? Look::no_such_time : Look::none, end, 0};
+  if (half >= 0) {
+    if (clock.mark != separator || clock.hours < 1 || clock.hours > 12 || !clock.is_on_clock()) {
+      return nothing;
     }
-    return {Look::read, end, (hours * 60 + minutes) * 60 + seconds};
+    return clock.at(clock.hours % 12 + 12 * half, front.size());
   }
-  if (mark != separator || hours < 1 || hours > 12 || minutes > 59 || seconds > 59) return nothing;
-  return {Look::read, end, ((hours % 12 + 12 * half) * 60 + minutes) * 60 + seconds};
+  // Of 24 hours: every locale reads two digits and ":", its own form where it has no halves.
+  const bool is_common = clock.mark == ':' && clock.has_two;
+  if (!is_common && (!is_quick || has_halves || clock.mark != separator)) return nothing;
+  if (clock.hours > 23 || !clock.is_on_clock()) {
+    return {is_clock && clock.hours != 24 ? Look::no_such_time : Look::none, clock.begin, 0};
+  }
+  return clock.at(clock.hours, clock.begin);
 }
 
 bool TimeLayout::is_hopeless(std::string_view text) const noexcept {
@@ -302,6 +354,9 @@ std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
   possible.add_pattern(record, time.parts);
   const std::size_t least = possible.add_pattern(record, datetime.parts);
   possible.give(*layout);
+  if (locale.name.starts_with("zh") || locale.name.starts_with("yue")) {
+    layout->day_parts = chinese_day_parts;
+  }
   if (find_form(time.parts, *layout)) {
     layout->marks = std::string(":") + layout->separator;
     layout->is_clock = possible.is_known() && least > 3;

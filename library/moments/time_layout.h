@@ -7,6 +7,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,12 @@ struct QuickTime {
   std::int32_t seconds;  // since midnight
 };
 
+/// A part of the day in front of an hour from 1 to 12, and the hours that it has.
+struct DayPart {
+  std::string_view name;
+  std::int32_t first, last;  // of 24
+};
+
 struct TimeLayout {
   const Locale* locale;
 
@@ -33,6 +40,8 @@ struct TimeLayout {
   bool half_first = false;
   std::string gap;        // between the clock and the half
   std::string halves[2];  // before noon, after noon
+  std::string behind;     // it all, as in Bulgarian; may be missing
+  std::span<const DayPart> day_parts;
 
   // Of the texts in ASCII that the service reads: the last bytes that they may have, and how many
   // runs of digits (bit n: n of them). Where nothing is known they have all bits.

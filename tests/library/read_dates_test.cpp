@@ -131,7 +131,7 @@ constexpr ExplainCase explanations[] = {
      "instant '2024-03-15 14:30': has no offset: say zone=..."},
     {"de_DE", JWNLS_INSTANT, "zone=Europe/Berlin", "2024-03-31 02:30", 16,
      "instant '2024-03-31 02:30': the clocks of the zone skip this time"},
-    {"de_DE", JWNLS_TIME, "", "25:00", 0, "time '25:00': not read in de_DE"},
+    {"de_DE", JWNLS_TIME, "", "25:00", 0, "time '25:00': not read"},
     {"de_DE", JWNLS_DATE, "", "  ", 0, "a blank text: no value"},
 };
 
@@ -141,7 +141,8 @@ TEST(ExplainDate, SaysWhyAndWhere) {
     jwnls_error error;
     EXPECT_NE(library::explain_date(*layout, row.text, &error), JWNLS_OK) << row.text;
     const std::string message = error.text;
-    EXPECT_EQ(message.substr(0, message.find("; it writes")), row.message);
+    EXPECT_EQ(message.substr(0, message.find("; " + std::string(row.locale) + " writes '")),
+              row.message);
     EXPECT_EQ(error.at, row.at) << row.text;
   }
 }

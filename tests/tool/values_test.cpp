@@ -158,12 +158,13 @@ TEST(Values, AreReadAsTheLocaleWritesThem) {
 }
 
 TEST(Values, ThatAreNotReadAreNamedAndTheRestGoesOn) {
-  expect({"convert", "date", "--from", "de_DE", "--to", "en_US"},
-         "Mar 15, 2024\n15. Mrz 2024\n\n30.2.2024\nApr 1, 2024\n",
-         "jwnls: line 2: date '15. Mrz 2024': '15. ' fits, 'Mrz 2024' does not; it writes "
-         "'15.03.2024'\n"
-         "jwnls: line 4: date '30.2.2024': no such date in the calendar; it writes '15.03.2024'\n",
-         1, {}, "15.3.2024\n15. Mrz 2024\r\n\n30.2.2024\n1.4.2024");
+  expect(
+      {"convert", "date", "--from", "de_DE", "--to", "en_US"},
+      "Mar 15, 2024\n15. Mrz 2024\n\n30.2.2024\nApr 1, 2024\n",
+      "jwnls: line 2: date '15. Mrz 2024': '15. ' fits, 'Mrz 2024' does not; de_DE writes "
+      "'15.03.2024'\n"
+      "jwnls: line 4: date '30.2.2024': no such date in the calendar; de_DE writes '15.03.2024'\n",
+      1, {}, "15.3.2024\n15. Mrz 2024\r\n\n30.2.2024\n1.4.2024");
   check({{"read number -l de_DE",
           {"12,5x", "1"},
           "1\n",

@@ -5,8 +5,10 @@
 #include <unicode/udat.h>
 #include <unicode/uloc.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <memory>
 #include <random>
 #include <string>
@@ -97,6 +99,12 @@ Reading read(const jwnls_layout* layout, const std::string& text) {
   return reading;
 }
 
+// From one tested day to the next; JWNLS_DATE_STEP=1 is every day of the year.
+std::int32_t step_of_days(std::int32_t usual) {
+  const char* const wish = std::getenv("JWNLS_DATE_STEP");  // NOLINT(concurrency-mt-unsafe)
+  return wish != nullptr ? std::max(1, std::atoi(wish)) : usual;
+}
+
 // How many locales read all their own texts of a style; none of them reads another value.
 struct Marks {
   std::array<int, 4> complete = {};
@@ -138,7 +146,7 @@ TEST(CldrDates, AreReadInEveryLocale) {
   constexpr std::array no_times = {UDAT_NONE, UDAT_NONE, UDAT_NONE, UDAT_NONE};
   for (const char* keywords : {"@calendar=gregorian;numbers=latn", "@calendar=gregorian"}) {
     Marks marks;
-    read_own_texts(JWNLS_DATE, keywords, 3, no_times, marks);
+    read_own_texts(JWNLS_DATE, keywords, step_of_days(3), no_times, marks);
     // Thai years of two digits, Hawaiian months in Roman numbers, "Su" for June and July in Dyola.
     EXPECT_EQ(marks.complete, (std::array{801, 803, 805, 805})) << marks.incomplete;
   }
@@ -147,10 +155,10 @@ TEST(CldrDates, AreReadInEveryLocale) {
 TEST(CldrDates, AreReadWithTheirTimes) {
   constexpr std::array times = {UDAT_SHORT, UDAT_MEDIUM, UDAT_MEDIUM, UDAT_SHORT};
   Marks marks;
-  read_own_texts(JWNLS_DATETIME, "@calendar=gregorian;numbers=latn", 7, times, marks);
-  // Also not: parts of the day in traditional Chinese and Bodo, words behind the time in Bulgarian
-  // and Upper Sorbian, the clock's words in Dzongkha.
-  EXPECT_EQ(marks.complete, (std::array{791, 801, 803, 795})) << marks.incomplete;
+  read_own_texts(JWNLS_DATETIME, "@calendar=gregorian;numbers=latn", step_of_days(7), times, marks);
+  // Also not: parts of the day in Bodo, words behind the time in Upper Sorbian, those of the clock
+  // in Dzongkha.
+  EXPECT_EQ(marks.complete, (std::array{795, 803, 805, 799})) << marks.incomplete;
 }
 
 constexpr std::array writers = {"af",    "ar_EG", "bg",    "bn", "ca", "cs", "da", "de",
