@@ -135,7 +135,9 @@ enum {
    OK, UNREAD, RANGE, MISSING, KIND. The value is always written: without one it is 0, of doubles
    the standard missing NaN (jwnls_is_missing()). A text of more than 1,024 bytes is UNREAD at once.
      facts    gets the bits above; may be null
-   Days count from 1970-01-01, microseconds from its midnight on the clock on the wall (Arrow's
+   A date that is one but for its year, of four digits and before 1582, is RANGE, as is an instant
+   outside 1582-01-01 to 9999-12-31; a year of five digits is UNREAD. Numbers too large for their
+   type are RANGE. Days count from 1970-01-01, microseconds from its midnight on the clock on the wall (Arrow's
    date32 and timestamp[us]); those of instants in UTC; those of times from midnight. */
 #define JWNLS_READ const jwnls_layout *layout, const char *text, size_t length
 JWNLS_API int jwnls_read_number(JWNLS_READ, double *value, uint8_t *facts);   /* numbers, amounts, percent */
@@ -163,7 +165,9 @@ JWNLS_API int jwnls_read_decimal_utf16(JWNLS_READ_UTF16, char *out, size_t room,
                                        size_t *out_length, char currency[4], uint8_t *facts);
 
 /* Why a text is not read, and what the locale writes instead: microseconds where reading takes
-   nanoseconds, so for texts that someone will look at. OK when it is read. */
+   nanoseconds, so for texts that someone will look at. OK when it is read. `at` is 0 where a service
+   of the modules read the text, which tells no place: times, periods, and dates with pattern= or
+   loose. */
 JWNLS_API int jwnls_explain(JWNLS_READ, jwnls_error *error);
 JWNLS_API int jwnls_explain_utf16(JWNLS_READ_UTF16, jwnls_error *error); /* `at` counts units */
 
@@ -172,7 +176,9 @@ JWNLS_API int jwnls_explain_utf16(JWNLS_READ_UTF16, jwnls_error *error); /* `at`
 /* Writes into `out` up to `room` bytes (units); *length gets the length of the whole text.
    OK, RANGE (*length is 0), ROOM (nothing of use in `out`; *length says what room it takes: room 0,
    where `out` may be null, asks for it), MISSING (a NaN, an empty decimal; *length is 0), KIND. The
-   room behind the text may be used as scratch. */
+   room behind the text may be used as scratch. Dates are those of date layouts: periods are read
+   only, and writing one is KIND. Instants are written as the clocks of zone= show them, without
+   zone= in UTC; no offset is written. */
 #define JWNLS_WRITE char *out, size_t room, size_t *length
 JWNLS_API int jwnls_write_number(const jwnls_layout *layout, double value, JWNLS_WRITE);
 JWNLS_API int jwnls_write_float(const jwnls_layout *layout, float value, JWNLS_WRITE);
