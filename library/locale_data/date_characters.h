@@ -17,6 +17,15 @@ constexpr bool is_blank(char byte) noexcept {
   return byte == ' ' || static_cast<unsigned char>(byte - '\t') < 5;
 }
 
+/// Whether a text ends in a mark of few bytes, compared one by one from the last on.
+constexpr bool ends_in(std::string_view text, std::string_view mark) noexcept {
+  if (text.size() < mark.size()) return false;
+  const char* const begin = text.data() + text.size() - mark.size();
+  std::size_t at = mark.size();
+  while (at > 0 && begin[at - 1] == mark[at - 1]) --at;
+  return at == 0;
+}
+
 /// U+00A0 in UTF-8.
 constexpr bool is_no_break_blank(std::string_view text) noexcept {
   return text.size() >= 2 && text[0] == '\xC2' && text[1] == '\xA0';

@@ -72,12 +72,10 @@ std::string_view without_joint(const DateLayout& layout, std::string_view text) 
       text.remove_suffix(1);
       continue;
     }
-    const auto ends_in = [text](std::string_view mark) {
-      return !mark.empty() && text.size() > mark.size() &&
-             text.substr(text.size() - mark.size()) == mark;
-    };
-    const auto joint = std::find_if(layout.joints.begin(), layout.joints.end(),
-                                    [&](const Joint& each) { return ends_in(each.mark); });
+    const auto joint =
+        std::find_if(layout.joints.begin(), layout.joints.end(), [text](const Joint& each) {
+          return !each.mark.empty() && text.size() > each.mark.size() && ends_in(text, each.mark);
+        });
     if (joint != layout.joints.end()) {
       text.remove_suffix(joint->mark.size());
       continue;
@@ -265,11 +263,9 @@ Look look_for_leading_time(const jwnls_layout& layout, std::string_view text,
 // there is none of these.
 std::string_view date_before_joint(const DateLayout& layout, std::string_view text) noexcept {
   for (const std::string& joint : layout.quick_joints) {
-    if (text.size() <= joint.size()) continue;
-    std::size_t at = joint.size();
-    const char* const begin = text.data() + text.size() - at;
-    while (at > 0 && begin[at - 1] == joint[at - 1]) --at;
-    if (at == 0) return text.substr(0, text.size() - joint.size());
+    if (text.size() > joint.size() && ends_in(text, joint)) {
+      return text.substr(0, text.size() - joint.size());
+    }
   }
   const bool is_t = text.size() > 1 && text.back() == 'T' && is_digit(text[text.size() - 2]);
   return is_t ? text.substr(0, text.size() - 1) : std::string_view();

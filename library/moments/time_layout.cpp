@@ -260,13 +260,13 @@ struct ClockDigits {
 // Cuts one of the halves from the end of a text, and what stands before it; -1: it has none.
 int cut_half(const TimeLayout& layout, std::string_view& text, std::string_view gap_before,
              std::string_view gap_behind) noexcept {
-  if (!text.ends_with(gap_behind)) return -1;
+  if (!ends_in(text, gap_behind)) return -1;
   const std::string_view front = text.substr(0, text.size() - gap_behind.size());
   for (int half = 0; half < 2; ++half) {
     const std::string& name = layout.halves[half];
-    if (name.empty() || front.size() < name.size() || !front.ends_with(name)) continue;
+    if (name.empty() || !ends_in(front, name)) continue;
     const std::string_view rest = front.substr(0, front.size() - name.size());
-    if (!rest.ends_with(gap_before)) continue;
+    if (!ends_in(rest, gap_before)) continue;
     text = rest.substr(0, rest.size() - gap_before.size());
     return half;
   }
@@ -280,7 +280,7 @@ QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
   if (text.size() < 4) return nothing;
   if (!is_digit(text.back())) {
     if (!is_quick) return nothing;
-    if (!behind.empty() && text.ends_with(behind)) text.remove_suffix(behind.size());
+    if (!behind.empty() && ends_in(text, behind)) text.remove_suffix(behind.size());
     if (has_halves && !half_first) half = cut_half(*this, text, gap, {});
     if (half < 0 && (text.empty() || !is_digit(text.back()))) return nothing;
   }
@@ -294,7 +294,7 @@ QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
   std::string_view front = text.substr(0, clock.begin);
   if (is_first) {
     for (const DayPart& part : day_parts) {
-      if (!front.ends_with(part.name)) continue;
+      if (!ends_in(front, part.name)) continue;
       const std::int32_t morning = clock.hours % 12;
       const bool in_morning = morning >= part.first && morning <= part.last;
       const bool later = morning + 12 >= part.first && morning + 12 <= part.last;

@@ -11,7 +11,9 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
+#include "library/dates/service_call.h"
 #include "library/layouts/layout.h"
+#include "library/moments/moment_text.h"
 #include "library/moments/reading.h"
 #include "library/texts/utf8.h"
 #include "tests/library/date_cases.h"
@@ -168,6 +170,40 @@ TEST(ReadDates, TakeLittleTimeForAnyText) {
       }
     }
   }
+}
+
+// What is read, or refused, without asking the service is what the service says.
+TEST(ReadTimes, ReadAsTheServiceDoes) {
+  std::mt19937 random(20240315);
+  const auto below = [&random](std::size_t bound) { return random() % bound; };
+  std::array<int, 2> counts = {};
+  for (const std::string& name : locale_names()) {
+    const Layout layout = open_layout(name, JWNLS_TIME, "");
+    const ServiceTable& services = layout->locale->handle->services;
+    for (int round = 0; round < 60; ++round) {
+      std::array<char, 200> text;
+      std::size_t length = 0;
+      const auto second = static_cast<std::int64_t>(below(86400));
+      (void)jwnls_write_time(layout.get(), second * 1'000'000, text.data(), text.size(), &length);
+      std::string mutated(text.data(), length);
+      for (std::size_t i = below(3); i > 0; --i) {
+        const std::size_t at = below(mutated.size());
+        if (below(2) == 0) mutated.erase(at, 1);
+        mutated.insert(at, 1, "0123456789: .apmPMx"[below(19)]);
+      }
+      const std::string_view inner = library::trimmed(mutated);
+      if (inner.find('.') != inner.npos) continue;  // fractions are the library's own
+      const auto ours = library::read_time_text(*layout->times, inner);
+      const auto theirs = library::read_by_service(*layout->locale, services.read_time_8bit,
+                                                   services.read_time, 4, inner);
+      const bool is_read = theirs && *theirs < 86400;
+      ASSERT_EQ(ours.has_value(), is_read) << name << " '" << mutated << "'";
+      ++counts[is_read ? 1 : 0];
+      if (!is_read) continue;
+      ASSERT_EQ(*ours, static_cast<std::int64_t>(*theirs) * 1'000'000) << name << " " << mutated;
+    }
+  }
+  EXPECT_GT(std::min(counts[0], counts[1]), 8'000);
 }
 
 // Pieces of dates in any order: where the quick way decides, the full way says the same.
