@@ -10,7 +10,7 @@
 namespace jwnls::library {
 
 template <typename Unit>
-const typename DateTexts<Unit>::FieldName DateTexts<Unit>::field_names[] = {
+const typename DateTexts<Unit>::FieldName DateTexts<Unit>::field_names[16] = {
     {"E", Field::day},          {"d", Field::padded_day},   {"O", Field::month},
     {"m", Field::padded_month}, {"Y", Field::year},         {"#H", Field::hour},
     {"H", Field::padded_hour},  {"#I", Field::half_hour},   {"I", Field::padded_half_hour},

@@ -67,7 +67,7 @@ class DateTexts {
     const char* directive;  // with its "#"
     Field field;
   };
-  static const FieldName field_names[];
+  static const FieldName field_names[16];
 
   static constexpr std::size_t name_list(Field field) noexcept {
     return static_cast<std::size_t>(field) - static_cast<std::size_t>(Field::full_month);

@@ -41,7 +41,7 @@ constexpr bool is_date_mark(char mark) noexcept {
 
 /// "04.09.2018" and "2018-09-04".
 inline bool take_ten_bytes(const char* text, PlainNumbers& numbers) noexcept {
-  std::uint64_t bytes;
+  std::uint64_t bytes = 0;
   std::memcpy(&bytes, text, 8);
   const std::uint64_t values = bytes ^ 0x3030303030303030;
   const std::uint32_t last_tens = static_cast<unsigned char>(text[8] - '0');
@@ -99,13 +99,10 @@ inline bool take_short_numbers(std::string_view text, PlainNumbers& numbers) noe
 inline bool read_plain_date(const DateLayout& layout, std::string_view text,
                             DateRead& read) noexcept {
   PlainNumbers numbers;
-  if (text.size() == 10) {
-    if (!take_ten_bytes(text.data(), numbers)) return false;
-  } else if (text.size() != 9 && text.size() != 8) {
-    return false;
-  } else if (!take_short_numbers(text, numbers)) {
-    return false;
-  }
+  if (text.size() < 8 || text.size() > 10) return false;
+  const bool is_plain =
+      text.size() == 10 ? take_ten_bytes(text.data(), numbers) : take_short_numbers(text, numbers);
+  if (!is_plain) return false;
   const auto refuse = [&](Refusal refusal, std::size_t place, std::int32_t told) {
     read.refusal = refusal;
     read.place = place;

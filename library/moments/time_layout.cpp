@@ -71,12 +71,12 @@ bool agrees_with_service(const TimeLayout& layout) {
   for (const char* hour : {"9", "09", "12"}) {
     for (const char* rest : {"05", "05-07"}) {
       for (const std::string& half : layout.halves) {
-        std::string clock = std::string(hour) + layout.separator + rest;
+        std::string clock = hour;
+        clock.append(1, layout.separator).append(rest);
         std::replace(clock.begin(), clock.end(), '-', layout.separator);
         if (std::string_view(rest).size() > 2) clock += layout.behind;
-        if (layout.has_halves) {
-          clock = layout.half_first ? half + layout.gap + clock : clock + layout.gap + half;
-        }
+        if (layout.has_halves && layout.half_first) clock.insert(0, layout.gap).insert(0, half);
+        if (layout.has_halves && !layout.half_first) clock.append(layout.gap).append(half);
         if (!layout.has_halves && &half != layout.halves) continue;
         const QuickTime quick = layout.at_end(clock);
         const auto slow = seconds_by_service(*layout.locale, clock);
@@ -204,7 +204,7 @@ constexpr QuickTime nothing = {Look::none, 0, 0};
 // "14:30:05" in the last eight bytes of a text of eight at least; false for all others.
 bool take_eight_bytes(std::string_view text, QuickTime& time) noexcept {
   const std::size_t begin = text.size() - 8;
-  std::uint64_t bytes;
+  std::uint64_t bytes = 0;
   std::memcpy(&bytes, text.data() + begin, 8);
   constexpr std::uint64_t digits = 0xFFFF00FFFF00FFFF;
   const std::uint64_t values = bytes ^ 0x30303A30303A3030;

@@ -91,8 +91,8 @@ class ReadValues final : public LayoutValues {
 };
 
 // The kind and the text that a message begins with, and what would be read, at its end:
-//   date '30.02.2024': no such date in the calendar; it writes '15.03.2024'
-//   '12.34' in de_DE: '12' fits, '.34' does not: groups of another size; the locale writes 1.234,5
+//   date '30.02.2024': no such date in the calendar; de_DE writes '15.03.2024'
+//   '12.34' in de_DE: '12' fits, '.34' does not: groups of another size; de_DE writes '1.234,5'
 std::string_view without_frame(std::string_view message, std::string_view text,
                                const std::string& locale) {
   // A quoted text is at least as long as the text itself, but may be cut at 60 bytes.
@@ -105,11 +105,7 @@ std::string_view without_frame(std::string_view message, std::string_view text,
     message.remove_prefix(at + end.size());
     break;
   }
-  for (const std::string_view begin : {"; it writes ", "; the locale writes "}) {
-    const std::size_t at = message.rfind(begin);
-    if (at != std::string_view::npos) return message.substr(0, at);
-  }
-  return message;
+  return message.substr(0, message.rfind("; " + locale + " writes '"));
 }
 
 // The currency of an amount that the layout refuses for it: "is in USD, not EUR"; else nothing.
