@@ -101,6 +101,17 @@ class WordsTest : public ModuleTest {
     return found != objects.end() ? found->second : nullptr;
   }
 
+  // Through a pointer of the object's own type.
+  template <typename Table>
+  static void destroy_as(void* table) {
+    static_cast<Table*>(table)->destroy(static_cast<Table*>(table));
+  }
+  static void destroy(const std::string& name, void* table) {
+    if (name.ends_with(" lock")) return destroy_as<Lock>(table);
+    if (name.ends_with(" track")) return destroy_as<Track>(table);
+    destroy_as<MessageExtension>(table);
+  }
+
   // Creates a handle while `word` is null, also in an object that the host makes for it; such an
   // object is then destroyed here if the module could not do it.
   LocaleHandle* create_without(const std::string& name, std::size_t word) {
@@ -120,8 +131,7 @@ class WordsTest : public ModuleTest {
       const Lines live = host.live();
       const bool lives = std::find(live.begin(), live.end(), name) != live.end();
       EXPECT_EQ(lives, word == 2) << "only what cannot be destroyed";
-      if (lives)
-        static_cast<MessageExtension*>(table)->destroy(static_cast<MessageExtension*>(table));
+      if (lives) destroy(name, table);
     }
     return handle;
   }
