@@ -20,7 +20,7 @@ namespace {
 constexpr int interrupting[] = {SIGINT, SIGTERM, SIGHUP};
 
 // Paths that a signal's handler removes. The handler may do nothing that allocates, so they stand
-// here; the output and the file of rejects are all there are.
+// here; the output, the file of rejects and the report are all there are.
 class Interruption {
  public:
   static void remember(const std::string& path) {
@@ -58,10 +58,10 @@ class Interruption {
     }
     (void)::raise(number);  // by now it does what it does by default
   }
-  static std::array<Entry, 2> entries_;
+  static std::array<Entry, 3> entries_;
 };
 
-std::array<Interruption::Entry, 2> Interruption::entries_;
+std::array<Interruption::Entry, 3> Interruption::entries_;
 
 // While it lives, these signals wait: between a file and its being remembered there is a moment.
 class HeldSignals {
@@ -79,6 +79,20 @@ class HeldSignals {
  private:
   sigset_t before_;
 };
+
+// The name under which a descriptor's file can be linked.
+std::string path_of(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+// A file in a folder that has no name, which not even SIGKILL leaves behind; below 0 where the file
+// system has no such files, or they could get no name later.
+int open_nameless(const std::string& folder) {
+#ifdef O_TMPFILE
+  const int descriptor = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (descriptor < 0 || ::access(path_of(descriptor).c_str(), F_OK) == 0) return descriptor;
+  ::close(descriptor);
+#endif
+  return -1;
+}
 
 mode_t mask_of_modes() {
   const mode_t mask = ::umask(0);
@@ -99,9 +113,14 @@ TargetFile::TargetFile(const std::string& path) : name_(path), path_(path) {
 
 TargetFile::~TargetFile() {
   if (descriptor_ > STDERR_FILENO) ::close(descriptor_);
+  forget_temporary(true);
+}
+
+void TargetFile::forget_temporary(bool removes) {
   if (temporary_.empty()) return;
-  (void)::unlink(temporary_.c_str());
+  if (removes) (void)::unlink(temporary_.c_str());
   Interruption::forget(temporary_);
+  temporary_.clear();
 }
 
 void TargetFile::fail(int error) const {
@@ -133,20 +152,55 @@ void TargetFile::open_file() {
 void TargetFile::open_beside() {
   const std::size_t slash = path_.rfind('/');
   const std::size_t name = slash == std::string::npos ? 0 : slash + 1;
-  temporary_ = path_.substr(0, name) + "." + path_.substr(name, 200) + ".XXXXXX";
-  const HeldSignals held;
-  descriptor_ = ::mkostemp(temporary_.data(), O_CLOEXEC);
-  if (descriptor_ < 0) {
-    temporary_.clear();
-    fail(errno);
-  }
-  Interruption::remember(temporary_);
+  beside_ = path_.substr(0, name) + "." + path_.substr(name, 200) + ".XXXXXX";
+  descriptor_ = open_nameless(name == 0 ? "." : path_.substr(0, name));
+  is_nameless_ = descriptor_ >= 0;
+  if (!is_nameless_) open_temporary();
   const mode_t mode = old_ ? old_->st_mode & 07777U : 0666U & ~mask_of_modes();
   // The owner first: changing it takes away bits of the mode. Most may not; the group then stays.
   if (old_ && ::fchown(descriptor_, old_->st_uid, old_->st_gid) != 0) {
     (void)!::fchown(descriptor_, static_cast<uid_t>(-1), old_->st_gid);
   }
   if (::fchmod(descriptor_, mode) != 0) fail(errno);
+}
+
+void TargetFile::open_temporary() {
+  const HeldSignals held;
+  temporary_ = beside_;
+  descriptor_ = ::mkostemp(temporary_.data(), O_CLOEXEC);
+  if (descriptor_ < 0) {
+    temporary_.clear();
+    const int error = errno;
+    if (error != EACCES && error != EROFS) fail(error);
+    throw Failure{ExitCode::io,
+                  name_ + ": no file can be made in its folder: " + std::strerror(error)};
+  }
+  Interruption::remember(temporary_);
+}
+
+// A link takes no other file's place: where there is one, the file gets a name of its own first.
+void TargetFile::name_nameless() {
+  const std::string file = path_of(descriptor_);
+  const auto link_as = [&](const std::string& path) {
+    return ::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  };
+  constexpr int attempts = 100;
+  for (int attempt = 0; attempt < attempts; ++attempt) {
+    const HeldSignals held;
+    std::string path = beside_;
+    // A name that is free; somebody may take it before the link does.
+    const int placeholder = ::mkostemp(path.data(), O_CLOEXEC);
+    if (placeholder < 0) fail(errno);
+    ::close(placeholder);
+    (void)::unlink(path.c_str());
+    if (link_as(path)) {
+      temporary_ = path;
+      Interruption::remember(temporary_);
+      return;
+    }
+    if (errno != EEXIST) fail(errno);
+  }
+  fail(EEXIST);
 }
 
 void TargetFile::write(std::string_view text) {
@@ -164,7 +218,8 @@ void TargetFile::write(std::string_view text) {
 }
 
 void TargetFile::commit(const std::string& kept_suffix) {
-  if (temporary_.empty()) return;
+  if (beside_.empty() || descriptor_ < 0) return;
+  if (is_nameless_) name_nameless();
   const int descriptor = descriptor_;
   descriptor_ = -1;
   if (::close(descriptor) != 0) fail(errno);
@@ -177,8 +232,7 @@ void TargetFile::commit(const std::string& kept_suffix) {
     }
   }
   if (std::rename(temporary_.c_str(), path_.c_str()) != 0) fail(errno);
-  Interruption::forget(temporary_);
-  temporary_.clear();
+  forget_temporary(false);
 }
 
 bool TargetFile::is_same_as(const struct stat& other) const {

@@ -12,9 +12,10 @@
 namespace jwnls::tool {
 
 /// Standard output, a device or a pipe, which are written to at once; or a file, which is written
-/// under another name beside it and takes the place of the one that is there. Until then that one
-/// is as it was, and when the program fails or is interrupted (SIGINT, SIGTERM, SIGHUP) it stays,
-/// and the other is removed.
+/// without a name and takes the place of the one that is there. Until then that one is as it was,
+/// and when the program fails or is killed it stays, and nothing of the other does. Where the file
+/// system has no files without a name, the other has one that begins with a dot, and only SIGKILL
+/// leaves it.
 class TargetFile {
  public:
   /// Empty: standard output. Throws Failure{io}.
@@ -37,11 +38,16 @@ class TargetFile {
  private:
   void open_file();
   void open_beside();
+  void open_temporary();
+  void name_nameless();
+  void forget_temporary(bool removes);
   [[noreturn]] void fail(int error) const;
 
   std::string name_;       // for messages
   std::string path_;       // behind links
-  std::string temporary_;  // its path; empty when written to at once
+  std::string beside_;     // the pattern of another name beside it; empty: written to at once
+  std::string temporary_;  // that name, once it is taken
+  bool is_nameless_ = false;
   int descriptor_ = -1;
   std::optional<struct stat> old_;  // what is there
 };

@@ -6,11 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -169,6 +167,17 @@ class PipedRun {
   void close_input() { ::close(std::exchange(in_, -1)); }
   void close_output() { ::close(std::exchange(out_, -1)); }
   void signal(int number) const { ::kill(process_, number); }
+  // Waits until it has a file of this folder open.
+  void await_file() const {
+    const fs::path descriptors = "/proc/" + std::to_string(process_) + "/fd";
+    const std::string folder = fs::current_path().string() + "/";
+    for (bool is_open = false; !is_open;) {
+      for (const auto& entry : fs::directory_iterator(descriptors)) {
+        std::error_code error;
+        is_open = is_open || fs::read_symlink(entry, error).string().starts_with(folder);
+      }
+    }
+  }
   int wait() const {
     int status = 0;
     EXPECT_EQ(::waitpid(process_, &status, 0), process_);
@@ -209,10 +218,10 @@ TEST(TableFiles, ClosedPipesEndTheRunWithoutAWord) {
 TEST(TableFiles, InterruptedRunsLeaveNothing) {
   const OwnFolder folder;
   write_file("old.csv", "old");
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGKILL}) {
     PipedRun run({.output = "old.csv"});
     run.send("a;b\n1;1,5\n");
-    while (names_here().size() < 2) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    run.await_file();
     run.signal(number);
     EXPECT_EQ(run.wait(), -number);
     EXPECT_EQ(read_file("old.csv"), "old");
