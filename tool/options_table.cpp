@@ -147,6 +147,8 @@ constexpr OptionRow rows[] = {
           "Rows of another length: reject (the default), or convert what is there"),
     table("rejects", 0, Takes::one, "FILE", nullptr,
           "What is not read, as a table, instead of messages"),
+    table("report", 0, Takes::one, "FILE", nullptr,
+          "What was found in each column: a page (.html), .json, else text; -: standard error"),
     table("max-messages", 0, Takes::one, "COUNT", nullptr, "So many messages; default: 10"),
     table("max-rejects", 0, Takes::one, "COUNT", nullptr, "Stop behind so many values not read"),
     table("summary", 0, Takes::nothing, nullptr, nullptr,

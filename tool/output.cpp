@@ -42,10 +42,12 @@ void Output::flush() {
                                   : std::string("standard output: ") + std::strerror(error)};
 }
 
+void write_error(std::string_view text) { (void)write_all(STDERR_FILENO, text); }
+
 void report(std::string_view message) {
   std::string line = "jwnls: ";
   line.append(escaped(message)).append("\n");
-  (void)write_all(STDERR_FILENO, line);
+  write_error(line);
 }
 
 }  // namespace jwnls::tool

@@ -30,6 +30,9 @@ class Output {
   bool is_terminal_;
 };
 
+/// Writes text of several lines on standard error, as it is. Failures to do so are ignored.
+void write_error(std::string_view text);
+
 /// Writes "jwnls: <message>" as one line on standard error, with whatever a terminal would obey
 /// escaped. Failures to do so are ignored.
 void report(std::string_view message);

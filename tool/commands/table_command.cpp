@@ -46,6 +46,7 @@ void add_outcome(const GivenOptions& options, TableJob& job) {
   if (const auto invalid = options.value("invalid")) job.invalid = invalid_of_name(*invalid);
   if (options.value("ragged") == "convert") job.ragged = Ragged::convert;
   job.rejects = options.value("rejects").value_or("");
+  job.report = options.value("report").value_or("");
   job.max_messages = options.number("max-messages", 0, any).value_or(job.max_messages);
   job.max_rejects = options.number("max-rejects", 0, any);
   job.summary = summary_of(options);

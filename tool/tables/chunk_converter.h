@@ -23,6 +23,8 @@ class ChunkConverter {
                               std::uint64_t messages_left);
   [[nodiscard]] const ChunkOutcome& outcome() const { return fields_.outcome(); }
   [[nodiscard]] const RejectList& rejects() const { return fields_.rejects(); }
+  /// Null where no report is asked for.
+  [[nodiscard]] const ReportCollector* report() const { return fields_.report(); }
 
  private:
   template <typename Rows>

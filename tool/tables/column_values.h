@@ -43,6 +43,16 @@ class ColumnValues {
   /// The kind as messages name it, "date".
   [[nodiscard]] virtual std::string_view kind_name() const = 0;
 
+  /// The layout, or both, as one line: "de_DE date".
+  [[nodiscard]] virtual std::string description() const { return {}; }
+
+  /// The value of a text that convert() read, as programs write it: digits, or a moment as ISO 8601
+  /// has it. `written` is what convert() wrote, `out` has its room.
+  [[nodiscard]] virtual std::string_view value_of(std::string_view, std::string_view written,
+                                                  char*) const noexcept {
+    return written;
+  }
+
   /// Whether what convert() writes stands in JSON without quotes.
   [[nodiscard]] virtual bool is_json_number() const = 0;
 };

@@ -14,6 +14,8 @@
 #include "tool/tables/chunk_converter.h"
 #include "tool/tables/chunk_reader.h"
 #include "tool/tables/progress_line.h"
+#include "tool/tables/report_collector.h"
+#include "tool/tables/report_file.h"
 #include "tool/tables/row_turns.h"
 #include "tool/tables/run_log.h"
 #include "tool/tables/sample_rows.h"
@@ -53,15 +55,31 @@ std::unique_ptr<TargetFile> open_target(const TableJob& job, const ByteSource& s
   return target;
 }
 
+void check_is_other(const TargetFile& file, const std::string& path, const char* what,
+                    const TableJob& job, const ByteSource& source) {
+  const bool is_input = S_ISREG(source.facts().st_mode) && file.is_same_as(source.facts());
+  if (!is_input && path != job.output) return;
+  throw Failure{ExitCode::usage, path + ": is the " + (is_input ? "input" : "output") +
+                                     ", and shall hold the " + what};
+}
+
 std::unique_ptr<TargetFile> open_rejects(const TableJob& job, const ByteSource& source) {
   if (job.rejects.empty()) return nullptr;
   auto rejects = std::make_unique<TargetFile>(job.rejects);
-  const bool is_input = S_ISREG(source.facts().st_mode) && rejects->is_same_as(source.facts());
-  if (is_input || job.rejects == job.output) {
-    throw Failure{ExitCode::usage, job.rejects + ": is the " + (is_input ? "input" : "output") +
-                                       ", and shall hold the rejects"};
-  }
+  check_is_other(*rejects, job.rejects, "rejects", job, source);
   return rejects;
+}
+
+std::unique_ptr<ReportFile> open_report(const TableJob& job, const ByteSource& source) {
+  if (job.report.empty()) return nullptr;
+  if (job.report == job.rejects) {
+    throw Failure{ExitCode::usage, job.report + ": is for the rejects, and shall hold the report"};
+  }
+  auto report = std::make_unique<ReportFile>(job.report);
+  if (report->file() != nullptr) {
+    check_is_other(*report->file(), job.report, "report", job, source);
+  }
+  return report;
 }
 
 // A progress line between the rows would be in their way.
@@ -79,6 +97,7 @@ class TableRun {
         target_(target),
         progress_(shows_progress(job, target), total_bytes()),
         log_(plan, rejects, progress_),
+        findings_(plan),
         reader_(source, FieldScanner(head.header.separator, job.quotes), job.chunk_bytes, head.size,
                 head.first_line) {
     rejects_allowed_ = job.max_rejects.value_or(std::numeric_limits<std::uint64_t>::max());
@@ -99,6 +118,8 @@ class TableRun {
     if (turns_.failure()) rethrow();
     return log_.finish(is_stopped);
   }
+
+  [[nodiscard]] const ReportBuilder& findings() const { return findings_; }
 
  private:
   std::uint64_t total_bytes() const {
@@ -154,6 +175,7 @@ class TableRun {
     }
     target_.write(outcome->text);
     log_.add(chunk, *outcome, converter.rejects());
+    if (converter.report() != nullptr) findings_.add(chunk, *converter.report(), *outcome);
     if (outcome->stopped) return turns_.stop();
     if (chunk.failure) throw Failure{*chunk.failure};
   }
@@ -164,6 +186,7 @@ class TableRun {
   TargetFile& target_;
   ProgressLine progress_;
   RunLog log_;
+  ReportBuilder findings_;
   ChunkReader reader_;
   RowTurns turns_;
   std::uint64_t rejects_allowed_ = 0;
@@ -178,6 +201,11 @@ ExitCode convert_table(const TableJob& job) {
   const TablePlan plan = plan_of(job, source, head);
   const auto target = open_target(job, source);
   const auto rejects = open_rejects(job, source);
+  const auto report = open_report(job, source);
+  const auto write_side_files = [&](const TableRun& run, const std::string& ended) {
+    if (rejects != nullptr) rejects->commit();
+    if (report != nullptr) report->write(run.findings().report(source.name(), ended));
+  };
   const std::string_view before = source.ahead().substr(0, head.size);
   if (!job.json_lines) target->write(plan.header_with_added(before, head.header_end));
   source.skip(head.size);
@@ -186,11 +214,11 @@ ExitCode convert_table(const TableJob& job) {
   ExitCode code = ExitCode::ok;
   try {
     code = run.run(is_stopped);
-  } catch (const Failure&) {
-    if (rejects != nullptr) rejects->commit();
+  } catch (const Failure& failure) {
+    write_side_files(run, failure.message.empty() ? "the output was closed" : failure.message);
     throw;
   }
-  if (rejects != nullptr) rejects->commit();
+  write_side_files(run, is_stopped ? "a value was not read" : "");
   if (!is_stopped && code != ExitCode::undecided) target->commit(job.in_place_suffix);
   return code;
 }

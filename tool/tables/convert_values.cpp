@@ -61,7 +61,8 @@ class ConvertValues final : public LayoutValues {
         targets_(target),
         pass_(pass),
         missing_(std::move(missing)),
-        facts_(facts) {}
+        facts_(facts),
+        reading_(read_values(source, MissingWords(), 0)) {}
 
   FieldValue convert(std::string_view text, char* out) const noexcept override {
     FieldValue value;
@@ -85,6 +86,10 @@ class ConvertValues final : public LayoutValues {
     if (is_unread(text)) return refusal_message(source_, text);
     return std::string(kind_name()) + " '" + std::string(text) + "': " + unwritten();
   }
+  [[nodiscard]] std::string_view value_of(std::string_view text, std::string_view,
+                                          char* out) const noexcept override {
+    return {out, reading_->convert(text, out).length};
+  }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(source_.kind()));
   }
@@ -107,6 +112,7 @@ class ConvertValues final : public LayoutValues {
   Pass pass_;
   MissingWords missing_;
   std::uint8_t facts_;
+  LayoutValuesPointer reading_;  // for what a value is beside its text
 };
 
 Pass pass_of(Kind kind) {

@@ -9,21 +9,6 @@ namespace {
 
 constexpr std::size_t values_shown = 3;
 
-std::string separator_name(char separator) {
-  switch (separator) {
-    case '\t':
-      return "tab";
-    case ',':
-      return "comma";
-    case ';':
-      return "semicolon";
-    case '|':
-      return "pipe";
-    default:
-      return {separator};
-  }
-}
-
 std::string why_separator(const TableJob& job, const TableHeader& header) {
   if (job.separator) return "asked for";
   if (header.fields < 2) return "no other splits the first row, nor does this";
@@ -50,6 +35,21 @@ std::string example_of(const OpenedColumn& column, const std::string& text) {
 }
 
 }  // namespace
+
+std::string separator_name(char separator) {
+  switch (separator) {
+    case '\t':
+      return "tab";
+    case ',':
+      return "comma";
+    case ';':
+      return "semicolon";
+    case '|':
+      return "pipe";
+    default:
+      return {separator};
+  }
+}
 
 void explain_table(const TableJob& job, const TableHeader& header,
                    const std::vector<OpenedColumn>& columns, const TableSample& sample) {

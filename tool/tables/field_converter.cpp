@@ -10,11 +10,13 @@ FieldConverter::FieldConverter(const TablePlan& plan, const ByteSource& source)
     columns_.push_back({each.values.get(), 0, 0, {}});
   }
   outcome_.columns.resize(plan.columns.size());
+  if (!plan.job.report.empty()) report_.emplace(plan);
 }
 
 void FieldConverter::start(const Chunk& chunk, std::uint64_t rejects_allowed,
                            std::uint64_t messages_left) {
   rejects_.start(chunk, messages_left);
+  if (report_) report_->start(chunk);
   rejects_allowed_ = rejects_allowed;
   outcome_.ragged = outcome_.malformed = 0;
   for (Column& column : columns_) column = {column.values, 0, 0, {}};
@@ -63,9 +65,11 @@ void FieldConverter::take_back(const Row& row, std::size_t column, const FieldVa
 
 void FieldConverter::refuse(const Row& row, std::size_t column, const char* cause) {
   ++columns_[column].refused;
-  if (!rejects_.count()) return;
   const ConvertedColumn& asked = plan_.columns[column];
-  rejects_.add_value(row.number, row.field_begin(asked.field), asked, text_,
+  const std::size_t offset = row.field_begin(asked.field);
+  if (report_) report_->add_refused(column, text_, offset, cause);
+  if (!rejects_.count()) return;
+  rejects_.add_value(row.number, offset, asked, text_,
                      cause != nullptr ? cause : asked.values->reason(text_));
 }
 

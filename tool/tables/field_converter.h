@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "tool/tables/chunk_outcome.h"
 #include "tool/tables/chunk_reader.h"
 #include "tool/tables/reject_list.h"
+#include "tool/tables/report_collector.h"
 #include "tool/tables/table_plan.h"
 
 namespace jwnls::tool {
@@ -61,6 +63,7 @@ class FieldConverter {
     const FieldValue value = hot.values->convert(field, out);
     if (value.outcome == FieldOutcome::read) {
       ++hot.read[value.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
+      if (report_) report_->add_read(column, field, {out, value.length}, value);
     } else {
       count_not_read(row, column, value.outcome);
     }
@@ -82,6 +85,8 @@ class FieldConverter {
   const ChunkOutcome& finish(std::string_view text, std::uint64_t rows, bool is_stopped);
   [[nodiscard]] const ChunkOutcome& outcome() const { return outcome_; }
   [[nodiscard]] const RejectList& rejects() const { return rejects_; }
+  /// Null where no report is asked for.
+  [[nodiscard]] const ReportCollector* report() const { return report_ ? &*report_ : nullptr; }
 
  private:
   // What each field needs, together.
@@ -100,6 +105,7 @@ class FieldConverter {
   const bool quotes_;
   std::vector<Column> columns_;
   RejectList rejects_;
+  std::optional<ReportCollector> report_;
   ChunkOutcome outcome_;
   std::uint64_t rejects_allowed_ = 0;
   std::string undoubled_;

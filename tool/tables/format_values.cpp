@@ -1,6 +1,7 @@
 #include <chrono>
 #include <optional>
 
+#include "tool/iso_writer.h"
 #include "tool/moments.h"
 #include "tool/refusal.h"
 #include "tool/tables/layout_values.h"
@@ -45,8 +46,8 @@ std::optional<std::int32_t> days_of_iso_date(std::string_view text) {
 }
 
 // A moment as the layout's functions take it; the error is the reason why it cannot be one.
-Result<std::int64_t> value_of(const Layout& layout, std::string_view text,
-                              const std::string& zone) {
+Result<std::int64_t> moment_of(const Layout& layout, std::string_view text,
+                               const std::string& zone) {
   auto moment = read_moment(text);
   if (!moment) return refusal(moment.message());
   if (layout.kind() == Kind::instant) {
@@ -78,6 +79,14 @@ int write_value(const Layout& layout, std::int64_t value, char* out, std::size_t
     default:
       return jwnls_write_datetime(layout.get(), value, out, room, length);
   }
+}
+
+char* write_iso(Kind kind, std::int64_t value, char* out) {
+  if (kind == Kind::date) return write_iso_date(out, static_cast<std::int32_t>(value));
+  if (kind == Kind::time) return write_iso_time(out, value);
+  char* end = write_iso_datetime(out, value);
+  if (kind == Kind::instant) *end++ = 'Z';
+  return end;
 }
 
 // What the codes of writing say of a value.
@@ -127,6 +136,10 @@ class FormatDecimals final : public FormatValues {
     std::size_t length = 0;
     return reason_of(layouts_.base().kind(), write(trimmed(text), out, &length));
   }
+  [[nodiscard]] std::string_view value_of(std::string_view text, std::string_view,
+                                          char*) const noexcept override {
+    return trimmed(text);
+  }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layouts_.base().kind()));
   }
@@ -157,17 +170,23 @@ class FormatMoments final : public FormatValues {
         return written_as(code, length);
       }
     }
-    const auto value = value_of(layout_, text, zone_);
+    const auto value = moment_of(layout_, text, zone_);
     if (!value) return written_as(JWNLS_UNREAD, 0);
     const int code = write_value(layout_, *value, out, &length);
     return written_as(code, length);
   }
   [[nodiscard]] std::string reason(std::string_view text) const override {
-    const auto value = value_of(layout_, trimmed(text), zone_);
+    const auto value = moment_of(layout_, trimmed(text), zone_);
     if (!value) return value.message();
     char out[room];
     std::size_t length = 0;
     return reason_of(layout_.kind(), write_value(layout_, *value, out, &length));
+  }
+  [[nodiscard]] std::string_view value_of(std::string_view text, std::string_view,
+                                          char* out) const noexcept override {
+    const auto value = moment_of(layout_, trimmed(text), zone_);
+    if (!value) return {};
+    return {out, static_cast<std::size_t>(write_iso(layout_.kind(), *value, out) - out)};
   }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layout_.kind()));

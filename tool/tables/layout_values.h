@@ -33,9 +33,6 @@ class LayoutValues : public ColumnValues {
   /// The whole message about a refused text that stands alone: kind, text, reason, and what would
   /// be read.
   [[nodiscard]] virtual std::string message(std::string_view text) const = 0;
-
-  /// The layout, or both, as one line: "de_DE date".
-  [[nodiscard]] virtual std::string description() const = 0;
 };
 
 using LayoutValuesPointer = std::shared_ptr<const LayoutValues>;

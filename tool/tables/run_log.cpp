@@ -3,19 +3,9 @@
 #include <string>
 
 #include "tool/output.h"
+#include "tool/reports/counted.h"
 
 namespace jwnls::tool {
-namespace {
-
-// "3,945"
-std::string grouped(std::uint64_t count) {
-  std::string digits = std::to_string(count);
-  for (std::size_t at = digits.size(); at > 3;) digits.insert(at -= 3, 1, ',');
-  return digits;
-}
-
-}  // namespace
-
 RunLog::RunLog(const TablePlan& plan, TargetFile* rejects, ProgressLine& progress)
     : plan_(plan),
       rejects_file_(rejects),

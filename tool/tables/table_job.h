@@ -64,6 +64,7 @@ struct TableJob {
   Invalid invalid = Invalid::keep;
   Ragged ragged = Ragged::reject;
   std::string rejects = {};  // file; empty: messages
+  std::string report = {};   // file, "-" for standard error; empty: none
   std::uint64_t max_messages = 10;
   std::optional<std::uint64_t> max_rejects = {};
   Summary summary = Summary::when_refused;

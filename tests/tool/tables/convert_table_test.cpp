@@ -27,7 +27,7 @@ void expect_cases(const std::vector<Case>& cases) {
   for (const Case& each : cases) {
     SCOPED_TRACE(each.what);
     EXPECT_EQ(run_table(each.text, each.columns, each.job),
-              (TableOutcome{each.exit_code, each.output, each.errors, each.rejects}));
+              (TableOutcome{each.exit_code, each.output, each.errors, each.rejects, {}}));
   }
 }
 
@@ -387,6 +387,7 @@ TEST(ConvertTable, IsTheSameForAllThreadsAndChunks) {
     job.max_messages = random() % 8;
     job.json_lines = random() % 4 == 0;
     if (random() % 3 == 0) job.rejects = "rejects.csv";
+    if (random() % 2 == 0) job.report = random() % 2 == 0 ? "report.json" : "report.html";
     if (random() % 3 == 0) job.max_rejects = random() % 10;
     if (random() % 2 == 0) job.null_out = "NULL";
     Columns columns = {{"b"}};

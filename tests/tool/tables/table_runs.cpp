@@ -132,6 +132,7 @@ TableOutcome run_job(TableJob job) {
   outcome.errors = testing::internal::GetCapturedStderr();
   outcome.output = testing::internal::GetCapturedStdout();
   if (fs::is_regular_file(job.rejects)) outcome.rejects = read_file(job.rejects);
+  if (fs::is_regular_file(job.report)) outcome.report = read_file(job.report);
   return outcome;
 }
 
@@ -144,7 +145,8 @@ TableOutcome run_table(const std::string& text, const std::vector<Asked>& column
 
 void PrintTo(const TableOutcome& outcome, std::ostream* out) {
   *out << "exit " << outcome.exit_code << "\n"
-       << outcome.output << "! " << outcome.errors << "rejects " << outcome.rejects;
+       << outcome.output << "! " << outcome.errors << "rejects " << outcome.rejects << "report "
+       << outcome.report;
 }
 
 }  // namespace jwnls::tool

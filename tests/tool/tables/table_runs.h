@@ -28,6 +28,7 @@ struct TableOutcome {
   std::string output;
   std::string errors;
   std::string rejects;
+  std::string report;
   bool operator==(const TableOutcome&) const = default;
 };
 void PrintTo(const TableOutcome& outcome, std::ostream* out);

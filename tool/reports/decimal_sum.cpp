@@ -1,0 +1,166 @@
+#include "tool/reports/decimal_sum.h"
+
+#include <algorithm>
+#include <compare>
+
+namespace jwnls::tool {
+namespace {
+
+bool are_digits(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char each) { return each >= '0' && each <= '9'; });
+}
+
+std::uint64_t number_of(std::string_view digits) {
+  std::uint64_t number = 0;
+  for (const char digit : digits) number = number * 10 + static_cast<std::uint64_t>(digit - '0');
+  return number;
+}
+
+int sign_of(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+
+bool is_zero(const DecimalParts& decimal) {
+  return decimal.whole.empty() && decimal.fraction.find_first_not_of('0') == std::string_view::npos;
+}
+
+// Digits behind the point: the shorter ones go on with zeros.
+int compare_fractions(std::string_view left, std::string_view right) {
+  const std::size_t both = std::min(left.size(), right.size());
+  const int order = sign_of(left.substr(0, both) <=> right.substr(0, both));
+  if (order != 0) return order;
+  const auto has_more = [both](std::string_view digits) {
+    return digits.find_first_not_of('0', both) != std::string_view::npos;
+  };
+  return static_cast<int>(has_more(left)) - static_cast<int>(has_more(right));
+}
+
+}  // namespace
+
+DecimalParts decimal_parts(std::string_view text) {
+  DecimalParts parts;
+  if (text.starts_with('-')) {
+    parts.is_negative = true;
+    text.remove_prefix(1);
+  }
+  const std::size_t point = std::min(text.find('.'), text.size());
+  parts.whole = text.substr(0, point);
+  if (point < text.size()) parts.fraction = text.substr(point + 1);
+  parts.is_decimal = text.size() > static_cast<std::size_t>(point < text.size()) &&
+                     are_digits(parts.whole) && are_digits(parts.fraction);
+  parts.whole.remove_prefix(std::min(parts.whole.find_first_not_of('0'), parts.whole.size()));
+  return parts;
+}
+
+int compare(const DecimalParts& left, const DecimalParts& right) {
+  if (left.is_negative != right.is_negative) {
+    if (is_zero(left) && is_zero(right)) return 0;
+    return left.is_negative ? -1 : 1;
+  }
+  int order = sign_of(left.whole.size() <=> right.whole.size());
+  if (order == 0) order = sign_of(left.whole <=> right.whole);
+  if (order == 0) order = compare_fractions(left.fraction, right.fraction);
+  return left.is_negative ? -order : order;
+}
+
+// True with a carry. Both are below the base.
+bool DecimalSum::add_limb(std::uint64_t& limb, std::uint64_t value) {
+  limb += value;
+  const bool carries = limb >= limb_base;
+  if (carries) limb -= limb_base;
+  return carries;
+}
+
+void DecimalSum::add_carry(Magnitude& to, std::size_t limb) {
+  for (;; ++limb) {
+    if (limb == to.whole.size()) to.whole.push_back(0);
+    if (!add_limb(to.whole[limb], 1)) return;
+  }
+}
+
+void DecimalSum::add_digits(Magnitude& to, const DecimalParts& decimal) {
+  const std::size_t fractions = (decimal.fraction.size() + limb_digits - 1) / limb_digits;
+  if (fractions > to.fraction.size()) to.fraction.resize(fractions);
+  bool carry = false;
+  for (std::size_t limb = fractions; limb > 0; --limb) {
+    const std::string_view digits = decimal.fraction.substr((limb - 1) * limb_digits, limb_digits);
+    std::uint64_t value = number_of(digits);
+    for (std::size_t i = digits.size(); i < limb_digits; ++i) value *= 10;
+    // A carry into a limb that is full already goes on: both together stay below twice the base.
+    carry = add_limb(to.fraction[limb - 1], value + (carry ? 1 : 0));
+  }
+  if (carry) add_carry(to, 0);
+  std::string_view rest = decimal.whole;
+  for (std::size_t limb = 0; !rest.empty(); ++limb) {
+    const std::size_t digits = std::min(rest.size(), limb_digits);
+    if (limb == to.whole.size()) to.whole.push_back(0);
+    if (add_limb(to.whole[limb], number_of(rest.substr(rest.size() - digits)))) {
+      add_carry(to, limb + 1);
+    }
+    rest.remove_suffix(digits);
+  }
+}
+
+void DecimalSum::add(Magnitude& to, const Magnitude& from) {
+  if (from.fraction.size() > to.fraction.size()) to.fraction.resize(from.fraction.size());
+  bool carry = false;
+  for (std::size_t limb = from.fraction.size(); limb > 0; --limb) {
+    carry = add_limb(to.fraction[limb - 1], from.fraction[limb - 1] + (carry ? 1 : 0));
+  }
+  if (carry) add_carry(to, 0);
+  if (from.whole.size() > to.whole.size()) to.whole.resize(from.whole.size());
+  for (std::size_t limb = 0; limb < from.whole.size(); ++limb) {
+    if (add_limb(to.whole[limb], from.whole[limb])) add_carry(to, limb + 1);
+  }
+}
+
+void DecimalSum::add(const DecimalParts& decimal) {
+  decimals_ = std::max(decimals_, decimal.fraction.size());
+  add_digits(sums_[decimal.is_negative ? 1 : 0], decimal);
+}
+
+DecimalSum& DecimalSum::operator+=(const DecimalSum& other) {
+  decimals_ = std::max(decimals_, other.decimals_);
+  for (std::size_t sign = 0; sign < sums_.size(); ++sign) add(sums_[sign], other.sums_[sign]);
+  return *this;
+}
+
+// The greatest first, with so many before and behind the point.
+std::vector<std::uint64_t> DecimalSum::limbs(const Magnitude& of, std::size_t whole,
+                                             std::size_t fraction) {
+  std::vector<std::uint64_t> all(whole + fraction);
+  std::copy(of.whole.begin(), of.whole.end(), all.rend() - static_cast<std::ptrdiff_t>(whole));
+  std::copy(of.fraction.begin(), of.fraction.end(),
+            all.begin() + static_cast<std::ptrdiff_t>(whole));
+  return all;
+}
+
+std::string DecimalSum::text() const {
+  const auto& [positive, negative] = sums_;
+  const std::size_t whole = std::max(positive.whole.size(), negative.whole.size());
+  const std::size_t fraction = std::max(positive.fraction.size(), negative.fraction.size());
+  auto greater = limbs(positive, whole, fraction);
+  auto less = limbs(negative, whole, fraction);
+  const bool is_negative = greater < less;
+  if (is_negative) greater.swap(less);
+  bool borrow = false;
+  std::string digits;
+  for (std::size_t limb = greater.size(); limb > 0; --limb) {
+    std::uint64_t& value = greater[limb - 1];
+    const std::uint64_t taken = less[limb - 1] + (borrow ? 1 : 0);
+    borrow = value < taken;
+    value = value + (borrow ? limb_base : 0) - taken;
+  }
+  for (const std::uint64_t limb : greater) {
+    const std::string text = std::to_string(limb);
+    digits.append(limb_digits - text.size(), '0').append(text);
+  }
+  const std::size_t point = whole * limb_digits;
+  const std::size_t first = std::min(digits.find_first_not_of('0'), point);
+  std::string text(is_negative ? 1 : 0, '-');
+  text.append(digits, first, point - first);
+  if (first == point) text += '0';
+  if (decimals_ > 0) text.append(1, '.').append(digits, point, decimals_);
+  return text;
+}
+
+}  // namespace jwnls::tool
