@@ -167,6 +167,8 @@ constexpr OptionRow rows[] = {
     general("all", 'a', nullptr, detect_command,
             "Name all locales, not the first ones; of tables read all rows"),
     general("names", 'n', nullptr, locales_command | zones_command, "Names only, for scripts"),
+    general("html", 0, "FILE", show_command,
+            "A page with its conventions and examples; -: standard output"),
     general("zone", 'z', "ZONE", show_command, "The time zone of instants; default: the system's"),
 };
 

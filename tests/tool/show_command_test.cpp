@@ -2,6 +2,7 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/tool/process.h"
 
@@ -29,6 +30,26 @@ TEST(Show, TellsWhatALocaleWritesAndReads) {
            "  week begins   Monday\n",
        }) {
     EXPECT_NE(outcome.output.find(line), std::string::npos) << line << outcome.output;
+  }
+}
+
+TEST(Show, MakesAPage) {
+  const struct {
+    const char* locale;
+    std::vector<const char*> pieces;
+  } rows[] = {
+      {"de_DE",
+       {"<h1>German (Germany)</h1>", "<bdi lang=\"de-DE\">Dienstag, 5. März 2024</bdi>",
+        "1.234,00\u00A0€", ">1234.5</span>", "not read</span>: <bdi>no such date in the calendar"}},
+      {"ar_EG", {"<bdi lang=\"ar-EG\">5 مارس 2024</bdi>", "EGP"}},
+  };
+  for (const auto& row : rows) {
+    const auto page = run_tool({{"show", row.locale, "--html", "-"}});
+    EXPECT_EQ(page.exit_code, 0) << page.errors;
+    EXPECT_TRUE(page.output.starts_with("<!doctype html>\n")) << page.output;
+    for (const char* piece : row.pieces) {
+      EXPECT_NE(page.output.find(piece), std::string::npos) << piece << page.output;
+    }
   }
 }
 

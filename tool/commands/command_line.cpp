@@ -258,7 +258,8 @@ class CommandLine {
     app->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
     app->callback([this, &options] {
       chosen_ = [this, &options] {
-        return run_show({operand_, options.value("zone").value_or("")});
+        return run_show(
+            {operand_, options.value("zone").value_or(""), options.value("html").value_or("")});
       };
     });
   }

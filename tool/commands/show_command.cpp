@@ -8,10 +8,12 @@
 #include <vector>
 
 #include "jwnls/jwnls.hpp"
+#include "tool/commands/show_page.h"
 #include "tool/output.h"
 #include "tool/session.h"
 #include "tool/table.h"
 #include "tool/tables/layout_values.h"
+#include "tool/tables/target_file.h"
 #include "tool/terminal_text.h"
 
 namespace jwnls::tool {
@@ -220,6 +222,12 @@ class Report {
 
 ExitCode run_show(const ShowOptions& options) {
   Output output;
+  if (!options.page.empty()) {
+    TargetFile file(options.page == "-" ? "" : options.page);
+    file.write(show_page(find_locale(options.locale, "LC_TIME")));
+    file.commit();
+    return ExitCode::ok;
+  }
   Report(output, options).write(options.zone);
   output.flush();
   return ExitCode::ok;

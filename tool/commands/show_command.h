@@ -12,6 +12,7 @@ namespace jwnls::tool {
 struct ShowOptions {
   std::string locale;  // empty: the environment's
   std::string zone;    // empty: the system's
+  std::string page;    // a file to write a page to, "-" for standard output; empty: none
 };
 
 ExitCode run_show(const ShowOptions& options);

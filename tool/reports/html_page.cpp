@@ -29,15 +29,20 @@ section { background: var(--card); border: 1px solid var(--line); border-radius:
 table { border-collapse: collapse; width: 100%; margin-top: .5rem; }
 caption { text-align: left; color: var(--quiet); font-size: .875rem; padding: .25rem 0; }
 th, td { padding: .375rem .75rem .375rem 0; text-align: left; vertical-align: top;
-  border-top: 1px solid var(--line); overflow-wrap: anywhere; }
+  border-top: 1px solid var(--line); overflow-wrap: break-word; }
 thead th { color: var(--quiet); font-size: .8125rem; font-weight: 600; border-top: 0;
   overflow-wrap: normal; }
 tbody th { font-weight: 400; }
 .number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
 th:last-child, td:last-child { padding-right: 0; }
 .value { font-variant-numeric: tabular-nums; unicode-bidi: isolate; }
-.text { background: var(--mark); border-radius: .25rem; padding: .0625rem .3125rem;
+tbody th[scope=rowgroup] { color: var(--quiet); font-size: .8125rem; font-weight: 600;
+  padding-top: .75rem; }
+.text { overflow-wrap: anywhere; background: var(--mark); border-radius: .25rem; padding: .0625rem .3125rem;
   white-space: pre-wrap; -webkit-box-decoration-break: clone; box-decoration-break: clone; }
+.why { width: 40%; }
+.facts > span { display: inline-block; margin-right: 1.25rem; overflow-wrap: anywhere; }
+.short { white-space: nowrap; }
 .written { font-size: 1.0625rem; }
 .refused { color: var(--refused); }
 .read { color: var(--read); }
@@ -57,9 +62,11 @@ footer { color: var(--quiet); font-size: .8125rem; margin: 1.5rem 0 .5rem; }
   .stacks thead { position: absolute; width: 1px; height: 1px; overflow: hidden;
     clip-path: inset(50%); }
   .stacks tr { display: block; padding: .375rem 0; border-top: 1px solid var(--line); }
+  .why { width: auto; }
   .stacks th, .stacks td { display: block; padding: 0; border: 0; text-align: left; }
   .stacks td[data-is]::before { content: attr(data-is) " "; color: var(--quiet);
     font-size: .875rem; }
+  .stacks td.number, .stacks td.value { display: inline; margin-right: 1rem; }
   .stacks td:empty { display: none; }
 }
 @media print { body { background: none; } section { break-inside: avoid; } }

@@ -47,27 +47,41 @@ std::string bar(const ReportedColumn& column) {
   return "<div class=\"bar\" aria-hidden=\"true\">" + spans + "</div>\n<p>" + keys + "</p>\n";
 }
 
+std::string value(const std::string& text) {
+  return "<span class=\"value\">" + html_text(text) + "</span>";
+}
+
+// "least 1.00  greatest 2.00  sum, exact 3.00"
+std::string facts_of_values(const ReportedValues& values) {
+  const auto fact = [](const char* name, const std::string& text) {
+    return "<span><span class=\"quiet\">" + std::string(name) + "</span> " + value(text) +
+           "</span> ";
+  };
+  std::string facts = "<p class=\"facts\">" + fact("Least", values.least);
+  facts += fact("Greatest", values.greatest);
+  if (values.sum) facts += fact("Sum, exact", *values.sum);
+  return facts + "</p>\n";
+}
+
 std::string values_table(const ReportedColumn& column) {
   if (column.values.empty()) return {};
-  const bool has_currency = !column.values.front().currency.empty() || column.values.size() > 1;
-  const bool has_sum = column.values.front().sum.has_value();
-  std::string table = "<table class=\"stacks\"><caption>Values</caption><thead><tr>";
-  if (has_currency) table += "<th scope=\"col\">Currency</th><th scope=\"col\">Values</th>";
-  table += "<th scope=\"col\">Least</th><th scope=\"col\">Greatest</th>";
-  if (has_sum) table += "<th scope=\"col\">Sum, exact</th>";
+  if (column.values.size() == 1 && column.values.front().currency.empty()) {
+    return facts_of_values(column.values.front());
+  }
+  std::string table =
+      "<table class=\"stacks\"><caption>Values</caption><thead><tr><th scope=\"col\">Currency</th>";
+  for (const char* name : {"Values", "Least", "Greatest", "Sum, exact"}) {
+    table.append("<th scope=\"col\" class=\"number\">").append(name).append("</th>");
+  }
   table += "</tr></thead><tbody>\n";
-  const auto cell = [](const char* name, const std::string& value) {
-    return "<td data-is=\"" + std::string(name) + "\"><span class=\"value\">" + html_text(value) +
-           "</span></td>";
+  const auto cell = [](const char* name, const std::string& text) {
+    return "<td class=\"number\" data-is=\"" + std::string(name) + "\">" + value(text) + "</td>";
   };
   for (const ReportedValues& values : column.values) {
-    table += "<tr>";
-    if (has_currency) {
-      table += "<th scope=\"row\">" + html_text(values.currency) + "</th>";
-      table += cell("Values", grouped(values.count));
-    }
-    table += cell("Least", values.least) + cell("Greatest", values.greatest);
-    if (has_sum) table += cell("Sum, exact", values.sum.value_or(""));
+    const std::string currency = values.currency.empty() ? "none" : values.currency;
+    table += "<tr><th scope=\"row\">" + html_text(currency) + "</th>";
+    table += cell("Values", grouped(values.count)) + cell("Least", values.least);
+    table += cell("Greatest", values.greatest) + cell("Sum, exact", values.sum.value_or(""));
     table += "</tr>\n";
   }
   return table + "</tbody></table>\n";
@@ -78,7 +92,7 @@ std::string texts_table(const ReportedColumn& column) {
   std::string table =
       "<table class=\"stacks\"><caption>Not read</caption><thead><tr><th scope=\"col\">Text</th>"
       "<th scope=\"col\" class=\"number\">Times</th><th scope=\"col\" class=\"number\">First in "
-      "line</th><th scope=\"col\">Why</th></tr></thead><tbody>\n";
+      "line</th><th scope=\"col\" class=\"why\">Why</th></tr></thead><tbody>\n";
   for (const ReportedText& text : column.texts) {
     table += "<tr><th scope=\"row\"><span class=\"text\">" + seen(text.text) +
              (text.is_cut ? "…" : "") + "</span></th>";
