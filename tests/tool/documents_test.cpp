@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/tool/folder.h"
@@ -30,6 +31,12 @@ void check(const Folder& folder, const std::string& command, const std::string& 
   EXPECT_EQ(lines_of(outcome.output + outcome.errors), lines_of(output));
 }
 
+// The lines of a block that begins with "```csv NAME" are a file of that name.
+void write_block(std::istream& document, const std::string& path) {
+  std::ofstream file(path);
+  for (std::string line; std::getline(document, line) && line != "```";) file << line << '\n';
+}
+
 // An example: "$ command", lines of it that go on behind "> ", and what comes of it up to the next
 // one or the block's end. All of a document share a folder. Gives how many there were.
 int check_document(const std::string& name) {
@@ -38,7 +45,12 @@ int check_document(const std::string& name) {
   std::string command;
   std::string output;
   int examples = 0;
+  constexpr std::string_view file_block = "```csv ";
   for (std::string line; std::getline(document, line);) {
+    if (line.starts_with(file_block)) {
+      write_block(document, folder.path() + "/" + line.substr(file_block.size()));
+      continue;
+    }
     const bool begins = line.starts_with("$ ");
     if ((begins || line == "```") && !command.empty()) {
       check(folder, command, output);
@@ -60,6 +72,8 @@ int check_document(const std::string& name) {
 TEST(Documents, HaveExamplesThatAreTrue) {
   EXPECT_GE(check_document("tool.md"), 25);
   EXPECT_GE(check_document("pipes.md"), 3);
+  EXPECT_GE(check_document("tables.md"), 20);
+  EXPECT_GE(check_document("../README.md"), 2);
 }
 
 }  // namespace
