@@ -35,7 +35,8 @@ thead th { color: var(--quiet); font-size: .8125rem; font-weight: 600; border-to
 tbody th { font-weight: 400; }
 .number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
 th:last-child, td:last-child { padding-right: 0; }
-.value { font-variant-numeric: tabular-nums; unicode-bidi: isolate; }
+.number .value { white-space: normal; }
+.value { overflow-wrap: anywhere; font-variant-numeric: tabular-nums; unicode-bidi: isolate; }
 tbody th[scope=rowgroup] { color: var(--quiet); font-size: .8125rem; font-weight: 600;
   padding-top: .75rem; }
 .text { overflow-wrap: anywhere; background: var(--mark); border-radius: .25rem; padding: .0625rem .3125rem;
@@ -66,7 +67,7 @@ footer { color: var(--quiet); font-size: .8125rem; margin: 1.5rem 0 .5rem; }
   .stacks th, .stacks td { display: block; padding: 0; border: 0; text-align: left; }
   .stacks td[data-is]::before { content: attr(data-is) " "; color: var(--quiet);
     font-size: .875rem; }
-  .stacks td.number, .stacks td.value { display: inline; margin-right: 1rem; }
+  .stacks td.number { display: inline-block; margin-right: 1rem; white-space: normal; }
   .stacks td:empty { display: none; }
 }
 @media print { body { background: none; } section { break-inside: avoid; } }

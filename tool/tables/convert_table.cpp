@@ -55,29 +55,38 @@ std::unique_ptr<TargetFile> open_target(const TableJob& job, const ByteSource& s
   return target;
 }
 
-void check_is_other(const TargetFile& file, const std::string& path, const char* what,
-                    const TableJob& job, const ByteSource& source) {
-  const bool is_input = S_ISREG(source.facts().st_mode) && file.is_same_as(source.facts());
-  if (!is_input && path != job.output) return;
-  throw Failure{ExitCode::usage, path + ": is the " + (is_input ? "input" : "output") +
-                                     ", and shall hold the " + what};
+// A file that the rejects or the report may not go to, and what it is.
+struct OtherFile {
+  const TargetFile* file;
+  const char* what;
+};
+
+void check_is_other(const TargetFile& file, const std::string& path, const char* holds,
+                    const ByteSource& source, const std::vector<OtherFile>& others) {
+  const auto refuse = [&](const char* what) {
+    throw Failure{ExitCode::usage, path + ": is " + what + ", and shall hold " + holds};
+  };
+  if (S_ISREG(source.facts().st_mode) && file.is_same_as(source.facts())) refuse("the input");
+  for (const OtherFile& other : others) {
+    if (other.file != nullptr && file.is_same_as(*other.file)) refuse(other.what);
+  }
 }
 
-std::unique_ptr<TargetFile> open_rejects(const TableJob& job, const ByteSource& source) {
+std::unique_ptr<TargetFile> open_rejects(const TableJob& job, const ByteSource& source,
+                                         const TargetFile& target) {
   if (job.rejects.empty()) return nullptr;
   auto rejects = std::make_unique<TargetFile>(job.rejects);
-  check_is_other(*rejects, job.rejects, "rejects", job, source);
+  check_is_other(*rejects, job.rejects, "the rejects", source, {{&target, "the output"}});
   return rejects;
 }
 
-std::unique_ptr<ReportFile> open_report(const TableJob& job, const ByteSource& source) {
+std::unique_ptr<ReportFile> open_report(const TableJob& job, const ByteSource& source,
+                                        const TargetFile& target, const TargetFile* rejects) {
   if (job.report.empty()) return nullptr;
-  if (job.report == job.rejects) {
-    throw Failure{ExitCode::usage, job.report + ": is for the rejects, and shall hold the report"};
-  }
   auto report = std::make_unique<ReportFile>(job.report);
   if (report->file() != nullptr) {
-    check_is_other(*report->file(), job.report, "report", job, source);
+    check_is_other(*report->file(), job.report, "the report", source,
+                   {{&target, "the output"}, {rejects, "for the rejects"}});
   }
   return report;
 }
@@ -200,8 +209,8 @@ ExitCode convert_table(const TableJob& job) {
   const TableHead head = find_head(source, job);
   const TablePlan plan = plan_of(job, source, head);
   const auto target = open_target(job, source);
-  const auto rejects = open_rejects(job, source);
-  const auto report = open_report(job, source);
+  const auto rejects = open_rejects(job, source, *target);
+  const auto report = open_report(job, source, *target, rejects.get());
   const auto write_side_files = [&](const TableRun& run, const std::string& ended) {
     if (rejects != nullptr) rejects->commit();
     if (report != nullptr) report->write(run.findings().report(source.name(), ended));

@@ -80,6 +80,18 @@ class HeldSignals {
   sigset_t before_;
 };
 
+// Where a path's last name begins.
+std::size_t name_at(const std::string& path) { return path.rfind('/') + 1; }
+
+// The path without links and dots; as it is, where it leads nowhere.
+std::string resolved(const std::string& path) {
+  char* const behind = ::realpath(path.c_str(), nullptr);
+  if (behind == nullptr) return path;
+  std::string real = behind;
+  std::free(behind);
+  return real;
+}
+
 // The name under which a descriptor's file can be linked.
 std::string path_of(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
 
@@ -139,21 +151,20 @@ void TargetFile::open_file() {
       if (descriptor_ < 0) fail(errno);
       return;
     }
-    if (char* behind = ::realpath(path_.c_str(), nullptr)) {
-      path_ = behind;
-      std::free(behind);
-    }
+    path_ = resolved(path_);
   } else if (errno != ENOENT) {
     fail(errno);
+  } else {
+    const std::size_t name = name_at(path_);
+    path_ = resolved(name == 0 ? "./" : path_.substr(0, name)) + "/" + path_.substr(name);
   }
   open_beside();
 }
 
 void TargetFile::open_beside() {
-  const std::size_t slash = path_.rfind('/');
-  const std::size_t name = slash == std::string::npos ? 0 : slash + 1;
+  const std::size_t name = name_at(path_);
   beside_ = path_.substr(0, name) + "." + path_.substr(name, 200) + ".XXXXXX";
-  descriptor_ = open_nameless(name == 0 ? "." : path_.substr(0, name));
+  descriptor_ = open_nameless(path_.substr(0, name));
   is_nameless_ = descriptor_ >= 0;
   if (!is_nameless_) open_temporary();
   const mode_t mode = old_ ? old_->st_mode & 07777U : 0666U & ~mask_of_modes();
@@ -243,6 +254,10 @@ bool TargetFile::is_same_as(const struct stat& other) const {
     return false;
   }
   return facts.st_dev == other.st_dev && facts.st_ino == other.st_ino;
+}
+
+bool TargetFile::is_same_as(const TargetFile& other) const {
+  return !beside_.empty() && path_ == other.path_;
 }
 
 bool TargetFile::is_terminal() const { return descriptor_ >= 0 && ::isatty(descriptor_) == 1; }

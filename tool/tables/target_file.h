@@ -33,6 +33,8 @@ class TargetFile {
 
   /// True when it is this open file.
   [[nodiscard]] bool is_same_as(const struct stat& other) const;
+  /// True when both are written beside the same file, by whatever paths; also where there is none.
+  [[nodiscard]] bool is_same_as(const TargetFile& other) const;
   [[nodiscard]] bool is_terminal() const;
 
  private:
@@ -44,7 +46,7 @@ class TargetFile {
   [[noreturn]] void fail(int error) const;
 
   std::string name_;       // for messages
-  std::string path_;       // behind links
+  std::string path_;       // behind links and dots
   std::string beside_;     // the pattern of another name beside it; empty: written to at once
   std::string temporary_;  // that name, once it is taken
   bool is_nameless_ = false;
