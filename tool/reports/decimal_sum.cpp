@@ -6,9 +6,10 @@
 namespace jwnls::tool {
 namespace {
 
-bool are_digits(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char each) { return each >= '0' && each <= '9'; });
+std::size_t leading_digits(std::string_view text) {
+  std::size_t count = 0;
+  while (count < text.size() && text[count] >= '0' && text[count] <= '9') ++count;
+  return count;
 }
 
 std::uint64_t number_of(std::string_view digits) {
@@ -38,16 +39,18 @@ int compare_fractions(std::string_view left, std::string_view right) {
 
 DecimalParts decimal_parts(std::string_view text) {
   DecimalParts parts;
-  if (text.starts_with('-')) {
-    parts.is_negative = true;
+  parts.is_negative = text.starts_with('-');
+  if (parts.is_negative) text.remove_prefix(1);
+  const std::size_t whole = leading_digits(text);
+  parts.whole = text.substr(0, whole);
+  text.remove_prefix(whole);
+  if (text.starts_with('.')) {
     text.remove_prefix(1);
+    parts.fraction = text.substr(0, leading_digits(text));
+    text.remove_prefix(parts.fraction.size());
   }
-  const std::size_t point = std::min(text.find('.'), text.size());
-  parts.whole = text.substr(0, point);
-  if (point < text.size()) parts.fraction = text.substr(point + 1);
-  parts.is_decimal = text.size() > static_cast<std::size_t>(point < text.size()) &&
-                     are_digits(parts.whole) && are_digits(parts.fraction);
-  parts.whole.remove_prefix(std::min(parts.whole.find_first_not_of('0'), parts.whole.size()));
+  parts.is_decimal = text.empty() && !(parts.whole.empty() && parts.fraction.empty());
+  while (parts.whole.starts_with('0')) parts.whole.remove_prefix(1);
   return parts;
 }
 
