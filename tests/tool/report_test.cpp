@@ -70,6 +70,20 @@ TEST(DecimalSum, ComparesDecimals) {
   }
 }
 
+TEST(DecimalSum, TakesExponents) {
+  const struct {
+    const char* text;
+    const char* plain;
+  } rows[] = {
+      {"1.5e3", "1500"},      {"+1.5E+3", "1500"}, {"-1.25e1", "-12.5"}, {"-12.5e-3", "-0.0125"},
+      {"0e0", "0"},           {"5e-1", "0.5"},     {"100e-2", "1.00"},   {"+7", "7"},
+      {"1e99999", "1e99999"}, {"1e", "1e"},        {"e3", "e3"},         {"007e1", "70"}};
+  for (const auto& row : rows) {
+    char out[100];
+    EXPECT_EQ(plain_decimal(row.text, out, sizeof out), row.plain) << row.text;
+  }
+}
+
 TEST(UnreadTexts, AreCountedUpToALimit) {
   UnreadTexts texts;
   const std::string row(UnreadTexts::longest - 1, 'x');

@@ -1,7 +1,10 @@
 #include "tool/reports/decimal_sum.h"
 
 #include <algorithm>
+#include <charconv>
 #include <compare>
+#include <cstdlib>
+#include <system_error>
 
 namespace jwnls::tool {
 namespace {
@@ -52,6 +55,39 @@ DecimalParts decimal_parts(std::string_view text) {
   parts.is_decimal = text.empty() && !(parts.whole.empty() && parts.fraction.empty());
   while (parts.whole.starts_with('0')) parts.whole.remove_prefix(1);
   return parts;
+}
+
+std::string_view plain_decimal(std::string_view text, char* out, std::size_t room) {
+  std::string_view number = text;
+  if (number.starts_with('+')) number.remove_prefix(1);
+  const std::size_t mark = number.find_first_of("eE");
+  if (mark == std::string_view::npos) return number;
+  std::string_view power = number.substr(mark + 1);
+  if (power.starts_with('+')) power.remove_prefix(1);
+  int exponent = 0;
+  const auto [stop, error] = std::from_chars(power.data(), power.data() + power.size(), exponent);
+  const DecimalParts parts = decimal_parts(number.substr(0, mark));
+  const auto digits = static_cast<int>(parts.whole.size() + parts.fraction.size());
+  const auto most = static_cast<int>(room);
+  if (error != std::errc() || stop != power.data() + power.size() || !parts.is_decimal ||
+      exponent > most || exponent < -most || digits + std::abs(exponent) + 4 > most) {
+    return text;
+  }
+  // Zeros on both sides, so that the point stands among the digits.
+  std::string all(exponent < 0 ? static_cast<std::size_t>(-exponent) : 0, '0');
+  all.append(parts.whole).append(parts.fraction);
+  const int point = std::max(-exponent, 0) + static_cast<int>(parts.whole.size()) + exponent;
+  if (static_cast<int>(all.size()) < point) all.resize(static_cast<std::size_t>(point), '0');
+  std::string plain(parts.is_negative ? 1 : 0, '-');
+  plain.append(1, '0').append(all, 0, static_cast<std::size_t>(point));
+  if (static_cast<int>(all.size()) > point) {
+    plain.append(1, '.').append(all, static_cast<std::size_t>(point));
+  }
+  const std::size_t zeros = plain.find_first_not_of('0', parts.is_negative ? 1 : 0);
+  const std::size_t begin = parts.is_negative ? 1 : 0;
+  const bool keeps_one = zeros == std::string::npos || plain[zeros] == '.';
+  plain.erase(begin, std::min(zeros, plain.size()) - begin - (keeps_one ? 1 : 0));
+  return {out, plain.copy(out, room)};
 }
 
 int compare(const DecimalParts& left, const DecimalParts& right) {

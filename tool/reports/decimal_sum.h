@@ -22,6 +22,10 @@ struct DecimalParts {
 
 [[nodiscard]] DecimalParts decimal_parts(std::string_view text);
 
+/// The decimal without an exponent or a plus sign, "1500" of "+1.5e3", which `out` holds when it
+/// is not `text`; `text` where it is no decimal, or would have more than `room` characters.
+[[nodiscard]] std::string_view plain_decimal(std::string_view text, char* out, std::size_t room);
+
 /// Below 0, 0 or above 0, as `left` is less than, equal to or greater than `right`.
 [[nodiscard]] int compare(const DecimalParts& left, const DecimalParts& right);
 

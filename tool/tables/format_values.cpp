@@ -4,6 +4,7 @@
 #include "tool/iso_writer.h"
 #include "tool/moments.h"
 #include "tool/refusal.h"
+#include "tool/reports/decimal_sum.h"
 #include "tool/tables/layout_values.h"
 #include "tool/tables/target_layouts.h"
 #include "tool/terminal_text.h"
@@ -137,8 +138,8 @@ class FormatDecimals final : public FormatValues {
     return reason_of(layouts_.base().kind(), write(trimmed(text), out, &length));
   }
   [[nodiscard]] std::string_view value_of(std::string_view text, std::string_view,
-                                          char*) const noexcept override {
-    return trimmed(text);
+                                          char* out) const noexcept override {
+    return plain_decimal(trimmed(text), out, room);
   }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layouts_.base().kind()));
