@@ -46,6 +46,7 @@ using jwnls::library::is_blank_text;
 using jwnls::library::MomentRead;
 using jwnls::library::read_plain_date;
 using jwnls::library::read_uncommon_date;
+using jwnls::library::read_usual_date;
 using jwnls::library::Refusal;
 using jwnls::library::trimmed;
 
@@ -76,8 +77,9 @@ bool by_services(const jwnls_layout* layout) {
   return layout->dates == nullptr || layout->options.loose != 0 || layout->options.pattern != 0;
 }
 
-int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* days,
-              std::uint8_t* facts) noexcept {
+// All texts but those of read_usual_date().
+[[gnu::noinline]] int read_other_date(const jwnls_layout* layout, std::string_view text,
+                                      std::int32_t* days, std::uint8_t* facts) noexcept {
   *days = 0;
   if (facts != nullptr) *facts = 0;
   if (layout->is(JWNLS_DATE) && !by_services(layout)) [[likely]] {
@@ -95,6 +97,18 @@ int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* d
   }
   return read_checked(layout, bit(JWNLS_DATE) | bit(JWNLS_PERIOD), text, days, facts,
                       [=](std::string_view inner) { return read_loosely(layout, inner, days); });
+}
+
+int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* days,
+              std::uint8_t* facts) noexcept {
+  DateRead read;
+  if (text.size() == 10 && layout->is(JWNLS_DATE) && !by_services(layout) &&
+      read_usual_date(*layout->dates, text.data(), read)) [[likely]] {
+    *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
+    if (facts != nullptr) *facts = read.facts;
+    return JWNLS_OK;
+  }
+  return read_other_date(layout, text, days, facts);
 }
 
 int read_datetime(const jwnls_layout* layout, std::string_view text, std::int64_t* microseconds,

@@ -8,6 +8,7 @@
 #include "include/jwnls/jwnls.h"
 #include "library/layouts/layout.h"
 #include "library/numbers/decimal_value.h"
+#include "library/numbers/masked_decimal.h"
 #include "library/numbers/quick_scan.h"
 #include "library/numbers/scan_number.h"
 #include "library/numbers/short_canonical.h"
@@ -181,8 +182,11 @@ bool has_decimals(const jwnls_layout* layout) {
          layout->is(JWNLS_PERCENT);
 }
 
-int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
-                 std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
+// What masked_decimal() does not take.
+[[gnu::noinline]] int read_other_decimal(const jwnls_layout* layout, const char* text,
+                                         std::size_t length, char* out, std::size_t room,
+                                         std::size_t* out_length, char* currency,
+                                         std::uint8_t* facts) {
   const NumberSyntax& syntax = layout->number.syntax;
   QuickNumber quick;
   if (has_decimals(layout) &&
@@ -200,6 +204,19 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
   give_facts(0, facts);
   if (!has_decimals(layout)) return JWNLS_KIND;
   return read_decimal_fully(layout, text, length, out, room, out_length, currency, facts);
+}
+
+int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
+                 std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
+  std::uint8_t found = 0;
+  if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && room >= masked_decimal_room &&
+      masked_decimal(layout->number.syntax.quick, text, length, out, *out_length, found))
+      [[likely]] {
+    give_facts(found, facts);
+    if (currency != nullptr) *currency = '\0';  // numbers have none
+    return JWNLS_OK;
+  }
+  return read_other_decimal(layout, text, length, out, room, out_length, currency, facts);
 }
 
 }  // namespace
