@@ -17,10 +17,10 @@ namespace jwnls::tool {
 enum class FieldOutcome : std::uint8_t { read, missing, refused };
 
 struct FieldValue {
+  std::size_t length = 0;  // bytes that were written
   FieldOutcome outcome = FieldOutcome::refused;
-  std::uint8_t facts = 0;    // JWNLS_TWO_WAYS, JWNLS_DECIDES
-  std::uint32_t length = 0;  // bytes that were written
-  char currency[4] = {};     // ISO code of an amount that was read; else ""
+  std::uint8_t facts = 0;  // JWNLS_TWO_WAYS, JWNLS_DECIDES
+  char currency[4] = {};   // ISO code of an amount that was read; else ""
 };
 
 /// One column's way from text to text: what the command does (read, format, convert), with one
@@ -37,6 +37,12 @@ class ColumnValues {
   /// undoubled; what is written has no quotes of a table either. Missing and refused write nothing.
   virtual FieldValue convert(std::string_view text, char* out) const noexcept = 0;
 
+  /// The same into a value that stays where it is: what is written member by member and soon copied
+  /// as a whole waits for memory, which takes longer than reading a number.
+  virtual void convert_into(std::string_view text, char* out, FieldValue& value) const noexcept {
+    value = convert(text, out);
+  }
+
   /// Why a text is refused: what stands behind "date '30.02.2024': " in a message.
   [[nodiscard]] virtual std::string reason(std::string_view text) const = 0;
 
@@ -52,6 +58,9 @@ class ColumnValues {
                                                   char*) const noexcept {
     return written;
   }
+
+  /// The characters that all that convert() writes consists of; "": any.
+  [[nodiscard]] virtual std::string_view alphabet() const { return {}; }
 
   /// Whether what convert() writes stands in JSON without quotes.
   [[nodiscard]] virtual bool is_json_number() const = 0;

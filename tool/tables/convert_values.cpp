@@ -75,7 +75,7 @@ class ConvertValues final : public LayoutValues {
     if (passed.read_code != JWNLS_OK || passed.write_code != JWNLS_OK) return value;
     value.outcome = FieldOutcome::read;
     value.facts = passed.facts & facts_;
-    value.length = static_cast<std::uint32_t>(passed.length);
+    value.length = passed.length;
     for (std::size_t i = 0; i < sizeof value.currency; ++i) value.currency[i] = passed.currency[i];
     return value;
   }

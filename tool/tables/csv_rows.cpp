@@ -8,14 +8,17 @@
 namespace jwnls::tool {
 namespace {
 
-// Spans are short, and there is room behind both ends: whole steps instead of exact bytes.
-constexpr std::size_t step = 32;
+// There is room behind both ends: whole steps instead of exact bytes. Between neighbouring columns
+// stands one byte, elsewhere most of a row.
+constexpr std::size_t short_step = 16;
+constexpr std::size_t step = 64;
 // What a value takes at most: a separator before it, its room, twice where all of it are quotes,
 // and two around it.
 constexpr std::size_t value_bytes = 1 + 2 * ColumnValues::room + 2 + step;
 
 void copy_in_steps(char* to, const char* from, std::size_t size) {
   static_assert(step <= Chunk::slack);
+  if (size <= short_step) return static_cast<void>(std::memcpy(to, from, short_step));
   for (std::size_t at = 0; at < size; at += step) std::memcpy(to + at, from + at, step);
 }
 
@@ -46,8 +49,10 @@ void CsvRows::append(std::string_view text) {
 }
 
 // The value stands at the output's end. False when it needs quotes and may have none.
-inline bool CsvRows::write_value(std::size_t length) {
-  if (specials_.is_in(out_.data() + size_, length)) return write_in_quotes(length);
+inline bool CsvRows::write_value(std::size_t length, bool may_need_quotes) {
+  if (may_need_quotes && specials_.is_in(out_.data() + size_, length)) {
+    return write_in_quotes(length);
+  }
   size_ += length;
   return true;
 }
@@ -75,8 +80,8 @@ inline bool CsvRows::convert_in_place(const Row& row) {
     if (place.field >= row.fields) break;
     const std::string_view field = row.field(place.field);
     copy_up_to(field.data());
-    FieldValue value = fields_.convert(row, place.column, field, out_.data() + size_);
-    if (value.outcome == FieldOutcome::read && write_value(value.length)) {
+    FieldValue& value = fields_.convert(row, place.column, field, out_.data() + size_);
+    if (value.outcome == FieldOutcome::read && write_value(value.length, place.may_need_quotes)) {
       copied_ = field.data() + field.size();
     } else if (!keep_or_empty(row, place.column, field, value)) {
       all_read = false;
@@ -110,8 +115,8 @@ bool CsvRows::add_columns(const Row& row) {
   for (const std::size_t column : plan_.added) {
     append({&plan_.header.separator, 1});
     const std::string_view field = row.field(plan_.columns[column].field);
-    FieldValue value = fields_.convert(row, column, field, out_.data() + size_);
-    if (value.outcome == FieldOutcome::read && !write_value(value.length)) {
+    FieldValue& value = fields_.convert(row, column, field, out_.data() + size_);
+    if (value.outcome == FieldOutcome::read && !write_value(value.length, true)) {
       fields_.take_back(row, column, value);
       value = {};
     }

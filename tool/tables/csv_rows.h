@@ -22,7 +22,7 @@ class CsvRows {
         keeps_values_(!plan.currencies.empty()),
         values_(plan.columns.size()) {
     for (const std::size_t column : plan.in_place) {
-      in_place_.push_back({plan.columns[column].field, column});
+      in_place_.push_back({plan.columns[column].field, column, may_need_quotes(column)});
     }
   }
 
@@ -40,7 +40,13 @@ class CsvRows {
   struct InPlace {
     std::size_t field;
     std::size_t column;
+    bool may_need_quotes;
   };
+
+  bool may_need_quotes(std::size_t column) const {
+    const std::string_view alphabet = plan_.columns[column].values->alphabet();
+    return alphabet.empty() || alphabet.find(plan_.header.separator) != std::string_view::npos;
+  }
 
   bool convert_in_place(const Row& row);
   bool add_columns(const Row& row);
@@ -53,7 +59,7 @@ class CsvRows {
 
   void copy_up_to(const char* end);
   void append(std::string_view text);
-  bool write_value(std::size_t length);
+  bool write_value(std::size_t length, bool may_need_quotes);
   bool write_in_quotes(std::size_t length);
 
   const TablePlan& plan_;

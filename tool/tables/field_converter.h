@@ -52,22 +52,23 @@ class FieldConverter {
   /// `rejects_allowed`: the one that is more stops the run.
   void start(const Chunk& chunk, std::uint64_t rejects_allowed, std::uint64_t messages_left);
 
-  /// Converts a column's field, which is `field`, into `out`, which has ColumnValues::room.
-  FieldValue convert(const Row& row, std::size_t column, std::string_view field, char* out) {
+  /// Converts a column's field, which is `field`, into `out`, which has ColumnValues::room. The
+  /// value is the converter's own, until the next one.
+  FieldValue& convert(const Row& row, std::size_t column, std::string_view field, char* out) {
     Column& hot = columns_[column];
     text_ = field;
     if (quotes_ && field.starts_with('"')) {
-      if (!unquote(row, column)) return {};
+      if (!unquote(row, column)) return value_ = {};
       field = text_;
     }
-    const FieldValue value = hot.values->convert(field, out);
-    if (value.outcome == FieldOutcome::read) {
-      ++hot.read[value.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
-      if (report_) report_->add_read(column, field, {out, value.length}, value);
+    hot.values->convert_into(field, out, value_);
+    if (value_.outcome == FieldOutcome::read) {
+      ++hot.read[value_.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
+      if (report_) report_->add_read(column, field, {out, value_.length}, value_);
     } else {
-      count_not_read(row, column, value.outcome);
+      count_not_read(row, column, value_.outcome);
     }
-    return value;
+    return value_;
   }
 
   /// What convert() read cannot be written after all: it is refused.
@@ -110,6 +111,7 @@ class FieldConverter {
   std::uint64_t rejects_allowed_ = 0;
   std::string undoubled_;
   std::string_view text_;
+  FieldValue value_;
 };
 
 }  // namespace jwnls::tool

@@ -22,7 +22,7 @@ FieldValue written_as(int code, std::size_t length) {
   value.outcome = code == JWNLS_OK        ? FieldOutcome::read
                   : code == JWNLS_MISSING ? FieldOutcome::missing
                                           : FieldOutcome::refused;
-  value.length = code == JWNLS_OK ? static_cast<std::uint32_t>(length) : 0;
+  value.length = code == JWNLS_OK ? length : 0;
   return value;
 }
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstring>
 
 #include "tool/iso_writer.h"
 #include "tool/tables/layout_values.h"
@@ -7,58 +6,42 @@
 namespace jwnls::tool {
 namespace {
 
-FieldValue read_as(int code, std::uint8_t facts, std::size_t length) {
-  FieldValue value;
-  if (code == JWNLS_OK) [[likely]] {
-    value.outcome = FieldOutcome::read;
-    value.facts = facts;
-    value.length = static_cast<std::uint32_t>(length);
-  } else if (code == JWNLS_MISSING) {
-    value.outcome = FieldOutcome::missing;
-  }
-  return value;
+// Each fills `value`, which is as it was made, where the text is read.
+
+int read_decimal(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
+  return jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
+                            &value.length, value.currency, &value.facts);
 }
 
-FieldValue read_decimal(const jwnls_layout* layout, std::string_view text, char* out) {
-  std::size_t length = 0;
-  std::uint8_t facts = 0;
-  char currency[4] = {};
-  const int code = jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
-                                      &length, currency, &facts);
-  FieldValue value = read_as(code, facts, length);
-  std::memcpy(value.currency, currency, sizeof currency);
-  return value;
-}
-
-FieldValue read_date(const jwnls_layout* layout, std::string_view text, char* out) {
+int read_date(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
   std::int32_t days = 0;
-  std::uint8_t facts = 0;
-  const int code = jwnls_read_date(layout, text.data(), text.size(), &days, &facts);
-  if (code != JWNLS_OK) [[unlikely]]
-    return read_as(code, 0, 0);
-  return read_as(code, facts, static_cast<std::size_t>(write_iso_date(out, days) - out));
+  const int code = jwnls_read_date(layout, text.data(), text.size(), &days, &value.facts);
+  if (code == JWNLS_OK) [[likely]]
+    value.length = static_cast<std::size_t>(write_iso_date(out, days) - out);
+  return code;
 }
 
-FieldValue read_time(const jwnls_layout* layout, std::string_view text, char* out) {
+int read_time(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
   std::int64_t microseconds = 0;
-  std::uint8_t facts = 0;
-  const int code = jwnls_read_time(layout, text.data(), text.size(), &microseconds, &facts);
-  if (code != JWNLS_OK) return read_as(code, 0, 0);
-  return read_as(code, facts, static_cast<std::size_t>(write_iso_time(out, microseconds) - out));
+  const int code = jwnls_read_time(layout, text.data(), text.size(), &microseconds, &value.facts);
+  if (code != JWNLS_OK) return code;
+  value.length = static_cast<std::size_t>(write_iso_time(out, microseconds) - out);
+  return code;
 }
 
 template <bool is_instant>
-FieldValue read_datetime(const jwnls_layout* layout, std::string_view text, char* out) {
+int read_datetime(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
   std::int64_t microseconds = 0;
-  std::uint8_t facts = 0;
-  const int code = jwnls_read_datetime(layout, text.data(), text.size(), &microseconds, &facts);
-  if (code != JWNLS_OK) return read_as(code, 0, 0);
+  const int code =
+      jwnls_read_datetime(layout, text.data(), text.size(), &microseconds, &value.facts);
+  if (code != JWNLS_OK) return code;
   char* end = write_iso_datetime(out, microseconds);
   if (is_instant) *end++ = 'Z';
-  return read_as(code, facts, static_cast<std::size_t>(end - out));
+  value.length = static_cast<std::size_t>(end - out);
+  return code;
 }
 
-using ReadField = FieldValue (*)(const jwnls_layout*, std::string_view, char*);
+using ReadField = int (*)(const jwnls_layout*, std::string_view, char*, FieldValue&);
 
 template <ReadField read>
 class ReadValues final : public LayoutValues {
@@ -67,10 +50,23 @@ class ReadValues final : public LayoutValues {
       : layout_(layout), missing_(std::move(missing)), facts_(facts) {}
 
   FieldValue convert(std::string_view text, char* out) const noexcept override {
-    if (missing_.contains(text)) return read_as(JWNLS_MISSING, 0, 0);
-    FieldValue value = read(layout_.get(), text, out);
-    value.facts &= facts_;
+    FieldValue value;
+    convert_into(text, out, value);
     return value;
+  }
+  void convert_into(std::string_view text, char* out, FieldValue& value) const noexcept override {
+    value.length = 0;
+    value.facts = 0;
+    value.currency[0] = '\0';
+    const int code =
+        missing_.contains(text) ? JWNLS_MISSING : read(layout_.get(), text, out, value);
+    if (code != JWNLS_OK) [[unlikely]] {
+      value = {};
+      if (code == JWNLS_MISSING) value.outcome = FieldOutcome::missing;
+      return;
+    }
+    value.outcome = FieldOutcome::read;
+    value.facts &= facts_;
   }
   [[nodiscard]] std::string reason(std::string_view text) const override {
     return refusal_reason(layout_, text);
@@ -81,6 +77,8 @@ class ReadValues final : public LayoutValues {
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layout_.kind()));
   }
+  // Digits and the marks of numbers and of ISO 8601.
+  [[nodiscard]] std::string_view alphabet() const override { return "0123456789-+.:TZ"; }
   [[nodiscard]] bool is_json_number() const override { return is_numeric(layout_.kind()); }
   [[nodiscard]] std::string description() const override { return layout_.describe(); }
 

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 FieldValue written(std::string_view text, char* out, const char* currency = "") {
   FieldValue value;
   value.outcome = FieldOutcome::read;
-  value.length = static_cast<std::uint32_t>(text.copy(out, ColumnValues::room));
+  value.length = text.copy(out, ColumnValues::room);
   std::strcpy(value.currency, currency);
   return value;
 }
