@@ -209,12 +209,15 @@ bool has_decimals(const jwnls_layout* layout) {
 int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
                  std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
   std::uint8_t found = 0;
-  if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && room >= masked_decimal_room &&
-      masked_decimal(layout->number.syntax.quick, text, length, out, *out_length, found))
-      [[likely]] {
-    give_facts(found, facts);
-    if (currency != nullptr) *currency = '\0';  // numbers have none
-    return JWNLS_OK;
+  if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && room >= masked_decimal_room) {
+    const Masked masked =
+        masked_decimal(layout->number.syntax.quick, text, length, out, *out_length, found);
+    if (masked != Masked::other) [[likely]] {
+      if (masked == Masked::refused) *out_length = 0;
+      give_facts(found, facts);
+      if (currency != nullptr) *currency = '\0';  // numbers have none
+      return masked == Masked::read ? JWNLS_OK : JWNLS_UNREAD;
+    }
   }
   return read_other_decimal(layout, text, length, out, room, out_length, currency, facts);
 }

@@ -21,6 +21,9 @@
 
 namespace jwnls::library {
 
+/// What masked_decimal() says of a text; `refused`: no reader takes it.
+enum class Masked : std::uint8_t { read, refused, other };
+
 /// Room that masked_decimal() needs.
 inline constexpr std::size_t masked_decimal_room = 32;
 
@@ -92,15 +95,15 @@ constexpr std::uint64_t all_if(bool condition) noexcept {
 
 }  // namespace masked_decimal_details
 
-/// Writes the text's number; `out` has masked_decimal_room. False, and nothing is written, for what
-/// it does not take.
-[[nodiscard]] inline bool masked_decimal(const QuickSyntax& syntax, const char* text,
-                                         std::size_t length, char* out, std::size_t& out_length,
-                                         std::uint8_t& facts) noexcept {
+/// Writes the text's number; `out` has masked_decimal_room. Nothing is written for what is not
+/// read.
+[[nodiscard]] inline Masked masked_decimal(const QuickSyntax& syntax, const char* text,
+                                           std::size_t length, char* out, std::size_t& out_length,
+                                           std::uint8_t& facts) noexcept {
   using masked_decimal_details::all_if;
   using masked_decimal_details::group_places;
   using masked_decimal_details::without_groups;
-  if (!syntax.masks || length - 1 >= 16) return false;
+  if (!syntax.masks || length - 1 >= 16) return Masked::other;
   const SixteenBytes input(text, length);
   const __m128i bytes =
       _mm_set_epi64x(static_cast<long long>(input.second), static_cast<long long>(input.first));
@@ -129,7 +132,12 @@ constexpr std::uint64_t all_if(bool condition) noexcept {
   const unsigned too_short = (integer_length - 1) >> 31;
   const unsigned too_long = (decimals + 7) >> 4;  // more than eight
   const unsigned zeros_in_front = led_by_zero & (integer_length != 1 ? 1U : 0U);
-  if ((misplaced | too_short | too_long | zeros_in_front) != 0) return false;
+  if ((misplaced | too_short | too_long | zeros_in_front) != 0) [[unlikely]] {
+    // Own symbols alone, from digit to digit, but not where they belong: a shape that nobody reads.
+    const bool own = ((digits | groups | decimal | sign) ^ all) == 0;
+    const bool framed = (digits >> sign & digits >> (length - 1) & 1) != 0;
+    return own && framed && misplaced != 0 && syntax.threes_only ? Masked::refused : Masked::other;
+  }
 
   // The integer part from its begin on, moved up so that its first group has three places, too. A
   // group is four bytes then, its separator the last of them.
@@ -164,14 +172,14 @@ constexpr std::uint64_t all_if(bool condition) noexcept {
   const unsigned marked = (with_groups & 1) | has_decimal;
   static_assert(JWNLS_TWO_WAYS == 1 && JWNLS_DECIDES == 2);
   facts = static_cast<std::uint8_t>((marked & (two_ways ^ 1)) << 1 | two_ways);
-  return true;
+  return Masked::read;
 }
 
 #else
 
-[[nodiscard]] inline bool masked_decimal(const QuickSyntax&, const char*, std::size_t, char*,
-                                         std::size_t&, std::uint8_t&) noexcept {
-  return false;
+[[nodiscard]] inline Masked masked_decimal(const QuickSyntax&, const char*, std::size_t, char*,
+                                           std::size_t&, std::uint8_t&) noexcept {
+  return Masked::other;
 }
 
 #endif

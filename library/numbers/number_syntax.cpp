@@ -98,6 +98,10 @@ QuickSyntax quick_syntax(const Symbols& symbols, std::string_view minus,
     quick.group_bits = 0xFFFF;
   }
   quick.masks = symbols.group == 0 || quick.group_bits != 0;
+  quick.threes_only = quick.masks && std::all_of(std::begin(syntax.sizes), std::end(syntax.sizes),
+                                                 [](GroupSizes sizes) {
+                                                   return sizes == GroupSizes{3, 3};
+                                                 });
   return quick;
 }
 

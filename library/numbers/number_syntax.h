@@ -43,7 +43,8 @@ struct QuickSyntax {
   std::uint16_t group_bits = 0;  // all ones where `group` counts
   std::uint16_t decimal_bits = 0;
   bool group_is_blank = false;
-  bool masks = true;  // texts are tried by masks first
+  bool masks = true;         // texts are tried by masks first
+  bool threes_only = false;  // and nobody reads other groups than theirs
   OwnDigits own;
 };
 
