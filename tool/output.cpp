@@ -1,5 +1,6 @@
 #include "tool/output.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,9 +25,18 @@ int write_all(int descriptor, std::string_view text) {
   return 0;
 }
 
+bool is_one_file(int one, int other) {
+  struct stat left = {};
+  struct stat right = {};
+  return ::fstat(one, &left) == 0 && ::fstat(other, &right) == 0 && left.st_dev == right.st_dev &&
+         left.st_ino == right.st_ino;
+}
+
 }  // namespace
 
-Output::Output() : is_terminal_(::isatty(STDOUT_FILENO) == 1) { buffer_.reserve(buffer_bytes); }
+Output::Output() : is_beside_errors_(is_one_file(STDOUT_FILENO, STDERR_FILENO)) {
+  buffer_.reserve(buffer_bytes);
+}
 
 void Output::write(std::string_view text) {
   if (buffer_.size() + text.size() > buffer_bytes) flush();

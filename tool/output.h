@@ -22,12 +22,12 @@ class Output {
   /// Writes what is buffered. To be called before anything that may block, and at the end.
   void flush();
 
-  /// True when people read along: standard output is a terminal.
-  [[nodiscard]] bool is_terminal() const { return is_terminal_; }
+  /// True when one reader gets this and standard error: a terminal, a file or a pipe that both are.
+  [[nodiscard]] bool is_beside_errors() const { return is_beside_errors_; }
 
  private:
   std::string buffer_;
-  bool is_terminal_;
+  bool is_beside_errors_;
 };
 
 /// Writes text of several lines on standard error, as it is. Failures to do so are ignored.

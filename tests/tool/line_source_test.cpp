@@ -31,8 +31,10 @@ std::vector<Line> lines_of(const std::string& text, std::size_t piece_bytes) {
   std::vector<Line> lines;
   LineSource source(ends[0], [] {});
   std::string_view line;
-  while (source.next(line))
+  while (source.next(line)) {
     lines.push_back({source.number(), std::string(line), source.too_long()});
+    for (std::string_view piece; source.more(piece);) lines.back().text += piece;
+  }
   EXPECT_FALSE(source.next(line));  // the end stays the end
   writer.join();
   close(ends[0]);
@@ -54,13 +56,17 @@ TEST(LineSource, GivesLinesWithoutTheirEnds) {
   check(std::string("a\0b\n", 4), {{1, std::string("a\0b", 3), false}});
 }
 
-TEST(LineSource, CutsLinesThatAreTooLong) {
+TEST(LineSource, GivesLongLinesPieceByPiece) {
   constexpr auto most = LineSource::longest_line;
   const std::string fits(most, 'x');
-  const std::string text = fits + "\r\n" + fits + "y\n" + std::string(300'000, 'z') + "\nend\n";
-  const std::vector<Line> expected = {
-      {1, fits, false}, {2, fits, true}, {3, std::string(most, 'z'), true}, {4, "end", false}};
-  for (const std::size_t piece : {std::size_t{999}, std::size_t{1'000'000}})
+  const std::string returns = fits + std::string(300'000, '\r') + "z";
+  const std::string text = fits + "\r\n" + fits + "y\n" + returns + "\r\nend\n" + returns + "\r";
+  const std::vector<Line> expected = {{1, fits, false},
+                                      {2, fits + "y", true},
+                                      {3, returns, true},
+                                      {4, "end", false},
+                                      {5, returns, true}};
+  for (const std::size_t piece : {std::size_t{1}, std::size_t{999}, std::size_t{1'000'000}})
     EXPECT_EQ(lines_of(text, piece), expected);
 }
 

@@ -27,7 +27,8 @@ class ValueWriter {
     char out[ColumnValues::room];
     const FieldValue value = values_.convert(text, out);
     if (value.outcome == FieldOutcome::refused) {
-      return refuse(line, lines_.quiet ? std::string() : place + values_.message(text));
+      const bool goes_on = refuse(lines_.quiet ? "" : place + values_.message(text));
+      return invalid_ == Invalid::keep ? put(line) : goes_on;
     }
     if (value.outcome == FieldOutcome::missing) return put(lines_.null_out.value_or(""));
     deciding_ += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
@@ -38,12 +39,15 @@ class ValueWriter {
     return put(std::string(out, value.length) + " " + value.currency);
   }
 
-  bool refuse(std::string_view line, const std::string& message) {
-    outcome_ = ExitCode::bad_values;
-    say(message);
-    if (invalid_ == Invalid::keep) put(line);
-    if (invalid_ == Invalid::empty) put(lines_.null_out.value_or(""));
-    return invalid_ != Invalid::stop;
+  // A line of which only the begin is here. Its own text may be longer than memory.
+  bool write_long(std::string_view begin, const std::string& place, LineSource& source) {
+    const bool goes_on = refuse(place + in_quotes(begin) + ": longer than " +
+                                std::to_string(LineSource::longest_line) + " bytes");
+    if (invalid_ != Invalid::keep) return goes_on;
+    output_.write(begin);
+    for (std::string_view piece; source.more(piece);) output_.write(piece);
+    output_.write("\n");
+    return goes_on;
   }
 
   ExitCode finish(Undecided asked) {
@@ -59,6 +63,14 @@ class ValueWriter {
   }
 
  private:
+  // False when nothing is to follow.
+  bool refuse(const std::string& message) {
+    outcome_ = ExitCode::bad_values;
+    say(message);
+    if (invalid_ == Invalid::empty) put(lines_.null_out.value_or(""));
+    return invalid_ != Invalid::stop;
+  }
+
   bool put(std::string_view text) {
     if (lines_.width == 0) {
       output_.line(text);
@@ -70,7 +82,7 @@ class ValueWriter {
 
   void say(const std::string& message) {
     if (lines_.quiet) return;
-    if (output_.is_terminal()) output_.flush();  // keeps both streams in step before one reader
+    if (output_.is_beside_errors()) output_.flush();  // both streams in step before one reader
     report(message);
   }
 
@@ -99,10 +111,7 @@ ExitCode write_values(const ValueLines& lines, Undecided undecided, const Layout
   while (goes_on && source.next(line)) {
     const std::string place = "line " + std::to_string(source.number()) + ": ";
     if (source.too_long()) {
-      // An empty line keeps its place.
-      goes_on = writer.refuse("", place + in_quotes(line) + ": the line is longer than " +
-                                      std::to_string(LineSource::longest_line) +
-                                      " bytes; it is left empty");
+      goes_on = writer.write_long(line, place, source);
     } else {
       goes_on = writer.write(line, place);
     }
