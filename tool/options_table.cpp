@@ -169,6 +169,8 @@ constexpr OptionRow rows[] = {
     general("names", 'n', nullptr, locales_command | zones_command, "Names only, for scripts"),
     general("html", 0, "FILE", show_command,
             "A page with its conventions and examples; -: standard output"),
+    general("json", 0, nullptr, locales_command | zones_command,
+            "An array of JSON, an object each"),
     general("zone", 'z', "ZONE", show_command, "The time zone of instants; default: the system's"),
 };
 

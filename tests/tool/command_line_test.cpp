@@ -71,6 +71,7 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
   check({"read", "date", "--style", "long", "3/4/2024"}, "--style");
   check({"convert", "date", "--from", "de", "3/4/2024"}, "--to is required");
   check({"show", "de_DE", "fr_FR"}, "fr_FR");
+  check({"show", ""}, "the locale's name is empty");
 }
 
 // The words are the library's, and so is what it says of them.

@@ -244,7 +244,9 @@ class CommandLine {
     app->add_option("filter", operand_, "Part of a name, in any case")->transform(unshielded);
     app->footer(examples(lines));
     app->callback([this, list, &options] {
-      chosen_ = [this, list, &options] { return list({operand_, options.has("names")}); };
+      chosen_ = [this, list, &options] {
+        return list({operand_, options.has("names"), options.has("json")});
+      };
     });
   }
 
@@ -256,8 +258,10 @@ class CommandLine {
     app->add_option("locale", operand_, "The locale; default: LC_ALL, LC_TIME or LANG")
         ->transform(unshielded);
     app->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
-    app->callback([this, &options] {
-      chosen_ = [this, &options] {
+    app->callback([this, app, &options] {
+      chosen_ = [this, app, &options] {
+        const bool is_empty = operand_.empty() && app->count("locale") > 0;
+        if (is_empty) throw Failure{ExitCode::usage, "the locale's name is empty (see --help)"};
         return run_show(
             {operand_, options.value("zone").value_or(""), options.value("html").value_or("")});
       };

@@ -10,9 +10,9 @@
 
 #include "tool/commands/table_command.h"
 #include "tool/detection.h"
+#include "tool/json_text.h"
 #include "tool/output.h"
 #include "tool/table.h"
-#include "tool/tables/json_rows.h"
 #include "tool/tables/missing_words.h"
 #include "tool/tables/table_job.h"
 #include "tool/terminal_text.h"

@@ -1,44 +1,12 @@
 #include "tool/tables/json_rows.h"
 
-#include <utf8proc.h>
-
-#include <cstdio>
-
+#include "tool/json_text.h"
 #include "tool/tables/field_text.h"
 
 namespace jwnls::tool {
 namespace {
 
 constexpr std::size_t no_column = static_cast<std::size_t>(-1);
-
-bool stands_as_it_is(unsigned char byte) {
-  return byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
-}
-
-void append_escaped(std::string& out, char byte) {
-  switch (byte) {
-    case '"':
-      out += "\\\"";
-      return;
-    case '\\':
-      out += "\\\\";
-      return;
-    case '\n':
-      out += "\\n";
-      return;
-    case '\r':
-      out += "\\r";
-      return;
-    case '\t':
-      out += "\\t";
-      return;
-    default:
-      break;
-  }
-  char code[8];
-  (void)std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(byte));
-  out += code;
-}
 
 std::string key_of(const std::string& name, bool is_first) {
   std::string key = is_first ? "{" : ",";
@@ -47,31 +15,6 @@ std::string key_of(const std::string& name, bool is_first) {
 }
 
 }  // namespace
-
-bool append_json_string(std::string& out, std::string_view text) {
-  bool is_wellformed = true;
-  out += '"';
-  while (!text.empty()) {
-    std::size_t plain = 0;
-    while (plain < text.size() && stands_as_it_is(static_cast<unsigned char>(text[plain]))) ++plain;
-    out.append(text.substr(0, plain));
-    text.remove_prefix(plain);
-    if (text.empty()) break;
-    utf8proc_int32_t character = 0;
-    const auto bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                        static_cast<utf8proc_ssize_t>(text.size()), &character);
-    const std::size_t size = bytes > 0 ? static_cast<std::size_t>(bytes) : 1;
-    if (bytes > 0 && character < 0x80) {
-      append_escaped(out, text.front());
-    } else {
-      out.append(bytes > 0 ? text.substr(0, size) : "\uFFFD");
-      is_wellformed = is_wellformed && bytes > 0;
-    }
-    text.remove_prefix(size);
-  }
-  out += '"';
-  return is_wellformed;
-}
 
 JsonRows::JsonRows(const TablePlan& plan, FieldConverter& fields)
     : plan_(plan),

@@ -13,10 +13,6 @@
 
 namespace jwnls::tool {
 
-/// Adds the text as JSON has strings, in quotes; what is not UTF-8 becomes U+FFFD. False when there
-/// was such.
-bool append_json_string(std::string& out, std::string_view text);
-
 /// Converted columns are numbers where their values are; missing values are null; the rest are
 /// strings. Rows of another length have their fields as strings, those beyond the header under
 /// their number. Blank lines are left out.
