@@ -13,6 +13,25 @@ if(JWNLS_TOOL)
   install(TARGETS jwnls RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program)
 endif()
 
+# jwnls_page(<file> <folder> <what the program is asked for>...): a text about the program that it
+# writes itself, installed below the folder of shared data.
+set(pages)
+function(jwnls_page file folder)
+  set(page "${PROJECT_BINARY_DIR}/pages/${folder}/${file}")
+  get_filename_component(page_folder "${page}" DIRECTORY)
+  file(MAKE_DIRECTORY "${page_folder}")
+  add_custom_command(OUTPUT "${page}" COMMAND jwnls ${ARGN} > "${page}" DEPENDS jwnls VERBATIM)
+  install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/${folder}" COMPONENT program)
+  set(pages ${pages} "${page}" PARENT_SCOPE)
+endfunction()
+if(JWNLS_TOOL AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
+  jwnls_page(jwnls.1 man/man1 --manual)
+  jwnls_page(jwnls bash-completion/completions completions bash)
+  jwnls_page(_jwnls zsh/site-functions completions zsh)
+  jwnls_page(jwnls.fish fish/vendor_completions.d completions fish)
+  add_custom_target(jwnls_pages ALL DEPENDS ${pages})
+endif()
+
 # The ABI's headers name each other by the place that they have here, "abi/x.h". Installed they
 # stand under jwnls/, where a neighbour is found by its name alone.
 file(GLOB abi_headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/abi/*.h")

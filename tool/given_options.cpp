@@ -14,22 +14,6 @@
 namespace jwnls::tool {
 namespace {
 
-const char* title_of(OptionGroup group) {
-  switch (group) {
-    case OptionGroup::general:
-      return "Options";
-    case OptionGroup::reading:
-      return "What is read";
-    case OptionGroup::writing:
-      return "How it is written";
-    case OptionGroup::lines:
-      return "Values that are missing or not read, and width";
-    case OptionGroup::table:
-      return "Tables";
-  }
-  return "";
-}
-
 // What the parser gives for a flag that may have a value and has none.
 constexpr const char* no_value = "true";
 

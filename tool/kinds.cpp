@@ -94,7 +94,7 @@ constexpr KindRow rows[] = {
                         "  date -Iseconds | jwnls format instant -l pt_BR -z America/Sao_Paulo",
      .read_examples = "  jwnls read instant -l de_DE -z Europe/Berlin '1.7.2024 14:00'\n"
                       "  jwnls read instant -l en_US '7/1/2024 12:00 +02:00'",
-     .convert_examples = "  jwnls convert instant --from en_US --to de_DE -z Europe/Berlin "
+     .convert_examples = "  jwnls convert instant --from en_US --to de_DE -z Asia/Tokyo "
                          "'7/1/2024 12:00Z'"},
     {.kind = Kind::period,
      .name = "period",

@@ -16,6 +16,7 @@ constexpr unsigned times = dates | kind_bits({Kind::time});
 
 constexpr unsigned reading = read_command | convert_command;
 constexpr unsigned writing = format_command | convert_command;
+constexpr unsigned every_command = table_commands | show_command | locales_command | zones_command;
 
 // An option word of layouts.
 constexpr OptionRow word(const char* name, const char* value, unsigned kinds, unsigned commands,
@@ -169,6 +170,10 @@ constexpr OptionRow rows[] = {
     general("names", 'n', nullptr, locales_command | zones_command, "Names only, for scripts"),
     general("html", 0, "FILE", show_command,
             "A page with its conventions and examples; -: standard output"),
+    {"color", 0, Takes::one, "WHEN", every_command, all_kinds, OptionGroup::general, false,
+     "auto|always|never",
+     "Colour in messages: auto (the default: on a terminal, unless NO_COLOR is set), always, "
+     "never"},
     general("json", 0, nullptr, locales_command | zones_command,
             "An array of JSON, an object each"),
     general("zone", 'z', "ZONE", show_command, "The time zone of instants; default: the system's"),
@@ -203,6 +208,22 @@ std::vector<std::string> choices_of(const OptionRow& row) {
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return choices;
+}
+
+const char* title_of(OptionGroup group) {
+  switch (group) {
+    case OptionGroup::general:
+      return "Options";
+    case OptionGroup::reading:
+      return "What is read";
+    case OptionGroup::writing:
+      return "How it is written";
+    case OptionGroup::lines:
+      return "Values that are missing or not read, and width";
+    case OptionGroup::table:
+      return "Tables";
+  }
+  return "";
 }
 
 const char* command_name(Command command) {

@@ -75,6 +75,9 @@ struct ColumnWordRow {
 };
 [[nodiscard]] std::span<const ColumnWordRow> column_word_rows();
 
+/// "Tables": what the options of a group are about.
+[[nodiscard]] const char* title_of(OptionGroup group);
+
 /// "read"; the bit of a name, 0: none.
 [[nodiscard]] const char* command_name(Command command);
 

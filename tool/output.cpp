@@ -4,9 +4,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <optional>
 
 #include "tool/exit_code.h"
+#include "tool/message_colour.h"
 #include "tool/terminal_text.h"
 
 namespace jwnls::tool {
@@ -23,6 +26,17 @@ int write_all(int descriptor, std::string_view text) {
     text.remove_prefix(static_cast<std::size_t>(written));
   }
   return 0;
+}
+
+// Whether messages are coloured; none: not yet asked. Messages come from one thread at a time.
+std::optional<bool> message_colour;
+
+bool wants_colour() {
+  const char* const refused = std::getenv("NO_COLOR");
+  if (refused != nullptr && *refused != '\0') return false;
+  const char* const terminal = std::getenv("TERM");
+  const bool is_dumb = terminal != nullptr && std::string_view(terminal) == "dumb";
+  return !is_dumb && ::isatty(STDERR_FILENO) == 1;
 }
 
 bool is_one_file(int one, int other) {
@@ -54,9 +68,15 @@ void Output::flush() {
 
 void write_error(std::string_view text) { (void)write_all(STDERR_FILENO, text); }
 
+void colour_messages(std::string_view when) {
+  if (when != "auto") message_colour = when == "always";
+}
+
 void report(std::string_view message) {
+  if (!message_colour) message_colour = wants_colour();
   std::string line = "jwnls: ";
-  line.append(escaped(message)).append("\n");
+  const std::string text = escaped(message);
+  line.append(*message_colour ? coloured(text) : text).append("\n");
   write_error(line);
 }
 

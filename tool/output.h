@@ -33,6 +33,10 @@ class Output {
 /// Writes text of several lines on standard error, as it is. Failures to do so are ignored.
 void write_error(std::string_view text);
 
+/// Whether messages are coloured: "always", "never", or "auto", as it is by default: on a terminal
+/// that is not dumb, unless NO_COLOR is set.
+void colour_messages(std::string_view when);
+
 /// Writes "jwnls: <message>" as one line on standard error, with whatever a terminal would obey
 /// escaped. Failures to do so are ignored.
 void report(std::string_view message);

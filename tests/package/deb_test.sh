@@ -19,7 +19,9 @@ holds libjwnls1 '/libjwnls\.so\.1$' '/jwnls/jwnlsloc\.so$' '/jwnls/jwnlsldb\.so$
 holds libjwnls-dev '/libjwnls\.so$' '/libjwnls\.a$' 'include/jwnls/jwnls\.h$' \
   'include/jwnls/jwnls\.hpp$' 'include/jwnls/abi/locale_handle\.h$' '/jwnls\.pc$' \
   '/cmake/jwnls/jwnls-config\.cmake$' '/doc/libjwnls-dev/LICENSE$'
-holds jwnls 'bin/jwnls$' '/doc/jwnls/NOTICE$'
+holds jwnls 'bin/jwnls$' '/doc/jwnls/NOTICE$' '/man/man1/jwnls\.1$' \
+  '/bash-completion/completions/jwnls$' '/zsh/site-functions/_jwnls$' \
+  '/fish/vendor_completions\.d/jwnls\.fish$'
 depends() { dpkg-deb -f "$1"_*.deb Depends; }
 [[ $(depends libjwnls1) == *libc6* && $(depends libjwnls1) == *libcctz* ]] ||
   fail "libjwnls1 depends on: $(depends libjwnls1)"

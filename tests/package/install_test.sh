@@ -11,3 +11,8 @@ use "$work/moved" "$libdir"
 "$work/moved/bin/jwnls" --version >/dev/null || fail "the program does not start"
 (cd / && "$work/moved/bin/jwnls" format number 1234.5 --locale de_DE) | grep -Fq 1.234,5 ||
   fail "the program writes no number"
+# So do those who complete its command lines or read its page.
+for page in man/man1/jwnls.1 bash-completion/completions/jwnls zsh/site-functions/_jwnls \
+  fish/vendor_completions.d/jwnls.fish; do
+  [ -s "$work/moved/share/$page" ] || fail "share/$page is missing"
+done

@@ -3,29 +3,49 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/tool/process.h"
+#include "tool/terminal_text.h"
 
 namespace jwnls::tool {
 namespace {
 
 using Arguments = std::vector<std::string>;
 
-TEST(CommandLine, HelpIsOutputAndHasExamples) {
-  std::vector<Arguments> cases = {
-      {"--help"}, {"read", "period", "-h"}, {"format", "currency", "-h"}};
-  for (const char* command : {"format", "read", "convert", "locales", "zones", "show"}) {
-    cases.push_back({command, "--help"});
+// Every command, and every kind of those that have some, without "--help".
+std::vector<Arguments> all_commands() {
+  std::vector<Arguments> all = {{}, {"read", "period"}, {"format", "currency"}};
+  for (const char* command : {"format", "read", "convert", "detect", "locales", "zones", "show"}) {
+    all.push_back({command});
   }
   for (const char* kind :
        {"number", "integer", "amount", "percent", "date", "time", "datetime", "instant"}) {
-    for (const char* command : {"format", "read", "convert"}) {
-      cases.push_back({command, kind, "--help"});
-    }
+    for (const char* command : {"format", "read", "convert"}) all.push_back({command, kind});
   }
-  for (const auto& arguments : cases) {
+  return all;
+}
+
+TEST(CommandLine, ShortHelpIsAScreen) {
+  for (Arguments arguments : all_commands()) {
+    arguments.emplace_back("-h");
+    const auto outcome = run_tool({arguments});
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+    EXPECT_LE(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 24);
+    std::istringstream lines(outcome.output);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(cell_width(line), 80) << line;
+  }
+}
+
+TEST(CommandLine, HelpIsOutputAndHasExamples) {
+  for (Arguments arguments : all_commands()) {
+    arguments.emplace_back("--help");
+    arguments.insert(arguments.begin(), "help");
+    const auto helped = run_tool({arguments});
+    arguments.erase(arguments.begin());
+    EXPECT_EQ(helped.output, run_tool({arguments}).output);
     const auto outcome = run_tool({arguments});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_EQ(outcome.errors, "");
@@ -52,7 +72,7 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
     EXPECT_NE(outcome.errors.find(part), std::string::npos) << outcome.errors;
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
   };
-  check({}, "jwnls needs one of format, read, convert, detect, locales, zones, show");
+  check({}, "jwnls needs one of format, read, convert, detect, locales, zones, show, help");
   check({"frobnicate\x1B[2J"}, "frobnicate\\x1B[2J");
   check({"format"}, "format needs one of number, integer, amount, percent, date");
   check({"format", "dates"}, "'dates': no such kind; did you mean 'date'?");
@@ -71,6 +91,10 @@ TEST(CommandLine, WrongCommandLinesSayWhatIsWrong) {
   check({"read", "date", "--style", "long", "3/4/2024"}, "--style");
   check({"convert", "date", "--from", "de", "3/4/2024"}, "--to is required");
   check({"show", "de_DE", "fr_FR"}, "fr_FR");
+  check({"help", "raed"}, "'raed': no such command; did you mean 'read'?");
+  check({"help", "read", "dat"}, "'dat': no such kind; did you mean 'date'?");
+  check({"help", "convert", "period"}, "a period can only be read");
+  check({"completions", "bsh"}, "'bsh' is none of bash zsh fish; did you mean 'bash'?");
   check({"show", ""}, "the locale's name is empty");
 }
 

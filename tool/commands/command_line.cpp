@@ -9,8 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "tool/commands/command_rows.h"
+#include "tool/commands/completion_command.h"
 #include "tool/commands/detect_command.h"
 #include "tool/commands/list_commands.h"
+#include "tool/commands/short_help.h"
 #include "tool/commands/show_command.h"
 #include "tool/commands/table_command.h"
 #include "tool/commands/value_commands.h"
@@ -26,43 +29,15 @@
 namespace jwnls::tool {
 namespace {
 
-constexpr const char* program_description =
-    "Writes and reads dates, times, numbers and amounts the way a locale does.";
-
-constexpr const char* program_footer =
-    "Examples:\n"
-    "  jwnls format date -l de_DE -s long 2024-03-15\n"
-    "  jwnls format datetime -l en_US -z America/New_York now\n"
-    "  jwnls format number -l fr_FR -d 2 1234567.891\n"
-    "  jwnls read date -l fr_FR '15 mars 2024'\n"
-    "  jwnls read amount -l de_DE '1.234,50 €'\n"
-    "  jwnls convert time --from en_US --to de_DE '2:30 PM'\n"
-    "  jwnls read -l de_DE -c Datum=date -c Betrag=amount bank.csv\n"
-    "  jwnls detect -l de_DE,en_US,fr_FR bank.csv\n"
-    "  jwnls show ja_JP\n"
-    "  jwnls locales arab\n"
-    "\n"
-    "Locales are named as people write them: de_DE, de-DE, de_DE.UTF-8, german. Without one, the\n"
-    "first of LC_ALL, LC_TIME and LANG that is set counts, else C, which is en_US_POSIX; for\n"
-    "numbers LC_NUMERIC and for amounts LC_MONETARY in place of LC_TIME.\n"
-    "\n"
-    "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown\n"
-    "locale or time zone or a module that cannot be loaded, 4 input or output failed, 5 values\n"
-    "that could mean another and none that decides, with --proved, or no single reading, of "
-    "detect.";
-
 using Run = std::function<ExitCode()>;
 
 constexpr const char* values_footer =
     "Without values, lines of standard input are read. A blank value is a missing one, and stays.";
 
-constexpr const char* table_footer =
-    "Tables, with -c: SELECTOR{,SELECTOR}[=KIND]{:WORD}\n"
-    "  SELECTOR  a name, \"a name\", a number, 3-5, 3-, 'net*', /expression/\n"
-    "  KIND      number integer amount percent date time datetime instant period; default: the\n"
-    "            command's\n"
-    "  WORD      a locale; an option of the kind, without its dashes: decimals=2, no-group;\n"
-    "            as=NAME, a new column; currency-as=NAME, a column of currencies; from=, to=";
+// Thrown as soon as -h is there.
+struct ShortHelp {
+  std::string text;
+};
 
 std::string version_text() {
   char zones[64];
@@ -81,33 +56,26 @@ class CommandLine {
     app_.require_subcommand(0, 1);  // one is required, but a wrong word is to be named first
     app_.set_version_flag("--version", version_text,
                           "The versions of program, module interface, locale and zone data");
-    app_.footer(program_footer);
+    app_.footer(std::string("Examples:\n") + program_examples + "\n\n" + program_locales + "\n\n" +
+                program_exit_codes);
+    app_.set_help_flag("--help", "All there is");
+    add_short_help(app_, [] { return short_help(); });
     app_.failure_message(CLI::FailureMessage::simple);
-    add_values_command(
-        format_command, "Write values, or columns of a table, the way a locale does",
-        "  jwnls format -l de_DE -c date=date:style=long -c amount=number table.csv");
-    add_values_command(read_command,
-                       "Read values, or columns of a table, the way a locale has them",
-                       "  jwnls read -l de_DE -c 'Datum,Valuta=date' -c Betrag=amount bank.csv\n"
-                       "  jwnls read number -l de_DE -c Netto,Brutto --rejects bad.csv bank.csv");
-    add_values_command(convert_command, "Read values in one locale, write them in another",
-                       "  jwnls convert --from en_US --to de_DE -c amount=number table.csv");
-    add_detect();
-    add_list(locales_command, "List the locales: name, English name, own name",
-             "  jwnls locales\n  jwnls locales swiss\n  jwnls locales --names zh", run_locales);
-    add_list(zones_command, "List the time zones: name, what it is called now, offset from UTC now",
-             "  jwnls zones\n  jwnls zones america/arg\n  jwnls zones --names | fzf", run_zones);
-    add_show();
+    for (const CommandRow& row : command_rows()) add_command(row);
   }
 
   // Throws CLI::ParseError, for help as well.
   ExitCode run() {
+    if (!words_.empty() && words_.front() == "help") words_ = asked_for_help();
     check_command();
     auto words = with_shielded_values(words_);
     std::reverse(words.begin(), words.end());  // as the parser takes them
     app_.parse(std::move(words));
     if (!chosen_)
       throw Failure{ExitCode::usage, "jwnls needs one of " + commands() + " (see --help)"};
+    for (const GivenOptions& options : options_) {
+      if (const auto when = options.value("color")) colour_messages(*when);
+    }
     return chosen_();
   }
 
@@ -142,57 +110,87 @@ class CommandLine {
     return name != nullptr && std::find(words_.begin(), words_.end(), name) != words_.end();
   }
 
-  static bool has_kind(Command command, const KindRow& kind) {
-    return command == read_command || kind.format_examples != nullptr;
+  // "help read date" is "read date --help".
+  [[nodiscard]] std::vector<std::string> asked_for_help() const {
+    std::vector<std::string> words(words_.begin() + 1, words_.end());
+    std::erase_if(words, [](const std::string& word) { return word == "--help" || word == "-h"; });
+    const CommandRow* const row = words.empty() ? nullptr : find_command(words.front());
+    const std::size_t most = row != nullptr && (row->command & value_commands) != 0 ? 2 : 1;
+    if (words.size() > most) {
+      throw Failure{ExitCode::usage,
+                    "help: " + in_quotes(words[most]) + " is too much (see --help)"};
+    }
+    if (words.size() == 2 && find_kind(row->command, words[1]) == nullptr) {
+      throw Failure{ExitCode::usage, std::string("a ") + kind_of_name(words[1], "").name +
+                                         " can only be read (see --help)"};
+    }
+    words.emplace_back("--help");
+    return words;
   }
 
-  // "read date ...": then all options behind are those of the kind.
-  [[nodiscard]] bool begins_with_kind(Command command) const {
-    const auto all = kinds();
-    return words_.size() > 1 && std::any_of(all.begin(), all.end(), [&](const KindRow& kind) {
-             return has_kind(command, kind) &&
-                    (words_[1] == kind.name || (kind.alias != nullptr && words_[1] == kind.alias));
-           });
+  static void add_short_help(CLI::App& app, std::function<std::string()> text) {
+    const auto show = [text = std::move(text)] { throw ShortHelp{text()}; };
+    app.add_flag_callback("-h", show, "What most need, on a screen")->trigger_on_parse();
+  }
+
+  void add_command(const CommandRow& row) {
+    CLI::App* app = app_.add_subcommand(row.name, row.summary);
+    add_short_help(*app, [&row] { return short_help(row, nullptr); });
+    app->footer(examples(row.examples));
+    switch (row.command) {
+      case format_command:
+      case read_command:
+      case convert_command:
+        return add_values(*app, row);
+      case detect_command:
+        return add_detect(*app);
+      case show_command:
+        return add_show(*app);
+      case locales_command:
+        return add_list(*app, locales_command, run_locales);
+      case zones_command:
+        return add_list(*app, zones_command, run_zones);
+      default:
+        return add_other(*app);
+    }
   }
 
   // A command with a subcommand for each kind, and itself for tables.
-  void add_values_command(Command command, const char* summary, const char* table_examples) {
-    const std::string name = command_name(command);
+  void add_values(CLI::App& parent, const CommandRow& row) {
+    const auto command = static_cast<Command>(row.command);
     GivenOptions& options = options_.emplace_back();
-    CLI::App* parent = app_.add_subcommand(name, summary);
-    parent->require_subcommand(0, 1);
-    parent->footer(std::string("Values are arguments or, without any, lines of standard input.\n") +
-                   "\"jwnls " + name + " KIND --help\" tells what a kind takes.\n\n" +
-                   table_footer + "\n\n" + examples(table_examples));
+    parent.require_subcommand(0, 1);
+    parent.footer(std::string("Values are arguments or, without any, lines of standard input.\n") +
+                  "\"jwnls " + row.name + " KIND --help\" tells what a kind takes.\n\n" +
+                  columns_text + "\n\n" + examples(row.examples));
     for (const KindRow& kind : kinds()) {
-      if (has_kind(command, kind)) {
-        add_kind(*parent, command, kind, options);
-      }
+      if (has_kind(command, kind)) add_kind(parent, row, kind, options);
     }
-    if (!is_said(name.c_str()) || begins_with_kind(command)) return;
-    options.add_to(*parent, command, nullptr);
-    options.add_operands_to(*parent, "file", "FILE", "A table; default, and \"-\": standard input");
-    parent->callback([this, parent, command, &options] {
-      if (!parent->get_subcommands().empty()) return;  // the kind's own callback was there first
+    const bool begins_with_kind = words_.size() > 1 && find_kind(command, words_[1]) != nullptr;
+    if (!is_said(row.name) || begins_with_kind) return;
+    options.add_to(parent, command, nullptr);
+    options.add_operands_to(parent, "file", "FILE", "A table; default, and \"-\": standard input");
+    parent.callback([this, &parent, command, &options] {
+      if (!parent.get_subcommands().empty()) return;  // the kind's own callback was there first
       chosen_ = [command, &options] { return run_without_kind(command, options); };
     });
   }
 
-  void add_kind(CLI::App& parent, Command command, const KindRow& kind, GivenOptions& options) {
-    const std::string name = command_name(command);
-    std::string verb = name;
+  void add_kind(CLI::App& parent, const CommandRow& row, const KindRow& kind,
+                GivenOptions& options) {
+    const auto command = static_cast<Command>(row.command);
+    std::string verb = row.name;
     verb.front() = static_cast<char>(std::toupper(verb.front()));
     CLI::App* app = parent.add_subcommand(kind.name, verb + " " + kind.plural);
     if (kind.alias != nullptr) app->alias(kind.alias);
-    if (!is_said(name.c_str()) || !(is_said(kind.name) || is_said(kind.alias))) return;
+    if (!is_said(row.name) || !(is_said(kind.name) || is_said(kind.alias))) return;
+    add_short_help(*app, [&row, &kind] { return short_help(row, &kind); });
     options.add_to(*app, command, &kind);
     options.add_operands_to(
         *app, "values", "VALUE",
         command == format_command ? kind.values_help : "Texts as the locale writes them");
-    app->footer(std::string(values_footer) + "\n\n" + table_footer + "\n\n" +
-                examples(command == format_command ? kind.format_examples
-                         : command == read_command ? kind.read_examples
-                                                   : kind.convert_examples));
+    app->footer(std::string(values_footer) + "\n\n" + columns_text + "\n\n" +
+                examples(examples_of(command, kind)));
     app->callback([this, command, &kind, &options] {
       chosen_ = [command, &kind, &options] { return run_with_kind(command, kind, options); };
     });
@@ -236,31 +234,25 @@ class CommandLine {
     }
   }
 
-  void add_list(Command command, const char* summary, const char* lines,
-                ExitCode (*list)(const ListOptions&)) {
-    CLI::App* app = app_.add_subcommand(command_name(command), summary);
+  void add_list(CLI::App& app, Command command, ExitCode (*list)(const ListOptions&)) {
     GivenOptions& options = options_.emplace_back();
-    options.add_to(*app, command, nullptr);
-    app->add_option("filter", operand_, "Part of a name, in any case")->transform(unshielded);
-    app->footer(examples(lines));
-    app->callback([this, list, &options] {
+    options.add_to(app, command, nullptr);
+    app.add_option("filter", operand_, "Part of a name, in any case")->transform(unshielded);
+    app.callback([this, list, &options] {
       chosen_ = [this, list, &options] {
         return list({operand_, options.has("names"), options.has("json")});
       };
     });
   }
 
-  void add_show() {
-    CLI::App* app =
-        app_.add_subcommand("show", "Show what a locale writes and reads, its names and symbols");
+  void add_show(CLI::App& app) {
     GivenOptions& options = options_.emplace_back();
-    options.add_to(*app, show_command, nullptr);
-    app->add_option("locale", operand_, "The locale; default: LC_ALL, LC_TIME or LANG")
+    options.add_to(app, show_command, nullptr);
+    app.add_option("locale", operand_, "The locale; default: LC_ALL, LC_TIME or LANG")
         ->transform(unshielded);
-    app->footer(examples("  jwnls show de_DE\n  jwnls show ar_EG -z Africa/Cairo | less"));
-    app->callback([this, app, &options] {
-      chosen_ = [this, app, &options] {
-        const bool is_empty = operand_.empty() && app->count("locale") > 0;
+    app.callback([this, &app, &options] {
+      chosen_ = [this, &app, &options] {
+        const bool is_empty = operand_.empty() && app.count("locale") > 0;
         if (is_empty) throw Failure{ExitCode::usage, "the locale's name is empty (see --help)"};
         return run_show(
             {operand_, options.value("zone").value_or(""), options.value("html").value_or("")});
@@ -268,19 +260,26 @@ class CommandLine {
     });
   }
 
-  void add_detect() {
-    CLI::App* app = app_.add_subcommand(
-        "detect", "Tell which kind a column, or each of a table's, is, and which locales read it");
+  void add_detect(CLI::App& app) {
     GivenOptions& options = options_.emplace_back();
-    options.add_to(*app, detect_command, nullptr);
-    options.add_operands_to(*app, "file", "FILE",
+    options.add_to(app, detect_command, nullptr);
+    options.add_operands_to(app, "file", "FILE",
                             "A table, or a value a line; default, and \"-\": standard input");
-    app->footer(
+    app.footer(
         "A FILE is a table when its name ends with .csv, .tsv or .psv, or its first line holds a\n"
         "semicolon, a tab or a vertical bar; anything is with an option of tables.\n\n" +
-        examples("  jwnls detect table.csv\n  jwnls detect -l de_DE,en_US column.txt\n"
-                 "  jwnls detect -F ';' < table.csv"));
-    app->callback([this, &options] { chosen_ = [&options] { return run_detect(options); }; });
+        app.get_footer());
+    app.callback([this, &options] { chosen_ = [&options] { return run_detect(options); }; });
+  }
+
+  // What takes a word or two and no options.
+  void add_other(CLI::App& app) {
+    if (app.get_name() == "help") {
+      app.add_option("command", operand_, "The command, and its kind")->type_name("COMMAND [KIND]");
+      return;
+    }
+    app.add_option("shell", operand_, "bash, zsh or fish")->type_name("SHELL")->required();
+    app.callback([this] { chosen_ = [this] { return write_completions(operand_); }; });
   }
 
   std::vector<std::string> words_;
@@ -302,7 +301,14 @@ std::string option_hint(const std::string& message) {
   return is_known ? "; not with this command or kind" : did_you_mean(word, names);
 }
 
-// Help and version go to standard output, which may fail like any other output.
+// Standard output may fail.
+ExitCode write_text(const std::string& text) {
+  Output output;
+  output.write(text);
+  output.flush();
+  return ExitCode::ok;
+}
+
 ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream out;
   std::ostringstream problem;
@@ -313,21 +319,22 @@ ExitCode end_of_parsing(CLI::App& app, const CLI::ParseError& error) {
     report(message + (is_unknown ? option_hint(message) : std::string()) + " (see --help)");
     return ExitCode::usage;
   }
-  Output output;
-  output.write(out.str());
-  output.flush();
-  return ExitCode::ok;
+  return write_text(out.str());
 }
 
 }  // namespace
 
 ExitCode run(int argument_count, const char* const* arguments) {
   try {
-    CommandLine command_line({arguments + 1, arguments + argument_count});
+    const std::vector<std::string> words(arguments + 1, arguments + argument_count);
+    if (const auto code = run_hidden(words)) return *code;
+    CommandLine command_line(words);
     try {
       return command_line.run();
     } catch (const CLI::ParseError& error) {
       return end_of_parsing(command_line.app(), error);
+    } catch (const ShortHelp& help) {
+      return write_text(help.text);
     }
   } catch (const Failure& failure) {
     if (!failure.message.empty()) report(failure.message);

@@ -11,25 +11,6 @@ namespace {
 
 [[noreturn]] void refuse(const std::string& problem) { throw Failure{ExitCode::usage, problem}; }
 
-char separator_of(const std::string& text) {
-  struct Named {
-    const char* name;
-    char character;
-  };
-  constexpr Named named[] = {
-      {"tab", '\t'}, {"comma", ','}, {"semicolon", ';'}, {"pipe", '|'}, {"\\t", '\t'}};
-  for (const Named& each : named) {
-    if (text == each.name) return each.character;
-  }
-  const bool serves = text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x80 &&
-                      std::string_view("\"\r\n").find(text[0]) == std::string_view::npos;
-  if (!serves) {
-    refuse("--separator: " + in_quotes(text) +
-           " is not one character of ASCII, nor tab, comma, semicolon or pipe");
-  }
-  return text[0];
-}
-
 Summary summary_of(const GivenOptions& options) {
   if (options.has("quiet")) return Summary::never;
   return options.has("summary") ? Summary::always : Summary::when_refused;
@@ -68,6 +49,25 @@ std::vector<ConvertedColumn> converted(const std::vector<OpenedColumn>& columns)
 }
 
 }  // namespace
+
+char separator_of(const std::string& text) {
+  struct Named {
+    const char* name;
+    char character;
+  };
+  constexpr Named named[] = {
+      {"tab", '\t'}, {"comma", ','}, {"semicolon", ';'}, {"pipe", '|'}, {"\\t", '\t'}};
+  for (const Named& each : named) {
+    if (text == each.name) return each.character;
+  }
+  const bool serves = text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x80 &&
+                      std::string_view("\"\r\n").find(text[0]) == std::string_view::npos;
+  if (!serves) {
+    refuse("--separator: " + in_quotes(text) +
+           " is not one character of ASCII, nor tab, comma, semicolon or pipe");
+  }
+  return text[0];
+}
 
 Invalid invalid_of_name(const std::string& name) {
   if (name == "empty") return Invalid::empty;

@@ -20,6 +20,9 @@ ExitCode run_table(Command command, const KindRow* kind, const GivenOptions& opt
 /// What all commands on tables take: the file, the separator, the header, quotes. Throws Failure.
 [[nodiscard]] TableJob job_of(const GivenOptions& options);
 
+/// The character that -F means: itself, or by its name ("tab"). Throws Failure{usage}.
+[[nodiscard]] char separator_of(const std::string& text);
+
 /// "keep" and the others.
 [[nodiscard]] Invalid invalid_of_name(const std::string& name);
 
