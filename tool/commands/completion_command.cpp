@@ -72,6 +72,7 @@ complete -F _jwnls jwnls
 _jwnls() {
   local -a lines names shown
   local line how
+  local -i found=1
   lines=("${(@f)$(_call_program jwnls ${(q)words[1]} --complete $((CURRENT - 1)) ${(q)${(@Q)words}} 2>/dev/null)}")
   how=$lines[1]
   shift lines
@@ -80,11 +81,12 @@ _jwnls() {
     shown+=("${line/$'\t'/  -- }")
   done
   if [[ $how == open ]]; then
-    compadd -l -S '' -d shown -a names
+    compadd -l -S '' -d shown -a names && found=0
   else
-    compadd -l -d shown -a names
+    compadd -l -d shown -a names && found=0
   fi
-  [[ $how == files ]] && _files
+  [[ $how == files ]] && _files && found=0
+  return found
 }
 if [[ $funcstack[1] == _jwnls ]]; then
   _jwnls "$@"
