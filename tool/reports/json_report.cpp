@@ -1,5 +1,5 @@
+#include "tool/json_text.h"
 #include "tool/reports/table_report.h"
-#include "tool/tables/json_rows.h"
 
 namespace jwnls::tool {
 namespace {

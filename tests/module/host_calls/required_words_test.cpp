@@ -106,7 +106,7 @@ class WordsTest : public ModuleTest {
   static void destroy_as(void* table) {
     static_cast<Table*>(table)->destroy(static_cast<Table*>(table));
   }
-  static void destroy(const std::string& name, void* table) {
+  static void destroy_made(const std::string& name, void* table) {
     if (name.ends_with(" lock")) return destroy_as<Lock>(table);
     if (name.ends_with(" track")) return destroy_as<Track>(table);
     destroy_as<MessageExtension>(table);
@@ -131,7 +131,7 @@ class WordsTest : public ModuleTest {
       const Lines live = host.live();
       const bool lives = std::find(live.begin(), live.end(), name) != live.end();
       EXPECT_EQ(lives, word == 2) << "only what cannot be destroyed";
-      if (lives) destroy(name, table);
+      if (lives) destroy_made(name, table);
     }
     return handle;
   }
