@@ -21,7 +21,9 @@ std::uint64_t number_of(std::string_view digits) {
   return number;
 }
 
-int sign_of(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+int sign_of(std::strong_ordering order) {
+  return std::is_lt(order) ? -1 : static_cast<int>(std::is_gt(order));
+}
 
 bool is_zero(const DecimalParts& decimal) {
   return decimal.whole.empty() && decimal.fraction.find_first_not_of('0') == std::string_view::npos;
