@@ -27,8 +27,8 @@ a { color: var(--link); }
 section { background: var(--card); border: 1px solid var(--line); border-radius: .75rem;
   padding: 1rem; margin: 1rem 0; }
 table { border-collapse: collapse; width: 100%; margin-top: .5rem; }
-caption { text-align: left; color: var(--quiet); font-size: .875rem; padding: .25rem 0; }
-th, td { padding: .375rem .75rem .375rem 0; text-align: left; vertical-align: top;
+caption { text-align: start; color: var(--quiet); font-size: .875rem; padding: .25rem 0; }
+th, td { padding: .375rem .75rem .375rem 0; text-align: start; vertical-align: top;
   border-top: 1px solid var(--line); overflow-wrap: break-word; }
 thead th { color: var(--quiet); font-size: .8125rem; font-weight: 600; border-top: 0;
   overflow-wrap: normal; }
@@ -45,6 +45,7 @@ tbody th[scope=rowgroup] { color: var(--quiet); font-size: .8125rem; font-weight
 .facts > span { display: inline-block; margin-right: 1.25rem; overflow-wrap: anywhere; }
 .short { white-space: nowrap; }
 .written { font-size: 1.0625rem; }
+.written bdi { display: inline-block; }
 .refused { color: var(--refused); }
 .read { color: var(--read); }
 .bar { display: flex; height: .625rem; margin: .625rem 0 .375rem; border-radius: .3125rem;
@@ -64,7 +65,7 @@ footer { color: var(--quiet); font-size: .8125rem; margin: 1.5rem 0 .5rem; }
     clip-path: inset(50%); }
   .stacks tr { display: block; padding: .375rem 0; border-top: 1px solid var(--line); }
   .why { width: auto; }
-  .stacks th, .stacks td { display: block; padding: 0; border: 0; text-align: left; }
+  .stacks th, .stacks td { display: block; padding: 0; border: 0; text-align: start; }
   .stacks td[data-is]::before { content: attr(data-is) " "; color: var(--quiet);
     font-size: .875rem; }
   .stacks td.number { display: inline-block; margin-right: 1rem; white-space: normal; }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tool/json_text.h"
 #include "tool/tables/field_converter.h"
 
 namespace jwnls::tool {
