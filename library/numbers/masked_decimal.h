@@ -13,6 +13,8 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 
@@ -33,7 +35,6 @@ inline constexpr std::size_t masked_decimal_room = 32;
 /// length from 4 on: lengths of numbers are what nothing foretells.
 struct SixteenBytes {
   std::uint64_t first, second;
-  std::uint64_t last;  // the last eight bytes; of fewer, zeros in front of them
 
   SixteenBytes(const char* text, std::size_t length) noexcept {
     const auto load = [](const char* from, auto word) {
@@ -45,7 +46,6 @@ struct SixteenBytes {
       const auto byte = [&](std::size_t at) { return load(text + at, std::uint8_t{}) << (8 * at); };
       first = byte(0) | byte(length / 2) | byte(length - 1);
       second = 0;
-      last = first << (64 - bits);
       return;
     }
     // The eight bytes at either end, or zeros: chosen by an index, since compilers make a jump of a
@@ -59,9 +59,8 @@ struct SixteenBytes {
                                load(text + length - 4, std::uint32_t{}) << ((bits - 32) & 63)) &
                               none_if_long;
     first = load(begin, std::uint64_t{}) | few;
-    last =
-        load(begin + ((length - 8) & ~none_if_long), std::uint64_t{}) | few << ((64 - bits) & 63);
-    // By twice the half: by 64 and more for the texts that have nothing here.
+    // Moved by twice the half, which may be all 64 bits.
+    const std::uint64_t last = load(begin + ((length - 8) & ~none_if_long), std::uint64_t{});
     second = last >> (64 - bits / 2) >> (64 - bits / 2);
   }
 };
@@ -83,27 +82,53 @@ inline constexpr GroupPlaces group_places = [] {
   return places;
 }();
 
-// "ddd.ddd." -> "dddddd".
-constexpr std::uint64_t without_groups(std::uint64_t bytes) noexcept {
-  constexpr std::uint64_t front = 0x0000'0000'00FF'FFFF;
-  return (bytes & front) | (bytes >> 8 & front << 24);
+// How characters move together over the separators in front of them: each comes from as many places
+// behind as there are separators. Rows by the length of the integer part; the first row for what
+// has no groups.
+struct Moves {
+  alignas(16) std::uint8_t by[4][16];  // 0xFF where a byte moves by so many places
+};
+inline constexpr std::array<Moves, 16> moves = [] {
+  std::array<Moves, 16> rows = {};
+  for (unsigned integers = 0; integers < rows.size(); ++integers) {
+    const unsigned first = integers % 4;
+    for (unsigned at = 0; at < 16; ++at) {
+      const unsigned passed = at < first ? 0 : std::min((at - first) / 3 + 1, integers / 4);
+      rows[integers].by[passed][at] = 0xFF;
+    }
+  }
+  return rows;
+}();
+
+template <int places>
+__m128i moved(__m128i bytes, const Moves& row) noexcept {
+  const __m128i mask = _mm_load_si128(reinterpret_cast<const __m128i*>(row.by[places]));
+  return _mm_and_si128(_mm_srli_si128(bytes, places), mask);
 }
 
-constexpr std::uint64_t all_if(bool condition) noexcept {
-  return std::uint64_t{0} - static_cast<std::uint64_t>(condition);
+inline __m128i move_together(__m128i bytes, const Moves& row) noexcept {
+  return _mm_or_si128(_mm_or_si128(moved<0>(bytes, row), moved<1>(bytes, row)),
+                      _mm_or_si128(moved<2>(bytes, row), moved<3>(bytes, row)));
 }
 
 }  // namespace masked_decimal_details
 
 /// Writes the text's number; `out` has masked_decimal_room. Nothing is written for what is not
 /// read.
-[[nodiscard]] inline Masked masked_decimal(const QuickSyntax& syntax, const char* text,
-                                           std::size_t length, char* out, std::size_t& out_length,
-                                           std::uint8_t& facts) noexcept {
-  using masked_decimal_details::all_if;
+[[nodiscard]] [[gnu::always_inline]] inline Masked masked_decimal(const QuickSyntax& syntax,
+                                                                  const char* text,
+                                                                  std::size_t length, char* out,
+                                                                  std::size_t& out_length,
+                                                                  std::uint8_t& facts) noexcept {
   using masked_decimal_details::group_places;
-  using masked_decimal_details::without_groups;
+  using masked_decimal_details::move_together;
+  using masked_decimal_details::moves;
   if (!syntax.masks || length - 1 >= 16) return Masked::other;
+  const std::size_t sign = *text == '-' ? 1 : 0;
+  text += sign;
+  length -= sign;
+  if (length == 0) [[unlikely]]
+    return Masked::other;
   const SixteenBytes input(text, length);
   const __m128i bytes =
       _mm_set_epi64x(static_cast<long long>(input.second), static_cast<long long>(input.first));
@@ -115,63 +140,44 @@ constexpr std::uint64_t all_if(bool condition) noexcept {
   const auto digits = static_cast<unsigned>(_mm_movemask_epi8(is_digit));
   const unsigned groups = places_of(syntax.group) & syntax.group_bits;
   const unsigned decimal = places_of(syntax.decimal) & syntax.decimal_bits;
-  const unsigned sign = (input.first & 0xFF) == '-' ? 1 : 0;
   const unsigned all = (1U << length) - 1;
 
-  const auto integer_end = static_cast<unsigned>(std::countr_zero(decimal | (all + 1)));
-  const unsigned integer_length = integer_end - sign;
+  const auto integers = static_cast<unsigned>(std::countr_zero(decimal | (all + 1)));
   const unsigned has_decimal = decimal != 0 ? 1 : 0;
-  const unsigned decimals = static_cast<unsigned>(length) - integer_end - has_decimal;
-  const bool grouped = groups != 0;
-  const std::uint64_t behind_sign = input.first >> (8 * sign);
-  const unsigned led_by_zero = (behind_sign & 0xFF) == '0' ? 1 : 0;
-  const auto with_groups = static_cast<unsigned>(all_if(grouped));
+  const unsigned decimals = static_cast<unsigned>(length) - integers - has_decimal;
+  const unsigned with_groups = 0U - (groups != 0 ? 1U : 0U);
+  const unsigned strange = (digits | groups | decimal) ^ all;
   const unsigned misplaced =
-      ((digits | groups | decimal | sign) ^ all) | (decimal & (decimal - 1)) |
-      (((groups >> sign) ^ group_places.of_length[integer_length & 15]) & with_groups);
-  const unsigned too_short = (integer_length - 1) >> 31;
+      (decimal & (decimal - 1)) | ((groups ^ group_places.of_length[integers & 15]) & with_groups);
+  const unsigned too_short = (integers - 1) >> 31;
   const unsigned too_long = (decimals + 7) >> 4;  // more than eight
-  const unsigned zeros_in_front = led_by_zero & (integer_length != 1 ? 1U : 0U);
-  if ((misplaced | too_short | too_long | zeros_in_front) != 0) [[unlikely]] {
+  const bool led_by_zero = (input.first & 0xFF) == '0';
+  const unsigned zeros_in_front = (led_by_zero ? 1U : 0U) & (integers != 1 ? 1U : 0U);
+  if ((strange | misplaced | too_short | too_long | zeros_in_front) != 0) [[unlikely]] {
     // Own symbols alone, from digit to digit, but not where they belong: a shape that nobody reads.
-    const bool own = ((digits | groups | decimal | sign) ^ all) == 0;
-    const bool framed = (digits >> sign & digits >> (length - 1) & 1) != 0;
-    return own && framed && misplaced != 0 && syntax.threes_only ? Masked::refused : Masked::other;
+    const bool framed = (digits & digits >> (length - 1) & 1) != 0;
+    return strange == 0 && framed && misplaced != 0 && syntax.threes_only ? Masked::refused
+                                                                          : Masked::other;
   }
 
-  // The integer part from its begin on, moved up so that its first group has three places, too. A
-  // group is four bytes then, its separator the last of them.
-  const std::uint64_t low = sign != 0 ? behind_sign | input.second << 56 : behind_sign;
-  const std::uint64_t high = input.second >> (8 * sign);
-  const unsigned moved = (8 * (3 - integer_length % 4)) & with_groups;
-  const std::uint64_t six = without_groups(low << moved);
-  const std::uint64_t next_six = without_groups(high << moved | low >> 1 >> (63 - moved));
-  const std::uint64_t joined = six | next_six << 48;
-  const std::uint64_t rest = next_six >> 16;
-  const std::uint64_t plain_low = joined >> moved | rest << 1 << (63 - moved);
-  const std::uint64_t keep = all_if(grouped);
-  const std::uint64_t words[] = {(plain_low & keep) | (low & ~keep),
-                                 (rest >> moved & keep) | (high & ~keep)};
-  char* end = out;
-  *end = '-';
-  end += sign;
-  std::memcpy(end, words, sizeof words);
-  end += integer_length - (integer_length / 4 & with_groups);
-  *end = '.';
-  const std::uint64_t fraction = input.last >> ((64 - 8 * decimals) & 63);
-  std::memcpy(end + 1, &fraction, sizeof fraction);
-  end += decimals + (decimals != 0 ? 1 : 0);
-  out_length = static_cast<std::size_t>(end - out);
+  const unsigned row = integers & with_groups & 15;
+  out[0] = '-';
+  char* const begin = out + sign;
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(begin), move_together(bytes, moves[row]));
+  const unsigned integer_digits = integers - row / 4;
+  begin[integer_digits] = '.';
+  out_length = sign + integer_digits + decimals + (decimals != 0 ? 1 : 0);
 
-  const unsigned one_group = (groups & (groups - 1)) == 0 ? 1 : 0;
-  const unsigned grouped_two_ways = one_group & (has_decimal ^ 1);
-  const unsigned three_decimals = decimals == 3 ? 1 : 0;
-  const unsigned plain_two_ways =
-      three_decimals & (led_by_zero ^ 1) & (integer_length <= 3 ? 1U : 0U);
-  const unsigned two_ways = (grouped_two_ways & with_groups) | (plain_two_ways & ~with_groups);
-  const unsigned marked = (with_groups & 1) | has_decimal;
-  static_assert(JWNLS_TWO_WAYS == 1 && JWNLS_DECIDES == 2);
-  facts = static_cast<std::uint8_t>((marked & (two_ways ^ 1)) << 1 | two_ways);
+  // One separator, or three decimals, may be the other of both.
+  if (has_decimal != 0 && decimals != 3) [[likely]] {
+    facts = JWNLS_DECIDES;
+  } else if (groups != 0) {
+    facts = has_decimal == 0 && (groups & (groups - 1)) == 0 ? JWNLS_TWO_WAYS : JWNLS_DECIDES;
+  } else if (has_decimal != 0) {
+    facts = integers <= 3 && !led_by_zero ? JWNLS_TWO_WAYS : JWNLS_DECIDES;
+  } else {
+    facts = 0;
+  }
   return Masked::read;
 }
 
