@@ -174,8 +174,8 @@ constexpr OptionRow rows[] = {
      "auto|always|never",
      "Colour in messages: auto (the default: on a terminal, unless NO_COLOR is set), always, "
      "never"},
-    general("json", 0, nullptr, locales_command | zones_command,
-            "An array of JSON, an object each"),
+    general("json", 0, nullptr, locales_command | zones_command | show_command,
+            "As JSON: of lists an array with an object a line"),
     general("zone", 'z', "ZONE", show_command, "The time zone of instants; default: the system's"),
 };
 

@@ -52,6 +52,24 @@ TEST(Show, MakesAPage) {
     }
   }
 }
+}
+
+TEST(Show, TellsTheSameAsJson) {
+  const auto outcome = run_tool({{"show", "ja_JP", "-z", "Asia/Tokyo", "--json"}});
+  EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+  for (const char* part : {
+           "{\"locale\":\"ja_JP\",\"name\":\"Japanese (Japan)\",\"own_name\":\"日本語 (日本)\",\n",
+           "\"zone\":{\"name\":\"Asia/"
+           "Tokyo\",\"abbreviation\":\"JST\",\"offset_seconds\":32400},\n",
+           "{\"kind\":\"date\",\"words\":\"style=long\",\"value\":\"2024-03-05T14:07:09\","
+           "\"text\":\"2024年3月5日\",\"pattern\":\"%Y年%O月%E日\"},\n",
+           "{\"kind\":\"number\",\"text\":\"1.234,5\",\"value\":null,\"two_ways\":false},\n",
+           "{\"english\":\"Monday\",\"full\":\"月曜日\",\"abbreviated\":\"月\"},\n",
+           "\"currency_code\":\"JPY\",\"currency_decimals\":0,\"first_weekday\":\"Sunday\"}\n}\n",
+       }) {
+    EXPECT_NE(outcome.output.find(part), std::string::npos) << part << outcome.output;
+  }
+}
 
 TEST(Show, EveryLocaleHasAnExampleForEachPattern) {
   std::istringstream names(run_tool({{"locales", "--names"}}).output);

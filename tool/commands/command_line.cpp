@@ -254,8 +254,8 @@ class CommandLine {
       chosen_ = [this, &app, &options] {
         const bool is_empty = operand_.empty() && app.count("locale") > 0;
         if (is_empty) throw Failure{ExitCode::usage, "the locale's name is empty (see --help)"};
-        return run_show(
-            {operand_, options.value("zone").value_or(""), options.value("html").value_or("")});
+        return run_show({operand_, options.value("zone").value_or(""),
+                         options.value("html").value_or(""), options.has("json")});
       };
     });
   }

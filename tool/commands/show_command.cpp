@@ -3,94 +3,65 @@
 #include <utf8proc.h>
 
 #include <cstdio>
-#include <iterator>
-#include <optional>
+#include <string_view>
 #include <vector>
 
-#include "jwnls/jwnls.hpp"
+#include "tool/commands/locale_facts.h"
 #include "tool/commands/show_page.h"
+#include "tool/json_text.h"
 #include "tool/output.h"
 #include "tool/session.h"
 #include "tool/table.h"
-#include "tool/tables/layout_values.h"
 #include "tool/tables/target_file.h"
 #include "tool/terminal_text.h"
 
 namespace jwnls::tool {
 namespace {
 
-// A day and an hour that show every padding and the second half of the day.
-constexpr const char* example_moment = "2024-03-05T14:07:09";
-constexpr const char* example_text = "2024-03-05, a Tuesday, 14:07:09";
+std::string kind_text(Kind kind) { return jwnls_kind_name(static_cast<int>(kind)); }
 
-struct Example {
-  const char* name;
-  Kind kind;
-  const char* words;
-  const char* value;
-  int pattern;  // the item of the conventions; 0: none
-  std::size_t index;
-};
+// What people call a layout: "date long", "amount symbol=code". A medium style goes without saying,
+// but not where others stand beside it.
+std::string layout_name(const WrittenExample& example) {
+  constexpr std::string_view style = "style=";
+  std::string_view words = example.words;
+  if (words.starts_with(style)) words.remove_prefix(style.size());
+  const bool is_medium =
+      words.empty() && (example.kind == Kind::date || example.kind == Kind::datetime);
+  if (is_medium) words = "medium";
+  return kind_text(example.kind).append(words.empty() ? "" : " ").append(words);
+}
 
-constexpr Example moments[] = {
-    {"date short", Kind::date, "style=short", example_moment, JWNLS_DATE_PATTERN, 0},
-    {"date medium", Kind::date, "", example_moment, JWNLS_DATE_PATTERN, 1},
-    {"date long", Kind::date, "style=long", example_moment, JWNLS_DATE_PATTERN, 2},
-    {"date full", Kind::date, "style=full", example_moment, 0, 0},
-    {"time", Kind::time, "", example_moment, JWNLS_TIME_PATTERN, 0},
-    {"datetime short", Kind::datetime, "style=short", example_moment, 0, 0},
-    {"datetime medium", Kind::datetime, "", example_moment, JWNLS_DATETIME_PATTERN, 0},
-    {"datetime long", Kind::datetime, "style=long", example_moment, 0, 0},
-};
-
-constexpr Example numbers[] = {
-    {"number", Kind::number, "", "1234567.891", 0, 0},
-    {"number", Kind::number, "", "-0.5", 0, 0},
-    {"number digits=own", Kind::number, "digits=own", "1234567.891", 0, 0},
-    {"integer", Kind::integer, "", "1234567", 0, 0},
-    {"amount", Kind::amount, "", "1234.5", 0, 0},
-    {"amount", Kind::amount, "", "-1234.5", 0, 0},
-    {"amount accounting", Kind::amount, "accounting", "-1234.5", 0, 0},
-    {"amount symbol=code", Kind::amount, "symbol=code", "1234.5", 0, 0},
-    {"percent", Kind::percent, "", "0.125", 0, 0},
-};
-
-// Texts that are one value here, another there, and nothing elsewhere.
-struct Typed {
-  const char* name;
-  Kind kind;
-  std::vector<const char*> texts;
-};
-const Typed typed[] = {
-    {"date", Kind::date, {"2/3/2024", "13.3.2024", "3/13/2024", "5-3-24", "2024-03-05"}},
-    {"time", Kind::time, {"14:07", "14.07", "2:07 PM"}},
-    {"number", Kind::number, {"1,234", "1.234", "1,234.5", "1.234,5", "1 234,5", "1'234.5"}},
-    {"amount", Kind::amount, {"1,234.50", "1.234,50", "€5", "5 €", "$5"}},
-    {"percent", Kind::percent, {"12.5%", "12,5 %"}},
-};
-
-constexpr const char* weekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                    "Thursday", "Friday", "Saturday"};
-constexpr const char* months[] = {"January",   "February", "March",    "April",
-                                  "May",       "June",     "July",     "August",
-                                  "September", "October",  "November", "December"};
+// A symbol that may be a blank or look like another: with its code points.
+std::vector<std::string> symbol(const char* name, const std::string& text) {
+  if (text.empty()) return {name, "none"};
+  std::string codes;
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    utf8proc_int32_t character = 0;
+    const auto bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
+                                        static_cast<utf8proc_ssize_t>(rest.size()), &character);
+    if (bytes <= 0) break;
+    char code[12];
+    (void)std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(character));
+    codes.append(codes.empty() ? "" : " ").append(code);
+    rest.remove_prefix(static_cast<std::size_t>(bytes));
+  }
+  return {name, text, codes};
+}
 
 // Writes a locale, section by section.
 class Report {
  public:
-  Report(Output& output, const ShowOptions& options)
-      : output_(output),
-        name_(find_locale(options.locale, "LC_TIME")),
-        conventions_(open_layout(name_, Kind::date, "")),
-        amounts_(open_layout(name_, Kind::amount, "")) {}
+  Report(Output& output, const LocaleFacts& facts) : output_(output), facts_(facts) {}
 
-  void write(const std::string& zone) {
-    title(zone);
-    examples(std::string("Writes ") + example_text + ", as", moments, false);
-    examples("Writes numbers, amounts of its currency and percentages as", numbers, true);
+  void write() {
+    title();
+    examples(std::string("Writes ") + example_text + ", as", facts_.moments, false);
+    examples("Writes numbers, amounts of its currency and percentages as", facts_.numbers, true);
     readings();
-    names("Weekdays", weekdays, std::size(weekdays), JWNLS_WEEKDAY, JWNLS_SHORT_WEEKDAY);
-    names("Months", months, std::size(months), JWNLS_MONTH, JWNLS_SHORT_MONTH);
+    names("Weekdays", facts_.weekdays);
+    names("Months", facts_.months);
     symbols();
   }
 
@@ -101,134 +72,140 @@ class Report {
     table.write(output_, terminal_columns());
   }
 
-  void title(const std::string& zone) {
+  void title() {
     Table table;
-    table.add({"Locale", name_});
-    (void)each_locale([&](const jwnls_locale_info& locale) {
-      if (name_ != locale.name) return;
-      table.add({"Name", locale.english_name});
-      table.add({"Own name", locale.own_name});
-    });
-    const jwnls_zone_state now = zone_now(zone);
-    table.add({"Time zone", std::string(now.name) + " (now " + now.abbreviation + ", " +
-                                offset_text(now.offset_seconds) + ")"});
+    table.add({"Locale", facts_.name});
+    table.add({"Name", facts_.english_name});
+    table.add({"Own name", facts_.own_name});
+    table.add({"Time zone", std::string(facts_.zone.name) + " (now " + facts_.zone.abbreviation +
+                                ", " + offset_text(facts_.zone.offset_seconds) + ")"});
     table.write(output_, 0);
   }
 
-  // An item of the conventions; nothing where there is none.
-  [[nodiscard]] std::optional<std::string> item(int item, std::size_t index = 0) const {
-    char text[400];
-    std::size_t length = 0;
-    const int code = jwnls_convention(conventions_.get(), item, index, text, sizeof text, &length);
-    if (code != JWNLS_OK) return std::nullopt;
-    return std::string(text, length);
-  }
-
-  template <std::size_t count>
-  void examples(const std::string& heading, const Example (&rows)[count], bool tell_values) {
+  void examples(const std::string& heading, const std::vector<WrittenExample>& examples,
+                bool tell_values) {
     Table table(2);
-    for (const Example& row : rows) {
-      std::vector<std::string> cells = {row.name};
-      if (tell_values) cells.emplace_back(row.value);
-      cells.push_back(written(row));
-      if (row.pattern != 0) cells.push_back(item(row.pattern, row.index).value_or(""));
+    for (const WrittenExample& each : examples) {
+      std::vector<std::string> cells = {layout_name(each)};
+      if (tell_values) cells.push_back(each.value);
+      cells.push_back(each.text);
+      if (!each.pattern.empty()) cells.push_back(each.pattern);
       table.add(std::move(cells));
     }
     section(heading, table);
   }
 
-  [[nodiscard]] std::string written(const Example& row) const {
-    const auto layout = Layout::open(name_, row.kind, row.words);
-    if (!layout) return std::string("(") + layout.message() + ")";
-    char out[ColumnValues::room];
-    const auto values = format_values(*layout, "", {});
-    const FieldValue text = values->convert(row.value, out);
-    if (text.outcome != FieldOutcome::refused) return {out, text.length};
-    return std::string("(").append(values->message(row.value)).append(")");
-  }
-
   void readings() {
     Table table(2);
-    for (const Typed& row : typed) {
-      const auto values = read_values(open_layout(name_, row.kind, ""), {});
-      for (const char* text : row.texts) {
-        char out[ColumnValues::room];
-        const FieldValue value = values->convert(text, out);
-        if (value.outcome == FieldOutcome::refused) {
-          table.add({row.name, text, "not read"});
-          continue;
-        }
-        const std::string currency(value.currency);
-        table.add({row.name, text,
-                   std::string(out, value.length) + (currency.empty() ? "" : " ") + currency,
-                   (value.facts & JWNLS_TWO_WAYS) != 0 ? "could be meant otherwise" : ""});
+    for (const ReadExample& each : facts_.readings) {
+      if (!each.value) {
+        table.add({kind_text(each.kind), each.text, "not read"});
+        continue;
       }
+      std::string value = *each.value;
+      if (!each.currency.empty()) value.append(" ").append(each.currency);
+      table.add({kind_text(each.kind), each.text, std::move(value),
+                 each.two_ways ? "could be meant otherwise" : ""});
     }
     section("Reads", table);
   }
 
-  void names(const char* heading, const char* const* english, std::size_t count, int full,
-             int abbreviated) {
+  void names(const char* heading, const std::vector<LocaleName>& names) {
     Table table(2);
-    for (std::size_t i = 0; i < count; ++i) {
-      table.add({english[i], item(full, i).value_or(""), item(abbreviated, i).value_or("")});
-    }
+    for (const LocaleName& each : names) table.add({each.english, each.full, each.abbreviated});
     section(heading, table);
-  }
-
-  // A symbol that may be a blank or look like another: with its code points.
-  static std::vector<std::string> symbol(const char* name, const std::string& text) {
-    if (text.empty()) return {name, "none"};
-    std::string codes;
-    std::string_view rest = text;
-    while (!rest.empty()) {
-      utf8proc_int32_t character = 0;
-      const auto bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
-                                          static_cast<utf8proc_ssize_t>(rest.size()), &character);
-      if (bytes <= 0) break;
-      char code[12];
-      (void)std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(character));
-      codes.append(codes.empty() ? "" : " ").append(code);
-      rest.remove_prefix(static_cast<std::size_t>(bytes));
-    }
-    return {name, text, codes};
   }
 
   void symbols() {
     Table table(2);
-    table.add({"before noon", item(JWNLS_DAY_HALF, 0).value_or("")});
-    table.add({"after noon", item(JWNLS_DAY_HALF, 1).value_or("")});
-    table.add(symbol("decimal", item(JWNLS_DECIMAL_SYMBOL).value_or("")));
-    table.add(symbol("group", item(JWNLS_GROUP_SYMBOL).value_or("")));
-    const std::string sizes = item(JWNLS_GROUP_SIZES).value_or("");
-    table.add({"group sizes", sizes.empty() ? "none" : sizes});
-    table.add(symbol("currency", item(JWNLS_CURRENCY_SYMBOL).value_or("")));
-    if (!amounts_.currency().empty()) table.add({"ISO 4217", amounts_.currency()});
-    if (const auto decimals = item(JWNLS_CURRENCY_DECIMALS)) table.add({"its decimals", *decimals});
-    const auto first = item(JWNLS_FIRST_WEEKDAY);
-    if (first && first->size() == 1 && first->front() >= '0' && first->front() <= '6') {
-      table.add({"week begins", weekdays[first->front() - '0']});
-    }
+    table.add({"before noon", facts_.before_noon});
+    table.add({"after noon", facts_.after_noon});
+    table.add(symbol("decimal", facts_.decimal));
+    table.add(symbol("group", facts_.group));
+    table.add({"group sizes", facts_.group_sizes.empty() ? "none" : facts_.group_sizes});
+    table.add(symbol("currency", facts_.currency));
+    if (!facts_.currency_code.empty()) table.add({"ISO 4217", facts_.currency_code});
+    if (facts_.currency_decimals) table.add({"its decimals", *facts_.currency_decimals});
+    if (!facts_.first_weekday.empty()) table.add({"week begins", facts_.first_weekday});
     section("Symbols", table);
   }
 
   Output& output_;
-  const std::string name_;
-  const Layout conventions_;
-  const Layout amounts_;
+  const LocaleFacts& facts_;
 };
+
+void add_written(JsonText& json, const std::vector<WrittenExample>& examples) {
+  for (const WrittenExample& each : examples) {
+    json.end_line().open('{').member("kind", kind_text(each.kind)).member("words", each.words);
+    json.member("value", each.value).member("text", each.text);
+    if (!each.pattern.empty()) json.member("pattern", each.pattern);
+    json.close();
+  }
+}
+
+void add_names(JsonText& json, const char* key, const std::vector<LocaleName>& names) {
+  json.end_line().key(key).open('[');
+  for (const LocaleName& each : names) {
+    json.end_line().open('{').member("english", each.english);
+    json.member("full", each.full).member("abbreviated", each.abbreviated).close();
+  }
+  json.end_line().close();
+}
+
+void add_readings(JsonText& json, const std::vector<ReadExample>& readings) {
+  json.end_line().key("reads").open('[');
+  for (const ReadExample& each : readings) {
+    json.end_line().open('{').member("kind", kind_text(each.kind)).member("text", each.text);
+    if (each.value) {
+      json.member("value", *each.value);
+    } else {
+      json.key("value").raw("null");
+    }
+    if (!each.currency.empty()) json.member("currency", each.currency);
+    json.key("two_ways").raw(each.two_ways ? "true" : "false").close();
+  }
+  json.end_line().close();
+}
+
+std::string json_of(const LocaleFacts& facts) {
+  JsonText json;
+  json.open('{').member("locale", facts.name).member("name", facts.english_name);
+  json.member("own_name", facts.own_name).end_line().key("zone").open('{');
+  json.member("name", facts.zone.name).member("abbreviation", facts.zone.abbreviation);
+  json.key("offset_seconds").raw(std::to_string(facts.zone.offset_seconds)).close();
+  json.end_line().key("writes").open('[');
+  add_written(json, facts.moments);
+  add_written(json, facts.numbers);
+  json.end_line().close();
+  add_readings(json, facts.readings);
+  add_names(json, "weekdays", facts.weekdays);
+  add_names(json, "months", facts.months);
+  json.end_line().key("symbols").open('{').member("before_noon", facts.before_noon);
+  json.member("after_noon", facts.after_noon).member("decimal", facts.decimal);
+  json.member("group", facts.group).member("group_sizes", facts.group_sizes);
+  json.member("currency", facts.currency).member("currency_code", facts.currency_code);
+  if (facts.currency_decimals) json.key("currency_decimals").raw(*facts.currency_decimals);
+  json.member("first_weekday", facts.first_weekday).close();
+  return json.end_line().close().text();
+}
 
 }  // namespace
 
 ExitCode run_show(const ShowOptions& options) {
   Output output;
+  const std::string locale = find_locale(options.locale, "LC_TIME");
   if (!options.page.empty()) {
     TargetFile file(options.page == "-" ? "" : options.page);
-    file.write(show_page(find_locale(options.locale, "LC_TIME")));
+    file.write(show_page(locale));
     file.commit();
     return ExitCode::ok;
   }
-  Report(output, options).write(options.zone);
+  const LocaleFacts facts = locale_facts(locale, options.zone);
+  if (options.json) {
+    output.line(json_of(facts));
+  } else {
+    Report(output, facts).write();
+  }
   output.flush();
   return ExitCode::ok;
 }

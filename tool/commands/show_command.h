@@ -13,6 +13,7 @@ struct ShowOptions {
   std::string locale;  // empty: the environment's
   std::string zone;    // empty: the system's
   std::string page;    // a file to write a page to, "-" for standard output; empty: none
+  bool json = false;
 };
 
 ExitCode run_show(const ShowOptions& options);

@@ -1,6 +1,5 @@
 #include "tool/tables/json_rows.h"
 
-#include "tool/json_text.h"
 #include "tool/tables/field_text.h"
 
 namespace jwnls::tool {
