@@ -1,12 +1,17 @@
 #include "tool/session.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <sstream>
+#include <string_view>
 #include <vector>
 
 #include "tool/exit_code.h"
 #include "tool/nearest_name.h"
+#include "tool/options_table.h"
 #include "tool/output.h"
 #include "tool/terminal_text.h"
 
@@ -27,6 +32,65 @@ LocaleChoice environment_locale(const char* category) {
   return {"C", {}};
 }
 
+// The locale that may be meant, also by what people call its language: "german".
+std::string locale_meant(const std::string& name) {
+  std::vector<std::string> languages;
+  std::vector<std::string> names;
+  (void)each_locale([&](const jwnls_locale_info& each) {
+    names.emplace_back(each.name);
+    char canonical[64];
+    int exact = 0;
+    const bool is_language = names.back().find('_') == std::string::npos &&
+                             jwnls_match_locale(each.english_name, canonical, &exact) == JWNLS_OK;
+    if (is_language) languages.emplace_back(each.english_name);
+  });
+  languages.insert(languages.end(), names.begin(), names.end());
+  return did_you_mean(name, languages);
+}
+
+// The zone that may be meant, also by its city alone: "berlin".
+std::string zone_meant(const std::string& zone) {
+  std::vector<std::string> names;
+  (void)jwnls_zones(
+      [](void* all, const char* name) {
+        static_cast<std::vector<std::string>*>(all)->emplace_back(name);
+        return 0;
+      },
+      &names);
+  const std::string meant = did_you_mean(zone, names);
+  if (!meant.empty()) return meant;
+  std::vector<std::string> cities;
+  cities.reserve(names.size());
+  for (const std::string& name : names) cities.push_back(name.substr(name.rfind('/') + 1));
+  const auto city = nearest_name(zone, cities);
+  if (!city) return {};
+  const auto found = std::find(cities.begin(), cities.end(), *city) - cities.begin();
+  return "; did you mean " + in_quotes(names[static_cast<std::size_t>(found)]) + "?";
+}
+
+// What a word may be meant to be that a layout refuses, by what it says:
+//   option 'stile=long': no such word
+//   option 'style=shrt': the value is one of medium short long full
+std::string word_meant(const std::string& message) {
+  constexpr std::string_view begin = "option '";
+  constexpr std::string_view list = "the value is one of ";
+  const std::string word =
+      message.substr(begin.size(), message.find('\'', begin.size()) - begin.size());
+  const std::size_t equals = std::min(word.find('='), word.size());
+  const std::size_t values = message.find(list);
+  std::vector<std::string> names;
+  if (values != std::string::npos) {
+    std::istringstream words(message.substr(values + list.size()));
+    names.assign(std::istream_iterator<std::string>(words), {});
+    return did_you_mean(word.substr(std::min(equals + 1, word.size())), names);
+  }
+  if (!message.ends_with("no such word")) return {};
+  for (const OptionRow& row : option_rows()) {
+    if (row.is_word) names.emplace_back(row.name);
+  }
+  return did_you_mean(word.substr(0, equals), names);
+}
+
 }  // namespace
 
 std::string find_locale(const std::string& name, const char* category) {
@@ -35,10 +99,8 @@ std::string find_locale(const std::string& name, const char* category) {
   char canonical[64];
   int exact = 0;
   if (jwnls_match_locale(choice.name.c_str(), canonical, &exact) != JWNLS_OK) {
-    std::vector<std::string> names;
-    (void)each_locale([&names](const jwnls_locale_info& each) { names.emplace_back(each.name); });
     throw Failure{ExitCode::unavailable, "locale " + in_quotes(choice.name) + ": unknown" + origin +
-                                             did_you_mean(choice.name, names)};
+                                             locale_meant(choice.name)};
   }
   if (exact == 0) {
     report("note: locale " + in_quotes(choice.name) + origin + " is not known as such; using " +
@@ -52,16 +114,9 @@ jwnls_zone_state zone_at(const std::string& zone, std::int64_t seconds) {
   state.size = sizeof state;
   jwnls_error error = {};
   if (jwnls_zone_at(zone.c_str(), seconds, &state, &error) != JWNLS_OK) {
-    std::vector<std::string> names;
-    (void)jwnls_zones(
-        [](void* all, const char* name) {
-          static_cast<std::vector<std::string>*>(all)->emplace_back(name);
-          return 0;
-        },
-        &names);
     const bool is_unknown = error.code == JWNLS_UNKNOWN;
     throw Failure{ExitCode::unavailable,
-                  error.text + (is_unknown ? did_you_mean(zone, names) : std::string())};
+                  error.text + (is_unknown ? zone_meant(zone) : std::string())};
   }
   return state;
 }
@@ -91,8 +146,15 @@ Layout open_layout(const std::string& locale, Kind kind, const std::string& word
   if (layout) return *layout;
   // Only the words are the command line's own fault: a zone may be there elsewhere.
   const std::string message = layout.message();
-  if (message.starts_with("option ")) throw Failure{ExitCode::usage, message + " (see --help)"};
-  throw Failure{ExitCode::unavailable, message};
+  if (message.starts_with("option ")) {
+    throw Failure{ExitCode::usage, message + word_meant(message) + " (see --help)"};
+  }
+  constexpr std::string_view zone = "time zone '";
+  const std::size_t end = message.rfind("': unknown");
+  const bool is_zone = message.starts_with(zone) && end != std::string::npos;
+  throw Failure{
+      ExitCode::unavailable,
+      is_zone ? message + zone_meant(message.substr(zone.size(), end - zone.size())) : message};
 }
 
 }  // namespace jwnls::tool

@@ -107,7 +107,9 @@ TEST(CommandLine, WordsThatAreWrongAreNamed) {
   check({"format", "date", "-s", "huge"},
         "style=huge': the value is one of medium short long full");
   check({"format", "number", "-d", "two"}, "decimals=two': the value is a number from 0 to 350");
-  check({"read", "number", "-O", "stile=long"}, "stile=long': no such word");
+  check({"read", "number", "-O", "stile=long"}, "stile=long': no such word; did you mean 'style'?");
+  check({"format", "date", "-s", "shrt"},
+        "style=shrt': the value is one of medium short long full; did you mean 'short'?");
   check({"read", "date", "-O", "order=dmy no-group"}, "no-group': no word of the kind date");
   check({"convert", "number", "-f", "C", "-t", "C", "-O", "frob"}, "frob': no such word");
   expect({"read", "instant", "-z", "a b", "1"}, "",

@@ -27,6 +27,10 @@ TEST(Session, TakesTheLocaleOfTheEnvironment) {
 TEST(Session, NamesWhatIsUnknownOrMissing) {
   expect({"format", "date", "-l", "xx_YY", "2024-03-15"}, "", "jwnls: locale 'xx_YY': unknown\n",
          3);
+  expect({"format", "date", "-l", "grman", "2024-03-15"}, "",
+         "jwnls: locale 'grman': unknown; did you mean 'German'?\n", 3);
+  expect({"read", "instant", "-l", "C", "-z", "Berln", "1"}, "",
+         "jwnls: time zone 'Berln': unknown; did you mean 'Europe/Berlin'?\n", 3);
   expect({"show", "de_DE", "-z", "Mars/Phobos"}, "", "jwnls: time zone 'Mars/Phobos': unknown\n",
          3);
   // It needs no file beside it.

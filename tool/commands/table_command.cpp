@@ -1,6 +1,7 @@
 #include "tool/commands/table_command.h"
 
 #include "tool/layout_words.h"
+#include "tool/nearest_name.h"
 #include "tool/tables/column_selection.h"
 #include "tool/tables/explain_table.h"
 #include "tool/tables/open_columns.h"
@@ -64,7 +65,8 @@ char separator_of(const std::string& text) {
                       std::string_view("\"\r\n").find(text[0]) == std::string_view::npos;
   if (!serves) {
     refuse("--separator: " + in_quotes(text) +
-           " is not one character of ASCII, nor tab, comma, semicolon or pipe");
+           " is not one character of ASCII, nor tab, comma, semicolon or pipe" +
+           did_you_mean(text, {"tab", "comma", "semicolon", "pipe"}));
   }
   return text[0];
 }
