@@ -120,7 +120,7 @@ class CommandLine {
       throw Failure{ExitCode::usage,
                     "help: " + in_quotes(words[most]) + " is too much (see --help)"};
     }
-    if (words.size() == 2 && find_kind(row->command, words[1]) == nullptr) {
+    if (row != nullptr && words.size() == 2 && find_kind(row->command, words[1]) == nullptr) {
       throw Failure{ExitCode::usage, std::string("a ") + kind_of_name(words[1], "").name +
                                          " can only be read (see --help)"};
     }

@@ -1,5 +1,6 @@
 #include "tool/commands/locale_facts.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "tool/session.h"
@@ -16,7 +17,7 @@ struct Example {
   const char* words;
   const char* value;
   int pattern;  // the item of the conventions; 0: none
-  std::size_t index;
+  std::uint32_t index;
 };
 
 constexpr Example moments[] = {
