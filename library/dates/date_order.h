@@ -63,6 +63,8 @@ class DateOrder {
     return candidate < layout_.century ? candidate + 100 : candidate;
   }
   [[nodiscard]] bool another_order_fits(const CivilDate& date) const noexcept;
+  [[nodiscard]] bool both_are_days(const Numbers::Number& day, const Numbers::Number& year,
+                                   int month) const noexcept;
 
   const DateLayout& layout_;
   const Numbers& numbers_;
@@ -90,6 +92,13 @@ inline bool DateOrder::another_order_fits(const CivilDate& date) const noexcept 
     if (is_date && !same) return true;
   }
   return false;
+}
+
+// Whether a day and a year of two digits, around a month, could change places.
+inline bool DateOrder::both_are_days(const Numbers::Number& day, const Numbers::Number& year,
+                                     int month) const noexcept {
+  return day.digits() == 2 && day.value >= 1 && year.value >= 1 && month >= 1 && month <= 12 &&
+         year.value <= days_in_month(widened(day.value), month) && day.value != year.value;
 }
 
 inline bool DateOrder::place_numbers(const OwnMarks* words, CivilDate& date) noexcept {
@@ -125,9 +134,13 @@ inline bool DateOrder::place_numbers(const OwnMarks* words, CivilDate& date) noe
     date = {widened(first.value), second.value, third.value};
   } else {
     if (!check_short_year(third)) return false;
-    const bool month_first = layout_.order == order_mdy;
+    const bool month_first = words != nullptr ? words->month_first : layout_.order == order_mdy;
     date = {widened(third.value), month_first ? first.value : second.value,
             month_first ? second.value : first.value};
+    if (words != nullptr) {  // which say the month, as its name would
+      if (!month_first && both_are_days(first, third, date.month)) read_.facts = JWNLS_TWO_WAYS;
+      return true;
+    }
   }
   if (another_order_fits(date)) read_.facts = JWNLS_TWO_WAYS;
   return true;
@@ -154,10 +167,7 @@ inline bool DateOrder::place_numbers_by_name(int month, std::size_t month_piece,
   if (!layout_.short_years_with_names) return refuse(Refusal::short_year, second.begin);
   if (!check_short_year(second)) return false;
   date = {widened(second.value), month, first.value};
-  const bool both_days = first.digits() == 2 && first.value >= 1 && second.value >= 1 &&
-                         second.value <= days_in_month(widened(first.value), month) &&
-                         first.value != second.value;
-  if (month_piece == 1 && both_days) read_.facts = JWNLS_TWO_WAYS;
+  if (month_piece == 1 && both_are_days(first, second, month)) read_.facts = JWNLS_TWO_WAYS;
   return true;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "library/locale_data/date_characters.h"
 #include "module/calendar/civil.h"
@@ -96,11 +97,13 @@ constexpr char only_mark(std::string_view gap) noexcept {
   return mark;
 }
 
-/// Whether a gap, without blanks and commas, is `marks`.
+/// Whether a gap, without blanks and a comma, is `marks`.
 constexpr bool same_marks(std::string_view gap, std::string_view marks) noexcept {
   std::size_t at = 0;
+  bool has_comma = false;
   for (const char each : gap) {
-    if (is_blank(each) || each == ',') continue;
+    if (is_blank(each)) continue;
+    if (each == ',' && !std::exchange(has_comma, true)) continue;
     if (at == marks.size() || marks[at] != each) return false;
     ++at;
   }

@@ -38,7 +38,7 @@ struct QuickSyntax {
   SymbolBytes groups[3];         // own group symbols; unused ones last
   SymbolBytes minus;             // beside '-'
   GroupSizes sizes;              //
-  char decimal = '\0';           // '\0': no fraction
+  char decimal = '0';            // '0', which never stands behind digits: no fraction
   char group = '\0';             // the one symbol where it is ASCII, for groups of three
   std::uint16_t group_bits = 0;  // all ones where `group` counts
   std::uint16_t decimal_bits = 0;
