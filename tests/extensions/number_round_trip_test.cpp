@@ -16,6 +16,7 @@
 #include "module/frame/service_table.h"
 #include "module/host_calls/kernel_handle.h"
 #include "tests/extensions/loaded_extension.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -68,7 +69,7 @@ const NumberKind number_kinds[] = {
 };
 
 TEST(NumberRoundTrip, Numbers) {
-  std::mt19937_64 random(1);
+  std::mt19937_64 random(test_seed(1));
   in_every_locale([&random](LocaleHandle* handle, const LocaleRecord& record) {
     const ServiceTable& slots = handle->services;
     for (const NumberKind& kind : number_kinds) {
@@ -108,7 +109,7 @@ TEST(NumberRoundTrip, Numbers) {
 // Every integer type in both encodings: plain, grouped, signed or hexadecimal.
 TEST(NumberRoundTrip, Integers) {
   using namespace integer_flags;
-  std::mt19937_64 random(2);
+  std::mt19937_64 random(test_seed(2));
   in_every_locale([&random](LocaleHandle* handle, const LocaleRecord&) {
     const auto check = [&]<typename Integer, typename Unit>(FormatInteger<Integer, Unit>* format,
                                                             ReadInteger<Integer, Unit>* read) {

@@ -13,6 +13,7 @@
 #include "include/jwnls/jwnls.h"
 #include "tests/library/detection.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/seed.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ constexpr std::size_t rows = 10'000;
 using Random = std::mt19937_64;
 
 Column make(const std::function<std::string(Random&)>& text) {
-  Random random(20240315);
+  Random random(test_seed(20240315));
   Column column(rows);
   for (std::string& each : column) each = text(random);
   return column;

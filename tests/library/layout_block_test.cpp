@@ -14,6 +14,7 @@
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/seed.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void use(const LocaleRecord& record) {
 
 // A block with one to four changed bytes in each of many rounds, in heads and sections.
 TEST(LayoutBlock, DamagedBlocksAreUsedSafely) {
-  std::mt19937_64 random(14);
+  std::mt19937_64 random(jwnls::test::test_seed(14));
   for (const char* locale : {"de_DE", "fa_IR", "kea_CV", "brx_IN"}) {
     const auto good = record_of(locale);
     const std::size_t size = good->area_9[6] + 256U * good->area_9[7];

@@ -17,6 +17,7 @@
 #include "library/moments/reading.h"
 #include "library/texts/utf8.h"
 #include "tests/library/date_cases.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -174,7 +175,7 @@ TEST(ReadDates, TakeLittleTimeForAnyText) {
 
 // What is read, or refused, without asking the service is what the service says.
 TEST(ReadTimes, ReadAsTheServiceDoes) {
-  std::mt19937 random(20240315);
+  std::mt19937_64 random(test_seed(20240315));
   const auto below = [&random](std::size_t bound) { return random() % bound; };
   std::array<int, 2> counts = {};
   for (const std::string& name : locale_names()) {
@@ -209,7 +210,7 @@ TEST(ReadTimes, ReadAsTheServiceDoes) {
 // Pieces of dates in any order: where the quick way decides, the full way says the same.
 TEST(ReadDates, ReadTheSameQuicklyAndFully) {
   int decided = 0;
-  std::mt19937 random(20240315);
+  std::mt19937_64 random(test_seed(20240315));
   const auto below = [&random](std::size_t bound) { return random() % bound; };
   for (const char* locale : {"de_DE", "en_US", "es_ES", "ja_JP", "hu_HU", "cgg", "th_TH", "he_IL",
                              "vi_VN", "ar_EG", "pt_PT", "tr_TR", "bg_BG", "eu_ES"}) {

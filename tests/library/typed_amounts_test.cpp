@@ -14,6 +14,7 @@
 #include "library/numbers/quick_scan.h"
 #include "library/numbers/scan_number.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/seed.h"
 
 namespace {
 
@@ -114,7 +115,7 @@ class TypedAmounts : public testing::Test {
     }
   }
 
-  std::mt19937_64 random_{20'261'122};  // of the whole test: the same texts in every run
+  std::mt19937_64 random_{jwnls::test::test_seed(20'261'122)};
 };
 
 TEST_F(TypedAmounts, AllAreReadToTheirValue) {

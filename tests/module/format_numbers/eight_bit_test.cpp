@@ -1,6 +1,7 @@
 // Slot 59 shows what slot 55 shows, as UTF-8; slot 24 is slot 55 without options.
 
 #include "tests/module/format_numbers/numbers_test.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -34,7 +35,7 @@ TEST_F(EightBitTest, EncodesUnitsAndCutsBetweenThem) {
 }
 
 TEST_F(EightBitTest, AgreesWithTheUtf16Slots) {
-  Random random(6);
+  Random random(test_seed(6));
   constexpr char16_t symbols[] = {u'.', u'\0', u'\u00A0', u'\u202F', u'\uFFFD', char16_t{0xDC00}};
   constexpr FloatOptions options = {1, {}, u'\u00B7'};
   for (int i = 0; i < 30000; ++i) {

@@ -79,25 +79,6 @@ class Random {
   std::mt19937_64 engine_;
 };
 
-constexpr double missing(char character) {
-  const auto code = static_cast<std::uint8_t>(~static_cast<unsigned>(character));
-  return std::bit_cast<double>(std::uint64_t{0xFFFF} << 48 | std::uint64_t{code} << 40);
-}
-
-/// Takes out of an outcome what a floating service left behind its text: within the capacity it may
-/// use the room as scratch, for zero units and digits, but never for what its stack held before.
-template <typename Unit>
-void drop_scratch(Outcome<Unit>& outcome) {
-  if (outcome.length < 0 || outcome.length >= std::ssize(outcome.text)) return;
-  const auto scratch = outcome.text.begin() + outcome.length;
-  const auto is_harmless = [](Unit unit) {
-    return unit == 0 || (unit >= '0' && unit <= '9') || unit == static_cast<Unit>(0xA5A5);
-  };
-  if (std::all_of(scratch, outcome.text.end(), is_harmless)) {
-    outcome.text.erase(static_cast<std::size_t>(outcome.length));
-  }
-}
-
 class NumbersTest : public testing::Test {
  protected:
   NumbersTest()

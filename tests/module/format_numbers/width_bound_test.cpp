@@ -1,6 +1,7 @@
 // Best-fit, decimal-aligned, exponent-only and exponent kinds: what they show in 1 to 32 places.
 
 #include "tests/module/format_numbers/numbers_test.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -98,7 +99,7 @@ TEST_F(WidthBoundTest, GroupsWithinTheField) {
 }
 
 TEST_F(WidthBoundTest, FollowsTheRulesForAnyNumber) {
-  Random random(3);
+  Random random(test_seed(3));
   constexpr std::uint32_t kinds[] = {best_fit, best_fit, decimal_aligned, exponent_only,
                                      bound_exponent};
   constexpr std::u16string_view groupings[] = {u"3", u"3;2", u"1", u"0", u"2;0", u""};

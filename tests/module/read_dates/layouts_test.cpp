@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/module/read_dates/reading.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -134,7 +135,7 @@ class LayoutsTest : public ReadingTest {
     return std::nullopt;
   }
 
-  std::mt19937 random_{20};
+  std::mt19937_64 random_{test_seed(20)};
 };
 
 TEST_F(LayoutsTest, TheFirstCandidateThatReadsTheWholeTextDecides) {

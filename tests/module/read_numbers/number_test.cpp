@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/module/read_numbers/number_input_test.h"
+#include "tests/support/seed.h"
 
 namespace jwnls::test {
 namespace {
@@ -183,7 +184,7 @@ TEST_F(NumberInputTest, NegativeLengthsAndNoHandle) {
 // Digits of any number with a point, grouping symbols and an exponent anywhere, against the steps
 // that define their value, taken one by one.
 TEST_F(NumberInputTest, ValuesAreThoseOfTheSteps) {
-  std::mt19937 random(7);
+  std::mt19937_64 random(test_seed(7));
   const auto below = [&random](unsigned end) { return static_cast<int>(random() % end); };
   const auto power = [](int exponent) {
     return std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
