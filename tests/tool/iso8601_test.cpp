@@ -10,7 +10,9 @@ namespace {
 
 // A compact form for comparison: "2024-3-15 52205s +60m", absent parts as "-".
 std::string shown(std::string_view text) {
-  const auto value = read_iso8601(text);
+  // What stands behind the text is no part of it.
+  const std::string longer = std::string(text) + "59:59";
+  const auto value = read_iso8601(std::string_view(longer).substr(0, text.size()));
   if (!value) return value.message();
   std::ostringstream out;
   if (value->date) {

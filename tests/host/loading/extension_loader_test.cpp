@@ -70,6 +70,19 @@ TEST(ExtensionLoader, SeeksInTheFoldersThenAmongTheLinkedThenInTheLastFolders) {
   }
 }
 
+TEST(ExtensionLoader, FoldersStayThoseOfTheHostsBeginning) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(JWNLS_BUILD_DIR);
+  Host host(with_path({""}));
+  std::filesystem::current_path(before);
+  EXPECT_EQ(load_sample(host), nullptr);  // no folder
+  std::filesystem::current_path(JWNLS_BUILD_DIR);
+  Host other(with_path({"."}));
+  std::filesystem::current_path("/");
+  EXPECT_NE(load_sample(other), nullptr);
+  std::filesystem::current_path(before);
+}
+
 TEST(ExtensionLoader, HostsOfOneProcessDoNotShareALibrarysVariables) {
   Host first(with_path({JWNLS_BUILD_DIR}));
   const auto of_first = load_sample(first);

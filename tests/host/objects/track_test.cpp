@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "abi/status.h"
@@ -60,6 +61,11 @@ TEST(Track, FindsEveryKeyByItsBytesAndRefusesASecondOne) {
   EXPECT_EQ(track->look_up(track, track_look_up, 0, nullptr, 0), nullptr);
   EXPECT_EQ(track->look_up(track, track_look_up, 0, "ab", -2), nullptr);
   EXPECT_EQ(insert(track, nullptr, "ab", nullptr), nullptr);
+  for (const auto& [key, bytes] :
+       {std::pair(static_cast<const char*>(nullptr), 0), std::pair("new", -1)}) {
+    EXPECT_EQ(track->insert(track, track_insert, 0, nullptr, 0, key, bytes, &status), nullptr);
+    EXPECT_EQ(status, code(Status::lookup_failed));
+  }
   track->destroy(track);
 }
 

@@ -138,6 +138,10 @@ TEST_F(DirectiveTest, NamesComeFromTheirLists) {
   expect(u"%Q", u"q3", fails, 0);
   expect(u"%q", u"3RD Quarter", fails, 0);
   expect(u"%B", u"Smarch", fails, fails);
+  // A list ends where the next one begins.
+  expect(u"%A", u"sun", fails, 0);
+  expect(u"%B", u"jan", fails, 0);
+  refuse(u"%a", u"january");
   // A name that begins a later one wins over it; a decomposed letter is another text.
   set_text(handle->record->full_months[0], u"\u00C9t\U00010437");
   set_text(handle->record->full_months[1], u"\u00C9t\U00010437s");
@@ -169,7 +173,7 @@ TEST_F(DirectiveTest, OffsetsHaveHoursAndMinutes) {
   expect(u"%z", u"+05", 0, 0);
   expect(u"%z!", u"+12:5!", 0, fails);
   expect(u"%z!", u"+12: 5!", 0, 0);
-  refuse(u"%z!", u"05 : 30!", u"+12:!");
+  refuse(u"%z!", u"05 : 30!", u"+12:!", u"+12:   5!");
   refuse(u"%z", u"+5x", u"Z", u"+13", u"+12:60");
 }
 
@@ -181,6 +185,7 @@ TEST_F(DirectiveTest, ZonesAreLookedUpByName) {
   refuse(u"%H %Z", u"07 XST and more");  // looked up as a name that ends in the blank
   host.known_zones = {u"Here "};
   expect(u"%Z%H", u"Here 07", 7 * h, 7 * h);
+  refuse(u"%Z%H%Z", u"Here 07" + std::u16string(257, u'x'));  // the second is too long to look up
 }
 
 }  // namespace
