@@ -208,7 +208,8 @@ std::shared_ptr<const Zone> posix_zone(std::string_view rule) {
   std::optional<Rule> read = RuleReader(rule).read();
   if (!read) return nullptr;
   std::string name(rule);
-  if (rule.starts_with("UTC")) name = "<UTC>" + name.substr(3);
+  const bool is_utc = rule.starts_with('U') && read->standard.abbreviation == "UTC";
+  if (is_utc) name = "<UTC>" + name.substr(3);
   if (name.size() > longest) return nullptr;
   return std::make_shared<PosixZone>(std::move(name), *std::move(read));
 }

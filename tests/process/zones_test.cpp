@@ -93,6 +93,7 @@ TEST(Zones, TheSystemsIsWhatTzSays) {
       {"<+03>-3", summer, "<+03>-3 +03 10800"},
       {"", summer, "UTC UTC 0"},
       {"UTC+5", summer, "<UTC>+5 UTC -18000"},  // west; the zone of this name is east
+      {"UTCX5", summer, "UTCX5 UTCX -18000"},
       {"UTC0", summer, "UTC UTC 0"},
       {":JST-9", summer,
        "5 TZ=':JST-9': no time zone, and no rule such as CET-1CEST,M3.5.0,M10.5.0/3"},
