@@ -141,6 +141,10 @@ void check_ways(const jwnls_layout* layout, std::string_view text) {
       quick.refusal != library::Refusal::none ||
           (day_from_civil(quick.date) == day_from_civil(full.date) && quick.facts == full.facts),
       "values that differ");
+  // The usual form alone is taken at one look; with a blank behind it, it goes another way.
+  require(read(layout, std::string_view(std::string(text) + ' ')) == read(layout, text) ||
+              text.size() == library::longest_text,
+          "a blank that makes a difference");
 }
 
 }  // namespace
