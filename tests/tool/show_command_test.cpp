@@ -52,7 +52,6 @@ TEST(Show, MakesAPage) {
     }
   }
 }
-}
 
 TEST(Show, TellsTheSameAsJson) {
   const auto outcome = run_tool({{"show", "ja_JP", "-z", "Asia/Tokyo", "--json"}});
