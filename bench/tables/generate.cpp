@@ -143,7 +143,11 @@ struct NastyFile {
   std::string_view text;
 };
 
-using std::string_view_literals::operator""sv;
+// With the NULs that a text holds.
+template <std::size_t size>
+constexpr std::string_view all_of(const char (&text)[size]) {
+  return {text, size - 1};
+}
 
 constexpr NastyFile nasty_files[] = {
     {"0-bare-quote", "a;b\n5\" pipe;2\n6;\"7\"\n"},
@@ -162,7 +166,7 @@ constexpr NastyFile nasty_files[] = {
     {"1-shorter-and-longer-rows", "a;b\n1\n1;2;3\n4;5\n"},
     {"0-blank-lines", "a;b\n\n1;2\n\r\n3;4\n\n"},
     {"0-empty-in-quotes", "a;b\n\"\";\n;\"\"\n"},
-    {"0-nul", "a;b\n1\0;2\n\0\0;3\n"sv},
+    {"0-nul", all_of("a;b\n1\0;2\n\0\0;3\n")},
     {"0-latin-1", "a;b\nM\xFCller;2\n"},
     {"0-sep-line", "sep=;\na;b\n1;2\n"},
     {"0-separator-in-every-quote", "a;b\n\";\n;\";\"\"\"\"\n"},
