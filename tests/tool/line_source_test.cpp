@@ -1,8 +1,10 @@
 #include "tool/line_source.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <string>
 #include <thread>
 #include <vector>
@@ -68,6 +70,28 @@ TEST(LineSource, GivesLongLinesPieceByPiece) {
                                       {5, returns, true}};
   for (const std::size_t piece : {std::size_t{1}, std::size_t{999}, std::size_t{1'000'000}})
     EXPECT_EQ(lines_of(text, piece), expected);
+}
+
+TEST(LineSource, ASignalIsNotTheEnd) {
+  struct sigaction nothing = {};
+  nothing.sa_handler = [](int) {};  // without SA_RESTART: what waits is interrupted
+  sigaction(SIGUSR1, &nothing, nullptr);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::thread writer([out = ends[1], reader = pthread_self()] {
+    for (int i = 0; i < 3; ++i) {
+      usleep(10'000);
+      pthread_kill(reader, SIGUSR1);
+    }
+    EXPECT_EQ(write(out, "it\n", 3), 3);
+    close(out);
+  });
+  LineSource source(ends[0], [] {});
+  std::string_view line;
+  ASSERT_TRUE(source.next(line));
+  EXPECT_EQ(line, "it");
+  writer.join();
+  close(ends[0]);
 }
 
 }  // namespace
