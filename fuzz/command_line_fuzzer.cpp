@@ -106,7 +106,10 @@ std::string word_of(Input& input) {
       "*",       "a:as=n",     "=number"};
   const std::uint8_t choice = input.byte();
   std::string word(words[choice % std::size(words)]);
-  if (choice >= 0xE0 && !word.empty()) word[input.byte() % word.size()] ^= 1 << (choice % 7);
+  if (choice >= 0xE0 && !word.empty()) {
+    char& each = word[input.byte() % word.size()];
+    each = static_cast<char>(each ^ 1 << (choice % 7));
+  }
   if (choice >= 0xF0) word.append("=").append(words[input.byte() % std::size(words)]);
   if (choice >= 0xFA) {
     word.clear();

@@ -80,7 +80,8 @@ void check_match(std::u16string_view name) {
   }
   // UTF-8 has no half pairs, and C's names end at a zero.
   const auto odd = [](char16_t unit) { return unit == 0 || (unit >= 0xD800 && unit < 0xE000); };
-  if (std::any_of(name.begin(), name.end(), odd)) return;
+  constexpr std::size_t longest_in_c = 96;  // with the blanks around it
+  if (name.size() > longest_in_c || std::any_of(name.begin(), name.end(), odd)) return;
   char canonical[64];
   int exact = 7;
   const int code = jwnls_match_locale(encoded(name).c_str(), canonical, &exact);
