@@ -58,6 +58,7 @@ TEST(Completion, KnowsWhatMayStandWhere) {
       {{"read", "date", "-O", "|", "order=m"}, "words order=mdy "},
       {{"read", "-c", "x", "|", "t"}, "files "},
       {{"read", "--rejects", "|", "t"}, "files "},
+      {{"show", "de_DE", "--html", "|", "t"}, "files "},
       // Columns are those of the file on the command line, wherever it stands.
       {{"read", "-c", "|", "", "t.csv"}, "open Nr Netto Brutto betrag \"3\" "},
       {{"read", "t.csv", "-c", "|", "Nr,N"}, "open Nr,Nr Nr,Netto "},

@@ -31,11 +31,13 @@ constexpr Needed needed[] = {
     {"columns", "NAME[=KIND][:WORD]... or 3, 2-5, 'net*' for the NAME"},
     {"separator", "Between fields: a character, tab, semicolon, ..."},
     {"rejects", nullptr},
+    {"report", "What was found in each column: .html, .json, text"},
     {"jsonl", nullptr},
     {"output", nullptr},
     {"in-place", "Replace the file"},
     {"explain", nullptr},
     {"all", nullptr},
+    {"html", nullptr},
     {"json", nullptr},
 };
 
