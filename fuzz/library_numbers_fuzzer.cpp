@@ -31,7 +31,7 @@ constexpr std::array options = {"",          "groups=any",      "groups=none",
                                 "no-group",  "exact digits=own"};
 
 const jwnls_layout* layout_of(Input& input, int kind) {
-  static std::map<std::string, jwnls_layout*> opened;  // stay for the run
+  static auto& opened = *new std::map<std::string, jwnls_layout*>;  // all stay for the run
   const char* const locale = locales[input.byte() % locales.size()];
   const char* const words = options[input.byte() % options.size()];
   jwnls_layout*& layout = opened[std::string(locale) + char('0' + kind) + words];
