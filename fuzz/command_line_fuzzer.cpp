@@ -138,8 +138,9 @@ void check_words(Input& input) {
                 std::count(outcome.errors.begin(), outcome.errors.end(), '\n') == 1,
             "a wrong command line without its reason");
   }
-  // Bad values may be refused in silence, when that is asked for.
-  require(outcome.code <= 1 || !outcome.errors.empty(), "a failure without a reason");
+  // Bad values may be refused in silence, when that is asked for; detect (5) tells in its output.
+  const bool told = !outcome.errors.empty() || (outcome.code == 5 && !outcome.output.empty());
+  require(outcome.code <= 1 || told, "a failure without a reason");
   for (const char each : outcome.errors) {
     require(static_cast<unsigned char>(each) >= 0x20 || each == '\n', "a terminal would obey");
   }
