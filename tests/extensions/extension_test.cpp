@@ -36,8 +36,13 @@ TEST_P(ExtensionTest, ObjectsLiveInAPoolOfTheKernelAndEndWithIt) {
   ASSERT_NE(second, nullptr);
   EXPECT_NE(first, second);
   EXPECT_GT(host.live().size(), before.size());
-  destroy_object(first);
-  destroy_object(second);
+  for (void* object : {first, second}) {
+    if (std::string_view(GetParam()) == "jwemsg") {
+      destroy_object(static_cast<MessageExtension*>(object));
+    } else {
+      destroy_object(static_cast<LocaleDatabase*>(object));
+    }
+  }
   EXPECT_EQ(host.live(), before);
   EXPECT_EQ(host.faults, std::vector<std::string>());
 }

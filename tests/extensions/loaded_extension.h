@@ -51,10 +51,10 @@ class ExtensionLibrary {
 /// An ASCII name in the form in which names cross the boundary.
 inline std::u16string widened(std::string_view name) { return {name.begin(), name.end()}; }
 
-/// Destroys an extension's object through its word 2.
-inline void destroy_object(void* object) {
-  auto* destructible = static_cast<MessageExtension*>(object);
-  destructible->destroy(destructible);
+/// Destroys an extension's object through its word 2, as the type that it has.
+template <typename Table>
+void destroy_object(Table* object) {
+  object->destroy(object);
 }
 
 /// The object of the extension named Table, which has that layout.

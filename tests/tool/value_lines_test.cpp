@@ -9,7 +9,7 @@ namespace {
 
 // Many lines, and one of 100 MB, under a limit that holds the program and its modules alone.
 TEST(ValueLines, TakeLargeInputInConstantMemory) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(JWNLS_SANITIZED)
   const std::string limit;  // sanitizers reserve terabytes of addresses
 #else
   const std::string limit = "ulimit -v 60000;";
