@@ -14,6 +14,7 @@
 
 #include "abi/host_tables.h"
 #include "abi/locale_handle.h"
+#include "abi/message_texts.h"
 #include "abi/status.h"
 #include "tests/support/fake_host.h"
 
@@ -56,6 +57,7 @@ template <typename Table>
 void destroy_object(Table* object) {
   object->destroy(object);
 }
+inline void destroy_object(MessageTexts* texts) { destroy_object(&texts->base); }
 
 /// The object of the extension named Table, which has that layout.
 template <typename Table>
