@@ -2,6 +2,7 @@
    by a cursor, with the rights of who asks. */
 
 #include "bindings/postgresql/calls.h"
+#include "bindings/sql/verdicts.h"
 
 /* The server's headers follow. */
 #include "catalog/pg_type.h"
@@ -92,25 +93,6 @@ static Texts texts_of_column(Oid table, const char* column) {
   SPI_cursor_close(portal);
   SPI_finish();
   return texts;
-}
-
-static const char* const verdicts[] = {"",     "proved",    "ambiguous", "contradiction",
-                                       "none", "any locale"};
-
-/* The text that shows the verdict. */
-static size_t example_of(const jwnls_detected_kind* found) {
-  switch (found->verdict) {
-    case JWNLS_PROVED:
-      return found->deciding;
-    case JWNLS_AMBIGUOUS:
-      return found->witness;
-    case JWNLS_CONTRADICTION:
-      return found->first_other;
-    case JWNLS_NONE:
-      return found->first_dirty;
-    default:
-      return SIZE_MAX;
-  }
 }
 
 typedef struct Answer {

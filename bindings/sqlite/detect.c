@@ -3,6 +3,7 @@
 #include <limits.h>
 #include <string.h>
 
+#include "bindings/sql/verdicts.h"
 #include "bindings/sqlite/connection.h"
 #include "bindings/sqlite/rows.h"
 
@@ -74,25 +75,6 @@ static void add_example(Rows* rows, const Texts* texts, size_t index) {
   char* text = sqlite3_mprintf("%.*s", (int)length, texts->bytes + texts->offsets[index]);
   add_text(rows, text);
   sqlite3_free(text);
-}
-
-static const char* const verdicts[] = {"",     "proved",    "ambiguous", "contradiction",
-                                       "none", "any locale"};
-
-/* The text that shows the verdict. */
-static size_t example_of(const jwnls_detected_kind* found) {
-  switch (found->verdict) {
-    case JWNLS_PROVED:
-      return found->deciding;
-    case JWNLS_AMBIGUOUS:
-      return found->witness;
-    case JWNLS_CONTRADICTION:
-      return found->first_other;
-    case JWNLS_NONE:
-      return found->first_dirty;
-    default:
-      return SIZE_MAX;
-  }
 }
 
 static void add_reading(Rows* rows, const Texts* texts, const jwnls_detection* detection,
