@@ -15,7 +15,7 @@
 
 /// True for every special missing value, the standard one included. Other NaNs are none.
 JW_INLINE int jw_is_missing(double value) {
-  uint64_t bits;
+  uint64_t bits = 0;
   memcpy(&bits, &value, sizeof bits);
   return bits >> 48 == 0xFFFF;
 }
@@ -25,14 +25,14 @@ JW_INLINE int jw_is_missing(double value) {
 JW_INLINE double jw_missing_value(char character) {
   const unsigned char stored = (unsigned char)(character == '_' ? '-' : character);
   const uint64_t bits = (uint64_t)0xFFFF << 48 | (uint64_t)(0xFF - stored) << 40;
-  double value;
+  double value = 0;
   memcpy(&value, &bits, sizeof value);
   return value;
 }
 
 /// The character of a missing value; 0 for a value that is none.
 JW_INLINE char jw_missing_character(double value) {
-  uint64_t bits;
+  uint64_t bits = 0;
   memcpy(&bits, &value, sizeof bits);
   if (bits >> 48 != 0xFFFF) return 0;
   const unsigned char stored = (unsigned char)(0xFF - (bits >> 40 & 0xFF));

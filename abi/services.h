@@ -33,6 +33,7 @@ typedef struct jw_locale_handle jw_locale_handle;
 // Each signature stands once, as a list of arguments, of which C has a type for each unit and
 // integer and C++ a template besides. (clang-format takes such a list for a product.)
 // clang-format off
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are types
 
 // ---- Formatting of dates and datetimes
 
@@ -170,6 +171,7 @@ typedef struct jw_float_options {
   (jw_locale_handle* handle, const unit* text, int64_t length, uint32_t flags, integer* value, \
    int64_t* consumed)
 
+// NOLINTEND(bugprone-macro-parentheses)
 // clang-format on
 
 #ifdef __cplusplus
