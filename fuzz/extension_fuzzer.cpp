@@ -24,7 +24,6 @@ namespace jwnls::test {
 namespace {
 
 namespace fs = std::filesystem;
-using host::LinkedModule;
 
 std::int64_t major_version, minor_version;
 std::array<int, 2> objects;
@@ -50,7 +49,7 @@ const fs::path& folder() {
     static const std::string kept = path;
     std::atexit([] { fs::remove_all(kept); });
     std::ofstream(fs::path(kept) / "jwtext.so") << "no library";
-    std::ofstream(fs::path(kept) / "jwempty.so");
+    const std::ofstream empty(fs::path(kept) / "jwempty.so");
     fs::create_directory(fs::path(kept) / "jwfolder.so");
     return fs::path(kept);
   }();

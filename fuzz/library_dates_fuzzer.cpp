@@ -97,7 +97,7 @@ struct Outcome {
 template <typename Unit>
 Outcome read(const jwnls_layout* layout, std::basic_string_view<Unit> text) {
   Outcome outcome = {0, 77, 77};
-  const auto call = [&](auto narrow, auto wide, auto* value) {
+  const auto call = [&]([[maybe_unused]] auto narrow, [[maybe_unused]] auto wide, auto* value) {
     if constexpr (sizeof(Unit) == 1) {
       return narrow(layout, text.data(), text.size(), value, &outcome.facts);
     } else {

@@ -80,6 +80,7 @@ struct ShortDecimal {
   const double magnitude = std::abs(value);
   const double scaled = magnitude * scale;
   if (!(scaled < most)) return false;
+  // Whether it is the one is asked next. NOLINTNEXTLINE(bugprone-incorrect-roundings)
   const auto mantissa = static_cast<std::int64_t>(scaled + 0.5);
   if (static_cast<double>(mantissa) / scale != magnitude) return false;
   const unsigned decimals = 6 - shift;
