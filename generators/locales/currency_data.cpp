@@ -91,7 +91,7 @@ void check_spacing(const icu::DecimalFormatSymbols& symbols) {
   for (int which = 0; which < UNUM_CURRENCY_SPACING_COUNT; ++which) {
     for (const UBool before : {UBool{0}, UBool{1}}) {
       UErrorCode error = U_ZERO_ERROR;
-      const icu::UnicodeString text =
+      const icu::UnicodeString& text =
           symbols.getPatternForCurrencySpacing(static_cast<UCurrencySpacing>(which), before, error);
       check(error, "getPatternForCurrencySpacing");
       if (text != rule[which]) throw std::runtime_error("a second rule of currency spacing");

@@ -230,7 +230,7 @@ std::string date_name_section(const std::string& name) {
                     &std::pair<std::string, NameMeaning>::first);
   for (const auto& [text, meaning] : names) {
     if (meaning.two_months && !contains(with_names_of_two_months, locale->source.language)) {
-      throw std::runtime_error(name + ": two months are called \"" + text + '"');
+      throw std::runtime_error(std::string(name).append(": two months are called ").append(text));
     }
     out.word(meaning_bits(meaning));
     out.byte(text.size());
