@@ -48,6 +48,7 @@ std::u16string read_affix(std::u16string_view& pattern, const Signs& signs) {
   bool quoted = false;
   for (; !pattern.empty(); pattern.remove_prefix(1)) {
     const char16_t unit = pattern.front();
+    const char16_t meant = quoted ? u'\0' : unit;
     if (unit == u'\'') {
       if (pattern.size() > 1 && pattern[1] == u'\'') {
         affix += u'\'';
@@ -55,17 +56,15 @@ std::u16string read_affix(std::u16string_view& pattern, const Signs& signs) {
       } else {
         quoted = !quoted;
       }
-    } else if (quoted) {
-      affix += unit;
-    } else if (unit == u';' || digits.find(unit) != digits.npos) {
+    } else if (meant == u';' || digits.find(meant) != digits.npos) {
       break;
-    } else if (unit == u'-') {
+    } else if (meant == u'-') {
       affix += signs.minus;
-    } else if (unit == u'+') {
+    } else if (meant == u'+') {
       affix += signs.plus;
-    } else if (unit == u'%') {
+    } else if (meant == u'%') {
       affix += signs.percent;
-    } else if (unit == u'\u2030') {
+    } else if (meant == u'\u2030') {
       affix += signs.per_mille;
     } else {
       affix += unit;
