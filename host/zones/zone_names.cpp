@@ -84,7 +84,7 @@ void write_utc_offset(int seconds, ZoneNameText& out) noexcept {
 
 }  // namespace
 
-ZoneNames::ZoneNames(std::filesystem::path directory) : is_found_(!directory.empty()) {
+ZoneNames::ZoneNames(const std::filesystem::path& directory) : is_found_(!directory.empty()) {
   if (is_found_) directory_ = std::filesystem::absolute(directory);
 }
 

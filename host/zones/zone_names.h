@@ -41,7 +41,7 @@ class ZoneNames {
 
   /// An empty folder is $TZDIR (in programs without raised privileges, and where it is absolute),
   /// else the system's.
-  explicit ZoneNames(std::filesystem::path directory);
+  explicit ZoneNames(const std::filesystem::path& directory);
 
   /// The database's folder; the system's is looked for at first need.
   [[nodiscard]] const std::filesystem::path& directory() const;
