@@ -24,6 +24,9 @@ struct HostConfiguration {
   std::map<std::string, std::string> options;
   JournalSink journal;   // empty: messages are dropped
   ErrorReporter errors;  // empty: errors are dropped
+  /// False: the embedder keeps its handles itself. There is no cache of them, so each belongs to
+  /// who made it, and factory() loads the module alone.
+  bool shares_handles = true;
   /// The compiled time-zone database; empty: $TZDIR, else the system's.
   std::filesystem::path zone_directory;
 };

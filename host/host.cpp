@@ -34,6 +34,7 @@ class Host::Parts {
  public:
   explicit Parts(HostConfiguration configuration)
       : zone_directory_(std::move(configuration.zone_directory)),
+        shares_handles_(configuration.shares_handles),
         kernel(std::move(configuration)),
         context(kernel, zone_directory_) {}
 
@@ -41,7 +42,7 @@ class Host::Parts {
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
 
-  Factory* start(std::u16string_view locale, std::string& error);
+  Factory* start(std::string& error);
 
   LocaleHandle* create_handle(Factory* factory, std::u16string_view locale,
                               std::u16string_view zone, bool is_private, std::uint32_t* status,
@@ -49,21 +50,22 @@ class Host::Parts {
   static void destroy_handle(Factory* factory, LocaleHandle* handle) noexcept;
 
  private:
-  Track* make_handle_cache(std::u16string_view locale, std::string& error);
+  Track* make_handle_cache(std::string& error);
 
   std::filesystem::path zone_directory_;
+  const bool shares_handles_;
 
  public:
   HostKernel kernel;
   HostContext context;
-  std::atomic<Factory*> ready{nullptr};  // the factory, once the handle cache is there as well
+  std::atomic<Factory*> ready{nullptr};  // the factory, once any handle cache is there as well
 
  private:
   std::mutex starting_;
   Factory* loaded_ = nullptr;
 };
 
-Factory* Host::Parts::start(std::u16string_view locale, std::string& error) {
+Factory* Host::Parts::start(std::string& error) {
   const std::lock_guard guard(starting_);
   if (Factory* factory = ready.load(std::memory_order_relaxed)) return factory;
   if (loaded_ == nullptr) {
@@ -72,22 +74,18 @@ Factory* Host::Parts::start(std::u16string_view locale, std::string& error) {
     error = std::move(module.error);
     if (loaded_ == nullptr) return nullptr;
   }
-  context.handle_cache = make_handle_cache(locale, error);
-  if (context.handle_cache == nullptr) return nullptr;
+  if (shares_handles_) {
+    context.handle_cache = make_handle_cache(error);
+    if (context.handle_cache == nullptr) return nullptr;
+  }
   ready.store(loaded_, std::memory_order_release);
   return loaded_;
 }
 
 // Only a handle can make the cache, so the first handle is one that never goes into it.
-Track* Host::Parts::make_handle_cache(std::u16string_view locale, std::string& error) {
+Track* Host::Parts::make_handle_cache(std::string& error) {
   std::uint32_t status = 0;
-  LocaleHandle* handle = nullptr;
-  if (!locale.empty()) {
-    handle = create_handle(loaded_, locale, first_zone, true, &status, error);
-  }
-  if (handle == nullptr) {
-    handle = create_handle(loaded_, first_locale, first_zone, true, &status, error);
-  }
+  LocaleHandle* handle = create_handle(loaded_, first_locale, first_zone, true, &status, error);
   if (handle == nullptr) {
     if (error.empty())
       error = "jwnlsloc: cannot make a locale handle, status " + status_text(status);
@@ -138,10 +136,10 @@ Kernel* Host::kernel() noexcept { return &parts_->kernel; }
 
 NlsContext* Host::context() noexcept { return &parts_->context; }
 
-Factory* Host::factory(std::string* error, std::u16string_view locale) {
+Factory* Host::factory(std::string* error) {
   if (Factory* factory = parts_->ready.load(std::memory_order_acquire)) return factory;
   std::string why;
-  Factory* factory = parts_->start(locale, why);
+  Factory* factory = parts_->start(why);
   if (factory == nullptr && error != nullptr) *error = std::move(why);
   return factory;
 }

@@ -47,9 +47,7 @@ class Host {
   /// message extension and the locale database load as well, and makes the context's handle cache.
   /// Null when any of that fails: *error, if not null, then says what failed, where, and why, and
   /// the next call tries again. Any thread.
-  ///   locale  the cache takes a handle to make; one of this locale, which is wanted next, touches
-  ///           no other one's data. Empty, or none that is there: any will do.
-  Factory* factory(std::string* error, std::u16string_view locale = {});
+  Factory* factory(std::string* error);
 
   /// A handle for a locale and a time zone.
   ///   locale, zone    as people write them ("de_DE", "German", "europe/berlin", "UTC+05:30"); an

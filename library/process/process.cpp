@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <map>
 #include <utility>
@@ -25,14 +26,13 @@ class Modules {
   explicit Modules(std::string_view first_locale);
 
   const Locale& locale(std::string_view canonical) {
-    if (const auto known = locales_.find(canonical); known != locales_.end()) return known->second;
-    Locale locale = make_locale(canonical);
-    return locales_.emplace(canonical, std::move(locale)).first->second;
+    const auto known = locales_.find(canonical);
+    return known != locales_.end() ? known->second : add_locale(canonical);
   }
   void fill(std::string_view canonical, LocaleRecord& record);
 
  private:
-  Locale make_locale(std::string_view canonical);
+  const Locale& add_locale(std::string_view canonical);
 
   host::Host host_;
   std::map<std::string, Locale, std::less<>> locales_;
@@ -82,6 +82,7 @@ host::HostConfiguration configuration() {
     configuration.last_extension_path = folders_beside_library();
   }
   configuration.journal = tell_journal;
+  configuration.shares_handles = false;  // here they are kept by locale
   return configuration;
 }
 
@@ -108,42 +109,58 @@ class WideName {
   std::size_t length_;
 };
 
+// A handle proves that every module can be loaded.
 Modules::Modules(std::string_view first_locale) : host_(configuration()) {
-  const MemoryWatch memory;
-  std::string why;
-  if (host_.factory(&why, WideName(first_locale).text()) != nullptr) return;
-  memory.check();
-  fail(JWNLS_LOAD, [&](Message& message) { message.said(why); });
+  (void)add_locale(first_locale);
 }
 
-// A surrogate in some text of the record that a service writes.
+// A surrogate in some text of the record that a service writes. Four units at a time: few texts
+// have any that are as high.
 bool has_surrogates(const LocaleRecord& record) {
+  constexpr std::uint64_t high = 0x8000800080008000;
   const auto* const first = reinterpret_cast<const TextEntry*>(&record.full_weekdays);
   const auto* const end = reinterpret_cast<const TextEntry*>(&record.unread_6112);
   for (const TextEntry* entry = first; entry != end; ++entry) {
-    for (const char16_t unit : text_of(*entry)) {
+    const std::u16string_view text = text_of(*entry);
+    std::uint64_t all = 0;
+    for (std::size_t at = 0; at < text.size(); at += 4) {
+      static_assert(text_entry_capacity % 4 == 0);
+      std::uint64_t units;
+      std::memcpy(&units, entry->units + at, sizeof units);
+      all |= units;
+    }
+    if ((all & high) == 0) continue;
+    for (const char16_t unit : text) {
       if ((unit & 0xF800U) == 0xD800U) return true;
     }
   }
   return false;
 }
 
-Locale Modules::make_locale(std::string_view canonical) {
+const Locale& Modules::add_locale(std::string_view canonical) {
   // Wall-clock values carry no zone, so that any serves; layouts hold the zones that they convert
   // by.
   const MemoryWatch memory;
   std::uint32_t status = 0;
   std::string why;
-  LocaleHandle* handle =
-      host_.create_handle(WideName(canonical).text(), u"UTC", false, &status, &why);
+  const auto destroy = [this](LocaleHandle* made) { host_.destroy_handle(made); };
+  std::unique_ptr<LocaleHandle, decltype(destroy)> handle(
+      host_.create_handle(WideName(canonical).text(), u"UTC", true, &status, &why), destroy);
   if (handle == nullptr) {
     memory.check();
     fail(JWNLS_LOAD, [&](Message& message) {
-      (message << "locale ").quoted(canonical) << ": ";
-      message.said(why.empty() ? "its data cannot be loaded" : why);
+      if (why.empty()) {
+        (message << "locale ").quoted(canonical) << ": its data cannot be loaded";
+      } else {
+        message.said(why);
+      }
     });
   }
-  return {std::string(canonical), handle, handle->record, has_surrogates(*handle->record)};
+  const LocaleRecord* const record = handle->record;
+  Locale locale{std::string(canonical), handle.get(), record, has_surrogates(*record)};
+  const Locale& added = locales_.emplace(canonical, std::move(locale)).first->second;
+  (void)handle.release();
+  return added;
 }
 
 // As the module has it done.
