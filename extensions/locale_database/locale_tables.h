@@ -1,9 +1,18 @@
 // The locale database's tables: what is generated at build time, and how a record is put together
 // from it.
 //
-// A record is a sequence of runs: one text, or a list of them in consecutive entries. A locale's
-// row names a list for each run. Equal texts, and equal lists of them, are stored once; so are the
-// sections of the block in record area 9, of which a row names one for each place.
+// A record is a sequence of runs: one text, or a list of them in consecutive entries. The lists,
+// and the sections of the block in record area 9, are pieces of one array of bytes. A locale's
+// pieces stand together, its row behind them: what a first look costs is new pages of the file.
+// Equal pieces are stored once where they are large or near.
+//
+//   piece   = list | section                 of words the low byte stands first
+//   list    = text {text}                    as many as the run has entries
+//   text    = size:u8 units                  narrow_text is set in the size: each unit is one byte,
+//                                            else two
+//   section = size:u16 bytes
+//   row     = decimal_symbol:u16 grouping_symbol:u16 currency_digits:u8 first_weekday:u8
+//             minimal_days:u8 {place:u24}    of a list for each run, of a section for each number
 
 #ifndef JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
 #define JWNLS_EXTENSIONS_LOCALE_DATABASE_LOCALE_TABLES_H_
@@ -74,27 +83,17 @@ inline constexpr Run runs[] = {
 };
 inline constexpr std::size_t run_count = std::size(runs);
 
-struct LocaleRow {
-  std::uint16_t lists[run_count];  // where each run's list of texts begins in list_texts
-  std::uint16_t sections[jw_layout_sections];  // of layout data, by number; an empty one is none
-  char16_t decimal_symbol;
-  char16_t grouping_symbol;
-  std::uint8_t currency_digits;
-  std::uint8_t first_weekday;
-  std::uint8_t minimal_days;
-};
+inline constexpr std::uint8_t narrow_text = 0x80;
+inline constexpr std::size_t row_head = 7;     // bytes in front of the places
+inline constexpr std::size_t place_bytes = 3;  // of each
+inline constexpr std::size_t row_places = run_count + jw_layout_sections;
 
 // ---- Generated.
 
 extern const std::uint32_t locale_count;
-extern const LocaleKey locale_keys[];     // sorted
-extern const LocaleRow locale_rows[];     // in the order of the keys
-extern const std::uint16_t list_texts[];  // lists of text numbers, end to end
-extern const std::uint32_t
-    text_offsets[];             // where each text begins in `texts`; one more at the end
-extern const char16_t texts[];  // text_entry_capacity units more at the end
-extern const std::uint32_t section_offsets[];  // where each section begins; one more at the end
-extern const std::uint8_t section_bytes[];     // sections, end to end
+extern const LocaleKey locale_keys[];        // sorted
+extern const std::uint32_t locale_places[];  // in the order of the keys: where rows begin
+extern const std::uint8_t pieces[];          // and rows, end to end
 
 }  // namespace jwnls::ldb
 
