@@ -32,7 +32,7 @@ bool is_numeric(int kind) {
 void open_number_layout(jwnls_layout& layout) {
   const jwnls::LocaleRecord& record = *layout.locale->record;
   const jwnls::library::Options& options = layout.options;
-  const jwnls::library::NumberData data = jwnls::library::number_data(record);
+  const jwnls::library::NumberData data(record);
   std::optional<jwnls::library::CurrencyData> currency;
   if (layout.is(JWNLS_AMOUNT)) {
     const bool is_named = !options.currency.empty() && options.currency != "any";

@@ -1,5 +1,9 @@
 #include "library/locale_data/layout_block.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
@@ -14,14 +18,50 @@ std::size_t word_at(std::string_view block, std::size_t at) {
          static_cast<std::size_t>(static_cast<unsigned char>(block[at + 1])) << 8;
 }
 
+constexpr std::uint64_t high_bits = 0x8080808080808080;
+
+template <typename Word>
+Word word_of(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// In words, the last of which may overlap another.
+bool is_ascii(std::string_view text) {
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  std::uint64_t all = 0;
+  if (text.size() >= 8) {
+    for (const char* at = begin; end - at > 8; at += 8) all |= word_of<std::uint64_t>(at);
+    all |= word_of<std::uint64_t>(end - 8);
+  } else if (text.size() >= 4) {
+    all = word_of<std::uint32_t>(begin) | word_of<std::uint32_t>(end - 4);
+  } else {
+    for (const char byte : text) all |= static_cast<unsigned char>(byte);
+  }
+  return (all & high_bits) == 0;
+}
+
+// The sequences of two and three bytes that cannot be wrong are seen at a glance.
 bool is_utf8(std::string_view text) {
-  unsigned char all = 0;
-  for (const char byte : text) all |= static_cast<unsigned char>(byte);
-  if (all < 0x80) return true;
-  while (!text.empty()) {
-    const Utf8Character next = first_character(text);
-    if (!next.valid) return false;
-    text.remove_prefix(next.bytes);
+  if (is_ascii(text)) return true;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const auto byte = [&at](std::ptrdiff_t i) { return static_cast<unsigned char>(at[i]); };
+  while (at != end) {
+    if (byte(0) < 0x80) {
+      ++at;
+    } else if (byte(0) >= 0xC2 && byte(0) < 0xE0 && end - at >= 2 && (byte(1) & 0xC0) == 0x80) {
+      at += 2;
+    } else if (byte(0) > 0xE0 && byte(0) < 0xED && end - at >= 3 && (byte(1) & 0xC0) == 0x80 &&
+               (byte(2) & 0xC0) == 0x80) {
+      at += 3;
+    } else {
+      const Utf8Character next = first_character({at, static_cast<std::size_t>(end - at)});
+      if (!next.valid) return false;
+      at += next.bytes;
+    }
   }
   return true;
 }

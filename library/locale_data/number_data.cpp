@@ -21,11 +21,6 @@ GroupSizes sizes_of(std::u16string_view pattern) {
   return {primary, secondary != 0 ? secondary : primary};
 }
 
-std::string utf8_of(char16_t unit) {
-  char text[3];
-  return {text, to_utf8({&unit, 1}, text, sizeof text)};
-}
-
 std::size_t characters_of(std::string_view text) {
   std::size_t count = 0;
   for (; !text.empty(); ++count) text.remove_prefix(first_character(text).bytes);
@@ -49,13 +44,13 @@ bool are_digits(std::string_view digits) {
   return true;
 }
 
-bool read_symbol(SectionReader& in, std::string& symbol) {
+bool read_symbol(SectionReader& in, std::string_view& symbol) {
   symbol = in.text(longest_symbol);
   return in.ok();
 }
 
 // One character, which scanners can look for.
-bool read_character(SectionReader& in, std::string& symbol) {
+bool read_character(SectionReader& in, std::string_view& symbol) {
   return read_symbol(in, symbol) && characters_of(symbol) == 1;
 }
 
@@ -80,22 +75,17 @@ bool read_kind(SectionReader& in, KindData& kind) {
     return false;
   }
   kind.sizes = {static_cast<std::uint8_t>(primary), static_cast<std::uint8_t>(secondary)};
-  AffixTexts positive;
-  AffixTexts negative;
-  if (!read_affixes(in, positive, negative)) return false;
-  kind.positive = Affixes(positive);
-  kind.negative = Affixes(negative);
-  return true;
+  return read_affixes(in, kind.positive, kind.negative);
 }
 
 bool read_system(SectionReader& in, NumberSymbols& symbols) {
   symbols.digits = in.text(longest_symbol);
   if (!are_digits(symbols.digits)) return false;
-  for (std::string* each :
+  for (std::string_view* each :
        {&symbols.decimal, &symbols.group, &symbols.money_decimal, &symbols.money_group}) {
     if (!read_character(in, *each)) return false;
   }
-  for (std::string* each :
+  for (std::string_view* each :
        {&symbols.minus, &symbols.plus, &symbols.percent, &symbols.per_mille, &symbols.infinity}) {
     if (!read_symbol(in, *each)) return false;
   }
@@ -109,16 +99,19 @@ bool read_system(SectionReader& in, NumberSymbols& symbols) {
 // By the fields of the record: the currency's symbol in front, the percent sign behind, one minus
 // sign in front of everything.
 void read_record(NumberData& data) {
-  NumberSymbols& symbols = data.latin;
-  symbols.decimal = symbols.money_decimal = data.record_decimal;
-  if (!data.record_group.empty()) symbols.group = symbols.money_group = data.record_group;
+  data.from_record = true;
+  data.minimum_grouping = 1;
+  NumberSymbols& symbols = data.latin = {};
+  symbols.decimal = symbols.money_decimal = data.record_decimal.text();
+  const std::string_view group = data.record_group.text();
+  if (!group.empty()) symbols.group = symbols.money_group = group;
   for (KindData& kind : symbols.kinds) {
     kind.sizes = data.record_sizes;
     kind.negative.prefix = symbols.minus;
   }
   for (const int kind : {JW_LAYOUT_AMOUNT, JW_LAYOUT_ACCOUNTING}) {
-    symbols.kinds[kind].positive.prefix.append(currency_sign);
-    symbols.kinds[kind].negative.prefix.append(currency_sign);
+    symbols.kinds[kind].positive.prefix = currency_sign;
+    symbols.kinds[kind].negative.prefix = "-\u00A4";
   }
   KindData& percent = symbols.kinds[JW_LAYOUT_PERCENT];
   percent.positive.suffix = symbols.percent;
@@ -128,11 +121,11 @@ void read_record(NumberData& data) {
 
 }  // namespace
 
-bool read_affixes(SectionReader& in, AffixTexts& positive, AffixTexts& negative) {
+bool read_affixes(SectionReader& in, AffixTexts& positive, AffixTexts& negative) noexcept {
   return read_pair(in, positive) && read_pair(in, negative);
 }
 
-bool read_number_section(std::string_view section, NumberData& data) {
+bool read_number_section(std::string_view section, NumberData& data) noexcept {
   SectionReader in(section);
   data.minimum_grouping = in.byte();
   const unsigned systems = in.byte();
@@ -146,19 +139,17 @@ bool read_number_section(std::string_view section, NumberData& data) {
   return in.at_end();
 }
 
-NumberData number_data(const LocaleRecord& record) {
-  NumberData data;
-  data.record_decimal = record.decimal_symbol != 0 ? utf8_of(record.decimal_symbol) : ".";
-  if (record.grouping_symbol != 0) data.record_sizes = sizes_of(grouping_of(record));
-  if (data.record_sizes.primary != 0) data.record_group = utf8_of(record.grouping_symbol);
-  data.triangle_minus = text_of(record.locale_name).substr(0, 2) == u"ja";
-  NumberData with_section = data;
-  if (read_number_section(LayoutBlock(record).section(JW_LAYOUT_NUMBERS), with_section)) {
-    return with_section;
+RecordSymbol::RecordSymbol(char16_t unit) noexcept
+    : size_(static_cast<std::uint8_t>(to_utf8({&unit, 1}, bytes_, sizeof bytes_))) {}
+
+NumberData::NumberData(const LocaleRecord& record) noexcept
+    : record_decimal(record.decimal_symbol != 0 ? record.decimal_symbol : u'.') {
+  if (record.grouping_symbol != 0) record_sizes = sizes_of(grouping_of(record));
+  if (record_sizes.primary != 0) record_group = RecordSymbol(record.grouping_symbol);
+  triangle_minus = text_of(record.locale_name).substr(0, 2) == u"ja";
+  if (!read_number_section(LayoutBlock(record).section(JW_LAYOUT_NUMBERS), *this)) {
+    read_record(*this);
   }
-  data.from_record = true;
-  read_record(data);
-  return data;
 }
 
 }  // namespace jwnls::library

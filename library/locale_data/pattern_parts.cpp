@@ -1,15 +1,19 @@
 #include "library/locale_data/pattern_parts.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
 
 namespace jwnls::library {
 
 PatternParts::PatternParts(std::string_view pattern) {
+  const auto directives = std::count(pattern.begin(), pattern.end(), '%');
+  parts.reserve(2 * static_cast<std::size_t>(directives) + 1);
   std::string literal;
   const auto end_literal = [&] {
-    if (!literal.empty()) parts.push_back({0, literal});
-    literal.clear();
+    if (!literal.empty()) parts.push_back({0, std::exchange(literal, {})});
   };
   for (std::size_t at = 0; at < pattern.size(); ++at) {
     if (pattern[at] != '%') {

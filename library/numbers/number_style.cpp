@@ -42,13 +42,17 @@ std::string replaced(std::string text, std::string_view from, std::string_view t
 // What a value that is not negative has around it when all have a sign: the affixes of a negative
 // one with a plus sign for the minus, or, where those have no minus sign, its own behind a plus.
 Affixes with_plus(const KindData& kind, const NumberSymbols& symbols) {
-  const Affixes& negative = kind.negative;
-  const std::string& minus = symbols.minus;
-  if ((negative.prefix + "\n" + negative.suffix).find(minus) == std::string::npos) {
-    return {symbols.plus + kind.positive.prefix, kind.positive.suffix};
+  const AffixTexts& negative = kind.negative;
+  const std::string_view minus = symbols.minus;
+  Affixes affixes;
+  if (negative.prefix.find(minus) == minus.npos && negative.suffix.find(minus) == minus.npos) {
+    affixes = Affixes(kind.positive);
+    affixes.prefix.insert(0, symbols.plus);
+  } else {
+    affixes.prefix = replaced(std::string(negative.prefix), minus, symbols.plus);
+    affixes.suffix = replaced(std::string(negative.suffix), minus, symbols.plus);
   }
-  return {replaced(negative.prefix, minus, symbols.plus),
-          replaced(negative.suffix, minus, symbols.plus)};
+  return affixes;
 }
 
 // The symbol of a currency as the options want it; none where they want none.
@@ -82,10 +86,15 @@ std::string without_symbol(std::string affix) {
   return affix;
 }
 
-AffixText affix_of(std::string affix, bool is_prefix, const CurrencySymbol* symbol) {
+AffixText affix_of(std::string_view text, bool is_prefix, const CurrencySymbol* symbol) {
   AffixText out;
-  if (symbol == nullptr || symbol->text.empty()) {
-    put_text(symbol == nullptr ? affix : without_symbol(affix), out);
+  if (symbol == nullptr) {
+    put_text(text, out);
+    return out;
+  }
+  std::string affix(text);
+  if (symbol->text.empty()) {
+    put_text(without_symbol(affix), out);
     return out;
   }
   const std::size_t at = affix.find(currency_sign);
@@ -107,11 +116,13 @@ void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Optio
     symbol = symbol_for(options, *currency);
     unit = &symbol;
   }
-  const Affixes positive = options.plus != 0 ? with_plus(kind, symbols) : kind.positive;
-  const Affixes* const both[] = {&positive, &kind.negative};
+  Affixes signed_affixes;
+  if (options.plus != 0) signed_affixes = with_plus(kind, symbols);
+  const AffixTexts both[] = {options.plus != 0 ? signed_affixes.texts() : kind.positive,
+                             kind.negative};
   for (int i = 0; i < 2; ++i) {
-    style.prefix[i] = affix_of(both[i]->prefix, true, unit);
-    style.suffix[i] = affix_of(both[i]->suffix, false, unit);
+    style.prefix[i] = affix_of(both[i].prefix, true, unit);
+    style.suffix[i] = affix_of(both[i].suffix, false, unit);
   }
 }
 
@@ -140,8 +151,8 @@ void find_service_forms(const NumberData& data, const Options& options, std::str
   style.by_service_16bit =
       is(style.prefix[0], options.plus != 0 ? "+" : "") && is(style.prefix[1], "-") &&
       is(style.suffix[0], "") && is(style.suffix[1], "") && !style.native_digits &&
-      style.shift == 0 && decimal == data.record_decimal &&
-      (!grouped || (group == data.record_group && style.sizes == data.record_sizes &&
+      style.shift == 0 && decimal == data.record_decimal.text() &&
+      (!grouped || (group == data.record_group.text() && style.sizes == data.record_sizes &&
                     style.sizes == GroupSizes{3, 3}));
   // The 8-bit service takes its long way where it has more to write than ASCII.
   style.by_service_8bit =
@@ -198,8 +209,8 @@ NumberStyle number_style(const NumberData& data, int kind, const Options& option
   if (index == JW_LAYOUT_AMOUNT && currency != nullptr &&
       (currency->positive.prefix + currency->positive.suffix).find(currency_sign) !=
           std::string::npos) {
-    own_kind.positive = currency->positive;
-    own_kind.negative = currency->negative;
+    own_kind.positive = currency->positive.texts();
+    own_kind.negative = currency->negative.texts();
   }
   style.handle = handle;
   style.decimals = options.decimals;
@@ -208,11 +219,13 @@ NumberStyle number_style(const NumberData& data, int kind, const Options& option
   style.minimum_grouping = static_cast<std::uint8_t>(std::clamp(data.minimum_grouping, 1U, 9U));
   if (options.no_group == 0 && data.minimum_grouping != 0) style.sizes = own_kind.sizes;
 
-  std::string decimal = symbols.decimal;
-  std::string group = symbols.group;
+  std::string_view decimal = symbols.decimal;
+  std::string_view group = symbols.group;
   if (currency != nullptr) {
-    decimal = currency->decimal.empty() ? symbols.money_decimal : currency->decimal;
-    group = currency->group.empty() ? symbols.money_group : currency->group;
+    decimal = symbols.money_decimal;
+    group = symbols.money_group;
+    if (!currency->decimal.empty()) decimal = currency->decimal;
+    if (!currency->group.empty()) group = currency->group;
     if (style.decimals < 0) style.decimals = currency->decimals;
   }
   if (kind == JWNLS_PERCENT) style.shift = 2;

@@ -111,8 +111,8 @@ OwnDigits own_digits(const NumberSymbols& symbols, bool money, const NumberSynta
   const std::string_view zero = symbols.digits;
   const Utf8Character first = first_character(zero);
   const bool in_a_row = zero.size() == first.bytes && digit_of(first.value).zero == first.value;
-  const std::string& decimal = money ? symbols.money_decimal : symbols.decimal;
-  const std::string& group = money ? symbols.money_group : symbols.group;
+  const std::string_view decimal = money ? symbols.money_decimal : symbols.decimal;
+  const std::string_view group = money ? symbols.money_group : symbols.group;
   const Separator group_class = syntax.separator(character_of(group));
   constexpr unsigned last_values = 0xC0;  // what the last bytes of ten digits must not reach
   if (first.bytes < 2 || !in_a_row || syntax.groups != groups_locale ||

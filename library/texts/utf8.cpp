@@ -95,6 +95,10 @@ std::size_t to_utf8(std::u16string_view text, char* out, std::size_t room) noexc
   bool cut = false;
   for (std::size_t at = 0; at < text.size(); ++at) {
     char32_t c = text[at];
+    if (c < 0x80 && bytes < room && !cut) {
+      out[bytes++] = static_cast<char>(c);
+      continue;
+    }
     if (is_high_surrogate(c) && at + 1 < text.size() && is_low_surrogate(text[at + 1])) {
       c = 0x10000U + ((c - 0xD800U) << 10) + (text[++at] - 0xDC00U);
     } else if (is_high_surrogate(c) || is_low_surrogate(c)) {

@@ -28,7 +28,7 @@ std::unique_ptr<LocaleRecord> record_of(const char* locale) {
 
 // What layouts do with a record: nothing is read outside, nothing is longer than it may be.
 void use(const LocaleRecord& record) {
-  const NumberData data = number_data(record);
+  const NumberData data(record);
   const CurrencyData euro = currency_data(record, "EUR");
   EXPECT_LE(euro.symbol.text.size(), longest_currency_symbol);
   Options options;
@@ -88,7 +88,7 @@ TEST(LayoutBlock, CutSectionsAreNone) {
 TEST(LayoutBlock, WithoutABlockTheRecordCounts) {
   const auto record = record_of("de_DE");
   record->area_9[0] = 0;
-  const NumberData data = number_data(*record);
+  const NumberData data(*record);
   EXPECT_TRUE(data.from_record);
   EXPECT_EQ(data.latin.decimal, ",");
   EXPECT_EQ(data.latin.money_group, ".");
