@@ -1,9 +1,11 @@
 #include "host/nls_context.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <exception>
 #include <new>
+#include <type_traits>
 
 #include "abi/status.h"
 #include "host/lookup/character_classes.h"
@@ -31,8 +33,16 @@ Status deliver(const ZoneNameText& name, char16_t* out, std::int64_t* length_io)
 
 }  // namespace
 
+// The base stays as it came from the heap, but for the words at its two ends. Of the 8 KB between
+// them, which are the host's, nobody uses one, and new pages are dear.
 HostContext::HostContext(HostKernel& kernel, const std::filesystem::path& zone_directory)
-    : NlsContext{}, zone_names_(zone_directory), os_zone_(zone_names_), zone_service_(zone_names_) {
+    : zone_names_(zone_directory), os_zone_(zone_names_), zone_service_(zone_names_) {
+  static_assert(std::is_trivially_default_constructible_v<NlsContext>);
+  auto* const words = reinterpret_cast<std::byte*>(static_cast<NlsContext*>(this));
+  constexpr std::size_t unused = offsetof(NlsContext, word_147);
+  constexpr std::size_t behind = offsetof(NlsContext, creation_lock);
+  std::memset(words, 0, unused);
+  std::memset(words + behind, 0, sizeof(NlsContext) - behind);
   host_service = &kernel;
   to_upper = [](NlsContext*, char16_t unit, std::uint64_t) { return upper_case(unit); };
   resolve_locale = [](NlsContext* context, const char16_t* name, std::int64_t length, std::uint32_t,

@@ -37,6 +37,13 @@ namespace {
   return memory != nullptr ? std::memset(memory, 0, bytes) : nullptr;
 }
 
+// On pages of its own: of large blocks, such as records, users touch the front, and every page that
+// is touched for the first time costs more than what is written there.
+void* large_block(std::size_t bytes) noexcept {
+  constexpr std::size_t page = 4096;
+  return std::aligned_alloc(page, (bytes + page - 1) / page * page);
+}
+
 }  // namespace
 
 void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
@@ -45,9 +52,13 @@ void* HostPool::take(std::uint64_t bytes, std::uint32_t flags) noexcept {
   const std::size_t size = sizeof(Block) + bytes;
   const bool zeroed = (flags & allocate_zeroed) != 0;
   constexpr std::size_t small = 1024;
-  void* memory = !zeroed         ? std::malloc(size)
-                 : size <= small ? small_zeroed_block(size)
-                                 : std::calloc(1, size);
+  constexpr std::size_t large = 16 * 1024;
+  void* memory = nullptr;
+  if (zeroed) {
+    memory = size <= small ? small_zeroed_block(size) : std::calloc(1, size);
+  } else {
+    memory = size < large ? std::malloc(size) : large_block(size);
+  }
   if (memory == nullptr) {
     ++memory_refusals;
     return nullptr;

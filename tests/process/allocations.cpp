@@ -4,11 +4,12 @@
 #include <cstdlib>
 #include <new>
 
-// The linker turns this program's calls of malloc(), calloc() and free() into these (--wrap).
+// The linker turns this program's calls of malloc() and its like into these (--wrap).
 extern "C" {
 // NOLINTBEGIN(bugprone-reserved-identifier)
 void* __real_malloc(std::size_t bytes);
 void* __real_calloc(std::size_t count, std::size_t bytes);
+void* __real_aligned_alloc(std::size_t alignment, std::size_t bytes);
 void __real_free(void* memory);
 // NOLINTEND(bugprone-reserved-identifier)
 }
@@ -68,6 +69,9 @@ void* __wrap_malloc(std::size_t bytes) {
 }
 void* __wrap_calloc(std::size_t count, std::size_t bytes) {
   return unless_it_fails([count, bytes] { return __real_calloc(count, bytes); });
+}
+void* __wrap_aligned_alloc(std::size_t alignment, std::size_t bytes) {
+  return unless_it_fails([alignment, bytes] { return __real_aligned_alloc(alignment, bytes); });
 }
 void __wrap_free(void* memory) { give_back(memory); }
 // NOLINTEND(bugprone-reserved-identifier)
