@@ -1,6 +1,7 @@
 #include "library/dates/date_names.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <iterator>
 #include <map>
@@ -13,6 +14,28 @@
 #include "library/texts/utf8.h"
 
 namespace jwnls::library {
+namespace {
+
+constexpr std::uint8_t no_letter = 1;
+constexpr std::uint8_t digit = 2;
+constexpr auto byte_classes = [] {
+  std::array<std::uint8_t, 256> classes{};
+  for (unsigned i = 0; i < classes.size(); ++i) {
+    const char byte = static_cast<char>(i);
+    if (!is_letter(byte)) classes[i] |= no_letter;
+    if (is_digit(byte)) classes[i] |= digit;
+  }
+  return classes;
+}();
+
+// What a name has among its bytes; most names have letters alone.
+std::uint8_t classes_of(std::string_view name) noexcept {
+  std::uint8_t all = 0;
+  for (const char byte : name) all |= byte_classes[static_cast<unsigned char>(byte)];
+  return all;
+}
+
+}  // namespace
 
 DateNames::DateNames(const DateNameData& data) {
   entries_.reserve(data.names.size() + data.exact.size() + 8);
@@ -39,7 +62,7 @@ void DateNames::add_stand_ins(const DateNameData& data) {
     add_entry(list.back().stand_in, meaning);
   };
   for (const auto& [name, meaning] : data.names) {
-    if (std::any_of(name.begin(), name.end(), is_digit)) add(numbered_, name, meaning);
+    if ((classes_of(name) & digit) != 0) add(numbered_, name, meaning);
   }
   for (const ExactName& each : data.exact) {
     NameMeaning meaning;
@@ -95,17 +118,20 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
 void DateNames::mark_longer() {
   const std::size_t known = entries_.size();
   for (std::size_t i = 0; i < known; ++i) {
+    if ((classes_of(text_of_entry(entries_[i])) & no_letter) == 0) continue;
     for (std::size_t at = 1; at < entries_[i].size; ++at) {
       if (is_letter(texts_[entries_[i].begin + at])) continue;
-      const std::string begin(text_of_entry(entries_[i]).substr(0, at));
-      const auto same = [&](const Entry& each) { return text_of_entry(each) == begin; };
+      const std::string_view begin = text_of_entry(entries_[i]).substr(0, at);
+      const auto same = [this, begin, key = key_of(begin)](const Entry& each) {
+        return each.key == key && each.size == begin.size() && text_of_entry(each) == begin;
+      };
       const auto found = std::find_if(entries_.begin(), entries_.end(), same);
       NameMeaning meaning;
       meaning.begins_longer = true;
       if (found != entries_.end()) {
         found->meaning.begins_longer = true;
       } else {
-        add_entry(begin, meaning);
+        add_entry(std::string(begin), meaning);
       }
     }
   }
@@ -115,9 +141,16 @@ void DateNames::make_slots() {
   const auto before = [this](const Entry& a, const Entry& b) {
     return is_looked_for_before(text_of_entry(a), text_of_entry(b));
   };
-  // The database's names stand in this order as a rule.
-  if (!std::is_sorted(entries_.begin(), entries_.end(), before)) {
+  // The database's names stand in this order as a rule, and few others behind them.
+  constexpr std::ptrdiff_t few = 16;
+  auto unsorted = std::is_sorted_until(entries_.begin(), entries_.end(), before);
+  if (entries_.end() - unsorted > few) {
     std::sort(entries_.begin(), entries_.end(), before);
+    unsorted = entries_.end();
+  }
+  for (; unsorted != entries_.end(); ++unsorted) {
+    const auto place = std::upper_bound(entries_.begin(), unsorted, *unsorted, before);
+    std::rotate(place, unsorted, unsorted + 1);
   }
   for (const Entry& entry : entries_) {
     ++first_of_[static_cast<unsigned char>(texts_[entry.begin]) + 1U];

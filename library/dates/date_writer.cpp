@@ -66,10 +66,12 @@ void DateTexts<Unit>::add_names(Field field, const TextEntry* entries, std::size
   const bool is_used = std::any_of(parts_.begin(), parts_.end(),
                                    [field](const Part& part) { return part.field == field; });
   if (!is_used) return;
+  auto& names = names_[name_list(field)];
+  names.reserve(names.size() + count);
   for (std::size_t i = 0; i < count; ++i) {
     char bytes[3 * text_entry_capacity];
     const std::size_t size = to_utf8(text_of(entries[i]), bytes, sizeof bytes);
-    names_[name_list(field)].push_back(text_of_utf8({bytes, size}));
+    names.push_back(text_of_utf8({bytes, size}));
   }
 }
 
