@@ -117,11 +117,14 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
 // themselves are entered without a meaning.
 void DateNames::mark_longer() {
   const std::size_t known = entries_.size();
+  std::string last;  // names that begin alike follow each other
   for (std::size_t i = 0; i < known; ++i) {
     if ((classes_of(text_of_entry(entries_[i])) & no_letter) == 0) continue;
     for (std::size_t at = 1; at < entries_[i].size; ++at) {
       if (is_letter(texts_[entries_[i].begin + at])) continue;
       const std::string_view begin = text_of_entry(entries_[i]).substr(0, at);
+      if (begin == last) continue;
+      last = begin;
       const auto same = [this, begin, key = key_of(begin)](const Entry& each) {
         return each.key == key && each.size == begin.size() && text_of_entry(each) == begin;
       };
@@ -131,7 +134,7 @@ void DateNames::mark_longer() {
       if (found != entries_.end()) {
         found->meaning.begins_longer = true;
       } else {
-        add_entry(std::string(begin), meaning);
+        add_entry(last, meaning);
       }
     }
   }

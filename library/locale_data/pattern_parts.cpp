@@ -15,12 +15,10 @@ PatternParts::PatternParts(std::string_view pattern) {
   const auto end_literal = [&] {
     if (!literal.empty()) parts.push_back({0, std::exchange(literal, {})});
   };
-  for (std::size_t at = 0; at < pattern.size(); ++at) {
-    if (pattern[at] != '%') {
-      literal += pattern[at];
-      continue;
-    }
-    at = pattern.find_first_not_of("#0?", at + 1);
+  while (!pattern.empty()) {
+    const std::size_t mark = std::min(pattern.find('%'), pattern.size());
+    literal.append(pattern, 0, mark);
+    const std::size_t at = pattern.find_first_not_of("#0?", mark + 1);
     if (at >= pattern.size()) break;
     if (pattern[at] == '%') {
       literal += '%';
@@ -28,6 +26,7 @@ PatternParts::PatternParts(std::string_view pattern) {
       end_literal();
       parts.push_back({pattern[at], ""});
     }
+    pattern.remove_prefix(at + 1);
   }
   end_literal();
 }

@@ -1,5 +1,6 @@
 #include "library/texts/utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -91,14 +92,13 @@ std::optional<std::size_t> to_utf16(std::string_view text, char16_t* out,
 }
 
 std::size_t to_utf8(std::u16string_view text, char* out, std::size_t room) noexcept {
+  // ASCII in front, as most texts are throughout.
   std::size_t bytes = 0;
+  const std::size_t most = std::min(text.size(), room);
+  for (; bytes < most && text[bytes] < 0x80; ++bytes) out[bytes] = static_cast<char>(text[bytes]);
   bool cut = false;
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  for (std::size_t at = bytes; at < text.size(); ++at) {
     char32_t c = text[at];
-    if (c < 0x80 && bytes < room && !cut) {
-      out[bytes++] = static_cast<char>(c);
-      continue;
-    }
     if (is_high_surrogate(c) && at + 1 < text.size() && is_low_surrogate(text[at + 1])) {
       c = 0x10000U + ((c - 0xD800U) << 10) + (text[++at] - 0xDC00U);
     } else if (is_high_surrogate(c) || is_low_surrogate(c)) {
