@@ -67,7 +67,7 @@ void check_match(std::u16string_view name) {
     const auto row = std::lower_bound(
         rows.begin(), rows.end(), match.canonical,
         [](const host::LocaleRow& each, std::string_view key) { return each.name < key; });
-    require(row != rows.end() && row->name == match.canonical, "a locale that there is not");
+    require(row != rows.end() && (*row).name == match.canonical, "a locale that there is not");
     // Another writing of the canonical name.
     std::u16string again(match.canonical.begin(), match.canonical.end());
     for (std::size_t i = 0; i < again.size(); ++i) {

@@ -19,24 +19,6 @@ namespace {
 using Resource = icu::LocalUResourceBundlePointer;
 using Codes = std::map<std::string, std::string>;
 
-std::string utf8(const std::u16string& text) {
-  return icu_text<char>("u_strToUTF8", [&](char* out, int32_t room, UErrorCode* error) {
-    int32_t length = 0;
-    u_strToUTF8(out, room, &length, text.data(), static_cast<int32_t>(text.size()), error);
-    return length;
-  });
-}
-
-std::string quoted(const std::string& text) {
-  std::string result = "\"";
-  for (const char unit : text) {
-    if (unit == '"' || unit == '\\') result += '\\';
-    result += unit;
-  }
-  return result + '"';
-}
-std::string quoted(const std::u16string& text) { return 'u' + quoted(utf8(text)); }
-
 // One unit's simple case folding. Names beyond the BMP match in their own case only.
 char16_t folded(char16_t unit) {
   const UChar32 result = u_foldCase(unit, U_FOLD_CASE_DEFAULT);
@@ -121,6 +103,32 @@ std::map<std::string, std::u16string> region_names(const std::vector<CldrLocale>
 
 // ---- Writing.
 
+// The texts of the tables, each stored once.
+template <typename Unit>
+class TextStore {
+ public:
+  // As a row names it.
+  std::string add(const std::basic_string<Unit>& text) {
+    const auto [place, is_new] = places_.try_emplace(text, all_.size());
+    if (is_new) all_ += text;
+    if (text.size() > 0xFF || all_.size() > 0xFFFFFF) throw std::runtime_error("long names");
+    return '{' + std::to_string(place->second) + ", " + std::to_string(text.size()) + '}';
+  }
+
+  void write(std::ostream& out, const char* declaration) const {
+    out << "const " << declaration << "[] = {";
+    std::size_t column = 0;
+    for (const Unit unit : all_) {
+      out << (column++ % 16 == 0 ? "\n    " : " ") << static_cast<std::uint32_t>(unit) << ',';
+    }
+    out << "\n};\n\n";
+  }
+
+ private:
+  std::map<std::basic_string<Unit>, std::size_t> places_;
+  std::basic_string<Unit> all_;
+};
+
 // Writes one table: its rows, then the span over them.
 class Table {
  public:
@@ -173,24 +181,28 @@ class NameTables {
     write_regions();
     write_display_names();
     write_folding();
+    bytes_.write(out_, "char bytes");
+    texts_.write(out_, "char16_t units");
     out_ << "}  // namespace jwnls::host::names\n";
   }
 
  private:
+  std::string stored(const std::string& text) { return bytes_.add(text); }
+  std::string stored(const std::u16string& text) { return texts_.add(text); }
   Table table(const char* type, const char* name) { return {out_, counts_, type, name}; }
 
   void write_locales() {
-    Table rows = table("LocaleRow", "locale_rows");
+    Table rows = table("StoredRow", "locale_rows");
     for (const CldrLocale& locale : locales_) {
-      rows.row(quoted(locale.name), quoted(display_name(locale.name, "en")),
-               quoted(display_name(locale.name, locale.name)));
+      rows.row(stored(locale.name), stored(display_name(locale.name, "en")),
+               stored(display_name(locale.name, locale.name)));
     }
   }
 
   void write_aliases() {
     Table rows = table("NameOf", "aliases");
     for (const auto& [alias, name] : legacy_aliases()) {
-      rows.row(quoted(alias), numbers_.at(name));
+      rows.row(stored(alias), numbers_.at(name));
     }
   }
 
@@ -199,7 +211,7 @@ class NameTables {
     for (const auto& [child, parent] : cldr_explicit_parents()) {
       if (!numbers_.contains(child) && numbers_.contains(parent) &&
           language_of(child) == language_of(parent)) {
-        rows.row(quoted(child), numbers_.at(parent));
+        rows.row(stored(child), numbers_.at(parent));
       }
     }
   }
@@ -209,7 +221,7 @@ class NameTables {
     const bool is_language = std::string_view(kind) == "language";
     for (const auto& [code, canonical] : code_aliases(kind)) {
       if (is_language ? languages_.contains(language_of(canonical)) : code.size() == 2) {
-        rows.row(quoted(code), quoted(canonical));
+        rows.row(stored(code), stored(canonical));
       }
     }
   }
@@ -233,13 +245,13 @@ class NameTables {
 
   void write_scripts(const char* name, const Codes& scripts) {
     Table rows = table("LikelyScript", name);
-    for (const auto& [of, script] : scripts) rows.row(quoted(of), quoted(script));
+    for (const auto& [of, script] : scripts) rows.row(stored(of), stored(script));
   }
 
   void write_regions() {
     Table rows = table("Region", "regions");
     for (const auto& [code, name] : region_names(locales_)) {
-      rows.row(quoted(code), quoted(folded(name)));
+      rows.row(stored(code), stored(folded(name)));
       note_units(name);
     }
   }
@@ -259,7 +271,7 @@ class NameTables {
       }
     }
     Table rows = table("DisplayName", "display_names");
-    for (const auto& [name, locale] : meanings) rows.row(quoted(name), numbers_.at(locale));
+    for (const auto& [name, locale] : meanings) rows.row(stored(name), numbers_.at(locale));
   }
 
   void note_units(const std::u16string& name) {
@@ -281,6 +293,8 @@ class NameTables {
   std::ostream& counts_;
   std::map<std::string, std::size_t> numbers_;
   std::set<std::string> languages_;
+  TextStore<char> bytes_;
+  TextStore<char16_t> texts_;
   std::set<char16_t> units_;  // all that display names hold, folded
 };
 

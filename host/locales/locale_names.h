@@ -12,7 +12,8 @@
 #ifndef JWNLS_HOST_LOCALES_LOCALE_NAMES_H_
 #define JWNLS_HOST_LOCALES_LOCALE_NAMES_H_
 
-#include <span>
+#include <cstddef>
+#include <iterator>
 #include <string_view>
 
 #include "abi/status.h"
@@ -42,8 +43,38 @@ struct LocaleRow {
   std::u16string_view own_name;      // "Deutsch (Deutschland)"
 };
 
-/// Every locale that the locale database knows, sorted by name.
-[[nodiscard]] std::span<const LocaleRow> available_locales() noexcept;
+/// Every locale that the locale database knows, sorted by name. Rows are made as they are looked
+/// at.
+class LocaleRows {
+ public:
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = LocaleRow;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = LocaleRow;
+
+    Iterator() = default;
+    explicit Iterator(std::size_t index) noexcept : index_(index) {}
+    LocaleRow operator*() const noexcept { return LocaleRows()[index_]; }
+    Iterator& operator++() noexcept {
+      ++index_;
+      return *this;
+    }
+    Iterator operator++(int) noexcept { return Iterator(index_++); }
+    bool operator==(const Iterator&) const noexcept = default;
+
+   private:
+    std::size_t index_ = 0;
+  };
+
+  [[nodiscard]] LocaleRow operator[](std::size_t index) const noexcept;
+  [[nodiscard]] static std::size_t size() noexcept;
+  [[nodiscard]] static Iterator begin() noexcept { return Iterator(0); }
+  [[nodiscard]] static Iterator end() noexcept { return Iterator(size()); }
+};
+[[nodiscard]] inline LocaleRows available_locales() noexcept { return {}; }
 
 }  // namespace jwnls::host
 
