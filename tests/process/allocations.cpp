@@ -1,5 +1,7 @@
 #include "tests/process/allocations.h"
 
+#include <malloc.h>
+
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -22,6 +24,8 @@ thread_local bool all_behind = false;
 thread_local long asked = 0;
 thread_local long failing = 0;
 thread_local long live = 0;
+thread_local long bytes_live = 0;
+thread_local long bytes_given = 0;
 
 bool fails() noexcept {
   if (!counting) return false;
@@ -32,12 +36,19 @@ bool fails() noexcept {
 template <typename Allocate>
 void* unless_it_fails(Allocate allocate) noexcept {
   void* memory = fails() ? nullptr : allocate();
-  if (memory != nullptr) ++live;
+  if (memory == nullptr) return nullptr;
+  const auto bytes = static_cast<long>(::malloc_usable_size(memory));
+  ++live;
+  bytes_live += bytes;
+  bytes_given += bytes;
   return memory;
 }
 
 void give_back(void* memory) noexcept {
-  if (memory != nullptr) --live;
+  if (memory != nullptr) {
+    --live;
+    bytes_live -= static_cast<long>(::malloc_usable_size(memory));
+  }
   __real_free(memory);
 }
 
@@ -56,6 +67,8 @@ long allow_allocations() noexcept {
 }
 
 long live_blocks() noexcept { return live; }
+long live_bytes() noexcept { return bytes_live; }
+long given_bytes() noexcept { return bytes_given; }
 
 }  // namespace jwnls::test
 

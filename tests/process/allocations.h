@@ -15,6 +15,10 @@ long allow_allocations() noexcept;
 /// How many blocks this thread has more than when it began, as far as it frees what it allocates.
 long live_blocks() noexcept;
 
+/// The same in bytes, and the bytes of all blocks that this thread was ever given.
+long live_bytes() noexcept;
+long given_bytes() noexcept;
+
 }  // namespace jwnls::test
 
 #endif  // JWNLS_TESTS_PROCESS_ALLOCATIONS_H_
