@@ -11,7 +11,7 @@ enum class ExitCode {
   ok = 0,
   bad_values = 1,   // one or more values could not be worked on; the others were
   usage = 2,        // a wrong command line
-  unavailable = 3,  // an unknown locale or time zone, or a module that cannot be loaded
+  unavailable = 3,  // an unknown locale or time zone, a module that cannot be loaded, or no memory
   io = 4,           // input that cannot be read, output that cannot be written
   undecided = 5,    // with --proved: values that could mean another, and none that decides; of
                     // detect, and of columns with several locales: no single reading

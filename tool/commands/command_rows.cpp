@@ -82,9 +82,9 @@ const char* const program_locales =
 
 const char* const program_exit_codes =
     "Exit codes: 0 done, 1 bad values (the others are done), 2 wrong command line, 3 unknown\n"
-    "locale or time zone or a module that cannot be loaded, 4 input or output failed, 5 values\n"
-    "that could mean another and none that decides, with --proved, or no single reading, of "
-    "detect.";
+    "locale or time zone, a module that cannot be loaded, or no memory, 4 input or output failed,\n"
+    "5 values that could mean another and none that decides, with --proved, or no single reading,\n"
+    "of detect.";
 
 const char* const columns_text =
     "Tables, with -c: SELECTOR{,SELECTOR}[=KIND]{:WORD}\n"

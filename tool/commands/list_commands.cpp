@@ -85,24 +85,37 @@ std::string meant(const std::vector<Item>& items, const std::string& filter) {
   return did_you_mean(filter, words);
 }
 
-using AddItem = void (*)(const Item&, Table&, JsonText*);
+// Adds an item; false when something of it cannot be told, which then stands in its place.
+using AddItem = bool (*)(const Item&, Table&, JsonText*);
 
-void add_locale(const Item& item, Table& table, JsonText* json) {
-  if (json == nullptr) return table.add({item.name, item.english_name, item.own_name});
+bool add_locale(const Item& item, Table& table, JsonText* json) {
+  if (json == nullptr) {
+    table.add({item.name, item.english_name, item.own_name});
+    return true;
+  }
   json->member("name", item.name);
   json->member("english_name", item.english_name).member("own_name", item.own_name);
+  return true;
 }
 
-void add_zone(const Item& item, Table& table, JsonText* json) {
+bool add_zone(const Item& item, Table& table, JsonText* json) {
   try {
     const jwnls_zone_state now = zone_now(item.name);
     const std::string offset = offset_text(now.offset_seconds);
-    if (json == nullptr) return table.add({item.name, now.abbreviation, offset});
+    if (json == nullptr) {
+      table.add({item.name, now.abbreviation, offset});
+      return true;
+    }
     json->member("name", item.name).member("abbreviation", now.abbreviation);
     json->member("offset", offset).key("offset_seconds").raw(std::to_string(now.offset_seconds));
+    return true;
   } catch (const Failure& failure) {
-    if (json == nullptr) return table.add({item.name, "", failure.message});
-    json->member("name", item.name).member("error", failure.message);
+    if (json == nullptr) {
+      table.add({item.name, "", failure.message});
+    } else {
+      json->member("name", item.name).member("error", failure.message);
+    }
+    return false;
   }
 }
 
@@ -112,20 +125,25 @@ ExitCode list(const std::vector<Item>& items, const char* what, const ListOption
   Table table;
   JsonText json;
   json.open('[');
+  std::size_t untold = 0;
   for (const Item& item : found) {
     if (options.json) {
-      add(item, table, &json.end_line().open('{'));
+      if (!add(item, table, &json.end_line().open('{'))) ++untold;
       json.close();
     } else if (options.names_only) {
       table.add({item.name});
-    } else {
-      add(item, table, nullptr);
+    } else if (!add(item, table, nullptr)) {
+      ++untold;
     }
   }
   Output output;
   if (options.json) output.line(json.end_line().close().text());
   table.write(output, terminal_columns());
   output.flush();
+  if (untold > 0) {
+    report(std::string(what) + "s that cannot be read: " + std::to_string(untold));
+    return ExitCode::unavailable;
+  }
   if (!found.empty()) return ExitCode::ok;
   report(std::string("no ") + what + " matches " + in_quotes(options.filter) +
          meant(items, options.filter));

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "tool/exit_code.h"
 
@@ -46,6 +47,11 @@ class Interruption {
       if (entry.is_used != 0 && path == entry.path) entry.is_used = 0;
     }
   }
+  static void remove_all() {
+    for (const Entry& entry : entries_) {
+      if (entry.is_used != 0) (void)::unlink(entry.path);
+    }
+  }
 
  private:
   struct Entry {
@@ -53,9 +59,7 @@ class Interruption {
     char path[PATH_MAX];
   };
   static void handle(int number) {
-    for (const Entry& entry : entries_) {
-      if (entry.is_used != 0) (void)::unlink(entry.path);
-    }
+    remove_all();
     (void)::raise(number);  // by now it does what it does by default
   }
   static std::array<Entry, 3> entries_;
@@ -205,8 +209,8 @@ void TargetFile::name_nameless() {
     ::close(placeholder);
     (void)::unlink(path.c_str());
     if (link_as(path)) {
-      temporary_ = path;
-      Interruption::remember(temporary_);
+      Interruption::remember(path);
+      temporary_ = std::move(path);
       return;
     }
     if (errno != EEXIST) fail(errno);
@@ -261,5 +265,7 @@ bool TargetFile::is_same_as(const TargetFile& other) const {
 }
 
 bool TargetFile::is_terminal() const { return descriptor_ >= 0 && ::isatty(descriptor_) == 1; }
+
+void remove_unfinished_files() noexcept { Interruption::remove_all(); }
 
 }  // namespace jwnls::tool

@@ -54,6 +54,10 @@ class TargetFile {
   std::optional<struct stat> old_;  // what is there
 };
 
+/// Removes the files that are written beside their targets under a name of their own: for an end of
+/// the program that nothing is told of. A signal's handler may call it.
+void remove_unfinished_files() noexcept;
+
 }  // namespace jwnls::tool
 
 #endif  // JWNLS_TOOL_TABLES_TARGET_FILE_H_

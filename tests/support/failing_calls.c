@@ -1,0 +1,164 @@
+// A library to load before a program (LD_PRELOAD) whose calls of the system shall fail: of those
+// that the program makes while main() runs, the one with a number, or all from there. What the C
+// library asks of itself is not counted, but for memory.
+//   FAILING_CALL       memory, open, read, mmap or thread
+//   FAILING_NUMBER     which of them, counted from 0
+//   FAILING_FOR_EVER   when set, all behind it too
+//   FAILING_REPORT     a file that is there, written to as soon as a call fails
+
+#define _GNU_SOURCE
+#include <dlfcn.h>
+#include <errno.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <stdarg.h>
+#include <stdatomic.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+void* __libc_malloc(size_t bytes);
+void* __libc_calloc(size_t count, size_t bytes);
+void* __libc_realloc(void* memory, size_t bytes);
+void* __libc_memalign(size_t alignment, size_t bytes);
+
+enum Call { memory_call, open_call, read_call, mmap_call, thread_call, no_call };
+static const char* const call_names[] = {"memory", "open", "read", "mmap", "thread"};
+
+static enum Call failing_call = no_call;
+static long failing_number;
+static int fails_for_ever;
+static const char* report_path;
+static atomic_long made;
+
+static int fails(enum Call call) {
+  if (call != failing_call) return 0;
+  const long number = atomic_fetch_add(&made, 1);
+  if (number != failing_number && !(fails_for_ever && number > failing_number)) return 0;
+  if (number == failing_number && report_path != NULL) {
+    const long file = syscall(SYS_openat, AT_FDCWD, report_path, O_WRONLY | O_CLOEXEC);
+    (void)!syscall(SYS_write, file, "failed", 6);
+    (void)syscall(SYS_close, file);
+  }
+  return 1;
+}
+
+// The next function of that name in the order of loading.
+static void* next(const char* name) { return dlsym(RTLD_NEXT, name); }
+
+static int (*program)(int, char**, char**);
+
+static int counted_program(int count, char** arguments, char** environment) {
+  const char* const call = getenv("FAILING_CALL");
+  const char* const number = getenv("FAILING_NUMBER");
+  report_path = getenv("FAILING_REPORT");
+  fails_for_ever = getenv("FAILING_FOR_EVER") != NULL;
+  if (call != NULL && number != NULL) {
+    failing_number = strtol(number, NULL, 10);
+    for (int i = 0; i < no_call; ++i) {
+      if (strcmp(call, call_names[i]) == 0) failing_call = (enum Call)i;
+    }
+  }
+  const int code = program(count, arguments, environment);
+  failing_call = no_call;  // what runs at exit is not the program's
+  return code;
+}
+
+int __libc_start_main(int (*main)(int, char**, char**), int count, char** arguments,
+                      void (*begin)(void), void (*end)(void), void (*end_of_loader)(void),
+                      void* stack_end) {
+  int (*start)(int (*)(int, char**, char**), int, char**, void (*)(void), void (*)(void),
+               void (*)(void), void*) = NULL;
+  *(void**)&start = next("__libc_start_main");
+  program = main;
+  return start(counted_program, count, arguments, begin, end, end_of_loader, stack_end);
+}
+
+static void* no_memory(void) {
+  errno = ENOMEM;
+  return NULL;
+}
+void* malloc(size_t bytes) { return fails(memory_call) ? no_memory() : __libc_malloc(bytes); }
+void* calloc(size_t count, size_t bytes) {
+  return fails(memory_call) ? no_memory() : __libc_calloc(count, bytes);
+}
+void* realloc(void* memory, size_t bytes) {
+  return fails(memory_call) ? no_memory() : __libc_realloc(memory, bytes);
+}
+void* aligned_alloc(size_t alignment, size_t bytes) {
+  return fails(memory_call) ? no_memory() : __libc_memalign(alignment, bytes);
+}
+
+static int open_or_fail(int folder, const char* path, int flags, mode_t mode) {
+  if (fails(open_call)) {
+    errno = EMFILE;
+    return -1;
+  }
+  return (int)syscall(SYS_openat, folder, path, flags, mode);
+}
+// The mode is there with two of the flags alone.
+#define MODE_OF(flags, mode)                    \
+  mode_t mode = 0;                              \
+  if (((flags) & (O_CREAT | O_TMPFILE)) != 0) { \
+    va_list arguments;                          \
+    va_start(arguments, flags);                 \
+    mode = va_arg(arguments, mode_t);           \
+    va_end(arguments);                          \
+  }
+int open(const char* path, int flags, ...) {
+  MODE_OF(flags, mode)
+  return open_or_fail(AT_FDCWD, path, flags, mode);
+}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+int openat(int folder, const char* path, int flags, ...) {
+  MODE_OF(flags, mode)
+  return open_or_fail(folder, path, flags, mode);
+}
+int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
+FILE* fopen(const char* path, const char* mode) {
+  if (fails(open_call)) {
+    errno = EMFILE;
+    return NULL;
+  }
+  FILE* (*open_stream)(const char*, const char*) = NULL;
+  *(void**)&open_stream = next("fopen");
+  return open_stream(path, mode);
+}
+FILE* fopen64(const char* path, const char* mode) __attribute__((alias("fopen")));
+int mkostemp(char* name, int flags) {
+  if (fails(open_call)) {
+    errno = EMFILE;
+    return -1;
+  }
+  int (*make)(char*, int) = NULL;
+  *(void**)&make = next("mkostemp");
+  return make(name, flags);
+}
+int mkostemp64(char* name, int flags) __attribute__((alias("mkostemp")));
+
+ssize_t read(int descriptor, void* bytes, size_t room) {
+  if (fails(read_call)) {
+    errno = EIO;
+    return -1;
+  }
+  return syscall(SYS_read, descriptor, bytes, room);
+}
+
+void* mmap(void* place, size_t bytes, int protection, int flags, int descriptor, off_t begin) {
+  if (fails(mmap_call)) {
+    errno = ENOMEM;
+    return MAP_FAILED;
+  }
+  return (void*)syscall(SYS_mmap, place, bytes, protection, flags, descriptor, begin);
+}
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
+                   void* argument) {
+  if (fails(thread_call)) return EAGAIN;
+  int (*create)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*) = NULL;
+  *(void**)&create = next("pthread_create");
+  return create(thread, attributes, run, argument);
+}
