@@ -100,25 +100,47 @@ struct ShortDecimal {
   return true;
 }
 
+/// Takes eight digits at once, if that many stand there.
+inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& mantissa) noexcept {
+  if (end - at < 8) return;
+  std::uint64_t word;
+  std::memcpy(&word, at, sizeof word);
+  constexpr std::uint64_t zeros = 0x3030'3030'3030'3030;
+  constexpr std::uint64_t sixes = 0x0606'0606'0606'0606;
+  constexpr std::uint64_t high = 0xF0F0'F0F0'F0F0'F0F0;
+  if ((((word ^ zeros) | ((word + sixes) ^ zeros)) & high) != 0) return;
+  // Pairs, then fours, then all eight; each step leaves its sums in the upper half of the lanes.
+  word -= zeros;
+  word = (word * 10 + (word >> 8)) & 0x00FF'00FF'00FF'00FF;
+  word = (word * 100 + (word >> 16)) & 0x0000'FFFF'0000'FFFF;
+  mantissa = (word * 10'000 + (word >> 32)) & 0xFFFF'FFFF;
+  at += 8;
+}
+
 /// A decimal as text, "-1234.50", of at most fifteen digits; all of them. False for all others.
 [[nodiscard]] inline bool decimal_of_text(std::string_view text, ShortDecimal& number) noexcept {
   constexpr std::size_t longest = 1 + 15 + 1;
   if (text.empty() || text.size() > longest) return false;
   number = {.negative = text.front() == '-'};
-  if (number.negative) text.remove_prefix(1);
-  const std::size_t point = std::min(text.find('.'), text.size());
-  const std::size_t digits = text.size() - (point < text.size() ? 1 : 0);
-  // Digits on both sides of a point.
-  if (digits == 0 || digits >= short_digits || point == 0 || point + 1 == text.size()) return false;
-  std::uint64_t wrong = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (i == point) continue;
-    const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(text[i]) - '0');
-    wrong |= digit > 9 ? 1U : 0U;
+  const char* const begin = text.data() + (number.negative ? 1 : 0);
+  const char* const end = text.data() + text.size();
+  const char* at = begin;
+  const char* point = end;
+  take_eight_digits(at, end, number.mantissa);
+  for (; at != end; ++at) {
+    const auto digit = static_cast<std::uint64_t>(static_cast<unsigned char>(*at) - '0');
+    if (digit > 9) {
+      if (*at != '.' || point != end) return false;
+      point = at;
+      continue;
+    }
     number.mantissa = number.mantissa * 10 + digit;
   }
-  number.decimals = static_cast<unsigned>(digits - point);
-  return wrong == 0;
+  const auto digits = static_cast<std::size_t>(end - begin) - (point != end ? 1 : 0);
+  // Digits on both sides of a point.
+  if (digits == 0 || digits >= short_digits || point == begin || point + 1 == end) return false;
+  number.decimals = point == end ? 0 : static_cast<unsigned>(end - point - 1);
+  return true;
 }
 
 /// Moves the decimal symbol some places to the right, and rounds or fills up the decimals.
@@ -126,6 +148,7 @@ struct ShortDecimal {
 /// False for what takes more digits; `number` is then of no use.
 [[nodiscard]] inline bool adjust(ShortDecimal& number, unsigned shift, int wanted,
                                  bool half_even) noexcept {
+  if (shift == 0 && (wanted < 0 || static_cast<unsigned>(wanted) == number.decimals)) return true;
   const unsigned moved = std::min(shift, number.decimals);
   number.decimals -= moved;
   const unsigned more = shift - moved;  // places without a digit: zeros
@@ -138,9 +161,9 @@ struct ShortDecimal {
     const bool up = twice > unit || (twice == unit && (!half_even || kept % 2 != 0));
     number.mantissa = kept + (up ? 1 : 0);
   } else {
-    const std::uint64_t unit = integer_powers[count - number.decimals + more];
-    if (number.mantissa >= short_limit / unit) return false;
-    number.mantissa *= unit;
+    const unsigned places = count - number.decimals + more;
+    if (number.mantissa >= integer_powers[short_digits - places]) return false;
+    number.mantissa *= integer_powers[places];
   }
   number.decimals = count;
   return true;
