@@ -20,6 +20,7 @@ enum {
   special_form = 0xC000,
   long_scale_mask = 0x3FFF,
   group_digits = 4,
+  head_bytes = VARHDRSZ + 2,
   longest_quick = 100 /* digits, so that the short head can say scale and weight */
 };
 
@@ -28,46 +29,110 @@ static Datum numeric_by_server(const char* decimal) {
                              Int32GetDatum(-1));
 }
 
-static inline int16 four_digits(const char* at) {
-  return (int16)(at[0] * 1000 + at[1] * 100 + at[2] * 10 + at[3] - '0' * 1111);
+#ifdef WORDS_BIGENDIAN
+
+Datum numeric_of_decimal(const char* text, size_t length) { return numeric_by_server(text); }
+
+#else
+
+/* Of four digit values, the first lowest. */
+static inline int16 group_of(uint32 values) {
+  const uint32 pairs = (values * 10 + (values >> 8)) & 0x00FF00FF;
+  return (int16)(pairs * 100 + (pairs >> 16));
 }
 
-Datum numeric_of_decimal(char* decimal, size_t length) {
-  if (length > longest_quick) return numeric_by_server(decimal);
-  const bool negative = *decimal == '-';
-  char* const digits = decimal + negative;
-  char* const end = decimal + length;
-  const char* point = end;
-  while (point != digits && *--point != '.') continue;
-  if (*point != '.') point = end;
-  const int integers = (int)(point - digits);
-  const int scale = point == end ? 0 : (int)(end - point - 1);
-  if (scale > short_scale_mask >> short_scale_shift) return numeric_by_server(decimal);
+/* Of eight. */
+static inline uint64 two_groups(uint64 values) {
+  const uint64 pairs = (values * 10 + (values >> 8)) & UINT64CONST(0x00FF00FF00FF00FF);
+  const uint64 fours = (pairs * 100 + (pairs >> 16)) & UINT64CONST(0x0000FFFF0000FFFF);
+  return (fours | fours >> 16) & 0xFFFFFFFF;
+}
 
-  /* Zeros make whole groups of the first and the last one. */
-  memset(digits - (group_digits - 1), '0', group_digits - 1);
-  memset(end, '0', group_digits - 1);
-  const int integer_groups = (integers + group_digits - 1) / group_digits;
-  int16 groups[longest_quick / group_digits + 2];
-  int count = 0;
-  const char* at = point - integer_groups * group_digits;
-  for (; at < point; at += group_digits) groups[count++] = four_digits(at);
-  for (++at; at < end; at += group_digits) groups[count++] = four_digits(at);
-  int weight = integer_groups - 1;
-  const int16* first = groups;
-  while (count > 0 && *first == 0) ++first, --count, --weight;
-  while (count > 0 && first[count - 1] == 0) --count;
-  if (count == 0) weight = 0;
+/* A decimal, its sign apart; the point is its end where it has none. */
+typedef struct Decimal {
+  const char* digits;
+  const char* point;
+  const char* end;
+  unsigned integers;
+  unsigned scale;
+  bool negative;
+} Decimal;
 
-  const uint16 head = (uint16)(short_form | (negative && count > 0 ? short_negative : 0) |
-                               scale << short_scale_shift | (weight & short_weight_mask));
-  const Size size = VARHDRSZ + sizeof head + (Size)count * sizeof *groups;
-  char* numeric = palloc(size);
-  SET_VARSIZE(numeric, size);
+static inline Datum make_numeric(char* numeric, const Decimal* decimal, int weight,
+                                 unsigned count) {
+  const uint16 head = (uint16)(short_form | (decimal->negative && count > 0 ? short_negative : 0) |
+                               decimal->scale << short_scale_shift | (weight & short_weight_mask));
   memcpy(VARDATA(numeric), &head, sizeof head);
-  memcpy(VARDATA(numeric) + sizeof head, first, (size_t)count * sizeof *groups);
+  SET_VARSIZE(numeric, head_bytes + count * sizeof(int16));
   return PointerGetDatum(numeric);
 }
+
+/* The values of four digits, or of what stands there instead; the first lowest. */
+static inline uint32 four_values(const char* digits) {
+  uint32 word;
+  memcpy(&word, digits, sizeof word);
+  return word ^ 0x30303030;
+}
+
+/* Of up to eight digits in front of a point and up to seven behind it, all at once. */
+static inline Datum short_numeric(const Decimal* decimal) {
+  uint64 integers = (uint64)four_values(decimal->digits) << 8 * (8 - decimal->integers);
+  if (likely(decimal->integers > 4)) {
+    /* Not as one word: it would reach over what was stored last, and wait for memory. */
+    integers = (uint32)integers | (uint64)four_values(decimal->point - 4) << 32;
+  }
+  uint64 fraction;
+  memcpy(&fraction, decimal->point + 1, sizeof fraction);
+  fraction =
+      (fraction ^ UINT64CONST(0x3030303030303030)) & ((UINT64CONST(1) << 8 * decimal->scale) - 1);
+  const uint64 groups = two_groups(integers) | two_groups(fraction) << 32;
+  char* numeric = palloc(head_bytes + sizeof groups);
+  if (unlikely(groups == 0)) return make_numeric(numeric, decimal, 0, 0);
+  const int first = __builtin_ctzll(groups) / 16;
+  const int behind = __builtin_clzll(groups) / 16;
+  const uint64 stored = groups >> 16 * first;
+  memcpy(numeric + head_bytes, &stored, sizeof stored);
+  return make_numeric(numeric, decimal, 1 - first, (unsigned)(4 - first - behind));
+}
+
+/* Digits are read four at a time; of what is none, the values go: those in front of a group are
+   shifted up to its end, those behind the last one are cleared. */
+static Datum long_numeric(const Decimal* decimal) {
+  int weight = (int)((decimal->integers - 1) / group_digits);
+  unsigned count = (unsigned)weight + 1 + (decimal->scale + group_digits - 1) / group_digits;
+  char* numeric = palloc(head_bytes + count * sizeof(int16));
+  int16* const groups = (int16*)(numeric + head_bytes);
+  int16* group = groups;
+  const char* at = decimal->point - weight * group_digits;
+  *group++ = group_of(four_values(decimal->digits) << 8 * (group_digits - (at - decimal->digits)));
+  for (; at < decimal->point; at += group_digits) *group++ = group_of(four_values(at));
+  for (++at; at < decimal->end; at += group_digits) {
+    const ptrdiff_t missing = Max(group_digits - (decimal->end - at), 0);
+    *group++ = group_of(four_values(at) << 8 * missing >> 8 * missing);
+  }
+  while (count > 0 && groups[count - 1] == 0) --count;
+  unsigned zeros = 0;
+  while (zeros < count && groups[zeros] == 0) ++zeros;
+  memmove(groups, groups + zeros, (count - zeros) * sizeof *groups);
+  weight = count == 0 ? 0 : weight - (int)zeros;
+  return make_numeric(numeric, decimal, weight, count - zeros);
+}
+
+Datum numeric_of_decimal(const char* text, size_t length) {
+  if (length > longest_quick) return numeric_by_server(text);
+  Decimal decimal = {.negative = *text == '-', .end = text + length};
+  decimal.digits = text + decimal.negative;
+  decimal.point = decimal.end;
+  while (decimal.point != decimal.digits && *--decimal.point != '.') continue;
+  if (*decimal.point != '.') decimal.point = decimal.end;
+  decimal.integers = (unsigned)(decimal.point - decimal.digits);
+  decimal.scale = decimal.point == decimal.end ? 0 : (unsigned)(decimal.end - decimal.point - 1);
+  if (likely(decimal.integers <= 8 && decimal.scale <= 7)) return short_numeric(&decimal);
+  if (decimal.scale > short_scale_mask >> short_scale_shift) return numeric_by_server(text);
+  return long_numeric(&decimal);
+}
+
+#endif
 
 static const char pairs[] =
     "0001020304050607080910111213141516171819"
@@ -108,7 +173,7 @@ static inline int next_group(Groups* in) {
   return group;
 }
 
-const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* length) {
+static pg_noinline const char* write_any(Datum numeric, char room[decimal_room], size_t* length) {
   struct varlena* stored = PG_DETOAST_DATUM_PACKED(numeric);
   const char* data = VARDATA_ANY(stored);
   const char* const end = data + VARSIZE_ANY_EXHDR(stored);
@@ -149,4 +214,62 @@ const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* l
   }
   *length = (size_t)(out - room);
   return room;
+}
+
+#ifdef WORDS_BIGENDIAN
+
+static inline bool write_short(const char* stored, char* room, size_t* length) { return false; }
+
+#else
+
+/* Two groups as eight digits, the first lowest. */
+static inline uint64 eight_digits(uint64 groups) {
+  const uint64 fours = (groups & 0xFFFF) | (groups & 0xFFFF0000) << 16;
+  const uint64 hundreds = fours * 10486 >> 20 & UINT64CONST(0x0000007F0000007F);
+  const uint64 pairs = (fours << 16) - hundreds * ((100 << 16) - 1);
+  const uint64 tens = pairs * 103 >> 10 & UINT64CONST(0x000F000F000F000F);
+  return ((pairs << 8) - tens * ((10 << 8) - 1)) | UINT64CONST(0x3030303030303030);
+}
+
+/* What has no more than eight digits in front of the point and seven behind it, stored as in a row
+   of a table: eight digits, then, since to leave out zeros in front takes longer than to read them.
+ */
+static inline bool write_short(const char* stored, char* room, size_t* length) {
+  if (!VARATT_IS_SHORT(stored) || VARATT_IS_EXTERNAL(stored)) return false;
+  uint16 head;
+  memcpy(&head, VARDATA_SHORT(stored), sizeof head);
+  const char* at = VARDATA_SHORT(stored) + sizeof head;
+  const unsigned count = (VARSIZE_SHORT(stored) - VARHDRSZ_SHORT - sizeof head) / sizeof(int16);
+  const unsigned missing = (1U - head) & short_weight_mask; /* groups in front of those stored */
+  const unsigned scale = (head & short_scale_mask) >> short_scale_shift;
+  if ((head & form_mask) != short_form || scale > 7 || count == 0 || missing + count > 4) {
+    return false;
+  }
+  uint64 groups = 0;
+  if (likely(count > 1)) {
+    /* Two from both ends, which may be the same ones. */
+    uint32 first, last;
+    memcpy(&first, at, sizeof first);
+    memcpy(&last, at + (count - 2) * sizeof(int16), sizeof last);
+    groups = first | (uint64)last << 16 * (count - 2);
+  } else {
+    memcpy(&groups, at, sizeof(int16));
+  }
+  groups <<= 16 * missing;
+  const uint64 integers = eight_digits(groups);
+  const uint64 fraction = eight_digits(groups >> 32);
+  const unsigned sign = (head & short_negative) != 0;
+  room[0] = '-';
+  memcpy(room + sign, &integers, sizeof integers);
+  room[sign + 8] = '.';
+  memcpy(room + sign + 9, &fraction, sizeof fraction);
+  *length = sign + 8 + scale + (scale != 0);
+  return true;
+}
+
+#endif
+
+const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* length) {
+  if (likely(write_short(DatumGetPointer(numeric), room, length))) return room;
+  return write_any(numeric, room, length);
 }

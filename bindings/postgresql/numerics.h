@@ -6,13 +6,13 @@
 
 #include "postgres.h"
 
-/* "-1234.50", terminated, keeping its decimals. Writes over it, and over as many bytes on both
-   sides: its writer leaves that room. */
-enum { decimal_margin = 4 };
-Datum numeric_of_decimal(char* decimal, size_t length);
+/* "-1234.50", terminated, keeping its decimals. So many bytes behind it may be read, and do not
+   matter. */
+enum { decimal_margin = 9 };
+Datum numeric_of_decimal(const char* text, size_t length);
 
-/* The decimal that a numeric is; what does not fit the room is in memory of the context. Null of
-   NaN and the infinities. */
+/* The decimal that a numeric is, maybe with zeros in front; what does not fit the room is in memory
+   of the context. Null of NaN and the infinities. */
 enum { decimal_room = 128 };
 const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* length);
 

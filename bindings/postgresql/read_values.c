@@ -13,13 +13,13 @@
 static pg_attribute_always_inline int read_decimal(const jwnls_layout* layout, jwnls_text text,
                                                    Datum* value, char currency[4]) {
   char room[512];
-  char* decimal = room + decimal_margin;
+  char* decimal = room;
   size_t length = 0;
   int code = jwnls_read_decimal(layout, text.bytes, text.length, decimal,
-                                sizeof room - 2 * decimal_margin, &length, currency, NULL);
+                                sizeof room - decimal_margin, &length, currency, NULL);
   if (unlikely(code == JWNLS_ROOM)) {
     const size_t needed = length;
-    decimal = (char*)palloc(needed + 2 * decimal_margin) + decimal_margin;
+    decimal = palloc(needed + decimal_margin);
     code = jwnls_read_decimal(layout, text.bytes, text.length, decimal, needed, &length, currency,
                               NULL);
   }
@@ -30,7 +30,8 @@ static pg_attribute_always_inline int read_decimal(const jwnls_layout* layout, j
   return code;
 }
 
-static int read_numeric(const jwnls_layout* layout, jwnls_text text, Datum* value) {
+static pg_attribute_always_inline int read_numeric(const jwnls_layout* layout, jwnls_text text,
+                                                   Datum* value) {
   return read_decimal(layout, text, value, NULL);
 }
 

@@ -14,8 +14,8 @@
 /* Writes the argument into so much room, as the library's functions do. */
 typedef int Write(const jwnls_layout* layout, Datum value, char* out, size_t room, size_t* length);
 
-static int write_numeric(const jwnls_layout* layout, Datum value, char* out, size_t room,
-                         size_t* length) {
+static pg_attribute_always_inline int write_numeric(const jwnls_layout* layout, Datum value,
+                                                    char* out, size_t room, size_t* length) {
   char decimal[decimal_room];
   size_t digits = 0;
   const char* text = decimal_of_numeric(value, decimal, &digits);
@@ -69,7 +69,8 @@ static void raise_unwritten(const jwnls_layout* layout, int code) {
                                          jwnls_layout_locale(layout), why)));
 }
 
-static Datum write_value(FunctionCallInfo fcinfo, int kind, Write* write) {
+static pg_attribute_always_inline Datum write_value(FunctionCallInfo fcinfo, int kind,
+                                                    Write* write) {
   const jwnls_layout* layout = layout_of_call(fcinfo, kind, kind == JWNLS_INSTANT, 1);
   size_t room = 120;
   text* written = palloc(VARHDRSZ + room);

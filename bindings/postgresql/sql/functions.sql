@@ -25,17 +25,21 @@ select proname, pronargs from pg_proc where proname like 'jwnls%' and provolatil
   order by proname collate "C", pronargs;
 select extrelocatable from pg_extension where extname = 'jwnls';
 
--- Numerics are made of digits and taken apart without the server's arithmetic: both ways must agree.
-with decimals(d) as (
-  select case when g % 3 = 0 then '-' else '' end || (g::bigint * 7919 * (10::bigint ^ (g % 8))::bigint)::text
+-- Numerics are made of digits and taken apart without the server's arithmetic: both ways must agree,
+-- of values in a row, which have short heads, and of others.
+create temp table decimals as
+  select d, d::numeric as held from (select case when g % 3 = 0 then '-' else '' end || (g::bigint * 7919 * (10::bigint ^ (g % 8))::bigint)::text
     || case when g % 9 = 0 then '' else '.' || lpad((g * 31 % 1000)::text, 1 + g % 9, '0') end
   from generate_series(0, 20000) g
   union all select '0.' || repeat('0', n) || '12' || repeat('0', n % 5) from generate_series(0, 70) n
-  union all select '7' || repeat('0', n) || '.00' from generate_series(0, 200) n)
+  union all select '7' || repeat('0', n) || '.00' from generate_series(0, 200) n
+  union all select s || repeat('9', n) || '.' || repeat('0', m) || '9'
+    from generate_series(1, 13) n, generate_series(0, 8) m, unnest(array['', '-', '1000']) s
+  union all values ('-0.00'), ('0'), ('10000'), ('-0.0001'), ('100000000.5'), ('99999999')) all_of_them(d);
 select count(*), count(*) filter (where r::text = (d::numeric)::text and numeric_send(r) = numeric_send(d::numeric)),
-    count(*) filter (where w = replace(d::numeric::text, '.', ','))
+    count(*) filter (where w = replace(held::text, '.', ',') and w = jwnls_write_number(held + 0, 'de_DE', 'no-group'))
   from decimals, jwnls_read_number(replace(d, '.', ','), 'de_DE') r,
-    jwnls_write_number(d::numeric, 'de_DE', 'no-group') w;
+    jwnls_write_number(held, 'de_DE', 'no-group') w;
 
 -- Words from columns, of parameters, and of variables that change under one plan.
 select name, jwnls_read_number(t, name), jwnls_write_number(1234567.891, name, o)
