@@ -4,12 +4,15 @@
 //   FAILING_CALL       memory, open, read, mmap or thread
 //   FAILING_NUMBER     which of them, counted from 0
 //   FAILING_FOR_EVER   when set, all behind it too
+//   FAILING_FROM       parts of names of libraries: the calls of these alone are counted
 //   FAILING_REPORT     a file that is there, written to as soon as a call fails
+// A process that looks up failing_calls_begin() says all this of a part of its work.
 
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
+#include <link.h>
 #include <pthread.h>
 #include <stdarg.h>
 #include <stdatomic.h>
@@ -24,6 +27,7 @@ void* __libc_malloc(size_t bytes);
 void* __libc_calloc(size_t count, size_t bytes);
 void* __libc_realloc(void* memory, size_t bytes);
 void* __libc_memalign(size_t alignment, size_t bytes);
+void __libc_free(void* memory);
 
 enum Call { memory_call, open_call, read_call, mmap_call, thread_call, no_call };
 static const char* const call_names[] = {"memory", "open", "read", "mmap", "thread"};
@@ -32,10 +36,25 @@ static enum Call failing_call = no_call;
 static long failing_number;
 static int fails_for_ever;
 static const char* report_path;
+static char libraries[128];  // none: all
 static atomic_long made;
+static atomic_long blocks;
 
-static int fails(enum Call call) {
-  if (call != failing_call) return 0;
+static int is_counted(void* caller) {
+  struct dl_find_object found;
+  if (libraries[0] == '\0') return 1;
+  if (_dl_find_object(caller, &found) != 0) return 0;
+  char words[sizeof libraries];
+  char* rest = NULL;
+  strcpy(words, libraries);
+  for (char* word = strtok_r(words, " ", &rest); word != NULL; word = strtok_r(NULL, " ", &rest)) {
+    if (strstr(found.dlfo_link_map->l_name, word) != NULL) return 1;
+  }
+  return 0;
+}
+
+static int refuses(enum Call call, void* caller) {
+  if (call != failing_call || !is_counted(caller)) return 0;
   const long number = atomic_fetch_add(&made, 1);
   if (number != failing_number && !(fails_for_ever && number > failing_number)) return 0;
   if (number == failing_number && report_path != NULL) {
@@ -46,8 +65,33 @@ static int fails(enum Call call) {
   return 1;
 }
 
+// Asked by the function that the caller called.
+#define fails(call) refuses(call, __builtin_return_address(0))
+
 // The next function of that name in the order of loading.
 static void* next(const char* name) { return dlsym(RTLD_NEXT, name); }
+
+// From now on; libraries as FAILING_FROM. 0 where there is no such call.
+int failing_calls_begin(const char* call, long number, int for_ever, const char* from) {
+  enum Call named = memory_call;
+  while (named != no_call && strcmp(call, call_names[named]) != 0) ++named;
+  if (named == no_call || strlen(from) >= sizeof libraries) return 0;
+  strcpy(libraries, from);
+  failing_number = number;
+  fails_for_ever = for_ever;
+  made = 0;
+  failing_call = named;
+  return 1;
+}
+
+// No call fails any more. Gives how many were counted.
+long failing_calls_end(void) {
+  failing_call = no_call;
+  return made;
+}
+
+// Blocks of memory that the process has.
+long failing_calls_blocks(void) { return blocks; }
 
 static int (*program)(int, char**, char**);
 
@@ -55,12 +99,10 @@ static int counted_program(int count, char** arguments, char** environment) {
   const char* const call = getenv("FAILING_CALL");
   const char* const number = getenv("FAILING_NUMBER");
   report_path = getenv("FAILING_REPORT");
-  fails_for_ever = getenv("FAILING_FOR_EVER") != NULL;
+  const char* const from = getenv("FAILING_FROM");
   if (call != NULL && number != NULL) {
-    failing_number = strtol(number, NULL, 10);
-    for (int i = 0; i < no_call; ++i) {
-      if (strcmp(call, call_names[i]) == 0) failing_call = (enum Call)i;
-    }
+    failing_calls_begin(call, strtol(number, NULL, 10), getenv("FAILING_FOR_EVER") != NULL,
+                        from == NULL ? "" : from);
   }
   const int code = program(count, arguments, environment);
   failing_call = no_call;  // what runs at exit is not the program's
@@ -77,23 +119,36 @@ int __libc_start_main(int (*main)(int, char**, char**), int count, char** argume
   return start(counted_program, count, arguments, begin, end, end_of_loader, stack_end);
 }
 
+static void* counted_block(void* memory) {
+  if (memory != NULL) ++blocks;
+  return memory;
+}
 static void* no_memory(void) {
   errno = ENOMEM;
   return NULL;
 }
-void* malloc(size_t bytes) { return fails(memory_call) ? no_memory() : __libc_malloc(bytes); }
+void* malloc(size_t bytes) {
+  return fails(memory_call) ? no_memory() : counted_block(__libc_malloc(bytes));
+}
 void* calloc(size_t count, size_t bytes) {
-  return fails(memory_call) ? no_memory() : __libc_calloc(count, bytes);
+  return fails(memory_call) ? no_memory() : counted_block(__libc_calloc(count, bytes));
 }
 void* realloc(void* memory, size_t bytes) {
-  return fails(memory_call) ? no_memory() : __libc_realloc(memory, bytes);
+  if (fails(memory_call)) return no_memory();
+  if (memory == NULL) return counted_block(__libc_malloc(bytes));
+  if (bytes == 0) --blocks;
+  return __libc_realloc(memory, bytes);
 }
 void* aligned_alloc(size_t alignment, size_t bytes) {
-  return fails(memory_call) ? no_memory() : __libc_memalign(alignment, bytes);
+  return fails(memory_call) ? no_memory() : counted_block(__libc_memalign(alignment, bytes));
+}
+void free(void* memory) {
+  if (memory != NULL) --blocks;
+  __libc_free(memory);
 }
 
-static int open_or_fail(int folder, const char* path, int flags, mode_t mode) {
-  if (fails(open_call)) {
+static int open_unless(int refused, int folder, const char* path, int flags, mode_t mode) {
+  if (refused) {
     errno = EMFILE;
     return -1;
   }
@@ -110,12 +165,12 @@ static int open_or_fail(int folder, const char* path, int flags, mode_t mode) {
   }
 int open(const char* path, int flags, ...) {
   MODE_OF(flags, mode)
-  return open_or_fail(AT_FDCWD, path, flags, mode);
+  return open_unless(fails(open_call), AT_FDCWD, path, flags, mode);
 }
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 int openat(int folder, const char* path, int flags, ...) {
   MODE_OF(flags, mode)
-  return open_or_fail(folder, path, flags, mode);
+  return open_unless(fails(open_call), folder, path, flags, mode);
 }
 int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
 FILE* fopen(const char* path, const char* mode) {
