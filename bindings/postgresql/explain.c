@@ -30,7 +30,11 @@ Datum sql_version(PG_FUNCTION_ARGS) {
   char zones[64];
   size_t length = 0;
   (void)fcinfo;
-  if (jwnls_zones_version(zones, sizeof zones, &length) != JWNLS_OK) length = 0;
+  jwnls_error error = {.code = jwnls_zones_version(zones, sizeof zones, &length)};
+  if (error.code != JWNLS_OK) {
+    strlcpy(error.text, jwnls_code_text(error.code), sizeof error.text);
+    raise_layout_error(&error);
+  }
   PG_RETURN_TEXT_P(
       cstring_to_text(psprintf("%s (%s, time zones %.*s)", jwnls_version(), jwnls_data_version(),
                                length == 0 ? 7 : (int)length, length == 0 ? "unknown" : zones)));

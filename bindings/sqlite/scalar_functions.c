@@ -122,7 +122,15 @@ static void call_version(sqlite3_context* context, int count, sqlite3_value** va
   (void)values;
   char zones[64];
   size_t length = 0;
-  if (jwnls_zones_version(zones, sizeof zones, &length) != JWNLS_OK) length = 0;
+  const int code = jwnls_zones_version(zones, sizeof zones, &length);
+  if (code == JWNLS_MEMORY) {
+    sqlite3_result_error_nomem(context);
+    return;
+  }
+  if (code != JWNLS_OK) {
+    sqlite3_result_error(context, jwnls_code_text(code), -1);
+    return;
+  }
   char* text = sqlite3_mprintf("%s (%s, time zones %.*s)", jwnls_version(), jwnls_data_version(),
                                length == 0 ? 7 : (int)length, length == 0 ? "unknown" : zones);
   if (text == NULL) {

@@ -52,7 +52,9 @@ PyObject* match_locale(PyObject* /*module*/, PyObject* arguments) noexcept {
   if (!PyArg_ParseTuple(arguments, "s:match_locale", &name)) return nullptr;
   char canonical[64];
   int exact = 0;
-  if (jwnls_match_locale(name, canonical, &exact) != JWNLS_OK) Py_RETURN_NONE;
+  const int code = jwnls_match_locale(name, canonical, &exact);
+  if (code == JWNLS_UNKNOWN) Py_RETURN_NONE;
+  if (code != JWNLS_OK) return raise(jwnls_code_text(code), code);
   return Py_BuildValue("(sO)", canonical, exact != 0 ? Py_True : Py_False);
 }
 
