@@ -127,8 +127,10 @@ Datum numeric_of_decimal(const char* text, size_t length) {
   if (*decimal.point != '.') decimal.point = decimal.end;
   decimal.integers = (unsigned)(decimal.point - decimal.digits);
   decimal.scale = decimal.point == decimal.end ? 0 : (unsigned)(decimal.end - decimal.point - 1);
-  if (likely(decimal.integers <= 8 && decimal.scale <= 7)) return short_numeric(&decimal);
-  if (decimal.scale > short_scale_mask >> short_scale_shift) return numeric_by_server(text);
+  if (likely(decimal.integers - 1 < 8 && decimal.scale <= 7)) return short_numeric(&decimal);
+  if (decimal.integers == 0 || decimal.scale > short_scale_mask >> short_scale_shift) {
+    return numeric_by_server(text);
+  }
   return long_numeric(&decimal);
 }
 

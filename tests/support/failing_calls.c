@@ -46,7 +46,7 @@ static int is_counted(void* caller) {
   if (_dl_find_object(caller, &found) != 0) return 0;
   char words[sizeof libraries];
   char* rest = NULL;
-  strcpy(words, libraries);
+  memcpy(words, libraries, sizeof words);
   for (char* word = strtok_r(words, " ", &rest); word != NULL; word = strtok_r(NULL, " ", &rest)) {
     if (strstr(found.dlfo_link_map->l_name, word) != NULL) return 1;
   }
@@ -76,7 +76,7 @@ int failing_calls_begin(const char* call, long number, int for_ever, const char*
   enum Call named = memory_call;
   while (named != no_call && strcmp(call, call_names[named]) != 0) ++named;
   if (named == no_call || strlen(from) >= sizeof libraries) return 0;
-  strcpy(libraries, from);
+  memcpy(libraries, from, strlen(from) + 1);
   failing_number = number;
   fails_for_ever = for_ever;
   made = 0;
