@@ -210,8 +210,8 @@ int read_decimal(const jwnls_layout* layout, const char* text, std::size_t lengt
                  std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
   std::uint8_t found = 0;
   if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && room >= masked_decimal_room) {
-    const Masked masked =
-        masked_decimal(layout->number.syntax.quick, text, length, out, *out_length, found);
+    const Masked masked = masked_decimal<TextAlone>(layout->number.syntax.quick, text, length, out,
+                                                    *out_length, found);
     if (masked != Masked::other) [[likely]] {
       if (masked == Masked::refused) *out_length = 0;
       give_facts(found, facts);

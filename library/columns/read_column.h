@@ -44,7 +44,7 @@ class Texts {
     return {texts_.bytes + begin, static_cast<std::size_t>(end - begin)};
   }
 
-  const jwnls_texts& texts_;
+  const jwnls_texts texts_;  // a copy, which nothing that is written changes
 };
 
 /// Counts what the texts of a call turn out to be, and adds it to the caller's facts at the end.

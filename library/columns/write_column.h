@@ -49,7 +49,7 @@ class ColumnWriter {
     }
   }
 
-  const jwnls_column& column_;
+  const jwnls_column column_;  // a copy, which nothing that is written changes
   const std::size_t room_;
   std::size_t used_ = 0;
   std::size_t count_ = 0;

@@ -27,9 +27,16 @@ void ChunkConverter::walk(const Chunk& chunk, Rows& rows) {
   Row row{chunk.bytes.data(), 0, 0, fields, expected, 0, true};
   std::size_t first_mark = 0;
   for (std::size_t index = 0; index < marks.row_count && !is_stopped; ++index) {
+    row.marks = fields + first_mark;
+    if (const std::size_t taken = rows.rows(chunk, index, row); taken > 0) {
+      index += taken - 1;
+      first_mark += taken * expected;
+      row.number += taken;
+      row.begin = marks.rows()[index] + std::size_t{1};
+      continue;
+    }
     row.end = marks.rows()[index];
     row.has_line_feed = row.end < chunk.size;
-    row.marks = fields + first_mark;
     row.fields = expected;
     if (row.fields > marks.field_count - first_mark || row.marks[row.fields - 1] != row.end) {
       row.fields = 1;

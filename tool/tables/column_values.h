@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "jwnls/jwnls.hpp"
+#include "tool/tables/value_batch.h"
 
 namespace jwnls::tool {
 
@@ -29,7 +30,7 @@ struct FieldValue {
 class ColumnValues {
  public:
   /// Room in bytes that convert() may use, whatever the text.
-  static constexpr std::size_t room = 4096;
+  static constexpr std::size_t room = ValueBatch::value_room;
 
   virtual ~ColumnValues() = default;
 
@@ -42,6 +43,9 @@ class ColumnValues {
   virtual void convert_into(std::string_view text, char* out, FieldValue& value) const noexcept {
     value = convert(text, out);
   }
+
+  /// The same with many texts at once; `values` is filled anew.
+  virtual void convert_all(const TextBatch& texts, ValueBatch& values) const noexcept;
 
   /// Why a text is refused: what stands behind "date '30.02.2024': " in a message.
   [[nodiscard]] virtual std::string reason(std::string_view text) const = 0;
@@ -61,6 +65,10 @@ class ColumnValues {
 
   /// The characters that all that convert() writes consists of; "": any.
   [[nodiscard]] virtual std::string_view alphabet() const { return {}; }
+  /// Whether some of it stands in quotes where this separates fields.
+  [[nodiscard]] bool may_need_quotes(char separator) const {
+    return alphabet().empty() || alphabet().find(separator) != std::string_view::npos;
+  }
 
   /// Whether what convert() writes stands in JSON without quotes.
   [[nodiscard]] virtual bool is_json_number() const = 0;

@@ -8,19 +8,9 @@
 namespace jwnls::tool {
 namespace {
 
-// There is room behind both ends: whole steps instead of exact bytes. Between neighbouring columns
-// stands one byte, elsewhere most of a row.
-constexpr std::size_t short_step = 16;
-constexpr std::size_t step = 64;
 // What a value takes at most: a separator before it, its room, twice where all of it are quotes,
-// and two around it.
-constexpr std::size_t value_bytes = 1 + 2 * ColumnValues::room + 2 + step;
-
-void copy_in_steps(char* to, const char* from, std::size_t size) {
-  static_assert(step <= Chunk::slack);
-  if (size <= short_step) return static_cast<void>(std::memcpy(to, from, short_step));
-  for (std::size_t at = 0; at < size; at += step) std::memcpy(to + at, from + at, step);
-}
+// two around it, and what is copied beyond its end.
+constexpr std::size_t value_bytes = 1 + 2 * ColumnValues::room + 2 + CopyInSteps::step;
 
 }  // namespace
 
@@ -37,7 +27,7 @@ inline void CsvRows::copy_up_to(const char* end) {
   const auto span = static_cast<std::size_t>(end - copied_);
   const std::size_t needed = size_ + span + value_bytes;
   if (needed > out_.capacity()) out_.reserve(size_, needed);
-  copy_in_steps(out_.data() + size_, copied_, span);
+  CopyInSteps::copy(out_.data() + size_, copied_, span);
   size_ += span;
   copied_ = end;
 }
@@ -152,6 +142,71 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
   copy_up_to(row.bytes + row.begin);
   copied_ = row.bytes + row.end + (row.has_line_feed ? 1 : 0);
   return !is_stopped;
+}
+
+// There is room for all that is copied and written.
+[[gnu::always_inline]] inline bool CsvRows::write_batched(const Row& row, std::size_t index) {
+  bool all_read = true;
+  char* out = out_.data() + size_;
+  const char* copied = copied_;
+  for (const RowBatch::Column& column : batch_.columns()) {
+    const std::string_view field = row.field(column.field);
+    const auto span = static_cast<std::size_t>(field.data() - copied);
+    CopyInSteps::copy(out, copied, span);
+    out += span;
+    copied = field.data();
+    const ValueBatch& values = column.values;
+    if (values.codes[index] == JWNLS_OK) [[likely]] {
+      const auto begin = static_cast<std::size_t>(values.offsets[index]);
+      const std::size_t length = static_cast<std::size_t>(values.offsets[index + 1]) - begin;
+      CopyInSteps::copy(out, values.bytes.data() + begin, length);
+      copied += field.size();
+      if (!column.may_need_quotes) [[likely]] {
+        out += length;
+        continue;
+      }
+      size_ = static_cast<std::size_t>(out - out_.data());
+      (void)write_value(length, true);
+    } else {
+      size_ = static_cast<std::size_t>(out - out_.data());
+      copied_ = copied;
+      const bool is_missing = values.codes[index] == JWNLS_MISSING;
+      fields_.count_unread(row, column.column, field, is_missing);
+      FieldValue value;
+      value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
+      all_read = keep_or_empty(row, column.column, field, value) && all_read;
+      copied = copied_;
+    }
+    out = out_.data() + size_;
+  }
+  size_ = static_cast<std::size_t>(out - out_.data());
+  copied_ = copied;
+  return all_read;
+}
+
+std::size_t CsvRows::rows(const Chunk& chunk, std::size_t index, Row row) {
+  if (!batch_.is_usable()) return 0;
+  const auto first_mark = static_cast<std::size_t>(row.marks - chunk.marks.fields());
+  batch_.gather(chunk, index, first_mark);
+  const std::size_t count = batch_.rows();
+  if (count == 0) return 0;
+  batch_.convert(fields_);
+  const std::uint32_t* const row_ends = chunk.marks.rows() + index;
+  const auto span = static_cast<std::size_t>(bytes_ + row_ends[count - 1] + 1 - copied_);
+  const std::size_t nulls = count * in_place_.size() * plan_.null_field.size();
+  out_.reserve(size_, size_ + span + batch_.most_bytes() + nulls + 2 * value_bytes);
+  row.fields = plan_.header.fields;
+  row.has_line_feed = true;
+  for (std::size_t i = 0; i < count; ++i) {
+    row.end = row_ends[i];
+    row_size_ = size_;
+    row_copied_ = copied_;
+    (void)end_row(row, write_batched(row, i));
+    row.begin = row.end + 1;
+    row.marks += row.fields;
+    ++row.number;
+  }
+  return count;
 }
 
 bool CsvRows::row(const Row& row) {

@@ -10,6 +10,7 @@
 #include "tool/tables/block_masks.h"
 #include "tool/tables/field_converter.h"
 #include "tool/tables/growing_array.h"
+#include "tool/tables/row_batch.h"
 
 namespace jwnls::tool {
 
@@ -20,15 +21,21 @@ class CsvRows {
         fields_(fields),
         specials_(plan.header.separator, plan.job.quotes ? '"' : '\n', '\n', '\r'),
         keeps_values_(!plan.currencies.empty()),
-        values_(plan.columns.size()) {
+        values_(plan.columns.size()),
+        batch_(plan) {
     for (const std::size_t column : plan.in_place) {
-      in_place_.push_back({plan.columns[column].field, column, may_need_quotes(column)});
+      const ConvertedColumn& asked = plan.columns[column];
+      in_place_.push_back(
+          {asked.field, column, asked.values->may_need_quotes(plan.header.separator)});
     }
   }
 
   void start(const Chunk& chunk);
   /// A row of the header's length; false when nothing from it on is wanted.
   bool row(const Row& row);
+  /// Rows of the header's length from this one on, as many as are converted together; gives how
+  /// many, which may be none.
+  std::size_t rows(const Chunk& chunk, std::size_t index, Row row);
   /// A row of another length.
   bool other_row(const Row& row);
   /// Blank lines are handed through.
@@ -43,11 +50,7 @@ class CsvRows {
     bool may_need_quotes;
   };
 
-  bool may_need_quotes(std::size_t column) const {
-    const std::string_view alphabet = plan_.columns[column].values->alphabet();
-    return alphabet.empty() || alphabet.find(plan_.header.separator) != std::string_view::npos;
-  }
-
+  bool write_batched(const Row& row, std::size_t index);
   bool convert_in_place(const Row& row);
   bool add_columns(const Row& row);
   void add_currencies();
@@ -74,6 +77,7 @@ class CsvRows {
   std::size_t row_size_ = 0;          // of the output where the row begins, and
   const char* row_copied_ = nullptr;  // of the chunk what was copied then
   std::vector<FieldValue> values_;    // of the row's columns, for those that add their currency
+  RowBatch batch_;
 };
 
 }  // namespace jwnls::tool

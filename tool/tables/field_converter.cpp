@@ -7,7 +7,7 @@ namespace jwnls::tool {
 FieldConverter::FieldConverter(const TablePlan& plan, const ByteSource& source)
     : plan_(plan), quotes_(plan.job.quotes), rejects_(plan, source) {
   for (const ConvertedColumn& each : plan.columns) {
-    columns_.push_back({each.values.get(), 0, 0, {}});
+    columns_.push_back({each.values.get(), 0, 0, {}, {}});
   }
   outcome_.columns.resize(plan.columns.size());
   if (!plan.job.report.empty()) report_.emplace(plan);
@@ -19,7 +19,7 @@ void FieldConverter::start(const Chunk& chunk, std::uint64_t rejects_allowed,
   if (report_) report_->start(chunk);
   rejects_allowed_ = rejects_allowed;
   outcome_.ragged = outcome_.malformed = 0;
-  for (Column& column : columns_) column = {column.values, 0, 0, {}};
+  for (Column& column : columns_) column = {column.values, 0, 0, {}, {}};
 }
 
 const ChunkOutcome& FieldConverter::finish(std::string_view text, std::uint64_t rows,
@@ -36,6 +36,7 @@ const ChunkOutcome& FieldConverter::finish(std::string_view text, std::uint64_t 
                                .refused = column.refused,
                                .two_ways = two_ways + both,
                                .deciding = deciding + both};
+    outcome_.columns[index] += column.batches;
   }
   return outcome_;
 }
@@ -56,6 +57,13 @@ void FieldConverter::count_not_read(const Row& row, std::size_t column, FieldOut
   } else {
     refuse(row, column, nullptr);
   }
+}
+
+void FieldConverter::count_unread(const Row& row, std::size_t column, std::string_view field,
+                                  bool is_missing) {
+  text_ = field;
+  if (quotes_ && field.starts_with('"') && !unquote(row, column)) return;
+  count_not_read(row, column, is_missing ? FieldOutcome::missing : FieldOutcome::refused);
 }
 
 void FieldConverter::take_back(const Row& row, std::size_t column, const FieldValue& value) {

@@ -71,6 +71,17 @@ class FieldConverter {
     return value_;
   }
 
+  /// Counts what was read of a column's fields in one call.
+  void count_read(std::size_t column, const ValueBatch& values) {
+    ColumnCounts& counts = columns_[column].batches;
+    counts.read += values.read;
+    counts.two_ways += values.two_ways;
+    counts.deciding += values.deciding;
+  }
+  /// Counts one of the others, and describes it where it is refused; text() is then that of the
+  /// field.
+  void count_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing);
+
   /// What convert() read cannot be written after all: it is refused.
   void take_back(const Row& row, std::size_t column, const FieldValue& value);
 
@@ -96,6 +107,7 @@ class FieldConverter {
     std::uint64_t missing;
     std::uint64_t refused;
     std::array<std::uint64_t, 4> read;  // for each combination of their facts
+    ColumnCounts batches;               // what was read in one call
   };
 
   bool unquote(const Row& row, std::size_t column);

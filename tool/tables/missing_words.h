@@ -16,6 +16,8 @@ class MissingWords {
   MissingWords() = default;
   explicit MissingWords(const std::vector<std::string>& words);
 
+  [[nodiscard]] bool empty() const noexcept { return words_.empty(); }
+
   /// Whether the text, without the blanks around it, is one of the words.
   [[nodiscard]] bool contains(std::string_view text) const noexcept {
     return !words_.empty() && has(text);

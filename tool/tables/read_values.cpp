@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "tool/iso_writer.h"
 #include "tool/tables/layout_values.h"
@@ -6,44 +8,64 @@
 namespace jwnls::tool {
 namespace {
 
-// Each fills `value`, which is as it was made, where the text is read.
+// How values of a kind are read and written: one by one, and a column's.
 
-int read_decimal(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
-  return jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
-                            &value.length, value.currency, &value.facts);
-}
+struct Decimals {
+  static int read(const jwnls_layout* layout, std::string_view text, char* out,
+                  FieldValue& value) noexcept {
+    return jwnls_read_decimal(layout, text.data(), text.size(), out, ColumnValues::room,
+                              &value.length, value.currency, &value.facts);
+  }
+  static void read_all(const jwnls_layout* layout, const jwnls_texts& texts, ValueBatch& values,
+                       jwnls_column_facts& facts) noexcept {
+    const jwnls_column column = {.size = sizeof column,
+                                 .bytes = values.bytes.data(),
+                                 .room = ValueBatch::room,
+                                 .offsets = values.offsets.data(),
+                                 .large_offsets = nullptr,
+                                 .codes = values.codes.data(),
+                                 .validity = nullptr};
+    (void)jwnls_read_decimals(layout, &texts, &column, &facts);
+  }
+};
 
-int read_date(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
-  std::int32_t days = 0;
-  const int code = jwnls_read_date(layout, text.data(), text.size(), &days, &value.facts);
-  if (code == JWNLS_OK) [[likely]]
-    value.length = static_cast<std::size_t>(write_iso_date(out, days) - out);
-  return code;
-}
+// Moments are read to a count of days or microseconds, and written from it.
+template <typename Count, auto read_one, auto read_column, auto write>
+struct Moments {
+  static int read(const jwnls_layout* layout, std::string_view text, char* out,
+                  FieldValue& value) noexcept {
+    Count count = 0;
+    const int code = read_one(layout, text.data(), text.size(), &count, &value.facts);
+    if (code == JWNLS_OK) [[likely]]
+      value.length = static_cast<std::size_t>(write(out, count) - out);
+    return code;
+  }
+  static void read_all(const jwnls_layout* layout, const jwnls_texts& texts, ValueBatch& values,
+                       jwnls_column_facts& facts) noexcept {
+    std::array<Count, TextBatch::most> counts;
+    (void)read_column(layout, &texts, counts.data(), values.codes.data(), &facts);
+    char* const begin = values.bytes.data();
+    char* end = begin;
+    for (std::size_t i = 0; i < texts.count; ++i) {
+      if (values.codes[i] == JWNLS_OK) end = write(end, counts[i]);
+      values.offsets[i + 1] = static_cast<std::int32_t>(end - begin);
+    }
+  }
+};
 
-int read_time(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
-  std::int64_t microseconds = 0;
-  const int code = jwnls_read_time(layout, text.data(), text.size(), &microseconds, &value.facts);
-  if (code != JWNLS_OK) return code;
-  value.length = static_cast<std::size_t>(write_iso_time(out, microseconds) - out);
-  return code;
-}
-
-template <bool is_instant>
-int read_datetime(const jwnls_layout* layout, std::string_view text, char* out, FieldValue& value) {
-  std::int64_t microseconds = 0;
-  const int code =
-      jwnls_read_datetime(layout, text.data(), text.size(), &microseconds, &value.facts);
-  if (code != JWNLS_OK) return code;
+char* write_instant(char* out, std::int64_t microseconds) noexcept {
   char* end = write_iso_datetime(out, microseconds);
-  if (is_instant) *end++ = 'Z';
-  value.length = static_cast<std::size_t>(end - out);
-  return code;
+  *end++ = 'Z';
+  return end;
 }
 
-using ReadField = int (*)(const jwnls_layout*, std::string_view, char*, FieldValue&);
+using Dates = Moments<std::int32_t, jwnls_read_date, jwnls_read_dates, write_iso_date>;
+using Times = Moments<std::int64_t, jwnls_read_time, jwnls_read_times, write_iso_time>;
+using Datetimes =
+    Moments<std::int64_t, jwnls_read_datetime, jwnls_read_datetimes, write_iso_datetime>;
+using Instants = Moments<std::int64_t, jwnls_read_datetime, jwnls_read_datetimes, write_instant>;
 
-template <ReadField read>
+template <typename Values>
 class ReadValues final : public LayoutValues {
  public:
   ReadValues(const Layout& layout, MissingWords missing, std::uint8_t facts)
@@ -59,7 +81,7 @@ class ReadValues final : public LayoutValues {
     value.facts = 0;
     value.currency[0] = '\0';
     const int code =
-        missing_.contains(text) ? JWNLS_MISSING : read(layout_.get(), text, out, value);
+        missing_.contains(text) ? JWNLS_MISSING : Values::read(layout_.get(), text, out, value);
     if (code != JWNLS_OK) [[unlikely]] {
       value = {};
       if (code == JWNLS_MISSING) value.outcome = FieldOutcome::missing;
@@ -67,6 +89,24 @@ class ReadValues final : public LayoutValues {
     }
     value.outcome = FieldOutcome::read;
     value.facts &= facts_;
+  }
+  void convert_all(const TextBatch& batch, ValueBatch& values) const noexcept override {
+    // What stands for missing values is no value, even where the layout reads one.
+    std::array<std::uint8_t, TextBatch::most / 8> validity;
+    if (!missing_.empty()) mark_values(batch, validity);
+    const jwnls_texts texts = {.size = sizeof texts,
+                               .count = batch.count(),
+                               .texts = nullptr,
+                               .bytes = batch.bytes(),
+                               .offsets = batch.offsets(),
+                               .large_offsets = nullptr,
+                               .validity = missing_.empty() ? nullptr : validity.data()};
+    jwnls_column_facts facts = {};
+    facts.size = sizeof facts;
+    Values::read_all(layout_.get(), texts, values, facts);
+    values.read = facts.read;
+    values.two_ways = (facts_ & JWNLS_TWO_WAYS) != 0 ? facts.two_ways : 0;
+    values.deciding = (facts_ & JWNLS_DECIDES) != 0 ? facts.deciding : 0;
   }
   [[nodiscard]] std::string reason(std::string_view text) const override {
     return refusal_reason(layout_, text);
@@ -83,6 +123,14 @@ class ReadValues final : public LayoutValues {
   [[nodiscard]] std::string description() const override { return layout_.describe(); }
 
  private:
+  void mark_values(const TextBatch& batch, std::span<std::uint8_t> validity) const noexcept {
+    std::fill(validity.begin(), validity.end(), std::uint8_t{0});
+    for (std::size_t i = 0; i < batch.count(); ++i) {
+      const unsigned is_value = missing_.contains(batch.text(i)) ? 0 : 1;
+      validity[i / 8] |= static_cast<std::uint8_t>(is_value << (i % 8));
+    }
+  }
+
   Layout layout_;
   MissingWords missing_;
   std::uint8_t facts_;
@@ -127,15 +175,15 @@ LayoutValuesPointer read_values(const Layout& layout, MissingWords missing, std:
   switch (layout.kind()) {
     case Kind::date:
     case Kind::period:
-      return std::make_shared<ReadValues<read_date>>(layout, std::move(missing), facts);
+      return std::make_shared<ReadValues<Dates>>(layout, std::move(missing), facts);
     case Kind::time:
-      return std::make_shared<ReadValues<read_time>>(layout, std::move(missing), facts);
+      return std::make_shared<ReadValues<Times>>(layout, std::move(missing), facts);
     case Kind::datetime:
-      return std::make_shared<ReadValues<read_datetime<false>>>(layout, std::move(missing), facts);
+      return std::make_shared<ReadValues<Datetimes>>(layout, std::move(missing), facts);
     case Kind::instant:
-      return std::make_shared<ReadValues<read_datetime<true>>>(layout, std::move(missing), facts);
+      return std::make_shared<ReadValues<Instants>>(layout, std::move(missing), facts);
     default:
-      return std::make_shared<ReadValues<read_decimal>>(layout, std::move(missing), facts);
+      return std::make_shared<ReadValues<Decimals>>(layout, std::move(missing), facts);
   }
 }
 

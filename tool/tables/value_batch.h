@@ -1,0 +1,86 @@
+// Texts of one column from consecutive rows, and what they become: converted in one call, as the
+// library reads columns, in place of a call for each.
+
+#ifndef JWNLS_TOOL_TABLES_VALUE_BATCH_H_
+#define JWNLS_TOOL_TABLES_VALUE_BATCH_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "jwnls/jwnls.h"
+#include "tool/tables/growing_array.h"
+
+namespace jwnls::tool {
+
+/// Copies where there is room behind both ends: whole steps instead of exact bytes.
+struct CopyInSteps {
+  static constexpr std::size_t short_step = 16;
+  static constexpr std::size_t step = 64;
+
+  [[gnu::always_inline]] static void copy(char* to, const char* from, std::size_t size) {
+    if (size <= short_step) [[likely]] {
+      return static_cast<void>(std::memcpy(to, from, short_step));
+    }
+    for (std::size_t at = 0; at < size; at += step) std::memcpy(to + at, from + at, step);
+  }
+};
+
+/// Texts one behind the other. Memory is taken as it is used.
+class TextBatch {
+ public:
+  static constexpr std::size_t most = 256;      // texts
+  static constexpr std::size_t longest = 2048;  // bytes of a text; more than any that is read
+
+  TextBatch() { bytes_.reserve(0, most * longest + CopyInSteps::step); }
+
+  void clear() { count_ = 0; }
+  /// Not beyond `most`. False for a text that is too long. CopyInSteps::step bytes may be read from
+  /// its begin, or as many as it is long, whichever is more.
+  [[gnu::always_inline]] bool add(const char* text, std::size_t size) {
+    if (size > longest) [[unlikely]]
+      return false;
+    const auto end = static_cast<std::size_t>(ends_[count_]);
+    CopyInSteps::copy(bytes_.data() + end, text, size);
+    ends_[++count_] = static_cast<std::int32_t>(end + size);
+    return true;
+  }
+  /// Forgets all but the first.
+  void cut(std::size_t count) { count_ = count; }
+
+  [[nodiscard]] std::size_t count() const { return count_; }
+  [[nodiscard]] std::string_view text(std::size_t i) const {
+    return {bytes_.data() + ends_[i], static_cast<std::size_t>(ends_[i + 1] - ends_[i])};
+  }
+  [[nodiscard]] const char* bytes() const { return bytes_.data(); }
+  /// Where texts begin, and behind them the end of the last.
+  [[nodiscard]] const std::int32_t* offsets() const { return ends_.data(); }
+
+ private:
+  GrowingArray<char> bytes_;
+  std::array<std::int32_t, most + 1> ends_ = {};
+  std::size_t count_ = 0;
+};
+
+/// What the texts of a TextBatch became, one behind the other; nothing of those that are missing or
+/// refused.
+struct ValueBatch {
+  static constexpr std::size_t value_room = 4096;
+  static constexpr std::size_t room = TextBatch::most * value_room;
+
+  ValueBatch() { bytes.reserve(0, room + CopyInSteps::step); }
+
+  GrowingArray<char> bytes;
+  std::array<std::int32_t, TextBatch::most + 1> offsets = {};
+  std::array<std::uint8_t, TextBatch::most> codes = {};  // OK, MISSING or why it is refused
+  // Of those that are read:
+  std::size_t read = 0;
+  std::size_t two_ways = 0;
+  std::size_t deciding = 0;
+};
+
+}  // namespace jwnls::tool
+
+#endif  // JWNLS_TOOL_TABLES_VALUE_BATCH_H_
