@@ -8,6 +8,7 @@
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
 #include "library/dates/plain_date.h"
+#include "library/dates/usual_date.h"
 #include "library/layouts/layout.h"
 #include "library/moments/moment_text.h"
 #include "library/moments/reading.h"
@@ -40,13 +41,15 @@ bool is_missing_text(const jwnls_layout& layout, std::string_view text) noexcept
 
 namespace {
 
+using jwnls::library::by_services;
 using jwnls::library::code_of;
 using jwnls::library::DateRead;
+using jwnls::library::has_usual_dates;
 using jwnls::library::is_blank_text;
 using jwnls::library::MomentRead;
 using jwnls::library::read_plain_date;
 using jwnls::library::read_uncommon_date;
-using jwnls::library::read_usual_date;
+using jwnls::library::read_usual_days;
 using jwnls::library::Refusal;
 using jwnls::library::trimmed;
 
@@ -73,16 +76,12 @@ int read_loosely(const jwnls_layout* layout, std::string_view text, Value* value
   return JWNLS_OK;
 }
 
-bool by_services(const jwnls_layout* layout) {
-  return layout->dates == nullptr || layout->options.loose != 0 || layout->options.pattern != 0;
-}
-
 // All texts but those of read_usual_date().
 [[gnu::noinline]] int read_other_date(const jwnls_layout* layout, std::string_view text,
                                       std::int32_t* days, std::uint8_t* facts) noexcept {
   *days = 0;
   if (facts != nullptr) *facts = 0;
-  if (layout->is(JWNLS_DATE) && !by_services(layout)) [[likely]] {
+  if (has_usual_dates(*layout)) [[likely]] {
     if (text.size() > jwnls::library::longest_text) return JWNLS_UNREAD;
     text = trimmed(text);
     DateRead read;
@@ -101,11 +100,10 @@ bool by_services(const jwnls_layout* layout) {
 
 int read_date(const jwnls_layout* layout, std::string_view text, std::int32_t* days,
               std::uint8_t* facts) noexcept {
-  DateRead read;
-  if (text.size() == 10 && layout->is(JWNLS_DATE) && !by_services(layout) &&
-      read_usual_date(*layout->dates, text.data(), read)) [[likely]] {
-    *days = jwnls::library::since_1970(jwnls::day_from_civil(read.date));
-    if (facts != nullptr) *facts = read.facts;
+  std::uint8_t found = 0;
+  if (has_usual_dates(*layout) && read_usual_days(*layout, text.data(), text.size(), days, found))
+      [[likely]] {
+    if (facts != nullptr) *facts = found;
     return JWNLS_OK;
   }
   return read_other_date(layout, text, days, facts);
@@ -115,7 +113,7 @@ int read_datetime(const jwnls_layout* layout, std::string_view text, std::int64_
                   std::uint8_t* facts) noexcept {
   return read_checked(layout, bit(JWNLS_DATETIME) | bit(JWNLS_INSTANT), text, microseconds, facts,
                       [=](std::string_view inner) -> int {
-                        if (by_services(layout)) return read_loosely(layout, inner, microseconds);
+                        if (by_services(*layout)) return read_loosely(layout, inner, microseconds);
                         const MomentRead read = jwnls::library::read_moment_text(*layout, inner);
                         if (read.date.refusal != Refusal::none) return code_of(read.date.refusal);
                         *microseconds = read.microseconds;

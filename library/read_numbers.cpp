@@ -209,9 +209,11 @@ bool has_decimals(const jwnls_layout* layout) {
 int read_decimal(const jwnls_layout* layout, const char* text, std::size_t length, char* out,
                  std::size_t room, std::size_t* out_length, char* currency, std::uint8_t* facts) {
   std::uint8_t found = 0;
-  if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && room >= masked_decimal_room) {
-    const Masked masked = masked_decimal<TextAlone>(layout->number.syntax.quick, text, length, out,
-                                                    *out_length, found);
+  const QuickSyntax& syntax = layout->number.syntax.quick;
+  if ((layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) && syntax.masks &&
+      room >= masked_decimal_room) {
+    const Masked masked =
+        masked_decimal<TextAlone>(MaskedSyntax(syntax), text, length, out, *out_length, found);
     if (masked != Masked::other) [[likely]] {
       if (masked == Masked::refused) *out_length = 0;
       give_facts(found, facts);

@@ -3,15 +3,24 @@
 #include "include/jwnls/jwnls.h"
 #include "library/columns/read_column.h"
 #include "library/columns/write_column.h"
+#include "library/dates/usual_date.h"
 
+using jwnls::library::has_usual_dates;
 using jwnls::library::read_column;
+using jwnls::library::read_usual_days;
 using jwnls::library::write_column;
 
 extern "C" {
 
 size_t jwnls_read_dates(const jwnls_layout* layout, const jwnls_texts* texts, int32_t* days,
                         uint8_t* codes, jwnls_column_facts* facts) {
-  return read_column(layout, texts, int32_t{0}, jwnls_read_date, days, codes, facts);
+  const bool usual = has_usual_dates(*layout);
+  const auto read = [usual](const jwnls_layout* by, const char* text, size_t length, int32_t* value,
+                            uint8_t* found) -> int {
+    if (usual && read_usual_days(*by, text, length, value, *found)) return JWNLS_OK;
+    return jwnls_read_date(by, text, length, value, found);
+  };
+  return read_column(layout, texts, int32_t{0}, read, days, codes, facts);
 }
 
 size_t jwnls_read_datetimes(const jwnls_layout* layout, const jwnls_texts* texts,

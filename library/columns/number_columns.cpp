@@ -22,48 +22,76 @@ namespace {
 using jwnls::library::Masked;
 using jwnls::library::masked_decimal;
 using jwnls::library::masked_decimal_room;
-using jwnls::library::QuickSyntax;
+using jwnls::library::MaskedSyntax;
 using jwnls::library::TextAmongOthers;
 
 // Short decimals among texts that Arrow's offsets tell apart: the bytes of all are there to read.
+// For the kinds whose decimals are their digits, and columns of the same offsets.
 class ShortDecimals {
  public:
-  ShortDecimals(const jwnls_layout* layout, const jwnls_texts& texts) noexcept
-      : syntax_(layout->number.syntax.quick), offsets_(texts.offsets), bytes_(texts.bytes) {
+  ShortDecimals(const jwnls_layout* layout, const jwnls_texts& texts,
+                const jwnls_column& column) noexcept
+      : syntax_(layout->number.syntax.quick),
+        offsets_(texts.offsets),
+        bytes_(texts.bytes),
+        count_(texts.count) {
     const bool usable = (layout->is(JWNLS_NUMBER) || layout->is(JWNLS_INTEGER)) &&
-                        texts.texts == nullptr && offsets_ != nullptr && bytes_ != nullptr &&
-                        texts.validity == nullptr;
+                        layout->number.syntax.quick.masks && texts.texts == nullptr &&
+                        offsets_ != nullptr && bytes_ != nullptr && texts.validity == nullptr &&
+                        column.offsets != nullptr;
     constexpr std::int32_t behind = 17;  // a sign and sixteen bytes
-    if (usable && offsets_[texts.count] >= behind) begins_ = offsets_[texts.count] - behind + 1;
+    if (usable && offsets_[count_] >= behind) {
+      begins_ = static_cast<std::uint32_t>(offsets_[count_] - behind + 1);
+    }
   }
 
-  // False where the text is another's matter; nothing is written then.
-  [[nodiscard]] bool read(std::size_t i, ColumnWriter& writer,
-                          FactsCounter& counter) const noexcept {
-    if (begins_ == 0) return false;
-    const std::int32_t begin = offsets_[i];
-    if (static_cast<std::uint32_t>(begin) >= static_cast<std::uint32_t>(begins_) ||
-        writer.room() < masked_decimal_room) {
-      return false;
-    }
-    // Offsets that fall give a length that is no short one's.
-    const auto length = static_cast<std::size_t>(std::int64_t{offsets_[i + 1]} - begin);
-    std::size_t written = 0;
-    std::uint8_t facts = 0;
-    if (masked_decimal<TextAmongOthers>(syntax_, bytes_ + begin, length, writer.next(), written,
-                                        facts) != Masked::read) {
-      return false;
-    }
-    writer.add(JWNLS_OK, written);
-    counter.count(i, JWNLS_OK, facts);
-    return true;
+  void expect_all(ColumnWriter& writer) const noexcept {
+    if (begins_ != 0) writer.expect(count_);
+  }
+  // Reads from the writer's next text on up to the first that is another's matter.
+  void read(ColumnWriter& writer, FactsCounter& facts) const noexcept {
+    if (begins_ != 0) read_run(*this, writer, facts);
   }
 
  private:
-  const QuickSyntax syntax_;  // its own, which no text that is written may be part of
-  const std::int32_t* const offsets_;
-  const char* const bytes_;
-  std::int32_t begins_ = 0;  // before it a text's sixteen bytes are there; 0: not to be used
+  // All that is asked for is its own, so that it stays in registers: any byte that is written could
+  // be part of anything else.
+  [[gnu::noinline]] static void read_run(const ShortDecimals texts, ColumnWriter& writer,
+                                         FactsCounter& facts) noexcept {
+    ColumnWriter::Run run = writer.run();
+    FactsCounter counter = facts;
+    std::size_t i = writer.count();
+    for (; i < texts.count_; ++i) {
+      const auto begin = static_cast<std::uint32_t>(texts.offsets_[i]);
+      // Offsets that fall give a length that is no short one's.
+      const std::uint32_t length = static_cast<std::uint32_t>(texts.offsets_[i + 1]) - begin;
+      if (begin >= texts.begins_ || run.room() < static_cast<std::ptrdiff_t>(masked_decimal_room)) {
+        break;
+      }
+      std::size_t written = 0;
+      std::uint8_t found = 0;
+      const Masked masked = masked_decimal<TextAmongOthers>(texts.syntax_, texts.bytes_ + begin,
+                                                            length, run.next, written, found);
+      if (masked == Masked::read) [[likely]] {
+        run.add(i, written);
+        if (found != JWNLS_DECIDES) counter.count_other(i, found);
+        continue;
+      }
+      if (masked == Masked::other) break;
+      run.add(i, 0);
+      if (run.codes != nullptr) run.codes[i] = JWNLS_UNREAD;
+      counter.count_refused(i);
+    }
+    counter.count_run(writer.count(), i);
+    writer.go_on(run, i);
+    facts = counter;
+  }
+
+  MaskedSyntax syntax_;
+  const std::int32_t* offsets_;
+  const char* bytes_;
+  std::size_t count_;
+  std::uint32_t begins_ = 0;  // before it a text's sixteen bytes are there; 0: not to be used
 };
 
 }  // namespace
@@ -94,11 +122,14 @@ size_t jwnls_write_integers(const jwnls_layout* layout, const int64_t* values, s
 size_t jwnls_read_decimals(const jwnls_layout* layout, const jwnls_texts* texts,
                            const jwnls_column* column, jwnls_column_facts* facts) {
   const Texts input(*texts);
-  const ShortDecimals short_decimals(layout, *texts);
+  const ShortDecimals short_decimals(layout, *texts, *column);
   FactsCounter counter;
   ColumnWriter writer(*column);
-  for (size_t i = 0; i < input.count(); ++i) {
-    if (short_decimals.read(i, writer, counter)) continue;
+  short_decimals.expect_all(writer);
+  while (true) {
+    short_decimals.read(writer, counter);
+    const size_t i = writer.count();
+    if (i == input.count()) break;
     const jwnls_text text = input.at(i);
     int code = JWNLS_MISSING;
     uint8_t found = 0;

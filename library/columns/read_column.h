@@ -60,6 +60,22 @@ class FactsCounter {
     if (two_ways && two_ways_ == 1) first_two_ways_ = i;
   }
 
+  /// Texts from `begin` to `end`: all are read, and decide.
+  void count_run(std::size_t begin, std::size_t end) noexcept {
+    read_ += end - begin;
+    deciding_ += end - begin;
+  }
+  /// One of these has other facts, or is refused.
+  void count_other(std::size_t i, std::uint8_t facts) noexcept {
+    if ((facts & JWNLS_TWO_WAYS) != 0 && two_ways_++ == 0) first_two_ways_ = i;
+    --deciding_;
+  }
+  void count_refused(std::size_t i) noexcept {
+    if (refused_++ == 0) first_refused_ = i;
+    --read_;
+    --deciding_;
+  }
+
   [[nodiscard]] std::size_t refused() const noexcept { return refused_; }
 
   /// `facts` may be null, and of an older size.
@@ -75,12 +91,11 @@ class FactsCounter {
   std::size_t first_two_ways_ = 0;
 };
 
-/// Reads every text with a single call of jwnls.h; gives how many are neither OK nor MISSING.
+/// Reads every text as a single call of jwnls.h does; gives how many are neither OK nor MISSING.
 ///   none  what a text without value is
-template <typename Value>
-std::size_t read_column(const jwnls_layout* layout, const jwnls_texts* texts, Value none,
-                        int (*read)(const jwnls_layout*, const char*, std::size_t, Value*,
-                                    std::uint8_t*),
+///   read  that call: int(layout, text, length, value, facts)
+template <typename Value, typename Read>
+std::size_t read_column(const jwnls_layout* layout, const jwnls_texts* texts, Value none, Read read,
                         Value* values, std::uint8_t* codes, jwnls_column_facts* facts) noexcept {
   const Texts column(*texts);
   FactsCounter counter;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include "include/jwnls/jwnls.h"
@@ -34,6 +35,34 @@ class ColumnWriter {
 
   [[nodiscard]] std::size_t count() const noexcept { return count_; }
 
+  /// Texts one behind the other with offsets of 32 bits, all codes of which are OK until they are
+  /// set.
+  struct Run {
+    char* next;
+    char* begin;  // of all texts
+    char* end;    // of the room
+    std::int32_t* offsets;
+    std::uint8_t* codes;  // may be null
+
+    [[nodiscard]] std::ptrdiff_t room() const noexcept { return end - next; }
+    void add(std::size_t i, std::size_t length) noexcept {
+      next += length;
+      offsets[i + 1] = static_cast<std::int32_t>(next - begin);
+    }
+  };
+  /// Before the first text of a run, how many there may be at most.
+  void expect(std::size_t count) noexcept {
+    if (column_.codes != nullptr) std::memset(column_.codes + count_, JWNLS_OK, count);
+  }
+  [[nodiscard]] Run run() const noexcept {
+    return {next(), column_.bytes, column_.bytes + room_, column_.offsets, column_.codes};
+  }
+  /// Goes on where the run ended, before text `count`.
+  void go_on(const Run& run, std::size_t count) noexcept {
+    used_ = static_cast<std::size_t>(run.next - run.begin);
+    count_ = count;
+  }
+
  private:
   // What the offsets can say.
   [[nodiscard]] std::size_t most_bytes() const noexcept {
@@ -49,8 +78,8 @@ class ColumnWriter {
     }
   }
 
-  const jwnls_column column_;  // a copy, which nothing that is written changes
-  const std::size_t room_;
+  jwnls_column column_;  // a copy, which nothing that is written changes
+  std::size_t room_;
   std::size_t used_ = 0;
   std::size_t count_ = 0;
 };

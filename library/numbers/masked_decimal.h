@@ -119,47 +119,86 @@ inline __m128i move_together(__m128i bytes, const Grouped& row) noexcept {
 
 }  // namespace masked_decimal_details
 
+/// What masked_decimal() asks of a syntax that has masks.
+struct MaskedSyntax {
+  explicit MaskedSyntax(const QuickSyntax& syntax) noexcept
+      : group(_mm_set1_epi8(syntax.group)),
+        decimal(_mm_set1_epi8(syntax.decimal)),
+        group_bits(syntax.group_bits),
+        decimal_bits(syntax.decimal_bits),
+        threes_only(syntax.threes_only) {}
+
+  __m128i group, decimal;
+  unsigned group_bits, decimal_bits;
+  bool threes_only;
+};
+
+namespace masked_decimal_details {
+
+// Where each character of a text stands; a bit a byte.
+struct Places {
+  Places(const MaskedSyntax& syntax, __m128i bytes) noexcept {
+    const __m128i values = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
+    const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(values, _mm_set1_epi8(9)), values);
+    const auto mask_of = [](__m128i equal) {
+      return static_cast<unsigned>(_mm_movemask_epi8(equal));
+    };
+    digits = mask_of(is_digit);
+    groups = mask_of(_mm_cmpeq_epi8(bytes, syntax.group)) & syntax.group_bits;
+    decimal = mask_of(_mm_cmpeq_epi8(bytes, syntax.decimal)) & syntax.decimal_bits;
+  }
+  unsigned digits, groups, decimal;
+};
+
+// Of a text that is not read. Own symbols alone, from digit to digit, but not where they belong:
+// a shape that nobody reads. Apart, so that what is read keeps nothing for it.
+[[gnu::noinline]] inline Masked refusal_of(const MaskedSyntax& syntax, __m128i bytes,
+                                           std::size_t length) noexcept {
+  const auto [digits, groups, decimal] = Places(syntax, bytes);
+  const unsigned all = (1U << length) - 1;
+  const auto integers = static_cast<unsigned>(std::countr_zero(decimal | (all + 1)));
+  const bool misplaced = (decimal & (decimal - 1)) != 0 ||
+                         (groups != 0 && groups != grouped[integers & 15].separators);
+  const bool framed = (digits & digits >> (length - 1) & 1) != 0;
+  const bool is_refused =
+      (digits | groups | decimal) == all && framed && misplaced && syntax.threes_only;
+  return is_refused ? Masked::refused : Masked::other;
+}
+
+}  // namespace masked_decimal_details
+
 /// Writes the text's number; `out` has masked_decimal_room. Nothing is written for what is not
 /// read.
 template <typename Text>
-[[nodiscard]] [[gnu::always_inline]] inline Masked masked_decimal(const QuickSyntax& syntax,
+[[nodiscard]] [[gnu::always_inline]] inline Masked masked_decimal(const MaskedSyntax& syntax,
                                                                   const char* text,
                                                                   std::size_t length, char* out,
                                                                   std::size_t& out_length,
                                                                   std::uint8_t& facts) noexcept {
   using masked_decimal_details::grouped;
   using masked_decimal_details::move_together;
-  if (!syntax.masks || length - 1 >= 16) return Masked::other;
+  using masked_decimal_details::Places;
+  if (length - 1 >= 16) return Masked::other;
   const std::size_t sign = *text == '-' ? 1 : 0;
   text += sign;
   length -= sign;
   if (length == 0) [[unlikely]]
     return Masked::other;
   const __m128i bytes = Text::load(text, length);
-  const __m128i values = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
-  const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(values, _mm_set1_epi8(9)), values);
-  const auto places_of = [bytes](char symbol) {
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(symbol))));
-  };
-  const auto digits = static_cast<unsigned>(_mm_movemask_epi8(is_digit));
-  const unsigned groups = places_of(syntax.group) & syntax.group_bits;
-  const unsigned decimal = places_of(syntax.decimal) & syntax.decimal_bits;
+  const auto [digits, groups, decimal] = Places(syntax, bytes);
   const unsigned all = (1U << length) - 1;
 
   const auto integers = static_cast<unsigned>(std::countr_zero(decimal | (all + 1)));
-  const unsigned has_decimal = decimal != 0 ? 1 : 0;
-  const unsigned decimals = static_cast<unsigned>(length) - integers - has_decimal;
-  const unsigned row = groups != 0 ? integers & 15 : 0;
+  const unsigned behind = static_cast<unsigned>(length) - integers;  // the decimal symbol, decimals
+  const unsigned with_groups = 0U - (groups != 0 ? 1U : 0U);
+  const unsigned row = integers & with_groups & 15;
   const unsigned strange = (digits | groups | decimal) ^ all;
   const unsigned misplaced = (decimal & (decimal - 1)) | (groups ^ grouped[row].separators);
-  const unsigned too_long = (decimals + 7) >> 4;  // more than eight
-  // At least one integer, and no zeros in front of another.
-  const unsigned most_integers = *text == '0' ? 1 : 16;
-  if ((strange | misplaced | too_long) != 0 || integers - 1 >= most_integers) [[unlikely]] {
-    // Own symbols alone, from digit to digit, but not where they belong: a shape that nobody reads.
-    const bool framed = (digits & digits >> (length - 1) & 1) != 0;
-    return strange == 0 && framed && misplaced != 0 && syntax.threes_only ? Masked::refused
-                                                                          : Masked::other;
+  const unsigned too_many = (behind + 6) >> 4;  // decimals: more than eight
+  // No integer, or zeros in front.
+  const bool odd_front = static_cast<unsigned char>(*text - '1') > 8 && integers != 1;
+  if ((strange | misplaced | too_many) != 0 || odd_front) [[unlikely]] {
+    return masked_decimal_details::refusal_of(syntax, bytes, length);
   }
 
   out[0] = '-';
@@ -167,17 +206,22 @@ template <typename Text>
   _mm_storeu_si128(reinterpret_cast<__m128i*>(begin), move_together(bytes, grouped[row]));
   const unsigned integer_digits = integers - row / 4;
   begin[integer_digits] = '.';
-  out_length = sign + integer_digits + decimals + (decimals != 0 ? 1 : 0);
+  out_length = sign + integer_digits + behind;
 
   // One separator, or three decimals, may be the other of both.
-  if (has_decimal != 0 && decimals != 3) [[likely]] {
-    facts = JWNLS_DECIDES;
+  constexpr unsigned three = 1 + 3;
+  constexpr unsigned unusual = 1U << 0 | 1U << 1 | 1U << three;
+  facts = JWNLS_DECIDES;
+  if ((unusual >> behind & 1) == 0) [[likely]]
+    return Masked::read;
+  if (behind == 1) {
+    --out_length;
   } else if (groups != 0) {
-    facts = has_decimal == 0 && (groups & (groups - 1)) == 0 ? JWNLS_TWO_WAYS : JWNLS_DECIDES;
-  } else if (has_decimal != 0) {
-    facts = integers <= 3 && *text != '0' ? JWNLS_TWO_WAYS : JWNLS_DECIDES;
-  } else {
+    if (behind == 0 && (groups & (groups - 1)) == 0) facts = JWNLS_TWO_WAYS;
+  } else if (behind == 0) {
     facts = 0;
+  } else if (integers <= 3 && *text != '0') {
+    facts = JWNLS_TWO_WAYS;
   }
   return Masked::read;
 }
@@ -187,8 +231,12 @@ template <typename Text>
 struct TextAlone {};
 struct TextAmongOthers {};
 
+struct MaskedSyntax {
+  explicit MaskedSyntax(const QuickSyntax&) noexcept {}
+};
+
 template <typename>
-[[nodiscard]] inline Masked masked_decimal(const QuickSyntax&, const char*, std::size_t, char*,
+[[nodiscard]] inline Masked masked_decimal(const MaskedSyntax&, const char*, std::size_t, char*,
                                            std::size_t&, std::uint8_t&) noexcept {
   return Masked::other;
 }

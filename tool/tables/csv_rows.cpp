@@ -168,10 +168,14 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
       size_ = static_cast<std::size_t>(out - out_.data());
       (void)write_value(length, true);
     } else {
-      size_ = static_cast<std::size_t>(out - out_.data());
-      copied_ = copied;
       const bool is_missing = values.codes[index] == JWNLS_MISSING;
       fields_.count_unread(row, column.column, field, is_missing);
+      if (!is_missing && plan_.job.invalid != Invalid::empty) [[likely]] {
+        all_read = false;  // and stays
+        continue;
+      }
+      size_ = static_cast<std::size_t>(out - out_.data());
+      copied_ = copied;
       FieldValue value;
       value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
       all_read = keep_or_empty(row, column.column, field, value) && all_read;
