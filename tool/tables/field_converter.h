@@ -101,8 +101,9 @@ class FieldConverter {
   [[nodiscard]] const ReportCollector* report() const { return report_ ? &*report_ : nullptr; }
 
  private:
-  // What each field needs, together.
-  struct Column {
+  // What each field needs, together. It changes with each of them: no cache line of it is another
+  // thread's, or holds what all threads read.
+  struct alignas(64) Column {
     const ColumnValues* values;
     std::uint64_t missing;
     std::uint64_t refused;

@@ -18,7 +18,8 @@ namespace jwnls::tool {
 /// Of one thread.
 class RowBatch {
  public:
-  struct Column {
+  // No cache line of it is another thread's, too.
+  struct alignas(64) Column {
     std::size_t field;
     std::size_t column;  // of the plan
     const ColumnValues* converter;
