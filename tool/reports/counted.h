@@ -17,7 +17,7 @@ namespace jwnls::tool {
 [[nodiscard]] std::string counted(std::uint64_t count, const std::string& one,
                                   const std::string& several);
 
-/// "5 rows, separator semicolon, header"
+/// "5 rows, separator semicolon, header, UTF-8, LF"
 [[nodiscard]] std::string facts_of(const TableReport& report);
 
 }  // namespace jwnls::tool

@@ -58,6 +58,15 @@ std::string json_report(const TableReport& report) {
   json.open('{');
   json.member("input", report.input);
   json.member("separator", report.separator);
+  json.key("utf8").raw(report.written.malformed_line == 0 ? "true" : "false");
+  if (report.written.malformed_line > 0) {
+    json.key("line_not_utf8").raw(std::to_string(report.written.malformed_line));
+  }
+  json.key("byte_order_mark").raw(report.written.byte_order_mark ? "true" : "false");
+  json.key("line_ends").open('{');
+  json.key("lf").raw(std::to_string(report.written.line_feeds));
+  json.key("crlf").raw(std::to_string(report.written.both_ends));
+  json.close();
   json.key("header").raw(report.has_header ? "true" : "false");
   json.key("rows").raw(std::to_string(report.rows));
   json.key("other_length").raw(std::to_string(report.ragged));

@@ -44,9 +44,18 @@ struct ReportedColumn {
   std::uint64_t untold = 0;           // not read, and in no count of a text
 };
 
+/// How the input's characters and line ends are written.
+struct ReportedInput {
+  bool byte_order_mark = false;
+  std::uint64_t malformed_line = 0;  // the first with bytes that are not UTF-8; 0: none
+  std::uint64_t line_feeds = 0;      // line ends outside quotes: LF alone
+  std::uint64_t both_ends = 0;       // and CR LF
+};
+
 struct TableReport {
   std::string input;
   std::string separator;  // its name
+  ReportedInput written;
   bool has_header = true;
   std::uint64_t rows = 0;
   std::uint64_t ragged = 0;  // of another length

@@ -52,6 +52,18 @@ void append_column(std::string& out, const ReportedColumn& column, std::size_t w
   }
 }
 
+// ", UTF-8, 3 LF, 2 CRLF"
+std::string written_as(const ReportedInput& input) {
+  std::string all = input.malformed_line > 0
+                        ? ", not UTF-8 in line " + grouped(input.malformed_line)
+                    : input.byte_order_mark ? ", UTF-8 with a byte order mark"
+                                            : ", UTF-8";
+  const bool is_mixed = input.line_feeds > 0 && input.both_ends > 0;
+  if (input.line_feeds > 0) all += ", " + (is_mixed ? grouped(input.line_feeds) + " " : "") + "LF";
+  if (input.both_ends > 0) all += ", " + (is_mixed ? grouped(input.both_ends) + " " : "") + "CRLF";
+  return all;
+}
+
 }  // namespace
 
 std::string grouped(std::uint64_t count) {
@@ -68,7 +80,7 @@ std::string facts_of(const TableReport& report) {
   std::string line = counted(report.rows, "row", "rows");
   if (report.ragged > 0) line += ", " + grouped(report.ragged) + " of another length";
   line += ", separator " + report.separator + (report.has_header ? ", header" : ", no header");
-  return line;
+  return line + written_as(report.written);
 }
 
 std::string two_ways_remark(const ReportedColumn& column) {

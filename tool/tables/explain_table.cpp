@@ -10,13 +10,19 @@ namespace {
 constexpr std::size_t values_shown = 3;
 
 std::string why_separator(const TableJob& job, const TableHeader& header) {
-  if (job.separator) return "asked for";
+  const bool is_said = header.said_separator == header.separator;
+  const std::string line =
+      header.said_separator ? "a first line \"sep=" + std::string(1, *header.said_separator) + '"'
+                            : "";
+  const std::string but = line.empty() || is_said ? "" : "; " + line + " names another";
+  if (job.separator) return "asked for" + but;
+  if (job.input.ends_with(".tsv")) return "of a .tsv file" + but;
+  if (is_said) return line + " says so";
   if (header.fields < 2) return "no other splits the first row, nor does this";
-  if (job.input.ends_with(".tsv")) return "of a .tsv file, unless a first line \"sep=\" says so";
   if (!job.plain_names.empty() && job.has_header) {
-    return "with it the names asked for stand in the header, or a first line \"sep=\" says so";
+    return "with it the names asked for stand in the header";
   }
-  return "the only one that splits the first row, or a first line \"sep=\" says so";
+  return "the only one that splits the first row";
 }
 
 // "'1.234,56' -> 1234.56"
@@ -54,7 +60,8 @@ std::string separator_name(char separator) {
 void explain_table(const TableJob& job, const TableHeader& header,
                    const std::vector<OpenedColumn>& columns, const TableSample& sample) {
   Output output;
-  output.line("separator  " + separator_name(header.separator) + ": " + why_separator(job, header));
+  output.line("separator  " + separator_name(header.separator) + ": " +
+              escaped(why_separator(job, header)));
   output.line("header     " + std::string(job.has_header ? "yes" : "no") + ", " +
               std::to_string(header.fields) + (header.fields == 1 ? " column" : " columns"));
   for (const OpenedColumn& column : columns) {

@@ -3,6 +3,7 @@
 #include <utf8proc.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "tool/tables/field_scanner.h"
 
@@ -57,16 +58,29 @@ bool is_blank(std::string_view text) {
   return true;
 }
 
-bool is_utf8(std::string_view text) {
-  while (!text.empty()) {
+std::size_t utf8_bytes(std::string_view text) {
+  constexpr std::uint64_t beyond_ascii = 0x8080808080808080;
+  std::size_t at = 0;
+  while (at < text.size()) {
+    std::uint64_t word = 0;
+    if (text.size() - at >= sizeof word) {
+      std::memcpy(&word, text.data() + at, sizeof word);
+      if ((word & beyond_ascii) == 0) {
+        at += sizeof word;
+        continue;
+      }
+    }
     utf8proc_int32_t character = 0;
-    const auto bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                        static_cast<utf8proc_ssize_t>(text.size()), &character);
-    if (bytes <= 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(bytes));
+    const auto bytes =
+        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data() + at),
+                         static_cast<utf8proc_ssize_t>(text.size() - at), &character);
+    if (bytes <= 0) break;
+    at += static_cast<std::size_t>(bytes);
   }
-  return true;
+  return at;
 }
+
+bool is_utf8(std::string_view text) { return utf8_bytes(text) == text.size(); }
 
 std::optional<RowFields> first_row(std::string_view text, char separator, bool quotes,
                                    bool at_end) {

@@ -27,6 +27,9 @@ void append_field(std::string& out, std::string_view text, char separator);
 /// True for a text of nothing but blanks, tabs and the blanks of Unicode.
 [[nodiscard]] bool is_blank(std::string_view text);
 
+/// The bytes of a text up to the first that is not UTF-8, or all of them.
+[[nodiscard]] std::size_t utf8_bytes(std::string_view text);
+
 /// True for UTF-8, without surrogates and overlong forms.
 [[nodiscard]] bool is_utf8(std::string_view text);
 

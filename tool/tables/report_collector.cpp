@@ -5,12 +5,19 @@
 #include <limits>
 
 #include "tool/tables/explain_table.h"
+#include "tool/tables/field_text.h"
 
 namespace jwnls::tool {
 namespace {
 
 constexpr std::size_t texts_counted = 1000;  // of a column
 constexpr std::size_t texts_shown = 10;
+
+// Of the input.
+std::uint64_t line_of(const Chunk& chunk, std::size_t offset) {
+  const char* const bytes = chunk.bytes.data();
+  return chunk.first_line + static_cast<std::uint64_t>(std::count(bytes, bytes + offset, '\n'));
+}
 
 }  // namespace
 
@@ -26,6 +33,18 @@ void ReportCollector::start(const Chunk& chunk) {
   for (Column& column : columns_) {
     column.totals.clear();
     column.texts.clear();
+  }
+  look_at_text();
+}
+
+void ReportCollector::look_at_text() {
+  const char* const bytes = chunk_->bytes.data();
+  well_formed_ = utf8_bytes({bytes, chunk_->size});
+  line_feeds_ = both_ends_ = 0;
+  for (std::size_t row = 0; row < chunk_->marks.row_count; ++row) {
+    const std::uint32_t end = chunk_->marks.rows()[row];
+    if (end == chunk_->size) break;  // of an input without a last line end
+    ++(end > 0 && bytes[end - 1] == '\r' ? both_ends_ : line_feeds_);
   }
 }
 
@@ -62,6 +81,8 @@ void ReportCollector::add_refused(std::size_t column, std::string_view text, std
 }
 
 ReportBuilder::ReportBuilder(const TablePlan& plan) : plan_(plan) {
+  const TableHeader& header = plan.header;
+  written_ = {header.byte_order_mark, 0, header.line_feeds, header.both_ends};
   for (const ConvertedColumn& column : plan.columns) {
     columns_.push_back({ValueTotals(column.values->kind_name()), {}});
   }
@@ -69,12 +90,21 @@ ReportBuilder::ReportBuilder(const TablePlan& plan) : plan_(plan) {
 
 void ReportBuilder::add(const Chunk& chunk, const ReportCollector& found,
                         const ChunkOutcome& outcome) {
+  add_input(chunk, found);
   rows_ += outcome.rows;
   ragged_ += outcome.ragged;
   for (std::size_t index = 0; index < columns_.size(); ++index) {
     columns_[index].counts += outcome.columns[index];
     columns_[index].totals.add(found.columns_[index].totals);
     for (const UnreadText& text : found.columns_[index].texts.all()) add_text(chunk, index, text);
+  }
+}
+
+void ReportBuilder::add_input(const Chunk& chunk, const ReportCollector& found) {
+  written_.line_feeds += found.line_feeds_;
+  written_.both_ends += found.both_ends_;
+  if (written_.malformed_line == 0 && found.well_formed_ < chunk.size) {
+    written_.malformed_line = line_of(chunk, found.well_formed_);
   }
 }
 
@@ -86,9 +116,7 @@ void ReportBuilder::add_text(const Chunk& chunk, std::size_t column, const Unrea
     return;
   }
   if (known->count == 0) {
-    const char* const bytes = chunk.bytes.data();
-    known->place =
-        chunk.first_line + static_cast<std::uint64_t>(std::count(bytes, bytes + text.place, '\n'));
+    known->place = line_of(chunk, text.place);
     known->is_cut = text.is_cut;
     known->reason = text.reason;
     // Of the others it is told at the end, for those that are shown.
@@ -127,6 +155,7 @@ TableReport ReportBuilder::report(const std::string& input, const std::string& e
   TableReport all;
   all.input = input;
   all.separator = separator_name(plan_.header.separator);
+  all.written = written_;
   all.has_header = plan_.job.has_header;
   all.rows = rows_;
   all.ragged = ragged_;

@@ -38,12 +38,16 @@ class ReportCollector {
     ValueTotals totals;
     UnreadTexts texts;
   };
+  void look_at_text();
   [[nodiscard]] bool is_taken_back(std::string_view written) const;
   [[nodiscard]] bool is_in_chunk(std::string_view text) const;
 
   const TablePlan& plan_;
   const Chunk* chunk_ = nullptr;
   std::vector<Column> columns_;
+  std::size_t well_formed_ = 0;  // bytes of the chunk
+  std::uint64_t both_ends_ = 0;  // line ends that are CR LF
+  std::uint64_t line_feeds_ = 0;
   std::vector<char> room_;
 };
 
@@ -66,11 +70,13 @@ class ReportBuilder {
     ColumnCounts counts = {};
   };
   void add_text(const Chunk& chunk, std::size_t column, const UnreadText& text);
+  void add_input(const Chunk& chunk, const ReportCollector& found);
   [[nodiscard]] ReportedColumn reported(std::size_t column) const;
 
   const TablePlan& plan_;
   std::uint64_t rows_ = 0;
   std::uint64_t ragged_ = 0;
+  ReportedInput written_;
   std::vector<Column> columns_;
 };
 

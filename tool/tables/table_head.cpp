@@ -40,7 +40,8 @@ class HeadFinder {
 
   TableHead find() {
     refuse_wide_text();
-    if (text().starts_with(byte_order_mark)) at_ = byte_order_mark.size();
+    const bool is_marked = text().starts_with(byte_order_mark);
+    if (is_marked) at_ = byte_order_mark.size();
     for (std::uint64_t line = 0; line < job_.skip_lines && skip_line(); ++line) continue;
     std::optional<char> separator = job_.separator;
     const std::optional<char> said = separator_line();
@@ -48,7 +49,11 @@ class HeadFinder {
     if (!separator) separator = said;
     while (line_is_blank() && skip_line()) continue;
     refuse_carriage_returns();
-    return head_of(separator);
+    TableHead head = head_of(separator);
+    head.header.said_separator = said;
+    head.header.byte_order_mark = is_marked;
+    count_line_ends(head);
+    return head;
   }
 
  private:
@@ -206,6 +211,15 @@ class HeadFinder {
                                                text().data());
     head.first_line += static_cast<std::uint64_t>(std::count(bytes.begin(), bytes.end(), '\n'));
     return head;
+  }
+
+  void count_line_ends(TableHead& head) const {
+    const std::string_view before = text().substr(0, head.size);
+    for (std::size_t at = before.find('\n'); at != std::string_view::npos;
+         at = before.find('\n', at + 1)) {
+      const bool is_both = at > 0 && before[at - 1] == '\r';
+      ++(is_both ? head.header.both_ends : head.header.line_feeds);
+    }
   }
 
   ByteSource& source_;

@@ -22,6 +22,10 @@ struct TableHeader {
   std::vector<std::string> names;  // without quotes; empty where the table has none
   std::size_t fields = 0;          // of the header, else of the first row
   char separator = ',';
+  std::optional<char> said_separator = {};  // of a first line "sep=;"
+  bool byte_order_mark = false;
+  std::uint64_t line_feeds = 0;  // before the first row of values: line ends that are LF alone
+  std::uint64_t both_ends = 0;   // and CR LF
 };
 
 /// The first rows of a table, for what its values decide. Texts are without quotes.
