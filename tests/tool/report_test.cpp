@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/reports/date_form.h"
 #include "tool/reports/decimal_sum.h"
 #include "tool/reports/html_page.h"
 #include "tool/reports/unread_texts.h"
@@ -97,6 +98,36 @@ TEST(UnreadTexts, AreCountedUpToALimit) {
   EXPECT_EQ(most[0]->count, 2U);
   EXPECT_TRUE(most[0]->is_cut);
   EXPECT_EQ(most[1]->text, "a");
+}
+
+TEST(DateForm, IsThatOfTheText) {
+  const struct {
+    const char* text;
+    const char* date;
+    bool month_first;
+    const char* form;
+  } rows[] = {
+      {"5.3.24", "2024-03-05", false, "d.m.yy"},
+      {"05/05/2024", "2024-05-05", true, "m/d/yyyy"},
+      {"13/03/2024", "2024-03-13", true, "d/m/yyyy"},
+      {"٠٥/٠٣/٢٠٢٤", "2024-03-05", false, "d/m/yyyy"},
+      {"2024-03-05", "2024-03-05", false, "yyyy-m-d"},
+      {"20240305", "2024-03-05", false, "yyyymmdd"},
+      {"2024年3月5日", "2024-03-05", false, "yyyy年m月d日"},
+      {"Dienstag, 5. März 2024", "2024-03-05", false, "weekday, d. month yyyy"},
+      {"Tue 5/3/24", "2024-03-05", true, "weekday d/m/yy"},
+      {"March 5, 2024", "2024-03-05", true, "month d, yyyy"},
+      {"5 de marzo de 2024", "2024-03-05", false, "d de month de yyyy"},
+      {"5 8 12 2024", "2024-03-05", false, ""},
+      {"\xFF", "2024-03-05", false, ""},
+  };
+  DateForms forms(8);
+  for (const auto& row : rows) {
+    EXPECT_EQ(date_form(row.text, row.date, row.month_first), row.form) << row.text;
+    forms.add(row.form, 1);
+  }
+  EXPECT_EQ(forms.reported().front().form, "d/m/yyyy");
+  EXPECT_EQ(forms.reported().back().form, "");
 }
 
 TEST(HtmlPage, ShowsTextsAsTheyAre) {

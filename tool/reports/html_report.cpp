@@ -111,6 +111,8 @@ std::string section_of(const ReportedColumn& column) {
   std::string section = "<section>\n<h2>" + seen(column.name) + "</h2>\n";
   section += paragraph("Column " + number + ", " + column.layout);
   if (column.read + column.missing + column.not_read > 0) section += bar(column);
+  const std::string forms = forms_remark(column);
+  if (!forms.empty()) section += "<p class=\"quiet\">Written " + seen(forms) + "</p>\n";
   section += paragraph(two_ways_remark(column));
   section += values_table(column) + texts_table(column);
   return section + paragraph(other_texts_remark(column)) + "</section>\n";

@@ -19,6 +19,18 @@ void write_values(JsonText& json, const ReportedColumn& column) {
   json.close();
 }
 
+void write_forms(JsonText& json, const ReportedColumn& column) {
+  if (column.forms.empty()) return;
+  json.key("forms").open('[');
+  for (const ReportedForm& form : column.forms) {
+    json.open('{');
+    json.member("form", form.form);
+    json.key("count").raw(std::to_string(form.count));
+    json.close();
+  }
+  json.close();
+}
+
 void write_texts(JsonText& json, const ReportedColumn& column) {
   json.key("texts").open('[');
   for (const ReportedText& text : column.texts) {
@@ -44,6 +56,7 @@ void write_column(JsonText& json, const ReportedColumn& column) {
   json.key("not_read").raw(std::to_string(column.not_read));
   json.key("two_ways").raw(std::to_string(column.two_ways));
   json.key("deciding").raw(std::to_string(column.deciding));
+  write_forms(json, column);
   write_values(json, column);
   write_texts(json, column);
   json.key("different_texts").raw(std::to_string(column.different_texts));

@@ -28,6 +28,12 @@ struct ReportedText {
   std::string reason;
 };
 
+/// A form in which dates were written.
+struct ReportedForm {
+  std::string form;  // "d.m.yyyy"; empty: all others
+  std::uint64_t count = 0;
+};
+
 struct ReportedColumn {
   std::uint64_t number = 0;  // from 1
   std::string name;          // or the number
@@ -36,8 +42,9 @@ struct ReportedColumn {
   std::uint64_t read = 0;
   std::uint64_t missing = 0;
   std::uint64_t not_read = 0;
-  std::uint64_t two_ways = 0;  // of those read: could be meant otherwise
-  std::uint64_t deciding = 0;  // of those read: exclude that
+  std::uint64_t two_ways = 0;       // of those read: could be meant otherwise
+  std::uint64_t deciding = 0;       // of those read: exclude that
+  std::vector<ReportedForm> forms;  // of columns of dates
   std::vector<ReportedValues> values;
   std::vector<ReportedText> texts;    // the most frequent first
   std::uint64_t different_texts = 0;  // that were told apart
@@ -69,6 +76,9 @@ struct TableReport {
 
 /// What is said of a column's values that could be meant otherwise; empty where nothing is.
 [[nodiscard]] std::string two_ways_remark(const ReportedColumn& column);
+
+/// "d.m.yyyy 2; d.m.yy 1"; empty for columns without forms.
+[[nodiscard]] std::string forms_remark(const ReportedColumn& column);
 
 /// What is said of texts that are not among those shown; empty where there are none.
 [[nodiscard]] std::string other_texts_remark(const ReportedColumn& column);

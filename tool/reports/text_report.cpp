@@ -36,6 +36,8 @@ void append_column(std::string& out, const ReportedColumn& column, std::size_t w
   out += line_of_counts(cell(column.name), width, grouped(column.read), grouped(column.missing),
                         grouped(column.not_read));
   out.append("  ").append(column.layout).append("\n");
+  const std::string forms = forms_remark(column);
+  if (!forms.empty()) out.append("    ").append(cell(forms)).append("\n");
   for (const ReportedValues& values : column.values) {
     out.append("    ").append(line_of_values(values, column.values.size() > 1)).append("\n");
   }
@@ -88,6 +90,16 @@ std::string two_ways_remark(const ReportedColumn& column) {
   return counted(column.two_ways, "value", "values") + " could be meant otherwise; " +
          (column.deciding > 0 ? counted(column.deciding, "other decides", "others decide")
                               : "none decides");
+}
+
+std::string forms_remark(const ReportedColumn& column) {
+  std::string remark;
+  for (const ReportedForm& form : column.forms) {
+    if (!remark.empty()) remark += "; ";
+    remark.append(form.form.empty() ? "other forms" : form.form).append(" ");
+    remark += grouped(form.count);
+  }
+  return remark;
 }
 
 std::string other_texts_remark(const ReportedColumn& column) {

@@ -52,7 +52,7 @@ void ChunkConverter::walk(const Chunk& chunk, Rows& rows) {
     row.begin = row.end + 1;
   }
   const std::size_t end = is_stopped ? std::min(row.begin, chunk.size) : chunk.size;
-  (void)fields_.finish(rows.finish(end), row.number, is_stopped);
+  (void)fields_.finish(rows.finish(end), row.number, end, is_stopped);
 }
 
 template <typename Rows>

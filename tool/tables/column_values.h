@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -62,6 +63,10 @@ class ColumnValues {
                                                   char*) const noexcept {
     return written;
   }
+
+  /// Of columns of dates as people write them: whether the month stands before the day. None: of
+  /// other columns.
+  [[nodiscard]] virtual std::optional<bool> month_first() const { return std::nullopt; }
 
   /// The characters that all that convert() writes consists of; "": any.
   [[nodiscard]] virtual std::string_view alphabet() const { return {}; }

@@ -90,6 +90,7 @@ class ConvertValues final : public LayoutValues {
                                           char* out) const noexcept override {
     return {out, reading_->convert(text, out).length};
   }
+  [[nodiscard]] std::optional<bool> month_first() const override { return reading_->month_first(); }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(source_.kind()));
   }

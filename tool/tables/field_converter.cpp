@@ -23,7 +23,8 @@ void FieldConverter::start(const Chunk& chunk, std::uint64_t rejects_allowed,
 }
 
 const ChunkOutcome& FieldConverter::finish(std::string_view text, std::uint64_t rows,
-                                           bool is_stopped) {
+                                           std::size_t end, bool is_stopped) {
+  if (report_) report_->finish(end);
   outcome_.text = text;
   outcome_.rows = rows;
   outcome_.stopped = is_stopped;

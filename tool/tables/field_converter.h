@@ -93,8 +93,9 @@ class FieldConverter {
   [[nodiscard]] std::string_view text() const { return text_; }
 
   [[nodiscard]] bool is_stopped() const { return rejects_.counted() > rejects_allowed_; }
-  /// The counts of columns and of refused rows since start().
-  const ChunkOutcome& finish(std::string_view text, std::uint64_t rows, bool is_stopped);
+  /// The counts of columns and of refused rows since start(); the rows end at an offset.
+  const ChunkOutcome& finish(std::string_view text, std::uint64_t rows, std::size_t end,
+                             bool is_stopped);
   [[nodiscard]] const ChunkOutcome& outcome() const { return outcome_; }
   [[nodiscard]] const RejectList& rejects() const { return rejects_; }
   /// Null where no report is asked for.

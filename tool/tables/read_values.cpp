@@ -117,6 +117,19 @@ class ReadValues final : public LayoutValues {
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layout_.kind()));
   }
+  [[nodiscard]] std::optional<bool> month_first() const override {
+    if (layout_.kind() != Kind::date) return std::nullopt;
+    constexpr std::int32_t last_of_2024 = 20088;  // 31 December
+    char out[room];
+    std::size_t length = 0;
+    (void)jwnls_write_date(layout_.get(), last_of_2024, out, sizeof out, &length);
+    // Before the day stand a month's number or name, or a mark of direction.
+    constexpr std::size_t mark_bytes = 3;
+    const std::string_view text(out, length);
+    const std::size_t day = text.find("31");
+    if (day == std::string_view::npos) return false;
+    return day > mark_bytes || text.substr(0, day).find("12") != std::string_view::npos;
+  }
   // Digits and the marks of numbers and of ISO 8601.
   [[nodiscard]] std::string_view alphabet() const override { return "0123456789-+.:TZ"; }
   [[nodiscard]] bool is_json_number() const override { return is_numeric(layout_.kind()); }

@@ -6,6 +6,7 @@
 
 #include "tool/tables/explain_table.h"
 #include "tool/tables/field_text.h"
+#include "tool/trimmed_text.h"
 
 namespace jwnls::tool {
 namespace {
@@ -24,7 +25,7 @@ std::uint64_t line_of(const Chunk& chunk, std::size_t offset) {
 ReportCollector::ReportCollector(const TablePlan& plan) : plan_(plan), room_(ColumnValues::room) {
   columns_.reserve(plan.columns.size());
   for (const ConvertedColumn& column : plan.columns) {
-    columns_.push_back({ValueTotals(column.values->kind_name()), {}});
+    columns_.push_back({ValueTotals(column.values->kind_name()), {}, column.values->month_first()});
   }
 }
 
@@ -33,17 +34,18 @@ void ReportCollector::start(const Chunk& chunk) {
   for (Column& column : columns_) {
     column.totals.clear();
     column.texts.clear();
+    column.forms.clear();
   }
-  look_at_text();
 }
 
-void ReportCollector::look_at_text() {
+void ReportCollector::finish(std::size_t end_of_rows) {
   const char* const bytes = chunk_->bytes.data();
-  well_formed_ = utf8_bytes({bytes, chunk_->size});
+  well_formed_ = utf8_bytes({bytes, end_of_rows});
+  is_well_formed_ = well_formed_ == end_of_rows;
   line_feeds_ = both_ends_ = 0;
   for (std::size_t row = 0; row < chunk_->marks.row_count; ++row) {
     const std::uint32_t end = chunk_->marks.rows()[row];
-    if (end == chunk_->size) break;  // of an input without a last line end
+    if (end >= end_of_rows) break;  // an input without a last line end has one at its end
     ++(end > 0 && bytes[end - 1] == '\r' ? both_ends_ : line_feeds_);
   }
 }
@@ -61,7 +63,9 @@ void ReportCollector::add_read(std::size_t column, std::string_view text, std::s
   if (is_taken_back(written)) return;
   const std::string_view plain =
       plan_.columns[column].values->value_of(text, written, room_.data());
-  columns_[column].totals.add(plain, value.currency);
+  Column& into = columns_[column];
+  into.totals.add(plain, value.currency);
+  if (into.month_first) into.forms.add(date_form(trimmed(text), plain, *into.month_first), 1);
 }
 
 bool ReportCollector::is_in_chunk(std::string_view text) const {
@@ -96,6 +100,7 @@ void ReportBuilder::add(const Chunk& chunk, const ReportCollector& found,
   for (std::size_t index = 0; index < columns_.size(); ++index) {
     columns_[index].counts += outcome.columns[index];
     columns_[index].totals.add(found.columns_[index].totals);
+    columns_[index].forms.add(found.columns_[index].forms);
     for (const UnreadText& text : found.columns_[index].texts.all()) add_text(chunk, index, text);
   }
 }
@@ -103,7 +108,7 @@ void ReportBuilder::add(const Chunk& chunk, const ReportCollector& found,
 void ReportBuilder::add_input(const Chunk& chunk, const ReportCollector& found) {
   written_.line_feeds += found.line_feeds_;
   written_.both_ends += found.both_ends_;
-  if (written_.malformed_line == 0 && found.well_formed_ < chunk.size) {
+  if (written_.malformed_line == 0 && !found.is_well_formed_) {
     written_.malformed_line = line_of(chunk, found.well_formed_);
   }
 }
@@ -140,6 +145,7 @@ ReportedColumn ReportBuilder::reported(std::size_t column) const {
   all.not_read = found.counts.refused;
   all.two_ways = found.counts.two_ways;
   all.deciding = found.counts.deciding;
+  all.forms = found.forms.reported();
   all.values = found.totals.reported();
   for (const UnreadText* text : found.texts.most_frequent(texts_shown)) {
     const std::string reason =

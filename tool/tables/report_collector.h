@@ -6,10 +6,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tool/reports/date_form.h"
 #include "tool/reports/table_report.h"
 #include "tool/reports/unread_texts.h"
 #include "tool/reports/value_totals.h"
@@ -25,6 +28,8 @@ class ReportCollector {
   explicit ReportCollector(const TablePlan& plan);
 
   void start(const Chunk& chunk);
+  /// The chunk's rows are known up to an offset, and nothing behind it is wanted.
+  void finish(std::size_t end_of_rows);
   /// A field's text that was read, what it became, and what is known of it.
   void add_read(std::size_t column, std::string_view text, std::string_view written,
                 const FieldValue& value);
@@ -37,15 +42,17 @@ class ReportCollector {
   struct Column {
     ValueTotals totals;
     UnreadTexts texts;
+    std::optional<bool> month_first;  // none: forms are not told
+    DateForms forms = DateForms(std::numeric_limits<std::size_t>::max());
   };
-  void look_at_text();
   [[nodiscard]] bool is_taken_back(std::string_view written) const;
   [[nodiscard]] bool is_in_chunk(std::string_view text) const;
 
   const TablePlan& plan_;
   const Chunk* chunk_ = nullptr;
   std::vector<Column> columns_;
-  std::size_t well_formed_ = 0;  // bytes of the chunk
+  std::size_t well_formed_ = 0;  // bytes of the chunk that are UTF-8
+  bool is_well_formed_ = true;   // all are
   std::uint64_t both_ends_ = 0;  // line ends that are CR LF
   std::uint64_t line_feeds_ = 0;
   std::vector<char> room_;
@@ -63,9 +70,11 @@ class ReportBuilder {
   [[nodiscard]] TableReport report(const std::string& input, const std::string& ended) const;
 
  private:
+  static constexpr std::size_t forms_told = 20;
   struct Column {
     ValueTotals totals;
     UnreadTexts texts;
+    DateForms forms = DateForms(forms_told);
     std::uint64_t untold = 0;
     ColumnCounts counts = {};
   };
