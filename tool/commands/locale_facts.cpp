@@ -1,6 +1,7 @@
 #include "tool/commands/locale_facts.h"
 
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "tool/session.h"
@@ -41,19 +42,23 @@ constexpr Example numbers[] = {
     {Kind::amount, "accounting", "-1234.5", 0, 0},
     {Kind::amount, "symbol=code", "1234.5", 0, 0},
     {Kind::percent, "", "0.125", 0, 0},
+    {Kind::percent, "", "-0.07", 0, 0},
 };
 
 // Texts that are one value here, another there, and nothing elsewhere.
 struct Typed {
   Kind kind;
+  const char* words;
   std::vector<const char*> texts;
 };
 const Typed typed[] = {
-    {Kind::date, {"2/3/2024", "13.3.2024", "3/13/2024", "5-3-24", "2024-03-05"}},
-    {Kind::time, {"14:07", "14.07", "2:07 PM"}},
-    {Kind::number, {"1,234", "1.234", "1,234.5", "1.234,5", "1 234,5", "1'234.5"}},
-    {Kind::amount, {"1,234.50", "1.234,50", "€5", "5 €", "$5"}},
-    {Kind::percent, {"12.5%", "12,5 %"}},
+    {Kind::date, "", {"2/3/2024", "13.3.2024", "3/13/2024", "5-3-24", "2024-03-05", "30.2.2024"}},
+    {Kind::time, "", {"14:07", "14.07", "2:07 PM"}},
+    {Kind::number,
+     "",
+     {"1,234", "1.234", "1,234.5", "1.234,5", "1 234,5", "1'234.5", "1,23,456.7"}},
+    {Kind::amount, "currency=any", {"1,234.50", "1.234,50", "€5", "5 €", "$5", "¥500"}},
+    {Kind::percent, "", {"12.5%", "12,5 %", "%12"}},
 };
 
 constexpr const char* weekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
@@ -114,12 +119,16 @@ class Facts {
   }
 
   void add_readings(const Typed& row) {
-    const auto values = read_values(open_layout(facts_.name, row.kind, ""), {});
+    const auto values = read_values(open_layout(facts_.name, row.kind, row.words), {});
     for (const char* text : row.texts) {
       char out[ColumnValues::room];
       const FieldValue value = values->convert(text, out);
-      ReadExample& example = facts_.readings.emplace_back(ReadExample{row.kind, text, {}, {}});
-      if (value.outcome == FieldOutcome::refused) continue;
+      ReadExample& example = facts_.readings.emplace_back(ReadExample{row.kind, text});
+      if (value.outcome == FieldOutcome::refused) {
+        const std::string reason = values->reason(text);
+        if (reason != "not read") example.reason = reason;
+        continue;
+      }
       example.value.emplace(out, value.length);
       example.currency = value.currency;
       example.two_ways = (value.facts & JWNLS_TWO_WAYS) != 0;
@@ -156,6 +165,18 @@ class Facts {
 }  // namespace
 
 const char* const example_text = "2024-03-05, a Tuesday, 14:07:09";
+
+std::string layout_name(const WrittenExample& example) {
+  constexpr std::string_view style = "style=";
+  std::string_view words = example.words;
+  if (words.starts_with(style)) words.remove_prefix(style.size());
+  // A medium style goes without saying, but not where others stand beside it.
+  const bool is_medium =
+      words.empty() && (example.kind == Kind::date || example.kind == Kind::datetime);
+  if (is_medium) words = "medium";
+  std::string name = jwnls_kind_name(static_cast<int>(example.kind));
+  return name.append(words.empty() ? "" : " ").append(words);
+}
 
 LocaleFacts locale_facts(const std::string& locale, const std::string& zone) {
   return Facts(locale, zone).find();

@@ -24,9 +24,10 @@ struct WrittenExample {
 struct ReadExample {
   Kind kind;
   std::string text;
-  std::optional<std::string> value;  // none: it is not read
-  std::string currency;              // of amounts
-  bool two_ways = false;             // it could be meant otherwise
+  std::optional<std::string> value = {};  // none: it is not read
+  std::string currency = {};              // of amounts
+  bool two_ways = false;                  // it could be meant otherwise
+  std::string reason = {};                // why it is not read; empty where nothing more is known
 };
 
 struct LocaleName {
@@ -55,6 +56,9 @@ struct LocaleFacts {
   std::optional<std::string> currency_decimals;
   std::string first_weekday;  // in English; empty: unknown
 };
+
+/// The kind and the words that people tell: "date long", "amount symbol=code".
+[[nodiscard]] std::string layout_name(const WrittenExample& example);
 
 /// The moment that is written in LocaleFacts::moments, for people.
 extern const char* const example_text;

@@ -20,18 +20,6 @@ namespace {
 
 std::string kind_text(Kind kind) { return jwnls_kind_name(static_cast<int>(kind)); }
 
-// What people call a layout: "date long", "amount symbol=code". A medium style goes without saying,
-// but not where others stand beside it.
-std::string layout_name(const WrittenExample& example) {
-  constexpr std::string_view style = "style=";
-  std::string_view words = example.words;
-  if (words.starts_with(style)) words.remove_prefix(style.size());
-  const bool is_medium =
-      words.empty() && (example.kind == Kind::date || example.kind == Kind::datetime);
-  if (is_medium) words = "medium";
-  return kind_text(example.kind).append(words.empty() ? "" : " ").append(words);
-}
-
 // A symbol that may be a blank or look like another: with its code points.
 std::vector<std::string> symbol(const char* name, const std::string& text) {
   if (text.empty()) return {name, "none"};
@@ -194,13 +182,13 @@ std::string json_of(const LocaleFacts& facts) {
 ExitCode run_show(const ShowOptions& options) {
   Output output;
   const std::string locale = find_locale(options.locale, "LC_TIME");
+  const LocaleFacts facts = locale_facts(locale, options.zone);
   if (!options.page.empty()) {
     TargetFile file(options.page == "-" ? "" : options.page);
-    file.write(show_page(locale));
+    file.write(show_page(facts));
     file.commit();
     return ExitCode::ok;
   }
-  const LocaleFacts facts = locale_facts(locale, options.zone);
   if (options.json) {
     output.line(json_of(facts));
   } else {

@@ -6,10 +6,11 @@
 
 #include <string>
 
+#include "tool/commands/locale_facts.h"
+
 namespace jwnls::tool {
 
-/// `locale`: a canonical name. Throws Failure.
-[[nodiscard]] std::string show_page(const std::string& locale);
+[[nodiscard]] std::string show_page(const LocaleFacts& facts);
 
 }  // namespace jwnls::tool
 
