@@ -5,12 +5,14 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "abi/missing_value.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/seed.h"
 
 namespace {
 
@@ -168,6 +170,116 @@ TEST(Columns, IntegersAndDecimalsGoInAndOut) {
   ASSERT_EQ(jwnls_write_decimals(layout.get(), &given, &out), 5U);
   EXPECT_EQ(std::string_view(again.data(), static_cast<std::size_t>(again_ends[5])),
             std::string_view(bytes.data(), static_cast<std::size_t>(offsets[5])));
+}
+
+// What texts were found to be, with the code behind each value.
+struct Found {
+  std::string all;
+  jwnls_column_facts facts = {sizeof(jwnls_column_facts), 0, 0, 0, 0, 0, 0, 0};
+
+  void add(std::string_view value, int code) {
+    all.append(value).append("/").append(std::to_string(code)).append(";");
+  }
+  // As the facts of a column of so many texts.
+  void count(std::size_t i, std::size_t texts, int code, std::uint8_t found) {
+    const auto count_first = [i](bool is_one, std::size_t& ones, std::size_t& first) {
+      if (is_one && ones++ == 0) first = i;
+    };
+    if (i == 0) facts.first_refused = facts.first_two_ways = texts;
+    facts.missing += code == JWNLS_MISSING ? 1 : 0;
+    facts.read += code == JWNLS_OK ? 1 : 0;
+    facts.deciding += (found & JWNLS_DECIDES) != 0 ? 1 : 0;
+    count_first(code != JWNLS_OK && code != JWNLS_MISSING, facts.refused, facts.first_refused);
+    count_first((found & JWNLS_TWO_WAYS) != 0, facts.two_ways, facts.first_two_ways);
+  }
+  void expect_same(const Found& other) const {
+    ASSERT_EQ(all, other.all);
+    ASSERT_EQ(std::memcmp(&facts, &other.facts, sizeof facts), 0) << all;
+  }
+};
+
+// Random texts one behind the other, and nothing behind them.
+struct RandomTexts {
+  std::vector<char> bytes;
+  std::vector<std::int32_t> offsets = {0};
+
+  explicit RandomTexts(std::mt19937_64& random) {
+    constexpr std::string_view pieces[] = {"1", "0", "23",  "456", ".789", ",012", ".",         ",",
+                                           "'", "-", "7,5", "x",   " ",    "00",   "31.12.2024"};
+    for (std::size_t i = 1 + random() % 40; i > 0; --i) {
+      for (std::size_t j = random() % 6; j > 0; --j) {
+        const std::string_view piece = pieces[random() % std::size(pieces)];
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+      }
+      offsets.push_back(static_cast<std::int32_t>(bytes.size()));
+    }
+    bytes.shrink_to_fit();
+  }
+  [[nodiscard]] std::size_t size() const { return offsets.size() - 1; }
+  [[nodiscard]] jwnls_text text(std::size_t i) const {
+    return {bytes.data() + offsets[i], static_cast<std::size_t>(offsets[i + 1] - offsets[i])};
+  }
+  [[nodiscard]] jwnls_texts texts() const {
+    return {sizeof(jwnls_texts), size(), nullptr, bytes.data(), offsets.data(), nullptr, nullptr};
+  }
+};
+
+void check_decimals(const jwnls_layout* layout, const RandomTexts& texts) {
+  constexpr std::size_t longest = 2200;
+  Found singly;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    char out[longest];
+    std::size_t length = 0;
+    std::uint8_t found = 0;
+    const int code = jwnls_read_decimal(layout, texts.text(i).bytes, texts.text(i).length, out,
+                                        sizeof out, &length, nullptr, &found);
+    singly.add({out, length}, code);
+    singly.count(i, texts.size(), code, found);
+  }
+  std::vector<char> room(texts.size() * longest);
+  std::vector<std::int32_t> ends(texts.size() + 1);
+  std::vector<std::uint8_t> codes(texts.size(), 77);
+  const jwnls_column out = {sizeof out, room.data(),  room.size(), ends.data(),
+                            nullptr,    codes.data(), nullptr};
+  const jwnls_texts given = texts.texts();
+  Found column;
+  ASSERT_EQ(jwnls_read_decimals(layout, &given, &out, &column.facts), texts.size());
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    column.add({room.data() + ends[i], static_cast<std::size_t>(ends[i + 1] - ends[i])}, codes[i]);
+  }
+  column.expect_same(singly);
+}
+
+void check_dates(const jwnls_layout* layout, const RandomTexts& texts) {
+  Found singly;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    std::int32_t days = 0;
+    std::uint8_t found = 0;
+    const int code =
+        jwnls_read_date(layout, texts.text(i).bytes, texts.text(i).length, &days, &found);
+    singly.add(std::to_string(days), code);
+    singly.count(i, texts.size(), code, found);
+  }
+  std::vector<std::int32_t> days(texts.size());
+  std::vector<std::uint8_t> codes(texts.size(), 77);
+  const jwnls_texts given = texts.texts();
+  Found column;
+  (void)jwnls_read_dates(layout, &given, days.data(), codes.data(), &column.facts);
+  for (std::size_t i = 0; i < texts.size(); ++i) column.add(std::to_string(days[i]), codes[i]);
+  column.expect_same(singly);
+}
+
+TEST(Columns, AreReadAsTheirTextsAreSingly) {
+  std::mt19937_64 random(jwnls::test::test_seed(20240315));
+  for (const char* locale : {"de_DE", "en_US", "en_IN", "fr_FR"}) {
+    const OpenedLayout numbers = open_layout(locale, JWNLS_NUMBER);
+    const OpenedLayout dates = open_layout(locale, JWNLS_DATE);
+    for (int round = 0; round < 300; ++round) {
+      const RandomTexts texts(random);
+      check_decimals(numbers.get(), texts);
+      check_dates(dates.get(), texts);
+    }
+  }
 }
 
 }  // namespace
