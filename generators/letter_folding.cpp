@@ -7,7 +7,7 @@
 // the marks U+0300 to U+036F dropped, in lower case, with the final sigma as any other, ss for the
 // sharp s, i for the dotless one; decimal digits, blanks, apostrophes, hyphens and commas as the
 // ASCII ones; marks of direction and joiners dropped. Characters below U+0800 stand in an array,
-// those above in a sorted list.
+// those above in a sorted list, and a bit says of each 64 characters whether one stands in it.
 
 #include <cstdint>
 #include <cstdlib>
@@ -131,6 +131,7 @@ void write_array(std::ostream& out, const Characters& characters) {
 
 void write_list(std::ostream& out, const Characters& characters) {
   unsigned count = 0;
+  std::vector<std::uint64_t> blocks(16);
   out << "const FoldedCharacter folded_characters[] = {\n";
   for (const auto& [c, character] : characters) {
     Text folded;
@@ -141,8 +142,12 @@ void write_list(std::ostream& out, const Characters& characters) {
     folded.resize(3);
     out << "    {" << c << ", {" << folded[0] << ", " << folded[1] << ", " << folded[2] << "}},\n";
     ++count;
+    if (c < 0x10000) blocks[c >> 12] |= std::uint64_t{1} << (c >> 6 & 63);
   }
-  out << "};\nconst std::size_t folded_character_count = " << count << ";\n";
+  out << "};\nconst std::size_t folded_character_count = " << count << ";\n\n";
+  out << "const std::uint64_t folded_blocks[16] = {";
+  for (const std::uint64_t block : blocks) out << block << "U, ";
+  out << "};\n";
 }
 
 }  // namespace

@@ -35,15 +35,17 @@ struct Word {
   const NameMeaning* meaning;
 };
 
-/// Reads a trimmed text. `look_up(std::string_view rest)` gives the Word that a rest begins with.
+/// Reads a trimmed text with its numbers. `look_up(std::string_view rest)` gives the Word that a
+/// rest begins with.
 template <typename LookUp>
 class DateGrammar {
  public:
-  DateGrammar(const DateLayout& layout, std::string_view text, LookUp& look_up) noexcept
+  DateGrammar(const DateLayout& layout, std::string_view text, const Numbers& numbers,
+              LookUp& look_up) noexcept
       : layout_(layout),
         text_(text),
         look_up_(look_up),
-        numbers_(text),
+        numbers_(numbers),
         order_(layout, numbers_, text.size(), read_) {}
 
   DateRead read() noexcept {
@@ -98,7 +100,7 @@ class DateGrammar {
   const DateLayout& layout_;
   const std::string_view text_;
   LookUp& look_up_;
-  const Numbers numbers_;
+  const Numbers& numbers_;
   FoundNames found_;
   const OwnMarks* words_ = nullptr;  // marks that are words, which say what each number is
   std::int32_t weekday_ = 0;
@@ -177,11 +179,8 @@ bool DateGrammar<LookUp>::take_word(std::size_t index, std::size_t& at, std::siz
 template <typename LookUp>
 bool DateGrammar<LookUp>::is_ordinal(std::size_t index, std::size_t at,
                                      std::string_view folded) const noexcept {
-  if (index == 0 || at != begin_of(index) || numbers_.number[index - 1].digits() > 2) return false;
-  for (const std::string_view ordinal : layout_.ordinals) {
-    if (!ordinal.empty() && folded == ordinal) return true;
-  }
-  return false;
+  return index > 0 && at == begin_of(index) && numbers_.number[index - 1].digits() <= 2 &&
+         layout_.is_ordinal(folded);
 }
 
 // What stands between three numbers; of the locale's own marks those before and behind are cut.

@@ -117,13 +117,16 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   const bool is_plain = exact[0].empty() && exact[1] == exact[2] && exact[1].size() == 1 &&
                         is_date_mark(exact[1].front()) && exact[3].empty();
   if (!is_plain && !exact[1].empty() && !exact[2].empty()) {
+    const bool are_alone =
+        std::none_of(layout.own_marks.begin(), layout.own_marks.end(), [&](const OwnMarks& other) {
+          return other.first_gap == marks[1] && other.second_gap == marks[2];
+        });
     layout.written_marks.push_back(
-        {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size()});
+        {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size(), are_alone});
   }
-  layout.words_behind =
-      layout.words_behind || std::any_of(marks[3].begin(), marks[3].end(), is_letter_of_it);
   for (const auto& each : {written, marks}) {
     layout.own_marks.push_back({each[0], each[1], each[2], each[3], month_first, has_words});
+    layout.bytes.add(layout.own_marks.back());
   }
 }
 
@@ -313,6 +316,25 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
 }
 
 }  // namespace
+
+DateBytes::DateBytes() {
+  constexpr std::string_view marks = " \t\n\v\f\r.,-/()'";
+  for (int byte = 0; byte < 0x80; ++byte) {
+    const char each = static_cast<char>(byte);
+    foreign_[index_of(each)] =
+        !is_letter(each) && !is_digit(each) && marks.find(each) == marks.npos;
+  }
+}
+
+void DateBytes::add(const OwnMarks& marks) {
+  const std::string* const texts[] = {&marks.lead, &marks.first_gap, &marks.second_gap,
+                                      &marks.tail};
+  for (std::size_t place = 0; place < own_begin_.size(); ++place) {
+    const std::string& text = *texts[place];
+    own_begin_[place].set(index_of(text.empty() ? '\0' : text.front()));
+    for (const char each : text) foreign_.reset(index_of(each));
+  }
+}
 
 std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kind,
                                                    const Options& options) {

@@ -4,6 +4,7 @@
 #define JWNLS_LIBRARY_DATES_DATE_LAYOUT_H_
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -30,6 +31,33 @@ struct OwnMarks {
 struct WrittenMarks {
   std::string lead, first_gap, second_gap, tail;
   std::size_t own;  // of the layout's own marks
+  bool are_alone;   // no other of these have the same texts between the numbers
+};
+
+/// What single bytes can be in a text of a date; letters of ASCII in lower case stand for both.
+class DateBytes {
+ public:
+  DateBytes();
+  void add(const OwnMarks& marks);
+
+  /// Whether no date has it, wherever it stands.
+  [[nodiscard]] bool is_foreign(char byte) const noexcept {
+    return foreign_[static_cast<unsigned char>(byte)];
+  }
+  /// Whether some own marks begin with it: in front of the numbers (0), between them (1, 2), behind
+  /// them (3); '\0' where they are empty.
+  [[nodiscard]] bool own_begins(std::size_t place, char byte) const noexcept {
+    return own_begin_[place][index_of(byte)];
+  }
+
+ private:
+  static constexpr std::size_t index_of(char byte) noexcept {
+    const bool is_capital = byte >= 'A' && byte <= 'Z';
+    return static_cast<unsigned char>(is_capital ? byte | 0x20 : byte);
+  }
+
+  std::bitset<256> foreign_;
+  std::array<std::bitset<256>, 4> own_begin_;
 };
 
 /// What stands around a date and a time.
@@ -54,8 +82,8 @@ struct DateLayout {
   const char* calendar = nullptr;      // another one that the locale's people count years by
   std::int32_t century = 1960;         // the first year that two digits stand for
   std::vector<OwnMarks> own_marks;
+  DateBytes bytes;
   std::vector<WrittenMarks> written_marks;   // but those that plain_date.h reads
-  bool words_behind = false;                 // some marks end in letters
   bool months_are_numbers = false;           // with words around them, as in Japanese
   std::array<std::string_view, 4> ordinals;  // that may follow a day: "st", "nd"; folded
 
@@ -71,6 +99,17 @@ struct DateLayout {
   std::string day_halves[2];               // "AM" and "PM", which may stand before the hour
 
   std::unique_ptr<const DateWriter> writer;  // null: the services write
+
+  [[nodiscard]] bool is_ordinal(std::string_view folded) const noexcept {
+    return folded.size() <= 8 && is_ordinal(DateNames::key_of(folded), folded.size());
+  }
+  /// The same, with the bytes as the names have them.
+  [[nodiscard]] bool is_ordinal(std::uint64_t key, std::size_t size) const noexcept {
+    for (const std::string_view each : ordinals) {
+      if (!each.empty() && each.size() == size && DateNames::key_of(each) == key) return true;
+    }
+    return false;
+  }
 };
 
 /// Null for other kinds. Throws a Failure where the options ask for what the locale's data does not

@@ -50,6 +50,12 @@ class DateNames {
     }
   }
 
+  /// Whether some name or word begins with a byte, as folding leaves it.
+  [[nodiscard]] bool has_beginning(char byte) const noexcept {
+    const auto first = static_cast<unsigned char>(byte);
+    return first_of_[first] != first_of_[first + 1];
+  }
+
   static std::uint64_t key_of(std::string_view name) noexcept {
     std::uint64_t key = 0;
     std::memcpy(&key, name.data(), name.size() < 8 ? name.size() : 8);

@@ -65,6 +65,26 @@ struct Numbers {
 
   Numbers() = default;
   explicit Numbers(std::string_view text) noexcept;
+
+  /// Takes the digits from `begin` to `end`; of more than eight no value.
+  void add(std::string_view text, std::size_t begin, std::size_t end) noexcept {
+    const auto digit = [at = text.data() + begin](std::size_t i) { return at[i] - '0'; };
+    std::int32_t value = 0;
+    switch (end - begin) {
+      case 1:
+        value = digit(0);
+        break;
+      case 2:
+        value = digit(0) * 10 + digit(1);
+        break;
+      case 4:
+        value = ((digit(0) * 10 + digit(1)) * 10 + digit(2)) * 10 + digit(3);
+        break;
+      default:
+        for (std::size_t i = 0; i < end - begin && i < 8; ++i) value = value * 10 + digit(i);
+    }
+    number[count++] = {value, begin, end};
+  }
 };
 
 inline Numbers::Numbers(std::string_view text) noexcept {
@@ -77,12 +97,10 @@ inline Numbers::Numbers(std::string_view text) noexcept {
       count = 4;
       return;
     }
-    Number& each = number[count++];
-    each = {0, at, at};
-    for (; each.end < text.size() && is_digit(text[each.end]); ++each.end) {
-      if (each.end - at < 8) each.value = each.value * 10 + (text[each.end] - '0');
-    }
-    at = each.end;
+    std::size_t end = at;
+    while (end < text.size() && is_digit(text[end])) ++end;
+    add(text, at, end);
+    at = end;
   }
 }
 

@@ -35,9 +35,10 @@ inline constexpr std::size_t folded_room = 600;  // more than any date has
 /// The same of texts that plain_date.h does not read, into a fresh `read`.
 void read_uncommon_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept;
 
-/// The two ways of it. Where the quick one does not say `undecided`, both say the same.
-[[nodiscard]] DateRead quick_date(const DateLayout& layout, std::string_view text) noexcept;
-/// The place is one of `text` where `with_place` is true, else it means nothing.
+/// The two ways of it. Where the quick one does not say `undecided`, both say the same. The place
+/// is one of `text`, and the refusal the first, where `with_place` is true; else both mean nothing.
+[[nodiscard]] DateRead quick_date(const DateLayout& layout, std::string_view text,
+                                  bool with_place = false) noexcept;
 [[nodiscard, gnu::noinline]] DateRead full_date(const DateLayout& layout, std::string_view text,
                                                 bool with_place = false) noexcept;
 

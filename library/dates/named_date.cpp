@@ -1,10 +1,12 @@
 #include "library/dates/named_date.h"
 
+#include <algorithm>
 #include <array>
-#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "library/dates/ascii_word.h"
 #include "library/dates/date_order.h"
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
@@ -14,23 +16,13 @@ namespace {
 
 // What a byte begins; of three bytes only characters that fold to themselves, as those of most
 // scripts of South and East Asia do.
-enum class Begins : std::uint8_t {
-  other,
-  digit,
-  letter,
-  letter_of_2,
-  letter_of_3,
-  blank,
-  dot,
-  comma
-};
+enum class Begins : std::uint8_t { other, blank, dot, comma, letter, letter_of_2, letter_of_3 };
 
 constexpr std::array<Begins, 256> beginnings = [] {
   std::array<Begins, 256> table = {};
   for (unsigned byte = 0; byte < 256; ++byte) {
     const char each = static_cast<char>(byte);
-    table[byte] = is_digit(each)                                   ? Begins::digit
-                  : is_blank(each)                                 ? Begins::blank
+    table[byte] = is_blank(each)                                   ? Begins::blank
                   : each == '.'                                    ? Begins::dot
                   : each == ','                                    ? Begins::comma
                   : byte < 0x80 && is_letter(each)                 ? Begins::letter
@@ -42,23 +34,51 @@ constexpr std::array<Begins, 256> beginnings = [] {
 }();
 
 class NamedDate {
+  static constexpr std::ptrdiff_t longest_word = 64;  // bytes
+
  public:
-  NamedDate(const DateLayout& layout, std::string_view text) noexcept
-      : layout_(layout), text_(text) {}
+  NamedDate(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept
+      : layout_(layout), text_(text), numbers_(numbers) {}
 
   bool read(DateRead& read) noexcept {
-    if (text_.size() < 8) return false;
+    if (text_.size() < 8) return false;  // for fold_ascii()
+    if (take_text()) {
+      DateOrder(layout_, numbers_, text_.size(), read).finish_named(found_);
+    } else {
+      if (!is_unknown_) return false;
+      read.refusal = Refusal::unknown_word;
+      read.place = at_;
+    }
+    // What looks like a number may be part of a name.
+    if (read.refusal == Refusal::none || !layout_.names->has_numbered()) [[likely]]
+      return true;
+    read = {};
+    return false;
+  }
+
+ private:
+  bool take_text() noexcept {
     char before = 0;  // '0' for a number, 'a' for a word, '.' and ',' behind them, ' ' for a blank
-    while (at_ < text_.size()) {
-      switch (beginning()) {
-        case Begins::digit:
-          if (!take_number()) return false;
-          before = '0';
-          break;
-        case Begins::blank:
-          ++at_;
-          before = before == ',' ? ',' : ' ';
-          break;
+    for (;;) {
+      if (at_ == next_number_) {
+        if (piece_ == 2) return before != ',';
+        at_ = numbers_.number[piece_++].end;
+        next_number_ = piece_ == 2 ? text_.size() : numbers_.number[1].begin;
+        before = '0';
+        continue;
+      }
+      const Begins begins = beginnings[static_cast<unsigned char>(text_[at_])];
+      if (begins == Begins::blank) {
+        ++at_;
+        before = before == ',' ? ',' : ' ';
+        continue;
+      }
+      if (begins == Begins::letter) {
+        if (!take_word()) return false;
+        before = 'a';
+        continue;
+      }
+      switch (begins) {
         case Begins::dot:
           if (before != '0' && before != 'a') return false;
           ++at_;
@@ -75,49 +95,45 @@ class NamedDate {
             before = before == ',' ? ',' : ' ';
             break;
           }
-          if (!take_word()) return false;
+          if (const char* const word = text_.data() + at_; !take_long_word(word, word, 0)) {
+            return false;
+          }
           before = 'a';
       }
     }
-    if (before == ',' || numbers_.count != 2 || found_.count == 0) return false;
-    DateOrder(layout_, numbers_, text_.size(), read).finish_named(found_);
-    if (read.refusal == Refusal::none) return true;
-    read = {};
-    return false;
-  }
-
- private:
-  [[nodiscard]] Begins beginning() const noexcept {
-    return beginnings[static_cast<unsigned char>(text_[at_])];
-  }
-
-  bool take_number() noexcept {
-    // Two numbers and no word yet: nearly always the third is the next.
-    if (numbers_.count == 2 || (numbers_.count == 1 && !has_words_)) return false;
-    Numbers::Number& number = numbers_.number[numbers_.count++];
-    number = {0, at_, at_};
-    do {
-      number.value = number.value * 10 + (text_[at_++] - '0');
-    } while (at_ < text_.size() && is_digit(text_[at_]) && at_ - number.begin < 5);
-    number.end = at_;
-    return number.digits() < 5;
   }
 
   // A run of letters, folded on the way, with the marks between two letters.
   bool take_word() noexcept {
     const char* const begin = text_.data() + at_;
     const char* const end = text_.data() + text_.size();
-    const char* at = begin;
-    std::size_t size = 0;
-    std::memset(folded_, 0, 8);
-    while (at < end) {
-      if (size + 8 > sizeof folded_) return false;
-      const Begins begins = beginnings[static_cast<unsigned char>(*at)];
-      if (begins == Begins::letter) {
-        const std::size_t letters = fold_ascii(at, end, folded_ + size);
+    std::uint64_t first;
+    const std::size_t letters = fold_ascii(begin, end, first);
+    const char* at = begin + letters;
+    if (letters < 8 && ends_word(at, end)) [[likely]] {
+      return letters > 0 && take_name(letters, first, {begin, letters}, true);
+    }
+    return take_long_word(begin, at, first);
+  }
+
+  // Of which the first letters, up to `at`, are folded.
+  bool take_long_word(const char* begin, const char* at, std::uint64_t first) noexcept {
+    const char* const end = text_.data() + text_.size();
+    const char* const limit = std::min<std::ptrdiff_t>(end - begin, longest_word) + begin;
+    auto size = static_cast<std::size_t>(at - begin);
+    bool is_one_word = true;  // in a script that writes blanks between words
+    std::memcpy(folded_, &first, 8);
+    const auto begins = [&at] { return beginnings[static_cast<unsigned char>(*at)]; };
+    while (at < limit) {
+      if (begins() == Begins::letter) {
+        std::uint64_t folded;
+        const std::size_t letters = fold_ascii(at, end, folded);
+        std::memcpy(folded_ + size, &folded, 8);
         size += letters;
         at += letters;
-      } else if (begins == Begins::letter_of_2) {
+        continue;
+      }
+      while (at < limit && begins() == Begins::letter_of_2) {
         if (end - at < 2 || !follows(at[1])) return false;
         const std::uint16_t folded =
             folded_letters[(static_cast<unsigned char>(at[0]) & 0x1FU) << 6 |
@@ -131,30 +147,46 @@ class NamedDate {
           return false;
         }
         at += 2;
-      } else if (begins == Begins::letter_of_3) {
+      }
+      while (at < limit && begins() == Begins::letter_of_3) {
         if (end - at < 3 || !follows(at[1]) || !follows(at[2])) return false;
         std::memcpy(folded_ + size, at, 3);
         size += 3;
         at += 3;
-      } else if (at > begin && (*at == '\'' || ((*at == '.' || *at == '-') && end - at > 1 &&
-                                                is_letter(at[-1]) && is_letter(at[1])))) {
-        folded_[size++] = *at++;
-      } else {
+        is_one_word = false;
+      }
+      if (at >= limit || begins() >= Begins::letter) continue;
+      if (at == begin || (*at != '\'' && ((*at != '.' && *at != '-') || end - at == 1 ||
+                                          !is_letter(at[-1]) || !is_letter(at[1])))) {
         break;
       }
+      folded_[size++] = *at++;
+      is_one_word = false;
     }
+    if (at >= limit && limit < end) return false;
     if (size == 0) return false;
-    const auto place = at_;
-    at_ += static_cast<std::size_t>(at - begin);
     std::uint64_t key;
     std::memcpy(&key, folded_, 8);
-    const NameMeaning* const meaning = layout_.names->find(key, {folded_, size});
+    const bool is_whole = is_one_word && (at == end || static_cast<unsigned char>(*at) < 0x80);
+    return take_name(static_cast<std::size_t>(at - begin), key, {folded_, size}, is_whole);
+  }
+
+  // Of `size` bytes in the text. `key` is the first eight bytes of its folded form, of which no
+  // more are looked at where it has them all.
+  bool take_name(std::size_t size, std::uint64_t key, std::string_view folded,
+                 bool is_whole) noexcept {
+    const NameMeaning* const meaning = layout_.names->find(key, folded);
+    if (meaning == nullptr) {
+      is_unknown_ = is_whole && !layout_.is_ordinal(key, folded.size());
+      return false;
+    }
     // Names of several words are for the full way.
-    if (meaning == nullptr || meaning->begins_longer || meaning->two_months) return false;
-    has_words_ = true;
+    if (meaning->begins_longer || meaning->two_months) return false;
+    const std::size_t place = at_;
+    at_ += size;
     if (!meaning->is_name()) return meaning->word;
     if (found_.count == 2) return false;
-    found_.name[found_.count++] = {meaning, numbers_.count, place};
+    found_.name[found_.count++] = {meaning, piece_, place};
     return true;
   }
 
@@ -162,41 +194,22 @@ class NamedDate {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
   }
 
-  // Folds up to eight ASCII letters at once, of a text that has eight bytes at least, and gives how
-  // many there are. Eight bytes are written, zeros behind the letters.
-  [[nodiscard]] std::size_t fold_ascii(const char* at, const char* end, char* out) const noexcept {
-    std::uint64_t bytes;
-    if (end - at >= 8) {
-      std::memcpy(&bytes, at, 8);
-    } else {
-      std::memcpy(&bytes, end - 8, 8);
-      bytes >>= 8 * (8 - (end - at));
-    }
-    constexpr std::uint64_t each = 0x0101010101010101;
-    const std::uint64_t lower = bytes | 0x20 * each;
-    const std::uint64_t seven = lower & 0x7F * each;
-    const std::uint64_t letters =
-        (seven + (0x80 - 'a') * each) & ~(seven + (0x7F - 'z') * each) & ~bytes & 0x80 * each;
-    const std::uint64_t others = letters ^ 0x80 * each;
-    const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
-    const std::uint64_t folded = count == 8 ? lower : lower & ((std::uint64_t{1} << 8 * count) - 1);
-    std::memcpy(out, &folded, 8);
-    return static_cast<std::size_t>(count);
-  }
-
   const DateLayout& layout_;
   const std::string_view text_;
-  std::size_t at_ = 0;
-  Numbers numbers_;
+  const Numbers& numbers_;
   FoundNames found_;
-  bool has_words_ = false;
-  char folded_[64];
+  std::size_t at_ = 0;
+  std::size_t piece_ = 0;  // how many numbers stand before
+  std::size_t next_number_ = numbers_.number[0].begin;
+  bool is_unknown_ = false;  // the word at `at_` is none of the locale's
+  char folded_[longest_word + 8];
 };
 
 }  // namespace
 
-bool read_named_date(const DateLayout& layout, std::string_view text, DateRead& read) noexcept {
-  NamedDate date(layout, text);
+bool read_named_date(const DateLayout& layout, std::string_view text, const Numbers& numbers,
+                     DateRead& read) noexcept {
+  NamedDate date(layout, text, numbers);
   return date.read(read);
 }
 

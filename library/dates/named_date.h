@@ -11,10 +11,11 @@
 namespace jwnls::library {
 
 /// Reads two numbers and one or two names with nothing but blanks, dots, commas and the locale's
-/// words around them, in one pass. False for every other text, and for what is no date: it says
-/// nothing of those.
+/// words around them, in one pass. False for every other text, of which `read` says nothing. True:
+/// the text is read, or refused for good.
+///   numbers  of the text, two of them
 [[nodiscard]] bool read_named_date(const DateLayout& layout, std::string_view text,
-                                   DateRead& read) noexcept;
+                                   const Numbers& numbers, DateRead& read) noexcept;
 
 }  // namespace jwnls::library
 

@@ -128,10 +128,11 @@ bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcep
 // How many bytes the full way may still look at, so that no text takes long in which a time could
 // begin at many places. Texts that are read take a few dozen a place.
 struct Budget {
+  bool with_place;  // of refusals
   std::size_t bytes = 1200;
 
   DateRead read(const DateLayout& layout, std::string_view text) noexcept {
-    DateRead date = quick_date(layout, text);
+    DateRead date = quick_date(layout, text, with_place);
     if (date.refusal != Refusal::undecided) return date;
     if (text.size() > bytes) {
       date.refusal = Refusal::no_date;
@@ -320,7 +321,7 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
   return text;
 }
 
-Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
+Clock read_clock(const jwnls_layout& layout, std::string_view text, bool with_place) noexcept {
   Clock clock;
   std::int32_t offset_seconds = 0;
   if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
@@ -332,7 +333,7 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   }
   clock.date.refusal = Refusal::no_time;
   const std::size_t colon = text.find(':');
-  Budget budget;
+  Budget budget{with_place};
   const bool read = read_at_joint(layout, text, clock) ||
                     (colon != text.npos && !layout.dates->time_first &&
                      read_before_colon(layout, text, colon, budget, clock)) ||
@@ -346,8 +347,9 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text) noexcept {
   return clock;
 }
 
-Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text) noexcept {
-  Clock clock = read_clock(layout, text);
+Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text,
+                               bool with_place) noexcept {
+  Clock clock = read_clock(layout, text, with_place);
   if (clock.date.refusal == Refusal::none) return clock;
   char folded[longest_text];
   const auto size = fold_digits(text, folded, sizeof folded);
@@ -360,7 +362,7 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
     return blank;
   }
   if (look_for_plain_time(layout, plain, clock) != Look::unknown) return clock;
-  return read_clock(layout, plain);
+  return read_clock(layout, plain, with_place);
 }
 
 // Whether nothing at the end of a text, where its time would be, can be one, or an offset.
@@ -410,7 +412,7 @@ MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
       read.date.refusal = Refusal::no_time;
       return read;
     }
-    clock = read_clock_in_any_digits(layout, text);
+    clock = read_clock_in_any_digits(layout, text, with_place);
   }
   read.date = clock.date;
   read.microseconds = clock.microseconds;

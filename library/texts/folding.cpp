@@ -18,6 +18,7 @@ Folded fold(char32_t c) noexcept {
   if (c < 0x800 && folded_letters[c] != folds_to_several) {
     return {{folded_letters[c]}, folded_letters[c] != 0 || c == 0 ? 1U : 0U};
   }
+  if (c >= 0x800 && c < 0x10000 && is_of_unfolded_block(c)) return {{c}, 1};
   const FoldedCharacter* const end = folded_characters + folded_character_count;
   const FoldedCharacter* const found = std::lower_bound(
       folded_characters, end, c,
@@ -69,6 +70,11 @@ class Output {
 };
 
 }  // namespace
+
+bool folds_to_itself(char32_t character) noexcept {
+  const Folded folded = fold(character);
+  return folded.count == 1 && folded.characters[0] == character;
+}
 
 std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size_t room,
                                      std::uint16_t* places) noexcept {

@@ -1,0 +1,203 @@
+#include "library/dates/date_shape.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "library/dates/ascii_word.h"
+#include "library/dates/quick_look_up.h"
+#include "library/locale_data/date_characters.h"
+#include "library/texts/folding.h"
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+namespace {
+
+bool is_ascii(std::string_view text) noexcept {
+  std::uint64_t all = 0;
+  if (text.size() >= 8) {
+    for (std::size_t at = 0;; at += 8) {
+      std::uint64_t bytes;
+      const bool is_last = at + 8 >= text.size();
+      std::memcpy(&bytes, text.data() + (is_last ? text.size() - 8 : at), 8);
+      all |= bytes;
+      if (is_last) break;
+    }
+  } else {
+    for (const char each : text) all |= static_cast<unsigned char>(each);
+  }
+  return (all & 0x8080808080808080) == 0;
+}
+
+// Whether the first character, beyond ASCII, folds to one that begins with the same byte.
+bool stays(std::string_view text) noexcept {
+  const auto lead = static_cast<unsigned char>(text[0]);
+  const unsigned next = text.size() > 1 ? static_cast<unsigned char>(text[1]) & 0x3FU : 0;
+  if (lead >= 0xF0 || lead < 0xC2) return false;
+  if (lead >= 0xE0) return folds_to_itself(first_character(text).value);
+  const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | next];
+  return folded >= 0x80 && folded < 0x800 && (folded >> 6 | 0xC0U) == lead;
+}
+
+// Whether every character beyond ASCII folds to a letter beyond ASCII or of it: then the folded
+// text has the numbers that this one has, and the marks between them. What is not UTF-8 is no date
+// whatever is said of it.
+bool is_of_letters(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    if (lead < 0x80) continue;
+    const unsigned next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0;
+    if (lead >= 0xF0) return false;
+    if (lead < 0xE0) {
+      const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | (next & 0x3FU)];
+      const bool is_one = folded >= 0x80 || (folded >= 'a' && folded <= 'z');
+      if (!is_one || folded == folds_to_several) return false;
+      at += 1;
+    } else {
+      if (!is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6)) return false;
+      at += 2;
+    }
+  }
+  return true;
+}
+
+// Whether the sizes of three numbers, or of two, are those of no date in any order.
+bool have_wrong_sizes(const Numbers& numbers) noexcept {
+  const auto& number = numbers.number;
+  const std::size_t last = numbers.count - 1;
+  for (std::size_t i = 0; i <= last; ++i) {
+    const std::size_t digits = number[i].digits();
+    if (digits > 4 || digits == 3 || (digits == 4 && i != 0 && i != last)) return true;
+  }
+  return number[0].digits() == 4 && number[last].digits() == 4;
+}
+
+// The first byte that is no blank and no comma; 0: there is none.
+char first_mark(std::string_view gap) noexcept {
+  for (const char each : gap) {
+    if (!is_blank(each) && each != ',') return each;
+  }
+  return '\0';
+}
+
+bool have_wrong_marks(const DateLayout& layout, std::string_view first,
+                      std::string_view second) noexcept {
+  const char mark = only_mark(first);
+  if (mark != '\0' && mark == only_mark(second)) return false;
+  return !layout.bytes.own_begins(1, first_mark(first)) ||
+         !layout.bytes.own_begins(2, first_mark(second));
+}
+
+// Whether the word of ASCII at a place of the text, with no letter in front of it, is none of the
+// locale's.
+bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_t at) noexcept {
+  if (text[at] < 0) return false;
+  if (!layout.names->has_beginning(static_cast<char>(text[at] | 0x20))) return true;
+  if (text.size() >= 8) {
+    const char* const end = text.data() + text.size();
+    std::uint64_t key;
+    const std::size_t size = fold_ascii(text.data() + at, end, key);
+    if (size < 8 && ends_word(text.data() + at + size, end)) {
+      return layout.names->find(key, text.substr(at, size)) == nullptr &&
+             !layout.is_ordinal(key, size);
+    }
+  }
+  const std::string_view rest = text.substr(at);
+  const Word word = QuickLookUp(layout)(rest);
+  return word.size > 0 && word.meaning == nullptr && !layout.is_ordinal(word.folded) &&
+         (word.size == rest.size() || rest[word.size] >= 0);
+}
+
+// Whether a character beyond ASCII stands behind nothing but ASCII, where none of the locale's
+// names, words and marks begins so. Then the text is no date, whatever follows.
+bool is_foreign_character(const DateLayout& layout, std::string_view text,
+                          std::size_t at) noexcept {
+  const char first = text[at];
+  if (first >= 0 || layout.names->has_beginning(first)) return false;
+  for (std::size_t place = 0; place < 4; ++place) {
+    if (layout.bytes.own_begins(place, first)) return false;
+  }
+  return stays(text.substr(at)) && is_ascii(text.substr(0, at));
+}
+
+// One in front of the numbers, or behind one of them.
+bool has_foreign_character(const DateLayout& layout, std::string_view text,
+                           const Numbers& numbers) noexcept {
+  if (is_foreign_character(layout, text, 0)) return true;
+  for (std::size_t i = 0; i < numbers.count && i < 3; ++i) {
+    std::size_t at = numbers.number[i].end;
+    while (at < text.size() && is_blank(text[at])) ++at;
+    if (at < text.size() && is_foreign_character(layout, text, at)) return true;
+  }
+  return false;
+}
+
+// In front of a date of numbers.
+bool is_wrong_lead(const DateLayout& layout, std::string_view text, std::size_t size) noexcept {
+  if (size == 0 || layout.bytes.own_begins(0, text[0])) return false;
+  return is_letter(text[0]) ? is_unknown_word(layout, text, 0) : text[0] != '\'';
+}
+
+// Behind a number; another number may follow.
+bool is_wrong_word_behind(const DateLayout& layout, std::string_view text,
+                          std::size_t at) noexcept {
+  while (at < text.size() && is_blank(text[at])) ++at;
+  if (at == text.size() || layout.bytes.own_begins(3, text[at])) return false;
+  return is_letter(text[at]) && is_unknown_word(layout, text, at);
+}
+
+bool have_letters(std::string_view piece) noexcept {
+  for (const char each : piece) {
+    if (is_letter(each)) return true;
+  }
+  return false;
+}
+
+bool is_hopeless(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept {
+  const auto& number = numbers.number;
+  const auto between = [text](std::size_t begin, std::size_t end) {
+    return std::string_view(text.data() + begin, end - begin);
+  };
+  switch (numbers.count) {
+    case 1:
+      return number[0].digits() != 8 || is_wrong_lead(layout, text, number[0].begin) ||
+             is_wrong_word_behind(layout, text, number[0].end);
+    case 2:
+      return is_wrong_lead(layout, text, number[0].begin) ||
+             is_wrong_word_behind(layout, text, number[0].end) ||
+             is_wrong_word_behind(layout, text, number[1].end) || have_wrong_sizes(numbers) ||
+             !(have_letters(between(0, number[0].begin)) ||
+               have_letters(between(number[0].end, number[1].begin)) ||
+               have_letters(between(number[1].end, text.size())));
+    case 3:
+      return is_wrong_lead(layout, text, number[0].begin) ||
+             is_wrong_word_behind(layout, text, number[2].end) || have_wrong_sizes(numbers) ||
+             have_wrong_marks(layout, between(number[0].end, number[1].begin),
+                              between(number[1].end, number[2].begin));
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept {
+  // Names with digits are no numbers, and may have any mark.
+  if (layout.names->has_numbered() && have_letters(text)) return false;
+  const char first = text.front();
+  if (first >= 0 && !is_letter(first) && !is_digit(first) && first != '\'' &&
+      !layout.bytes.own_begins(0, first)) {
+    return true;
+  }
+  if (layout.bytes.is_foreign(text.back())) return true;
+  if (!is_ascii(text)) {
+    return has_foreign_character(layout, text, numbers) ||
+           (is_hopeless(layout, text, numbers) && is_of_letters(text));
+  }
+  if (is_hopeless(layout, text, numbers)) return true;
+  const auto is_foreign = [&layout](char each) { return layout.bytes.is_foreign(each); };
+  return std::any_of(text.begin(), text.end(), is_foreign);
+}
+
+}  // namespace jwnls::library

@@ -1,0 +1,22 @@
+// Texts that are no dates whatever their words mean.
+
+#ifndef JWNLS_LIBRARY_DATES_DATE_SHAPE_H_
+#define JWNLS_LIBRARY_DATES_DATE_SHAPE_H_
+
+#include <string_view>
+
+#include "library/dates/date_layout.h"
+#include "library/dates/date_parts.h"
+
+namespace jwnls::library {
+
+/// Whether a trimmed text is certainly no date of the layout, nor one outside the calendar: it has
+/// too many numbers or too few, or of sizes that no date has, or marks around them that no date
+/// has, or begins or ends in a word that is none of the locale's. False says nothing.
+///   numbers  of the text
+[[nodiscard]] bool is_no_date(const DateLayout& layout, std::string_view text,
+                              const Numbers& numbers) noexcept;
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_DATES_DATE_SHAPE_H_
