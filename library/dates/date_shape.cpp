@@ -55,7 +55,10 @@ bool is_of_letters(std::string_view text) noexcept {
       if (!is_one || folded == folds_to_several) return false;
       at += 1;
     } else {
-      if (!is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6)) return false;
+      if (!is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6) &&
+          !folds_to_itself(first_character(text.substr(at)).value)) {
+        return false;
+      }
       at += 2;
     }
   }
@@ -198,6 +201,10 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
   if (is_hopeless(layout, text, numbers)) return true;
   const auto is_foreign = [&layout](char each) { return layout.bytes.is_foreign(each); };
   return std::any_of(text.begin(), text.end(), is_foreign);
+}
+
+bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {
+  return !layout.names->has_numbered() && (is_ascii(text) || is_of_letters(text));
 }
 
 }  // namespace jwnls::library

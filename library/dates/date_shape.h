@@ -17,6 +17,9 @@ namespace jwnls::library {
 [[nodiscard]] bool is_no_date(const DateLayout& layout, std::string_view text,
                               const Numbers& numbers) noexcept;
 
+/// Whether a text certainly has the same numbers when it is folded, and no names with digits.
+[[nodiscard]] bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept;
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_DATES_DATE_SHAPE_H_

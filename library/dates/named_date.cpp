@@ -116,6 +116,15 @@ class NamedDate {
     return take_long_word(begin, at, first);
   }
 
+  [[nodiscard]] bool begins_foreign_word(const char* at, const char* end) const noexcept {
+    const auto lead = static_cast<unsigned char>(*at);
+    if (beginnings[lead] != Begins::letter_of_2 || end - at < 2 || !follows(at[1])) return false;
+    const std::uint16_t folded =
+        folded_letters[(lead & 0x1FU) << 6 | (static_cast<unsigned char>(at[1]) & 0x3FU)];
+    return folded >= 0x80 && folded < 0x800 &&
+           !layout_.names->has_beginning(static_cast<char>(0xC0U | folded >> 6));
+  }
+
   // Of which the first letters, up to `at`, are folded.
   bool take_long_word(const char* begin, const char* at, std::uint64_t first) noexcept {
     const char* const end = text_.data() + text_.size();
@@ -123,6 +132,11 @@ class NamedDate {
     auto size = static_cast<std::size_t>(at - begin);
     bool is_one_word = true;  // in a script that writes blanks between words
     std::memcpy(folded_, &first, 8);
+    // Letters of a script that none of the locale's names is written in.
+    if (size == 0 && begins_foreign_word(begin, end)) {
+      is_unknown_ = true;
+      return false;
+    }
     const auto begins = [&at] { return beginnings[static_cast<unsigned char>(*at)]; };
     while (at < limit) {
       if (begins() == Begins::letter) {

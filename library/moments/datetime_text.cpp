@@ -8,6 +8,7 @@
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
 #include "library/dates/plain_date.h"
+#include "library/moments/date_tries.h"
 #include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
@@ -83,6 +84,7 @@ std::string_view without_joint(const DateLayout& layout, std::string_view text) 
     const bool is_t = (text.back() == 'T' || text.back() == 't') && text.size() > 1 &&
                       is_digit(text[text.size() - 2]);
     if (is_t) return text.substr(0, text.size() - 1);
+    if (!is_letter(text.back()) && text.back() != '\'') return text;  // no word ends so
     char folded[40];
     bool cut = false;
     for (const std::string& word : layout.joining_words) {
@@ -125,46 +127,32 @@ bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcep
   return true;
 }
 
-// How many bytes the full way may still look at, so that no text takes long in which a time could
-// begin at many places. Texts that are read take a few dozen a place.
-struct Budget {
-  bool with_place;  // of refusals
-  std::size_t bytes = 1200;
-
-  DateRead read(const DateLayout& layout, std::string_view text) noexcept {
-    DateRead date = quick_date(layout, text, with_place);
-    if (date.refusal != Refusal::undecided) return date;
-    if (text.size() > bytes) {
-      date.refusal = Refusal::no_date;
-      return date;
-    }
-    bytes -= text.size();
-    return full_date(layout, text);
-  }
-};
-
 // Reads `text` with its date before `at` and its time from there on, or the other way round. The
 // refusal that goes farthest is kept.
-bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at, Budget& budget,
+bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at, DateTries& tries,
              Clock& clock) noexcept {
-  const bool time_first = layout.dates->time_first;
-  if (!time_first || text.find(':') > at) {
-    const std::string_view front = without_joint(*layout.dates, text.substr(0, at));
-    const DateRead date = budget.read(*layout.dates, front);
+  const DateLayout& dates = *layout.dates;
+  if (!dates.time_first || text.find(':') > at) {
+    const bool is_first = clock.date.refusal == Refusal::no_time;
+    const bool is_hopeless = tries.is_hopeless_before(at);
+    if (is_hopeless && !is_first) return false;
+    const std::string_view front = without_joint(dates, text.substr(0, at));
+    DateRead date;
+    date.refusal = Refusal::no_date;
+    if (!is_hopeless) date = tries.read(dates, front);
     if (date.refusal == Refusal::none) {
       if (const auto time = read_time_text(*layout.times, trimmed(text.substr(at)))) {
         return put_together(date, *time, clock);
       }
       clock.date.refusal = Refusal::no_such_time;
       clock.date.place = at;
-    } else if (clock.date.refusal == Refusal::no_time) {
-      clock.date = date;
-      if (date.refusal == Refusal::blank) clock.date.refusal = Refusal::no_date;
+    } else if (is_first) {
+      clock.date = tries.placed(dates, front, date);
+      if (clock.date.refusal == Refusal::blank) clock.date.refusal = Refusal::no_date;
     }
     return false;
   }
-  const DateRead date =
-      budget.read(*layout.dates, without_leading_joint(*layout.dates, text.substr(at)));
+  const DateRead date = tries.read(dates, without_leading_joint(dates, text.substr(at)));
   if (date.refusal != Refusal::none) return false;
   const auto time = read_time_text(*layout.times, trimmed(text.substr(0, at)));
   return time && put_together(date, *time, clock);
@@ -173,7 +161,7 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at, 
 // Where the time of a text with a ":" begins, if it is not in front of the date: at its hour, or at
 // a word before it that says which half of the day it is.
 bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::size_t colon,
-                       Budget& budget, Clock& clock) noexcept {
+                       DateTries& tries, Clock& clock) noexcept {
   std::size_t at = colon;
   while (at > 0 && is_digit(text[at - 1])) --at;
   if (at == colon) return false;  // it stands before the time, as in Nepali
@@ -187,7 +175,7 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
   constexpr int most_places = 8;
   for (int places = 0; places < most_places; ++places) {
     if (at == 0) return false;
-    if (read_at(layout, text, at, budget, clock)) return true;
+    if (read_at(layout, text, at, tries, clock)) return true;
     // Behind a date there is no other place for the time.
     if (is_digit(text[at - 1]) || clock.date.refusal == Refusal::no_such_time) return false;
     do {
@@ -199,7 +187,7 @@ bool read_before_colon(const jwnls_layout& layout, std::string_view text, std::s
 }
 
 // At every blank: the one place where both parts read. Two places with two values are refused.
-bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Budget& budget,
+bool read_at_blanks(const jwnls_layout& layout, std::string_view text, DateTries& tries,
                     Clock& clock) noexcept {
   constexpr int most_places = 12;
   int places = 0;
@@ -209,7 +197,7 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, Budget& b
     ++places;
     Clock here;
     here.date.refusal = clock.date.refusal;
-    if (!read_at(layout, text, at, budget, here)) {
+    if (!read_at(layout, text, at, tries, here)) {
       if (!found && here.date.refusal == Refusal::no_such_time) clock.date = here.date;
       continue;
     }
@@ -321,7 +309,7 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
   return text;
 }
 
-Clock read_clock(const jwnls_layout& layout, std::string_view text, bool with_place) noexcept {
+Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& tries) noexcept {
   Clock clock;
   std::int32_t offset_seconds = 0;
   if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
@@ -332,15 +320,15 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text, bool with_pl
     return clock;
   }
   clock.date.refusal = Refusal::no_time;
+  tries.begin(*layout.dates, text);
   const std::size_t colon = text.find(':');
-  Budget budget{with_place};
-  const bool read = read_at_joint(layout, text, clock) ||
-                    (colon != text.npos && !layout.dates->time_first &&
-                     read_before_colon(layout, text, colon, budget, clock)) ||
-                    (clock.date.refusal != Refusal::no_such_time &&
-                     read_at_blanks(layout, text, budget, clock)) ||
-                    (layout.dates->time_first && colon != text.npos &&
-                     read_before_colon(layout, text, colon, budget, clock));
+  const bool read =
+      read_at_joint(layout, text, clock) ||
+      (colon != text.npos && !layout.dates->time_first &&
+       read_before_colon(layout, text, colon, tries, clock)) ||
+      (clock.date.refusal != Refusal::no_such_time && read_at_blanks(layout, text, tries, clock)) ||
+      (layout.dates->time_first && colon != text.npos &&
+       read_before_colon(layout, text, colon, tries, clock));
   clock.has_offset = has_offset;
   clock.offset_seconds = offset_seconds;
   if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;
@@ -348,8 +336,8 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text, bool with_pl
 }
 
 Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text,
-                               bool with_place) noexcept {
-  Clock clock = read_clock(layout, text, with_place);
+                               DateTries& tries) noexcept {
+  Clock clock = read_clock(layout, text, tries);
   if (clock.date.refusal == Refusal::none) return clock;
   char folded[longest_text];
   const auto size = fold_digits(text, folded, sizeof folded);
@@ -362,7 +350,7 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
     return blank;
   }
   if (look_for_plain_time(layout, plain, clock) != Look::unknown) return clock;
-  return read_clock(layout, plain, with_place);
+  return read_clock(layout, plain, tries);
 }
 
 // Whether nothing at the end of a text, where its time would be, can be one, or an offset.
@@ -412,7 +400,8 @@ MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
       read.date.refusal = Refusal::no_time;
       return read;
     }
-    clock = read_clock_in_any_digits(layout, text, with_place);
+    DateTries tries(with_place);
+    clock = read_clock_in_any_digits(layout, text, tries);
   }
   read.date = clock.date;
   read.microseconds = clock.microseconds;

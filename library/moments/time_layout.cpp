@@ -97,8 +97,6 @@ constexpr DayPart chinese_day_parts[] = {{"凌晨", 0, 5},   {"清晨", 4, 8},  
 // What the texts of a pattern can be; false where that is not known.
 class Possible {
  public:
-  explicit Possible(const LocaleRecord& record) { add_names_of(record, 'p'); }
-
   // Gives the fewest runs of digits that a text of the pattern has, cut or not.
   std::size_t add_pattern(const LocaleRecord& record, const Parts& parts) {
     std::size_t count = 0;
@@ -115,6 +113,7 @@ class Possible {
       if (directive == 0) {
         if (std::any_of(literal.begin(), literal.end(), is_digit)) is_known_ = false;
         if (may_end(parts, i)) add_ends(literal);
+        add_bytes(literal);
         const bool before_number = i + 1 < parts.size() && is_number(parts[i + 1].directive);
         const bool only_blanks = literal.find_first_not_of(' ') == literal.npos;
         if (after_number && before_number && only_blanks) ++fewer;
@@ -124,7 +123,9 @@ class Possible {
         // A text may end behind the minutes, or before the seconds.
         if (directive == 'M') end_here();
       } else if (is_name(directive)) {
-        if (may_end(parts, i)) add_names_of(record, directive);
+        // The service may put the half of the day behind all else.
+        if (may_end(parts, i) || directive == 'p') add_names_of(record, directive);
+        visit_names(record, directive, [this](const std::string& name) { add_bytes(name); });
         check_names_of(record, directive);
       } else {
         is_known_ = false;
@@ -137,8 +138,13 @@ class Possible {
   [[nodiscard]] bool is_known() const { return is_known_; }
   void give(TimeLayout& layout) const {
     layout.ends.set();
+    layout.bytes.set();
     if (!is_known_) return;
     layout.ends = ends_;
+    layout.bytes = bytes_;
+    for (const char each : {' ', '\t', '\n', '\v', '\f', '\r', 'z', 'Z', ':'})
+      add_byte(layout.bytes, each);
+    for (char digit = '0'; digit <= '9'; ++digit) add_byte(layout.bytes, digit);
     for (std::size_t digit = '0'; digit <= '9'; ++digit) layout.ends.set(digit);
     layout.ends.set('z').set('Z');
     layout.runs = runs_ | 1U << 3U | 1U << 2U;
@@ -155,11 +161,22 @@ class Possible {
     }
     return true;
   }
+  static void add_byte(std::bitset<128>& bytes, char each) {
+    bytes.set(static_cast<std::size_t>(each));
+    if (is_letter(each)) bytes.set(static_cast<std::size_t>(each ^ 0x20));
+  }
   void add_ends(std::string_view text) {
     for (const char each : text) {
-      if (!is_ascii(each)) continue;
-      ends_.set(static_cast<std::size_t>(each));
-      if (is_letter(each)) ends_.set(static_cast<std::size_t>(each ^ 0x20));
+      if (is_ascii(each)) add_byte(ends_, each);
+    }
+  }
+  void add_bytes(std::string_view text) {
+    for (const char each : text) {
+      if (is_ascii(each)) {
+        add_byte(bytes_, each);
+      } else {  // letters beyond ASCII that have one of it in the other case
+        for (const char letter : {'i', 'k', 's'}) add_byte(bytes_, letter);
+      }
     }
   }
 
@@ -191,6 +208,7 @@ class Possible {
 
   bool is_known_ = true;
   std::bitset<128> ends_;
+  std::bitset<128> bytes_;
   std::uint32_t runs_ = 0;
 };
 
@@ -315,7 +333,7 @@ QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
   const bool is_common = clock.mark == ':' && clock.has_two;
   if (!is_common && (!is_quick || has_halves || clock.mark != separator)) return nothing;
   if (clock.hours > 23 || !clock.is_on_clock()) {
-    return {is_clock && clock.hours != 24 ? Look::no_such_time : Look::none, clock.begin, 0};
+    return {is_clock ? Look::no_such_time : Look::none, clock.begin, 0};
   }
   return clock.at(clock.hours, clock.begin);
 }
@@ -329,6 +347,7 @@ bool TimeLayout::is_hopeless(std::string_view text) const noexcept {
   bool was_digit = false;
   for (const char each : text) {
     if (!is_ascii(each)) return false;
+    if (!bytes[static_cast<std::size_t>(each)]) return true;
     const bool now_digit = is_digit(each);
     if (now_digit && !was_digit) ++count;
     if (count == 1 && was_digit && !now_digit) behind_first = each;
@@ -350,7 +369,7 @@ std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
   // The service tries these two patterns, parts of them, and "%H:%M:%S".
   const PatternParts time(utf8_of(text_of(record.style_0_pattern)));
   const PatternParts datetime(utf8_of(text_of(record.datetime_pattern)));
-  Possible possible(record);
+  Possible possible;
   possible.add_pattern(record, time.parts);
   const std::size_t least = possible.add_pattern(record, datetime.parts);
   possible.give(*layout);

@@ -46,6 +46,7 @@ struct TimeLayout {
   // Of the texts in ASCII that the service reads: the last bytes that they may have, and how many
   // runs of digits (bit n: n of them). Where nothing is known they have all bits.
   std::bitset<128> ends;
+  std::bitset<128> bytes;  // that they may have at all
   std::uint32_t runs = ~std::uint32_t{0};
   // Two and three runs are hours, minutes and seconds, in this order, with one of these marks or a
   // blank behind the first.
