@@ -201,10 +201,11 @@ void enter_reading(const char* task, const char* locale, std::u16string_view nam
 }
 
 // Amounts and percentages: out beside the service's digits alone, in beside the plain number.
-void enter_measure(const std::string& what, const char* locale, int kind) {
+void enter_measure(const std::string& what, const char* locale, int kind,
+                   const char* options = "") {
   static const std::vector<double> values = amounts(value_count);
   static const Column plain_texts = plain(values);
-  const jwnls_layout* const layout = layout_of(locale, kind, "");
+  const jwnls_layout* const layout = layout_of(locale, kind, options);
   const auto* const texts = new Column(written(layout, values));
   static LocaleHandle* const handle = handle_of(u"de_DE");
   const std::string write_task = "library: write " + what;
@@ -228,18 +229,6 @@ void enter_measure(const std::string& what, const char* locale, int kind) {
   declare({read_task, 2.2, 0});
   enter_calls(read_task, Side::ours, "jwnls_read_number", reader_of(layout, *texts));
   enter_calls(read_task, Side::peer, "fast_float, plain numbers", read_plainly(plain_texts));
-}
-
-// A number in Arabic digits, in beside the plain number.
-void enter_own_digits() {
-  const char* task = "library: read a number in Arabic digits";
-  declare({task, 2.2, 0});
-  static const std::vector<double> values = amounts(value_count);
-  static const Column plain_texts = plain(values);
-  const jwnls_layout* const layout = layout_of("ar_EG", JWNLS_NUMBER, "decimals=2 digits=own");
-  const auto* const texts = new Column(written(layout, values));
-  enter_calls(task, Side::ours, "jwnls_read_number", reader_of(layout, *texts));
-  enter_calls(task, Side::peer, "fast_float, plain numbers", read_plainly(plain_texts));
 }
 
 // The same text as an exact decimal and as a double.
@@ -400,7 +389,10 @@ void enter_library_numbers() {
   enter_measure("CHF 1\u2019234.50", "de_CH", JWNLS_AMOUNT);
   enter_measure("INR 12,34,567.50 with its symbol", "en_IN", JWNLS_AMOUNT);
   enter_measure("12,5 %", "de_DE", JWNLS_PERCENT);
-  enter_own_digits();
+  enter_measure("12,5 % with one decimal", "sv_SE", JWNLS_PERCENT, "decimals=1");
+  enter_measure("a number in Arabic digits", "ar_EG", JWNLS_NUMBER, "decimals=2 digits=own");
+  enter_measure("an amount in Arabic digits", "ar_EG", JWNLS_AMOUNT, "digits=own");
+  enter_measure("a number in Devanagari digits", "hi_IN", JWNLS_NUMBER, "decimals=2 digits=own");
   enter_decimals();
   enter_refusing();
   enter_column_reading();

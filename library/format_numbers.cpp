@@ -190,16 +190,37 @@ template <typename Float, typename Unit>
 template <typename Float, typename Unit>
 [[gnu::noinline]] int write_any(const jwnls_layout* layout, Float value, Unit* out,
                                 std::size_t room, std::size_t* length) {
-  *length = 0;
-  if (!takes_fractions(*layout)) return JWNLS_KIND;
   const NumberStyle& style = layout->number.style;
   const auto wide = static_cast<double>(value);
+  ShortDecimal number;
+  if (style.short_form == ShortForm::fixed &&
+      fixed_decimal(wide, static_cast<unsigned>(style.decimals), number)) {
+    return lay_out_short(style, number, out, room, length);
+  }
+  *length = 0;
+  if (!takes_fractions(*layout)) return JWNLS_KIND;
   if (!std::isfinite(wide)) return write_special(style, wide, out, room, length);
   // The digits of a percentage are those of the value, moved; no product of doubles is.
   if (style.decimals < 0 || style.shift != 0) {
     return write_shortest(style, value, out, room, length);
   }
   return lay_out_fixed(style, wide, out, room, length);
+}
+
+// Doubles alone: a float's few decimals are other ones than those of its double.
+template <typename Unit>
+[[gnu::noinline]] int write_few_decimals(const jwnls_layout* layout, double value, Unit* out,
+                                         std::size_t room, std::size_t* length) {
+  const NumberStyle& style = layout->number.style;
+  ShortDecimal number;
+  const auto shift = static_cast<unsigned>(style.shift);
+  if (few_decimals(value, shift, style.decimals, number) ||
+      (style.decimals >= 0 &&
+       decimals_far_from_half(value, shift, static_cast<unsigned>(style.decimals), number)))
+      [[likely]] {
+    return lay_out_short(style, number, out, room, length);
+  }
+  return write_any(layout, value, out, room, length);
 }
 
 template <typename Float, typename Unit>
@@ -211,14 +232,14 @@ int write_float(const jwnls_layout* layout, Float value, Unit* out, std::size_t 
     return ask_service(style, wide, out, room, length);
   }
   ShortDecimal number;
-  const bool is_short =
-      style.short_form == ShortForm::fixed
-          ? fixed_decimal(wide, static_cast<unsigned>(style.decimals), number)
-          // A float's few decimals are other ones than those of its double.
-          : style.short_form == ShortForm::few && sizeof value == sizeof wide &&
-                few_decimals(wide, static_cast<unsigned>(style.shift), style.decimals, number);
-  if (is_short) [[likely]] {
+  if (style.short_form == ShortForm::fixed &&
+      fixed_amount(wide, static_cast<unsigned>(style.decimals), number)) [[likely]] {
     return lay_out_short(style, number, out, room, length);
+  }
+  if constexpr (sizeof value == sizeof wide) {
+    if (style.short_form == ShortForm::few) [[likely]] {
+      return write_few_decimals(layout, value, out, room, length);
+    }
   }
   return write_any(layout, value, out, room, length);
 }

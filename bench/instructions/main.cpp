@@ -148,6 +148,9 @@ void writing() {
   numbers("write amount, fr_FR", layout("fr_FR", JWNLS_AMOUNT));
   numbers("write amount, en_IN", layout("en_IN", JWNLS_AMOUNT));
   numbers("write percent, sv_SE", layout("sv_SE", JWNLS_PERCENT, "decimals=1"));
+  numbers("write number in own digits, ar_EG",
+          layout("ar_EG", JWNLS_NUMBER, "decimals=2 digits=own"));
+  numbers("write amount in own digits, hi_IN", layout("hi_IN", JWNLS_AMOUNT, "digits=own"));
   const auto dates = [&](const char* name, const jwnls_layout* of) {
     count(name, [&](std::int32_t i) {
       check(jwnls_write_date(of, day(i), out.data(), out.size(), &length));

@@ -11,11 +11,8 @@
 #include <cstring>
 #include <string_view>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "include/jwnls/jwnls.h"
+#include "library/numbers/digit_writers.h"
 #include "library/numbers/lay_out.h"
 #include "library/numbers/number_style.h"
 #include "library/numbers/short_decimal.h"
@@ -33,29 +30,6 @@ struct ShortDigits {
   [[nodiscard]] const char* end() const noexcept { return room + margin + short_digits; }
 };
 
-template <typename Word>
-[[nodiscard]] inline std::uint64_t word_at(const char* digits) noexcept {
-  Word word;
-  std::memcpy(&word, digits, sizeof word);
-  return word;
-}
-
-/// Widens where units are wider. Of all eight units, or of the first four.
-template <std::size_t count, typename Unit>
-inline void put_word(std::uint64_t digits, Unit* out) noexcept {
-  if constexpr (sizeof(Unit) == 1) {
-    std::memcpy(out, &digits, count);
-  } else {
-#if defined(__SSE2__)
-    const __m128i narrow = _mm_cvtsi64_si128(static_cast<long long>(digits));
-    const __m128i wide = _mm_unpacklo_epi8(narrow, _mm_setzero_si128());
-    std::memcpy(out, &wide, count * sizeof(Unit));
-#else
-    for (unsigned i = 0; i < count; ++i) out[i] = static_cast<Unit>(digits >> (8 * i) & 0xFF);
-#endif
-  }
-}
-
 /// `value` where the condition holds, or 0, without a branch.
 [[nodiscard]] constexpr std::size_t only_if(bool condition, std::size_t value) noexcept {
   return value & (0 - std::size_t{condition});
@@ -72,132 +46,116 @@ inline Unit* put_symbol(const SymbolText& symbol, Unit* out) noexcept {
 template <typename Unit>
 inline Unit* put_short_affix(std::basic_string_view<Unit> affix, Unit* out) noexcept {
   std::memcpy(out, affix.data(), 8 * sizeof(Unit));  // text() begins an array of more
-  if (affix.size() > 8) affix.copy(out + 8, affix.size() - 8, 8);
+  if (affix.size() > 8) {
+    std::memcpy(out + 8, affix.data() + 8, 8 * sizeof(Unit));
+    if (affix.size() > 16) affix.copy(out + 16, affix.size() - 16, 16);
+  }
   return out + affix.size();
 }
 
-/// The zeros at the end of the decimals that are not written.
-[[nodiscard]] inline unsigned trailing_zeros(ShortDecimal number,
+/// Zeros at the end of the decimals, of which there are no more than eight.
+[[nodiscard]] inline unsigned trailing_zeros(unsigned decimals,
                                              const ShortDigits& digits) noexcept {
-  if (!number.shortest) return 0;
   const std::uint64_t values = word_at<std::uint64_t>(digits.end() - 8) ^ 0x3030'3030'3030'3030;
-  return std::min(number.decimals, static_cast<unsigned>(std::countl_zero(values)) / 8);
+  return std::min(decimals, static_cast<unsigned>(std::countl_zero(values)) / 8);
 }
 
-/// The `run` digits in front of `end`, one to four; of a text of none, any.
-template <typename Unit>
-inline void put_group(const char* end, unsigned run, Unit* out) noexcept {
-  put_word<4>(word_at<std::uint32_t>(end - 4) >> (32 - 8 * run), out);
-}
-
-/// The integer part, groups and all; gives its end. Most have two separators or fewer: two are
-/// written of all, and what is no part of the text is written over.
-template <typename Unit>
-inline Unit* put_integers(const NumberStyle& style, const char* point, unsigned integers,
-                          Unit* out) noexcept {
-  const GroupedDigits row = style.grouped[integers];
-  if (row.in_one_run) {
-    put_word<8>(word_at<std::uint64_t>(point - integers), out);
-    if (integers > 8) put_word<8>(word_at<std::uint64_t>(point - integers + 8), out + 8);
-    return out + integers;
-  }
-  const char* end = point - row.behind_first;
-  put_group(end, row.run[0], out);
-  out += row.run[0];
-  for (unsigned i = 1; i <= 2; ++i) {
-    end += row.run[i];
-    put_group(end, row.run[i], put_symbol(style.group, out));
-    out += only_if(i <= row.groups, style.group.text<Unit>().size()) + row.run[i];
-  }
-  for (unsigned i = 3; i <= row.groups; ++i) {
-    const unsigned run = i == row.groups ? style.sizes.primary : style.sizes.secondary;
-    end += run;
-    out = put_symbol(style.group, out);
-    put_group(end, run, out);
-    out += run;
-  }
-  return out;
-}
-
-/// Digits of the locale's own, which take up to four units each.
-template <typename Unit>
-inline Unit* put_own_digits(const NumberStyle& style, const char* digits, unsigned count,
-                            Unit* out) noexcept {
-  for (unsigned i = 0; i < count; ++i) out = put_symbol(style.digits[digits[i] - '0'], out);
-  return out;
-}
-
-/// The integer part in them.
-template <typename Unit>
-inline Unit* put_own_integers(const NumberStyle& style, const char* point, unsigned integers,
-                              Unit* out) noexcept {
-  const char* at = point - integers;
-  unsigned run = integers - style.grouped[integers].behind_first;
-  for (unsigned left = style.grouped[integers].groups;; --left) {
-    out = put_own_digits(style, at, run, out);
-    if (left == 0) return out;
-    at += run;
-    out = put_symbol(style.group, out);
-    run = left == 1 ? style.sizes.primary : style.sizes.secondary;
+/// Up to sixteen digits.
+template <typename Texts, typename Unit>
+inline void put_run(const Texts& texts, const char* digits, unsigned count, Unit* out) noexcept {
+  texts.put_eight(word_at<std::uint64_t>(digits), count, out);
+  if (count > 8) {
+    texts.put_eight(word_at<std::uint64_t>(digits + 8), count - 8, out + 8 * texts.units);
   }
 }
 
-/// Digits of the locale's own, or where every unit counts. `length` has been given.
+/// The integer part, groups and all. Most have two separators or fewer: two are written of all, and
+/// what is no part of the text is written over.
+template <typename Texts, typename Unit>
+inline void put_integers(const NumberStyle& style, const IntegerPart& part, const Texts& texts,
+                         const char* point, unsigned integers, Unit* out) noexcept {
+  if (part.in_one_run) return put_run(texts, point - integers, integers, out);
+  const auto put_digits = [&](const IntegerPart::Run& run, Unit* at) {
+    const char* const end = point - run.behind;
+    texts.put_four(word_at<std::uint32_t>(end - 4) >> run.unused, at);
+  };
+  const std::size_t separator = style.group.text<Unit>().size();
+  put_digits(part.run[0], out);
+  Unit* at = out + part.run[1].at;
+  put_symbol(style.group, at - separator);
+  put_digits(part.run[1], at);
+  at = out + part.run[2].at;
+  put_symbol(style.group, at - separator);
+  put_digits(part.run[2], at);
+  if (part.groups > 2) [[unlikely]] {
+    const char* end = point - part.run[2].behind;
+    for (unsigned i = 3; i <= part.groups; ++i) {
+      const unsigned run = i == part.groups ? style.sizes.primary : style.sizes.secondary;
+      end += run;
+      at = put_symbol(style.group, at + style.sizes.secondary * texts.units);
+      texts.put_four(word_at<std::uint32_t>(end - 4) >> (32 - 8 * run), at);
+    }
+  }
+}
+
+/// Where every unit counts.
 template <typename Unit>
-[[gnu::noinline]] int lay_out_otherwise(const NumberStyle& style, ShortDecimal number, Unit* out,
-                                        std::size_t room, std::size_t* length) noexcept {
+[[gnu::noinline]] int lay_out_closely(const NumberStyle& style, ShortDecimal number,
+                                      unsigned integers, unsigned decimals, Unit* out,
+                                      std::size_t room, std::size_t* length) noexcept {
   const ShortDigits digits(number.mantissa);
   const char* const point = digits.end() - number.decimals;
+  return lay_out(style, {{point - integers, integers}, {point, decimals}, 0, number.negative}, out,
+                 room, length);
+}
+
+template <typename Texts, typename Unit>
+[[nodiscard, gnu::noinline]] int lay_out_digits(const NumberStyle& style, ShortDecimal number,
+                                                Unit* out, std::size_t room,
+                                                std::size_t* length) noexcept {
+  // So many units must be free behind the text: a separator is written there, and four digits, or
+  // eight Latin ones, or eight units of an affix.
+  constexpr std::size_t slack = short_symbol + std::max<std::size_t>(4 * Texts::most_units, 12);
+  const Texts texts(style);
+  const auto prefix = style.prefix[number.negative].text<Unit>();
+  const auto suffix = style.suffix[number.negative].text<Unit>();
+  const ShortDigits digits(number.mantissa);
+  // One digit stands in front of the decimal symbol, whatever it is.
   const unsigned integers =
       std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
-  const unsigned decimals = number.decimals - trailing_zeros(number, digits);
-  if (room < *length + short_slack) {
-    return lay_out(style, {{point - integers, integers}, {point, decimals}, 0, number.negative},
-                   out, room, length);
+  const unsigned decimals =
+      number.decimals - (number.shortest ? trailing_zeros(number.decimals, digits) : 0);
+  const IntegerPart& part = style.short_texts_in<Unit>().integers[integers];
+  const std::size_t fraction_units =
+      only_if(decimals != 0, style.decimal.text<Unit>().size()) + decimals * texts.units;
+  *length = prefix.size() + part.units + fraction_units + suffix.size();
+  if (room < *length + slack) [[unlikely]] {
+    return lay_out_closely(style, number, integers, decimals, out, room, length);
   }
-  out = put_short_affix(style.prefix[number.negative].text<Unit>(), out);
-  out = put_own_integers(style, point, integers, out);
-  if (decimals != 0) {
-    out = put_own_digits(style, point, decimals, put_symbol(style.decimal, out));
-  }
-  put_short_affix(style.suffix[number.negative].text<Unit>(), out);
+  const char* const point = digits.end() - number.decimals;
+  out = put_short_affix(prefix, out);
+  put_integers(style, part, texts, point, integers, out);
+  out += part.units;
+  Unit* const fraction = put_symbol(style.decimal, out);
+  texts.put_eight(word_at<std::uint64_t>(digits.end() - 8) >> (64 - 8 * number.decimals) % 64,
+                  decimals, fraction);
+  if (number.decimals > 8) [[unlikely]]
+    put_run(texts, point, decimals, fraction);
+  put_short_affix(suffix, out + fraction_units);
   return JWNLS_OK;
 }
 
 /// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes. Of
 /// styles that have short forms.
 template <typename Unit>
-[[nodiscard, gnu::noinline]] int lay_out_short(const NumberStyle& style, ShortDecimal number,
-                                               Unit* out, std::size_t room,
-                                               std::size_t* length) noexcept {
-  const auto prefix = style.prefix[number.negative].text<Unit>();
-  const auto suffix = style.suffix[number.negative].text<Unit>();
-  const std::size_t decimal_units = style.decimal.text<Unit>().size();
-  const ShortDigits digits(number.mantissa);
-  // One digit stands in front of the decimal symbol, whatever it is.
-  const unsigned integers =
-      std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
-  const unsigned decimals = number.decimals - trailing_zeros(number, digits);
-  *length = prefix.size() + suffix.size() +
-            std::size_t{integers + decimals} * style.digits[0].text<Unit>().size() +
-            style.grouped[integers].groups * style.group.text<Unit>().size() +
-            only_if(decimals != 0, decimal_units);
-  if (room < *length + short_slack || style.native_digits) [[unlikely]] {
-    return lay_out_otherwise(style, number, out, room, length);
+[[nodiscard]] inline int lay_out_short(const NumberStyle& style, ShortDecimal number, Unit* out,
+                                       std::size_t room, std::size_t* length) noexcept {
+  if (!style.native_digits) {
+    return lay_out_digits<LatinDigits<Unit>>(style, number, out, room, length);
   }
-  const char* const point = digits.end() - number.decimals;
-  out = put_short_affix(prefix, out);
-  out = put_integers(style, point, integers, out);
-  Unit* const fraction = put_symbol(style.decimal, out);
-  put_word<8>(word_at<std::uint64_t>(digits.end() - 8) >> (64 - 8 * number.decimals) % 64,
-              fraction);
-  if (number.decimals > 8) [[unlikely]] {
-    put_word<8>(word_at<std::uint64_t>(point), fraction);
-    put_word<8>(word_at<std::uint64_t>(point + 8), fraction + 8);
-  }
-  out += only_if(decimals != 0, decimal_units) + decimals;
-  put_short_affix(suffix, out);
-  return JWNLS_OK;
+  return style.digits_in_a_row
+             ? lay_out_digits<AddedDigits<Unit>>(style, number, out, room, length)
+             : lay_out_digits<ListedDigits<Unit>>(style, number, out, room, length);
 }
 
 }  // namespace jwnls::library

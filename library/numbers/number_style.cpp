@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <iterator>
 #include <string>
 
 #include "abi/number_flags.h"
@@ -162,27 +164,86 @@ void find_service_forms(const NumberData& data, const Options& options, std::str
   }
 }
 
+constexpr std::size_t longest_run = 4;
+
+template <typename Unit>
+IntegerPart integer_part(const NumberStyle& style, std::size_t digits) {
+  const auto narrow = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
+  const std::size_t unit = style.digits[0].text<Unit>().size();
+  const std::size_t separator = style.group.text<Unit>().size();
+  const std::size_t groups = group_count(style, digits);
+  std::size_t behind = groups == 0 ? 0 : style.sizes.primary + (groups - 1) * style.sizes.secondary;
+  IntegerPart part;
+  part.units = narrow(digits * unit + groups * separator);
+  part.groups = narrow(groups);
+  part.in_one_run = digits - behind > longest_run || style.sizes.primary == 0;
+  std::size_t run = digits - behind;
+  std::size_t at = 0;
+  for (std::size_t i = 0; i < std::size(part.run); ++i) {
+    part.run[i] = {narrow(behind), narrow(8 * (longest_run - std::min(run, longest_run))),
+                   narrow(at)};
+    if (run != 0) at += run * unit + separator;
+    run = i >= groups ? 0 : i + 1 == groups ? style.sizes.primary : style.sizes.secondary;
+    behind -= run;
+  }
+  return part;
+}
+
+// False for digits that differ in length, or are too long.
+template <typename Unit>
+bool put_own_digits(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
+  const std::size_t units = symbols[0].text<Unit>().size();
+  const std::size_t bytes = units * sizeof(Unit);
+  for (std::size_t i = 0; i < std::size(symbols); ++i) {
+    const auto text = symbols[i].text<Unit>();
+    if (text.size() != units || bytes > short_symbol) return false;
+    std::memcpy(&own.first[i], text.data(), bytes);
+    own.second[i] = own.first[i] << 8 * bytes;
+  }
+  return true;
+}
+
+// Whether digits differ in their last unit alone, each by 1 from the one before it.
+template <typename Unit>
+bool put_digits_in_a_row(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
+  const std::size_t bytes = symbols[0].text<Unit>().size() * sizeof(Unit);
+  const std::size_t last = bytes - sizeof(Unit);
+  const std::uint64_t step = std::uint64_t{1} << 8 * last;
+  for (std::size_t i = 0; i < std::size(symbols); ++i) {
+    if (own.first[i] != own.first[0] + i * step) return false;
+  }
+  if (bytes < 2) return false;
+  // The second of two comes from its 16 bits to where the text of the first ends.
+  const std::uint64_t both = 1 | std::uint64_t{1} << 8 * bytes;
+  for (int i = 0; i < 2; ++i) {
+    own.spread[i] = 1 | std::uint64_t{1} << 8 * (bytes - 2);
+    own.mask[i] = 0xFF * both;
+    own.zeros[i] = (own.first[0] - '0' * step) * both;
+  }
+  own.shift = static_cast<std::uint8_t>(8 * last);
+  return true;
+}
+
+template <typename Unit>
+bool put_short_texts(NumberStyle& style) {
+  ShortTexts& texts = style.short_texts[sizeof(Unit) - 1];
+  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
+    texts.integers[digits] = integer_part<Unit>(style, digits);
+  }
+  return put_own_digits<Unit>(style.digits, texts.own_digits);
+}
+
 // What lay_out_short() goes by.
 void prepare_short_forms(int kind, NumberStyle& style) {
-  constexpr std::uint8_t longest_run = 4;
   const auto is_short = [](const SymbolText& symbol) { return symbol.byte_count <= short_symbol; };
   if (!is_short(style.decimal) || !is_short(style.group) || style.sizes.primary > longest_run ||
-      style.sizes.secondary > longest_run) {
+      style.sizes.secondary > longest_run || !put_short_texts<char>(style) ||
+      !put_short_texts<char16_t>(style)) {
     return;
   }
-  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
-    const std::size_t groups = group_count(style, digits);
-    const std::size_t behind =
-        groups == 0 ? 0 : style.sizes.primary + (groups - 1) * style.sizes.secondary;
-    const auto run = [&](std::size_t index) -> std::uint8_t {
-      if (index > groups) return 0;
-      return index == groups ? style.sizes.primary : style.sizes.secondary;
-    };
-    style.grouped[digits] = {static_cast<std::uint8_t>(groups),
-                             static_cast<std::uint8_t>(behind),
-                             {static_cast<std::uint8_t>(digits - behind), run(1), run(2)},
-                             digits - behind > longest_run || style.sizes.primary == 0};
-  }
+  style.digits_in_a_row =
+      put_digits_in_a_row<char>(style.digits, style.short_texts[0].own_digits) &&
+      put_digits_in_a_row<char16_t>(style.digits, style.short_texts[1].own_digits);
   if (kind != JWNLS_INTEGER) {
     style.short_form = style.decimals >= 0 && style.shift == 0 ? ShortForm::fixed : ShortForm::few;
   }

@@ -54,17 +54,39 @@ struct AffixText : ShortText<144, 144> {
 /// with as many as they have or their percentages want.
 enum class ShortForm : std::uint8_t { none, fixed, few };
 
-/// Where the separators of an integer part stand.
-struct GroupedDigits {
-  std::uint8_t groups = 0;        // separators
-  std::uint8_t behind_first = 0;  // digits behind the first of them
-  std::uint8_t run[3] = {};       // those in front of the first, the second and the third
-  bool in_one_run = false;        // for so many digits there may be no group
+/// Where the digits of an integer part stand, and its separators, in units of one encoding.
+struct IntegerPart {
+  /// Of those that there are not, any digits, and behind the part.
+  struct Run {
+    std::uint8_t behind = 0;  // digits behind it
+    std::uint8_t unused = 0;  // bits of a word of the four digits that end it
+    std::uint8_t at = 0;
+  };
+  std::uint8_t units = 0;   // all of it
+  std::uint8_t groups = 0;  // separators
+  bool in_one_run = false;  // for so many digits there may be no group
+  Run run[3];               // up to the first separator, and behind one of the first two
 };
 
-/// Symbols are at most so many units in short forms, and so much room must be free behind a text.
+/// Two digits of the locale's own as one text, as bits of memory. Of digits in a row that of two
+/// ASCII digits, 16 bits each: times `spread`, of which `mask`, from `shift` on, and `zeros` more.
+struct OwnDigitTexts {
+  std::uint64_t first[16] = {};   // by what each is worth; none is asked whether it is one
+  std::uint64_t second[16] = {};  // where it stands behind one of these
+  std::uint64_t spread[2] = {};   // these are for four digits: each stands here twice
+  std::uint64_t mask[2] = {};
+  std::uint64_t zeros[2] = {};
+  std::uint8_t shift = 0;
+};
+
+/// What short forms go by in one of both encodings.
+struct ShortTexts {
+  IntegerPart integers[short_digits + 1];  // by their digits
+  OwnDigitTexts own_digits;
+};
+
+/// Symbols and digits are at most so many bytes in short forms.
 inline constexpr std::size_t short_symbol = 4;
-inline constexpr std::size_t short_slack = 16;
 
 struct NumberStyle {
   LocaleHandle* handle = nullptr;
@@ -83,13 +105,19 @@ struct NumberStyle {
   // What is quick to lay out: doubles, integers below a limit.
   ShortForm short_form = ShortForm::none;
   std::uint64_t short_integers = 0;
-  std::uint64_t integer_scale = 1;          // the power of ten of their decimals and places
-  GroupedDigits grouped[short_digits + 1];  // of integer parts by their digits
+  std::uint64_t integer_scale = 1;  // the power of ten of their decimals and places
+  bool digits_in_a_row = false;     // of the locale's own
+  ShortTexts short_texts[2];        // in UTF-8, in UTF-16
   SymbolText decimal;
   SymbolText group;
   SymbolText digits[10];
   AffixText prefix[2], suffix[2];  // of what is not negative, of what is
   AffixText infinity;
+
+  template <typename Unit>
+  [[nodiscard]] const ShortTexts& short_texts_in() const noexcept {
+    return short_texts[sizeof(Unit) - 1];
+  }
 };
 
 /// The separators of an integer part.

@@ -40,6 +40,26 @@ inline constexpr std::uint64_t integer_powers[] = {1,
                                                    10'000'000'000'000'000};
 inline constexpr std::uint64_t short_limit = integer_powers[short_digits];
 
+/// Division of mantissas by a power of ten of which a compiler does not know.
+struct PowerReciprocal {
+  std::uint64_t reciprocal = 0;  // times 2^(63 + shift), rounded up: exact for 62 bits
+  unsigned shift = 0;
+
+  [[nodiscard]] std::uint64_t quotient(std::uint64_t mantissa) const noexcept {
+    return static_cast<std::uint64_t>(Wide{mantissa << 1} * reciprocal >> 64) >> shift;
+  }
+};
+inline constexpr std::array<PowerReciprocal, short_digits + 1> power_reciprocals = [] {
+  std::array<PowerReciprocal, short_digits + 1> all;
+  for (std::size_t places = 0; places < all.size(); ++places) {
+    const std::uint64_t power = integer_powers[places];
+    const auto shift = static_cast<unsigned>(std::bit_width(power)) - 1;
+    const Wide scale = Wide{1} << (63 + shift);
+    all[places] = {static_cast<std::uint64_t>((scale + power - 1) / power), shift};
+  }
+  return all;
+}();
+
 /// mantissa / 10^decimals.
 struct ShortDecimal {
   std::uint64_t mantissa = 0;  // below short_limit
@@ -48,14 +68,29 @@ struct ShortDecimal {
   bool shortest = false;  // zeros at the end of the decimals go
 };
 
-/// A double with a fixed count of decimals, rounded on its exact value, halves away from zero.
-/// False for what takes more digits, and for what is not finite; `number` is then of no use.
+/// A double with a fixed count of decimals, rounded on its exact value, halves away from zero. Of
+/// amounts, as most values are: one word holds them times the power of ten, which makes fifteen
+/// digits at most. False for all others, from 2^39 on or below 2^-12 or of more than three
+/// decimals; `number` is then of no use.
+[[nodiscard]] inline bool fixed_amount(double value, unsigned decimals,
+                                       ShortDecimal& number) noexcept {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const auto exponent = static_cast<unsigned>(bits >> 52 & 0x7FF);
+  if (exponent - (1023 - 12) >= 12 + 39 || decimals > 3) return false;
+  const std::uint64_t significand = bits << 12 >> 12 | std::uint64_t{1} << 52;
+  const std::uint64_t product = significand * integer_powers[decimals];
+  number = {((product >> (1074 - exponent)) + 1) >> 1, decimals, bits >> 63 != 0};
+  return true;
+}
+
+/// A double is its significand / 2^places; integers from 2^52 on, infinities and NaNs have none.
+inline constexpr unsigned no_places = 1075;
+
+/// The same of all that take no more digits, and are finite.
 [[nodiscard]] inline bool fixed_decimal(double value, unsigned decimals,
                                         ShortDecimal& number) noexcept {
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const auto exponent = static_cast<unsigned>(bits >> 52 & 0x7FF);
-  // value is significand / 2^places; integers from 2^52 on, infinities and NaNs have none.
-  constexpr unsigned no_places = 1075;
   if (exponent >= no_places || decimals >= short_digits) return false;
   // A significand that is not normal has a bit too many here, and rounds to zero all the same.
   const std::uint64_t significand = (bits & ((std::uint64_t{1} << 52) - 1)) | std::uint64_t{1}
@@ -90,11 +125,11 @@ struct ShortDecimal {
   if (count >= short_digits) return false;
   if (count < decimals) {
     const std::uint64_t unit = integer_powers[decimals - count];
-    number.mantissa = (number.mantissa + unit / 2) / unit;
+    number.mantissa = power_reciprocals[decimals - count].quotient(number.mantissa + unit / 2);
   } else {
-    const std::uint64_t unit = integer_powers[count - decimals];
-    if (number.mantissa >= short_limit / unit) return false;
-    number.mantissa *= unit;
+    const unsigned more = count - decimals;
+    if (number.mantissa >= integer_powers[short_digits - more]) return false;
+    number.mantissa *= integer_powers[more];
   }
   number.decimals = count;
   return true;
@@ -115,6 +150,28 @@ inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& m
   word = (word * 100 + (word >> 16)) & 0x0000'FFFF'0000'FFFF;
   mantissa = (word * 10'000 + (word >> 32)) & 0xFFFF'FFFF;
   at += 8;
+}
+
+/// What a double's shortest digits round to, halves away from zero: the double itself rounds alike
+/// where no half is nearer than its next neighbour.
+///   shift   places that the decimal symbol moves to the right
+///   wanted  decimals
+/// False near a half, and for what takes more digits; `number` is then of no use.
+[[nodiscard]] inline bool decimals_far_from_half(double value, unsigned shift, unsigned wanted,
+                                                 ShortDecimal& number) noexcept {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const auto exponent = static_cast<unsigned>(bits >> 52 & 0x7FF);
+  const unsigned decimals = wanted + shift;
+  if (exponent >= no_places || wanted >= short_digits || decimals >= short_digits) return false;
+  const std::uint64_t significand = bits << 12 >> 12 | std::uint64_t{1} << 52;
+  const Wide product = Wide{significand} * integer_powers[decimals];
+  const unsigned places = std::min(no_places - exponent, 127U);
+  const Wide half = Wide{1} << (places - 1);
+  const Wide rest = product & (2 * half - 1);
+  const Wide distance = rest > half ? rest - half : half - rest;
+  const Wide rounded = (product + half) >> places;
+  number = {static_cast<std::uint64_t>(rounded), wanted, bits >> 63 != 0};
+  return distance > integer_powers[decimals] && rounded < short_limit;
 }
 
 /// A decimal as text, "-1234.50", of at most fifteen digits; all of them. False for all others.
@@ -156,14 +213,14 @@ inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& m
   if (count + more >= short_digits) return false;
   if (count < number.decimals) {
     const std::uint64_t unit = integer_powers[number.decimals - count];
-    const std::uint64_t kept = number.mantissa / unit;
+    const std::uint64_t kept = power_reciprocals[number.decimals - count].quotient(number.mantissa);
     const std::uint64_t twice = (number.mantissa - kept * unit) * 2;
     const bool up = twice > unit || (twice == unit && (!half_even || kept % 2 != 0));
     number.mantissa = kept + (up ? 1 : 0);
   } else {
-    const unsigned places = count - number.decimals + more;
-    if (number.mantissa >= integer_powers[short_digits - places]) return false;
-    number.mantissa *= integer_powers[places];
+    const unsigned zeros = count - number.decimals + more;
+    if (number.mantissa >= integer_powers[short_digits - zeros]) return false;
+    number.mantissa *= integer_powers[zeros];
   }
   number.decimals = count;
   return true;
@@ -193,10 +250,12 @@ inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& m
   const __m128i fours = _mm_or_si128(fours_high, _mm_slli_epi64(fours_low, 32));
   // The reciprocals of 100, times 2^19, and of 10, times 2^10, do for four digits and for two.
   const __m128i twos_high = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi32(5243)), 3);
-  const __m128i twos_low = _mm_sub_epi16(fours, _mm_mullo_epi16(twos_high, _mm_set1_epi16(100)));
+  const __m128i twos_low = _mm_sub_epi16(fours, _mm_mullo_epi16(twos_high, _mm_set1_epi32(100)));
   const __m128i twos = _mm_or_si128(twos_high, _mm_slli_epi32(twos_low, 16));
   const __m128i ones_high = _mm_srli_epi16(_mm_mullo_epi16(twos, _mm_set1_epi16(103)), 10);
-  const __m128i ones_low = _mm_sub_epi16(twos, _mm_mullo_epi16(ones_high, _mm_set1_epi16(10)));
+  __m128i ten = _mm_set1_epi16(10);
+  asm("" : "+x"(ten));  // of a constant that it knows, a compiler makes shifts, sums and their wait
+  const __m128i ones_low = _mm_sub_epi16(twos, _mm_mullo_epi16(ones_high, ten));
   const __m128i ones = _mm_or_si128(ones_high, _mm_slli_epi16(ones_low, 8));
   return _mm_or_si128(ones, _mm_set1_epi8('0'));
 }

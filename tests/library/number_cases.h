@@ -47,7 +47,11 @@ inline std::u16string widened(const std::string& text) {
       c = c << 6 | (static_cast<unsigned char>(text[i + j]) & 0x3FU);
     }
     i += bytes;
-    units += static_cast<char16_t>(c);  // the tables have nothing beyond U+FFFF
+    if (c >= 0x10000) {
+      units += static_cast<char16_t>(0xD7C0 + (c >> 10));
+      c = 0xDC00 + (c & 0x3FF);
+    }
+    units += static_cast<char16_t>(c);
   }
   return units;
 }

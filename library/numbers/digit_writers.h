@@ -1,0 +1,137 @@
+// ASCII digits on their way into a text, some at a time: as they come, or as digits of the locale's
+// own.
+
+#ifndef JWNLS_LIBRARY_NUMBERS_DIGIT_WRITERS_H_
+#define JWNLS_LIBRARY_NUMBERS_DIGIT_WRITERS_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "library/numbers/number_style.h"
+
+namespace jwnls::library {
+
+template <typename Word>
+[[nodiscard]] inline std::uint64_t word_at(const char* digits) noexcept {
+  Word word;
+  std::memcpy(&word, digits, sizeof word);
+  return word;
+}
+
+/// Widens where units are wider. Of all eight units, or of the first four.
+template <std::size_t count, typename Unit>
+inline void put_word(std::uint64_t digits, Unit* out) noexcept {
+  if constexpr (sizeof(Unit) == 1) {
+    std::memcpy(out, &digits, count);
+  } else {
+#if defined(__SSE2__)
+    const __m128i narrow = _mm_cvtsi64_si128(static_cast<long long>(digits));
+    const __m128i wide = _mm_unpacklo_epi8(narrow, _mm_setzero_si128());
+    std::memcpy(out, &wide, count * sizeof(Unit));
+#else
+    for (unsigned i = 0; i < count; ++i) out[i] = static_cast<Unit>(digits >> (8 * i) & 0xFF);
+#endif
+  }
+}
+
+/// 0 to 9.
+template <typename Unit>
+struct LatinDigits {
+  static constexpr std::size_t units = 1;
+  static constexpr std::size_t most_units = 1;
+
+  explicit LatinDigits(const NumberStyle&) noexcept {}
+
+  static void put_four(std::uint64_t digits, Unit* out) noexcept { put_word<4>(digits, out); }
+  static void put_eight(std::uint64_t digits, unsigned, Unit* out) noexcept {
+    put_word<8>(digits, out);
+  }
+};
+
+/// Any others, of one length: the texts of two are copied together.
+template <typename Unit>
+class ListedDigits {
+ public:
+  static constexpr std::size_t most_units = short_symbol / sizeof(Unit);
+  const std::size_t units;
+
+  explicit ListedDigits(const NumberStyle& style) noexcept
+      : units(style.digits[0].text<Unit>().size()),
+        digits_(style.short_texts_in<Unit>().own_digits) {}
+
+  void put_four(std::uint64_t digits, Unit* out) const noexcept {
+    const std::uint64_t values = digits & 0x0F0F'0F0F;
+    put_two(values, out);
+    put_two(values >> 16, out + 2 * units);
+  }
+
+  /// So many of them, or some more.
+  void put_eight(std::uint64_t digits, unsigned count, Unit* out) const noexcept {
+    put_four(digits, out);
+    if (count > 4) put_four(digits >> 32, out + 4 * units);
+  }
+
+ private:
+  void put_two(std::uint64_t values, Unit* out) const noexcept {
+    const std::uint64_t texts = digits_.first[values & 0xFF] | digits_.second[values >> 8 & 0xFF];
+    std::memcpy(out, &texts, sizeof texts);
+  }
+
+  const OwnDigitTexts& digits_;
+};
+
+#if defined(__SSE2__)
+/// Ten in a row, as nearly all are: what each is worth is added to the text of zeros, two in either
+/// half of a register.
+template <typename Unit>
+class AddedDigits {
+ public:
+  static constexpr std::size_t most_units = short_symbol / sizeof(Unit);
+  const std::size_t units;
+
+  explicit AddedDigits(const NumberStyle& style) noexcept
+      : AddedDigits(style.short_texts_in<Unit>().own_digits, style.digits[0].text<Unit>().size()) {}
+
+  void put_four(std::uint64_t digits, Unit* out) const noexcept {
+    const __m128i none = _mm_setzero_si128();
+    const __m128i four = _mm_cvtsi32_si128(static_cast<int>(digits));
+    const __m128i twos = _mm_unpacklo_epi32(_mm_unpacklo_epi8(four, none), none);
+    const __m128i values = _mm_and_si128(_mm_mul_epu32(twos, spread_), mask_);
+    const __m128i texts = _mm_add_epi64(_mm_sll_epi64(values, shift_), zeros_);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), texts);
+    _mm_storeh_pi(reinterpret_cast<__m64*>(out + 2 * units), _mm_castsi128_ps(texts));
+  }
+
+  /// So many of them, or some more.
+  void put_eight(std::uint64_t digits, unsigned count, Unit* out) const noexcept {
+    put_four(digits, out);
+    if (count > 4) put_four(digits >> 32, out + 4 * units);
+  }
+
+ private:
+  AddedDigits(const OwnDigitTexts& digits, std::size_t length) noexcept
+      : units(length),
+        spread_(load(digits.spread)),
+        mask_(load(digits.mask)),
+        zeros_(load(digits.zeros)),
+        shift_(_mm_cvtsi32_si128(digits.shift)) {}
+
+  static __m128i load(const std::uint64_t* two) noexcept {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(two));
+  }
+
+  const __m128i spread_, mask_, zeros_, shift_;
+};
+#else
+template <typename Unit>
+using AddedDigits = ListedDigits<Unit>;
+#endif
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_NUMBERS_DIGIT_WRITERS_H_
