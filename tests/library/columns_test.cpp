@@ -282,4 +282,31 @@ TEST(Columns, AreReadAsTheirTextsAreSingly) {
   }
 }
 
+// Values through a column of texts and back.
+template <typename Value, typename Write, typename Read>
+void expect_read_back(const char* locale, int kind, const std::vector<Value>& values, Write write,
+                      Read read) {
+  const OpenedLayout layout = open_layout(locale, kind);
+  std::array<char, 400> bytes;
+  std::vector<std::int32_t> offsets(values.size() + 1);
+  const jwnls_column column = {sizeof column, bytes.data(), bytes.size(), offsets.data(),
+                               nullptr,       nullptr,      nullptr};
+  ASSERT_EQ(write(layout.get(), values.data(), values.size(), &column), values.size());
+  const jwnls_texts written = {sizeof written, values.size(), nullptr, bytes.data(),
+                               offsets.data(), nullptr,       nullptr};
+  std::vector<Value> again(values.size());
+  EXPECT_EQ(read(layout.get(), &written, again.data(), nullptr, nullptr), 0U);
+  EXPECT_EQ(again, values) << locale;
+}
+
+TEST(Columns, DatesAndTimesGoInAndOut) {
+  constexpr std::int64_t second = 1'000'000;
+  const std::vector<std::int64_t> moments = {-86'400 * second, 0, 1'710'513'005 * second};
+  expect_read_back<std::int32_t>("pl_PL", JWNLS_DATE, {-1, 0, 19797}, jwnls_write_dates,
+                                 jwnls_read_dates);
+  expect_read_back("ja_JP", JWNLS_DATETIME, moments, jwnls_write_datetimes, jwnls_read_datetimes);
+  expect_read_back<std::int64_t>("en_US", JWNLS_TIME, {0, 43'200 * second, 86'399 * second},
+                                 jwnls_write_times, jwnls_read_times);
+}
+
 }  // namespace

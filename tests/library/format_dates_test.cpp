@@ -171,6 +171,63 @@ TEST(FormatDates, DoWithoutLayoutData) {
   }
 }
 
+// The database of another maker may have patterns that only the services know.
+TEST(FormatDates, AreLeftToTheServicesWhereOnlyTheyKnowThePattern) {
+  struct Row {
+    const char* locale;
+    const char16_t* date;  // "%N", a month, is one of the services alone
+    const char16_t* time;
+    const char16_t* datetime;  // null: as it is
+    int kind, style;
+    const char* written;
+  };
+  constexpr const char16_t* own_time = u"%H:%M:%S";
+  const Row rows[] = {
+      {"de_DE", u"%N/%Y", own_time, nullptr, JWNLS_DATE, library::style_short, "03/2024"},
+      {"de_DE", u"%N/%Y", own_time, u"%N/%Y, %H:%M:%S", JWNLS_DATETIME, library::style_short,
+       "03/2024, 14:30:05"},
+      {"de_DE", u"%N/%Y", own_time, u"%H:%M:%S %N/%Y", JWNLS_DATETIME, library::style_short,
+       "14:30:05 03/2024"},
+      {"de_DE", u"%N/%Y", own_time, u"%H:%M:%S %N", JWNLS_DATETIME, library::style_medium,
+       "14:30:05 03"},
+      {"ff_Adlm", u"%N/%Y", own_time, nullptr, JWNLS_DATE, library::style_short, "03/2024"},
+      {"de_DE", u"%N/%Y", own_time, u"%N %H", JWNLS_DATETIME, library::style_short, nullptr},
+  };
+  const auto set = [](TextEntry& entry, std::u16string_view text) {
+    entry = {};
+    entry.length = static_cast<std::int64_t>(text.size());
+    std::copy(text.begin(), text.end(), entry.units);
+  };
+  for (const Row& row : rows) {
+    library::Locale locale = *open_layout(row.locale, JWNLS_DATE, "")->locale;
+    LocaleRecord record = *locale.record;
+    LocaleHandle handle = *locale.handle;  // only for its services
+    std::fill(std::begin(record.area_9), std::end(record.area_9), std::uint8_t{0});
+    set(record.date_patterns[0], row.date);
+    set(record.time_pattern, row.time);
+    if (row.datetime != nullptr) set(record.datetime_pattern, row.datetime);
+    handle.record = &record;
+    locale.record = &record;
+    locale.handle = &handle;
+    jwnls_layout layout;
+    layout.kind = row.kind;
+    layout.locale = &locale;
+    layout.options.style = static_cast<std::uint8_t>(row.style);
+    try {
+      layout.dates = library::make_date_layout(locale, row.kind, layout.options);
+    } catch (const library::Failure& failure) {
+      EXPECT_EQ(failure.error.code, JWNLS_UNKNOWN);
+      EXPECT_EQ(row.written, nullptr);
+      continue;
+    }
+    ASSERT_NE(row.written, nullptr);
+    EXPECT_EQ(layout.dates->writer, nullptr);
+    const Written written =
+        write(&layout, row.kind == JWNLS_DATE ? "2024-03-15" : "2024-03-15T14:30:05");
+    EXPECT_EQ(written.text, row.written);
+  }
+}
+
 // What a layout writes it reads, to the same value; other layouts of the locale do not matter.
 TEST(FormatDates, AreReadBack) {
   for (const char* locale :

@@ -125,6 +125,9 @@ TEST(FormatNumbers, FloatsAreShortestAsFloats) {
     std::size_t length = 0;
     ASSERT_EQ(jwnls_write_float(layout.get(), value, text, sizeof text, &length), JWNLS_OK);
     EXPECT_EQ(std::string_view(text, length), expected);
+    char16_t units[100];
+    ASSERT_EQ(jwnls_write_float_utf16(layout.get(), value, units, 100, &length), JWNLS_OK);
+    EXPECT_EQ(std::string(units, units + length), expected);
   }
 }
 

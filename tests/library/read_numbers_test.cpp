@@ -95,8 +95,14 @@ TEST(ReadNumbers, UnsignedTakesNoNegativeValue) {
   const OpenedLayout layout = open_layout("de_DE", JWNLS_INTEGER);
   const auto read = [&layout](std::string_view text) {
     std::uint64_t value = 7;
-    return std::pair(jwnls_read_unsigned(layout.get(), text.data(), text.size(), &value, nullptr),
-                     value);
+    std::uint64_t wide_value = 8;
+    const std::u16string wide(text.begin(), text.end());
+    const int code = jwnls_read_unsigned(layout.get(), text.data(), text.size(), &value, nullptr);
+    EXPECT_EQ(
+        jwnls_read_unsigned_utf16(layout.get(), wide.data(), wide.size(), &wide_value, nullptr),
+        code);
+    EXPECT_EQ(wide_value, value);
+    return std::pair(code, value);
   };
   EXPECT_EQ(read("18.446.744.073.709.551.615"), std::pair(int{JWNLS_OK}, ~std::uint64_t{0}));
   EXPECT_EQ(read("18446744073709551616").first, JWNLS_RANGE);
@@ -148,6 +154,11 @@ TEST(ReadNumbers, DecimalsAreExact) {
               JWNLS_OK);
     EXPECT_EQ(std::string_view(out, length), expected);
     EXPECT_STREQ(currency, "");
+    const std::u16string wide(text.begin(), text.end());
+    EXPECT_EQ(jwnls_read_decimal_utf16(layout.get(), wide.data(), wide.size(), out, sizeof out,
+                                       &length, nullptr, nullptr),
+              JWNLS_OK);
+    EXPECT_EQ(std::string_view(out, length), expected);
     EXPECT_EQ(jwnls_read_decimal(layout.get(), text.data(), text.size(), nullptr, 0, &length,
                                  nullptr, nullptr),
               JWNLS_ROOM);
