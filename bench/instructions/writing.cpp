@@ -25,6 +25,7 @@ void count_numbers() {
   numbers("write number, fr_FR", layout("fr_FR", JWNLS_NUMBER, "decimals=2"));
   numbers("write amount, fr_FR", layout("fr_FR", JWNLS_AMOUNT));
   numbers("write amount, en_IN", layout("en_IN", JWNLS_AMOUNT));
+  numbers("write amount, no groups", layout("fr_FR", JWNLS_AMOUNT, "no-group"));
   numbers("write amount, own digits", layout("hi_IN", JWNLS_AMOUNT, "digits=own"));
   numbers("write percent, sv_SE", layout("sv_SE", JWNLS_PERCENT, "decimals=1"));
   const jwnls_layout* plain = layout("de_DE", JWNLS_NUMBER, "decimals=2");
