@@ -42,6 +42,9 @@ constexpr OpenCase openings[] = {
      "option 'style=tall': the value is one of medium short long full"},
     {"de_DE", JWNLS_NUMBER, "decimals=351", JWNLS_UNKNOWN,
      "option 'decimals=351': the value is a number from 0 to 350"},
+    {"de_DE", JWNLS_AMOUNT, "currency=euro", JWNLS_UNKNOWN,
+     "option 'currency=euro': the value is own, any, or a code such as EUR"},
+    {"de_DE", JWNLS_AMOUNT, "currency=", JWNLS_UNKNOWN, "option 'currency=': the value is missing"},
     {"de_DE", JWNLS_NUMBER, "no-group=1", JWNLS_UNKNOWN,
      "option 'no-group=1': the word takes no value"},
     {"de_DE", JWNLS_DATETIME, "zone=Mars/Base\x1B[2J", JWNLS_UNKNOWN,
@@ -67,6 +70,11 @@ TEST(Layouts, OpenAndSayWhatTheyAre) {
     jwnls_close(again);
     jwnls_close(layout);
   }
+  jwnls_layout* layout = nullptr;
+  jwnls_error error;
+  EXPECT_EQ(jwnls_open_described("de_DE numbr decimals=2", &layout, &error), JWNLS_UNKNOWN);
+  EXPECT_STREQ(error.text, "layout 'de_DE numbr decimals=2': no kind 'numbr'");
+  EXPECT_EQ(jwnls_version_number(), JWNLS_VERSION_NUMBER);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstring>
 #include <random>
 #include <string>
 #include <string_view>
@@ -147,6 +148,15 @@ TEST(ExplainDate, SaysWhyAndWhere) {
     EXPECT_EQ(message.substr(0, message.find("; " + std::string(row.locale) + " writes '")),
               row.message);
     EXPECT_EQ(error.at, row.at) << row.text;
+    // In UTF-16, too, where `at` counts units.
+    std::u16string units(std::strlen(row.text), u' ');
+    const auto size = library::to_utf16(row.text, units.data(), units.size());
+    if (!size) continue;
+    jwnls_error wide;
+    EXPECT_NE(jwnls_explain_utf16(layout.get(), units.data(), *size, &wide), JWNLS_OK);
+    EXPECT_STREQ(wide.text, error.text);
+    char before[64];
+    EXPECT_EQ(library::to_utf8({units.data(), wide.at}, before, sizeof before), row.at);
   }
 }
 

@@ -153,6 +153,10 @@ TEST_F(DirectiveTest, NamesComeFromTheirLists) {
   set_text(handle->record->full_months[1], u"\u00C9t\U00010437s");
   expect(u"%B", u"\u00E9T\U00010437s", 0, 0, 4);
   expect(u"%B", u"E\u0301t\U00010437s", fails, fails);
+  // A letter beyond Latin-1 may have an ASCII letter for its capital.
+  set_text(handle->record->full_months[2], u"ma\u017Fch");
+  expect(u"%B 12:34:56", u"MASCH 12:34:56", 0, 0);
+  expect(u"%B 12:34:56", u"MATCH 12:34:56", fails, fails);
   // An empty name matches wherever it stands in the list, and reads nothing.
   set_text(handle->record->full_months[5], u"", -3);
   expect(u"%B", u"July", 0, 0, 0);
