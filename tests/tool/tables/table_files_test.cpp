@@ -151,6 +151,7 @@ class PipedRun {
       ::dup2(out[1], STDOUT_FILENO);
       for (const int end : {in[0], in[1], out[0], out[1]}) ::close(end);
       (void)std::signal(SIGPIPE, SIG_IGN);
+      (void)std::signal(SIGHUP, SIG_DFL);  // ignored under nohup
       ExitCode code = ExitCode::ok;
       try {
         code = convert_table(job);
