@@ -1,0 +1,121 @@
+"""The test of one mutant."""
+
+import filecmp
+import os
+import re
+import resource
+import shlex
+import shutil
+import signal
+import subprocess
+from pathlib import Path
+
+from build import LOADED, SOURCE, heed_signals, run
+
+
+class Trial:
+    """One mutant in one build."""
+
+    def __init__(self, build, mutant, text, thorough):
+        self.build = build
+        self.thorough = thorough
+        self.mutant = mutant
+        self.folder = build.folder / "mutant"
+        shutil.rmtree(self.folder, ignore_errors=True)
+        (self.folder / "tmp").mkdir(parents=True)
+        changed = self.folder / "source" / mutant.file
+        changed.parent.mkdir(parents=True)
+        changed.write_text(mutant.applied(text))
+        self.affected = set(build.including.get(mutant.file, []))
+        self.compiled = {}  # object: whether it compiles
+        self.changed = set()  # those that are other code
+        self.relinked = []
+
+    def outcome(self):
+        """What catches the mutant: a program, "" for nothing; None where it does not compile, or
+        to the same code."""
+        try:
+            for program, chosen in self.build.rounds(self.mutant.file, self.thorough):
+                objects = self.affected & self.build.objects[program]
+                # Tests that look into a header themselves are compiled with it where they are near.
+                beside = f"/{program}.dir/module/{Path(self.mutant.file).parent.name}/"
+                tests = {each for each in objects if each.startswith("tests/")}
+                if not all(self.compiles(each) for each in sorted(objects - tests)):
+                    return None
+                if not all(self.compiles(each) for each in sorted(tests) if beside in each):
+                    return f"{program} does not compile"
+                if objects & self.changed and not self.passes(program, chosen):
+                    return program
+            return "" if self.changed else None
+        except subprocess.CalledProcessError:
+            return None  # it does not link
+        finally:
+            self.build.put_back(self.relinked)
+
+    def compiles(self, name):
+        if name not in self.compiled:
+            words = [word for word in shlex.split(self.build.compile_commands[name])
+                     if Path(word).name != "ccache" and word != "-Werror"]
+            output = self.folder / name
+            output.parent.mkdir(parents=True, exist_ok=True)
+            words[words.index("-o") + 1] = str(output)
+            if words[-1] == str(SOURCE / self.mutant.file):
+                words[-1] = str(self.folder / "source" / self.mutant.file)
+            flags = tuple(word for word in words[:words.index("-o")]
+                          if not word.startswith(("-I", "-D")))
+            words[1:1] = ["-w", f"-I{self.folder / 'source'}",
+                          "-include", str(self.build.precompiled(flags))]
+            self.compiled[name] = self.limited(words, 60) == 0
+            if self.compiled[name] and not filecmp.cmp(output, self.build.folder / name, False):
+                self.changed.add(name)
+        return self.compiled[name]
+
+    def link(self, target, output):
+        command = self.build.link_command(target)
+        front = []
+        for name in sorted(self.changed & self.build.objects[target]):
+            if f" {name} " in command:
+                command = command.replace(f" {name} ", f" {self.folder / name} ")
+            else:
+                front.append(str(self.folder / name))
+        command = re.sub(rf" -o {re.escape(target)} ", f" {' '.join(front)} -o {output} ", command)
+        run(["sh", "-c", command], cwd=self.build.folder)
+
+    def passes(self, program, chosen):
+        """The program stands beside what it loads, as the one without the mutant does."""
+        changed = self.build.folder / f"mutant_{program}"
+        if program not in self.relinked:
+            self.link(program, changed)
+            self.relinked.append(program)
+            for name in LOADED:
+                if name not in self.relinked and self.affected & self.build.objects[name]:
+                    if all(self.compiles(each) for each in self.affected & self.build.objects[name]):
+                        self.link(name, name)
+                        self.relinked.append(name)
+        seconds = self.build.times[program]["seconds"]
+        arguments = ["--gtest_brief=1", "--gtest_fail_fast"]
+        if chosen != "-":
+            arguments.append(f"--gtest_filter={chosen}")
+        return self.limited([str(changed), *arguments], 10 + 5 * seconds) == 0
+
+    def limited(self, command, seconds):
+        """Runs with a limit of processor time, of time and of memory: what never ends fails."""
+        def limits():
+            heed_signals()
+            resource.setrlimit(resource.RLIMIT_CPU, (int(seconds) + 1, int(seconds) + 1))
+            resource.setrlimit(resource.RLIMIT_AS, (8 << 30, 8 << 30))
+            resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+        process = subprocess.Popen(
+            command, cwd=self.build.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL, start_new_session=True, preexec_fn=limits,
+            env={**os.environ, "TMPDIR": str(self.folder / "tmp")})
+        try:
+            return process.wait(timeout=60 + 6 * seconds)
+        except subprocess.TimeoutExpired:
+            return -1
+        finally:
+            try:
+                os.killpg(process.pid, signal.SIGKILL)  # also what it started
+            except ProcessLookupError:
+                pass
+            process.wait()
