@@ -12,6 +12,7 @@
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
+#include "library/dates/plain_date.h"
 #include "library/dates/service_call.h"
 #include "library/layouts/layout.h"
 #include "library/moments/moment_text.h"
@@ -215,6 +216,15 @@ TEST(ReadTimes, ReadAsTheServiceDoes) {
     }
   }
   EXPECT_GT(std::min(counts[0], counts[1]), 8'000);
+}
+
+TEST(ReadDates, PlainTextsAreReadTheQuickestWay) {
+  const Layout layout = open_layout("de_DE", JWNLS_DATE, "");
+  for (const char* text : {"4.9.2018", "4.12.2018", "14.9.2018", "04.09.2018", "2018-09-04"}) {
+    library::DateRead read;
+    EXPECT_TRUE(library::read_plain_date(*layout->dates, text, read)) << text;
+    EXPECT_EQ(read.refusal, Refusal::none) << text;
+  }
 }
 
 // Pieces of dates in any order: where the quick way decides, the full way says the same.

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <string>
 #include <string_view>
@@ -180,6 +181,47 @@ TEST(ReadNumbers, LongTextsAreRefusedUnread) {
             JWNLS_UNREAD);
   jwnls_error error;
   EXPECT_EQ(jwnls_explain(layout.get(), nullptr, 1025, &error), JWNLS_UNREAD);
+}
+
+// locale, kind, text, how many bytes fit, the message between the locale and what it writes
+struct ExplainCase {
+  const char* locale;
+  int kind;
+  const char* text;
+  std::size_t at;
+  const char* message;
+};
+constexpr ExplainCase explanations[] = {
+    {"de_DE", JWNLS_NUMBER, "12.5", 2, "'12' fits, '.5' does not: groups of another size"},
+    {"de_DE", JWNLS_NUMBER, "x", 0, "nothing of it fits: no number begins so"},
+    {"de_DE", JWNLS_NUMBER, "--1", 1, "'-' fits, '-1' does not: two signs"},
+    {"de_DE", JWNLS_NUMBER, "1'234.5", 5, "'1'234' fits, '.5' does not: two group symbols"},
+    {"de_DE", JWNLS_NUMBER, " 12 $", 3,
+     "' 12' fits, ' $' does not: a number has no unit; the kinds amount and percent do"},
+    {"de_DE", JWNLS_PERCENT, "1,5", 3,
+     "ends too early: its unit is missing; percent-sign=optional reads it"},
+    {"de_DE", JWNLS_INTEGER, "1,5", 1,
+     "'1' fits, ',5' does not: an integer has no decimals; the kind number does"},
+    {"de_DE", JWNLS_INTEGER, "99999999999999999999", 0, "beyond the integers of 64 bits"},
+    // What is cut is not cut inside a character.
+    {"de_DE", JWNLS_NUMBER, "1 12345678901234567890123456\u00E4\u00E4\u00E4", 1,
+     "'1' fits, ' 12345678901234567890123456\u00E4...' does not: the decimal symbol of another "
+     "locale"},
+};
+
+TEST(ReadNumbers, ExplanationsSayWhyAndWhere) {
+  for (const ExplainCase& row : explanations) {
+    SCOPED_TRACE(row.text);
+    const OpenedLayout layout = open_layout(row.locale, row.kind);
+    jwnls_error error;
+    EXPECT_NE(jwnls_explain(layout.get(), row.text, std::strlen(row.text), &error), JWNLS_OK);
+    const std::string in = std::string("' in ") + row.locale + ": ";
+    std::string message = error.text;
+    message.erase(0, message.find(in) + in.size());
+    EXPECT_EQ(message.substr(0, message.find("; " + std::string(row.locale) + " writes '")),
+              row.message);
+    EXPECT_EQ(error.at, row.at);
+  }
 }
 
 // At most 50 microseconds, whatever the text: the quickest of some runs, as machines are shared.
