@@ -8,9 +8,11 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
+#include "library/dates/date_names.h"
 #include "library/dates/date_text.h"
 #include "library/dates/plain_date.h"
 #include "library/dates/service_call.h"
@@ -216,6 +218,25 @@ TEST(ReadTimes, ReadAsTheServiceDoes) {
     }
   }
   EXPECT_GT(std::min(counts[0], counts[1]), 8'000);
+}
+
+// Not every version of the locales' data has such names.
+TEST(DateNames, StandApartThatOnlyTheirMarksTellApart) {
+  library::DateNameData data;
+  data.names = {{"er", {.month = 2, .two_months = true}}};
+  data.exact = {{"\u1EB8r", 3}};
+  const library::DateNames names(data);
+  for (const auto& [text, replaced] : {std::pair("15 \u1EB8r 2024", "15 \uE000 2024"),
+                                       {"\u1EB8r", "\uE000"},
+                                       {"15 x\u1EB8r", "15 x\u1EB8r"},
+                                       {"\u1EB8ra 15", "\u1EB8ra 15"},
+                                       {"15 Er 2024", "15 Er 2024"}}) {
+    std::string copy = text;
+    copy.resize(names.replace_exact(copy.data(), copy.size()));
+    EXPECT_EQ(copy, replaced);
+  }
+  ASSERT_NE(names.find("\uE000"), nullptr);
+  EXPECT_EQ(names.find("\uE000")->month, 3);
 }
 
 TEST(ReadDates, PlainTextsAreReadTheQuickestWay) {
