@@ -2,12 +2,14 @@
 
 namespace jwnls::tool {
 
-void ColumnValues::convert_all(const TextBatch& texts, ValueBatch& values) const noexcept {
+void ColumnValues::convert_all(const TextBatch& texts, ValueBatch& values) const {
   values.read = values.two_ways = values.deciding = 0;
   FieldValue value;
   std::int32_t end = 0;
   for (std::size_t i = 0; i < texts.count(); ++i) {
-    convert_into(texts.text(i), values.bytes.data() + end, value);
+    const auto used = static_cast<std::size_t>(end);
+    values.make_room(used, used + room);
+    convert_into(texts.text(i), values.bytes.data() + used, value);
     switch (value.outcome) {
       case FieldOutcome::read:
         values.codes[i] = JWNLS_OK;

@@ -27,7 +27,7 @@ struct FieldValue {
 
 /// One column's way from text to text: what the command does (read, format, convert), with one
 /// layout or two, and the words that stand for missing values. Immutable; any number of threads
-/// convert at once. Nothing allocates but reason().
+/// convert at once. Nothing allocates but reason() and convert_all().
 class ColumnValues {
  public:
   /// Room in bytes that convert() may use, whatever the text.
@@ -45,8 +45,9 @@ class ColumnValues {
     value = convert(text, out);
   }
 
-  /// The same with many texts at once; `values` is filled anew.
-  virtual void convert_all(const TextBatch& texts, ValueBatch& values) const noexcept;
+  /// The same with many texts at once; `values` is filled anew. Allocates where there is no
+  /// room for their values yet.
+  virtual void convert_all(const TextBatch& texts, ValueBatch& values) const;
 
   /// Why a text is refused: what stands behind "date '30.02.2024': " in a message.
   [[nodiscard]] virtual std::string reason(std::string_view text) const = 0;

@@ -17,15 +17,27 @@ struct Decimals {
                               &value.length, value.currency, &value.facts);
   }
   static void read_all(const jwnls_layout* layout, const jwnls_texts& texts, ValueBatch& values,
-                       jwnls_column_facts& facts) noexcept {
+                       jwnls_column_facts& facts) {
+    if (read_into_room(layout, texts, values, facts)) return;
+    // Exponents make decimals longer than their texts.
+    values.make_room(0, ValueBatch::most_room);
+    facts = {};
+    facts.size = sizeof facts;
+    (void)read_into_room(layout, texts, values, facts);
+  }
+
+ private:
+  // False where not all of them fit.
+  static bool read_into_room(const jwnls_layout* layout, const jwnls_texts& texts,
+                             ValueBatch& values, jwnls_column_facts& facts) noexcept {
     const jwnls_column column = {.size = sizeof column,
                                  .bytes = values.bytes.data(),
-                                 .room = ValueBatch::room,
+                                 .room = values.room(),
                                  .offsets = values.offsets.data(),
                                  .large_offsets = nullptr,
                                  .codes = values.codes.data(),
                                  .validity = nullptr};
-    (void)jwnls_read_decimals(layout, &texts, &column, &facts);
+    return jwnls_read_decimals(layout, &texts, &column, &facts) == texts.count;
   }
 };
 
@@ -42,6 +54,7 @@ struct Moments {
   }
   static void read_all(const jwnls_layout* layout, const jwnls_texts& texts, ValueBatch& values,
                        jwnls_column_facts& facts) noexcept {
+    static_assert(TextBatch::most * iso_room <= ValueBatch::first_room);
     std::array<Count, TextBatch::most> counts;
     (void)read_column(layout, &texts, counts.data(), values.codes.data(), &facts);
     char* const begin = values.bytes.data();
@@ -90,7 +103,7 @@ class ReadValues final : public LayoutValues {
     value.outcome = FieldOutcome::read;
     value.facts &= facts_;
   }
-  void convert_all(const TextBatch& batch, ValueBatch& values) const noexcept override {
+  void convert_all(const TextBatch& batch, ValueBatch& values) const override {
     // What stands for missing values is no value, even where the layout reads one.
     std::array<std::uint8_t, TextBatch::most / 8> validity;
     if (!missing_.empty()) mark_values(batch, validity);

@@ -28,21 +28,21 @@ struct CopyInSteps {
   }
 };
 
-/// Texts one behind the other. Memory is taken as it is used.
+/// Texts one behind the other.
 class TextBatch {
  public:
-  static constexpr std::size_t most = 256;      // texts
-  static constexpr std::size_t longest = 2048;  // bytes of a text; more than any that is read
+  static constexpr std::size_t most = 256;        // texts
+  static constexpr std::size_t room = 64 * 1024;  // bytes of all of them
 
-  TextBatch() { bytes_.reserve(0, most * longest + CopyInSteps::step); }
+  TextBatch() { bytes_.reserve(0, room + CopyInSteps::step); }
 
   void clear() { count_ = 0; }
-  /// Not beyond `most`. False for a text that is too long. CopyInSteps::step bytes may be read from
-  /// its begin, or as many as it is long, whichever is more.
+  /// Not beyond `most`. False where there is no room for the text. CopyInSteps::step bytes may be
+  /// read from its begin, or as many as it is long, whichever is more.
   [[gnu::always_inline]] bool add(const char* text, std::size_t size) {
-    if (size > longest) [[unlikely]]
-      return false;
     const auto end = static_cast<std::size_t>(ends_[count_]);
+    if (size > room - end) [[unlikely]]
+      return false;
     CopyInSteps::copy(bytes_.data() + end, text, size);
     ends_[++count_] = static_cast<std::int32_t>(end + size);
     return true;
@@ -68,9 +68,16 @@ class TextBatch {
 /// refused.
 struct ValueBatch {
   static constexpr std::size_t value_room = 4096;
-  static constexpr std::size_t room = TextBatch::most * value_room;
+  static constexpr std::size_t first_room = TextBatch::room;
+  static constexpr std::size_t most_room = TextBatch::most * value_room;
 
-  ValueBatch() { bytes.reserve(0, room + CopyInSteps::step); }
+  ValueBatch() { make_room(0, first_room); }
+
+  /// Keeps the first `used` bytes; CopyInSteps::step bytes stand behind the room.
+  void make_room(std::size_t used, std::size_t room) {
+    bytes.reserve(used, room + CopyInSteps::step);
+  }
+  [[nodiscard]] std::size_t room() const { return bytes.capacity() - CopyInSteps::step; }
 
   GrowingArray<char> bytes;
   std::array<std::int32_t, TextBatch::most + 1> offsets = {};
