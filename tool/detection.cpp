@@ -18,14 +18,7 @@ Detection::Detection(const jwnls_texts& texts, const std::string& locales)
   detection_.reset(detection);
 }
 
-int Detection::kind() const {
-  const int kind = jwnls_detection_kind(detection_.get());
-  if (kind != JWNLS_INTEGER) return kind;
-  const jwnls_detected_kind number = found(JWNLS_NUMBER);
-  const bool is_number =
-      number.verdict == JWNLS_AMBIGUOUS && number.read >= found(JWNLS_INTEGER).read;
-  return is_number ? JWNLS_NUMBER : JWNLS_INTEGER;
-}
+int Detection::kind() const { return jwnls_detection_kind(detection_.get()); }
 
 int Detection::most_read() const {
   int most = JWNLS_INTEGER;

@@ -18,9 +18,7 @@ class Detection {
   /// Failure{unavailable}.
   Detection(const jwnls_texts& texts, const std::string& locales);
 
-  /// Of the column: 0 where no kind reads half of its texts. Integers that are other numbers in
-  /// another locale, "1.234", are numbers: what one locale alone reads as an integer proves
-  /// nothing.
+  /// Of the column, by jwnls_detection_kind(): 0 where no kind reads half of its texts.
   [[nodiscard]] int kind() const;
 
   /// The kind that reads most texts; of equals the first, as the library ranks them.

@@ -321,8 +321,8 @@ JWNLS_API int jwnls_detect(const jwnls_texts *texts, const char *kinds, const ch
 JWNLS_API void jwnls_detection_close(jwnls_detection *detection); /* null: nothing */
 
 /* The kind that reads most of the column, at least half of it; of equals the first of integer,
-   number, amount, percent, date, datetime, time, but dates of eight digits before integers. 0: none
-   does. */
+   number, amount, percent, date, datetime, time, but dates of eight digits before integers, and
+   ambiguous numbers too: "1.234" is an integer here and 1.234 elsewhere. 0: none does. */
 JWNLS_API int jwnls_detection_kind(const jwnls_detection *detection);
 
 /* What a kind was found to be. Texts are counted, and numbered from 0; where there is no text to

@@ -187,6 +187,12 @@ class Detector {
       }
     }
     detection_.best = best != nullptr ? best->kind : 0;
+    // Of integers that are other numbers elsewhere, "1.234", one locale's reading proves nothing.
+    if (best == nullptr || best->kind != JWNLS_INTEGER) return;
+    for (const DetectedKind& each : detection_.kinds) {
+      const bool is_other = each.kind == JWNLS_NUMBER && each.found.verdict == JWNLS_AMBIGUOUS;
+      if (is_other && each.found.read >= best->found.read) detection_.best = JWNLS_NUMBER;
+    }
   }
 
   const jwnls_texts& texts_;

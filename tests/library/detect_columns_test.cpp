@@ -149,6 +149,15 @@ std::vector<ColumnCase> column_cases() {
        {"de_DE", "en_US"},
        "sv_SE"},
       {"three decimals", three_decimals(), JWNLS_NUMBER, proved, {"de_DE"}, "en_US"},
+      {"1.234/2.500",
+       make([](Random& random) {
+         return printed("%d.%03d", static_cast<int>(1 + random() % 9),
+                        static_cast<int>(random() % 1000), 0);
+       }),
+       JWNLS_NUMBER,
+       JWNLS_AMBIGUOUS,
+       {"de_DE", "en_US"},
+       "fr_FR"},
       {"dd.MM.yy", two_digit_years(), JWNLS_DATE, JWNLS_AMBIGUOUS, {"de_DE", "ko_KR"}, "en_US"},
       {"dd-MMM-yy", english_short(), JWNLS_DATE, proved, {"en_US"}, "de_DE"},
       {"listopada",
