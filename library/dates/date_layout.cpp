@@ -4,6 +4,7 @@
 #include <iterator>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "include/jwnls/jwnls.h"
 #include "library/dates/date_text.h"
@@ -124,17 +125,18 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
     layout.written_marks.push_back(
         {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size(), are_alone});
   }
-  for (const auto& each : {written, marks}) {
+  const auto add = [&](const std::string(&each)[4]) {
     layout.own_marks.push_back({each[0], each[1], each[2], each[3], month_first, has_words});
     layout.bytes.add(layout.own_marks.back());
-  }
+  };
+  add(written);
+  if (!std::equal(std::begin(marks), std::end(marks), std::begin(written))) add(marks);
 }
 
-void set_orders(const LocaleRecord& record, bool short_year_first, const Options& options,
-                DateLayout& layout) {
-  const PatternParts short_pattern(utf8_of(text_of(record.date_patterns[0])));
-  const PatternParts long_pattern(utf8_of(text_of(record.date_patterns[2])));
-  const std::string order = order_of(short_pattern);
+//   patterns  short, medium and long
+void set_orders(const std::vector<PatternParts>& patterns, bool short_year_first,
+                const Options& options, DateLayout& layout) {
+  const std::string order = order_of(patterns.front());
   Order chosen = static_cast<Order>(options.order);
   if (chosen == order_locale) {
     chosen = order.front() == 'Y'                ? order_ymd
@@ -146,7 +148,7 @@ void set_orders(const LocaleRecord& record, bool short_year_first, const Options
   layout.leading_short_years =
       options.years == years_two || (short_year_first && options.years != years_four);
   layout.short_years_with_names =
-      options.years == years_two || order_of(long_pattern).substr(0, 1) != "Y";
+      options.years == years_two || order_of(patterns.back()).substr(0, 1) != "Y";
 }
 
 struct Ordinals {
@@ -299,8 +301,10 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
   // The date service takes 1 for the medium and 2 for the long pattern, anything else for the
   // short one.
   layout.date_style = style == style_long ? 2 : style == style_short ? 0 : 1;
-  set_joints(locale, data, style, layout);
-  sort_quick_joints(layout.quick_joints);
+  if (kind != JWNLS_DATE) {
+    set_joints(locale, data, style, layout);
+    sort_quick_joints(layout.quick_joints);
+  }
   if (kind != JWNLS_DATE && style != style_medium && !layout.is_composed) {
     fail(JWNLS_UNKNOWN, [&](Message& message) {
       message << "option 'style': " << locale.name << " writes datetimes in its medium style only";
@@ -317,22 +321,16 @@ void set_style(const Locale& locale, int kind, const std::optional<DatePatternDa
 
 }  // namespace
 
-DateBytes::DateBytes() {
-  constexpr std::string_view marks = " \t\n\v\f\r.,-/()'";
-  for (int byte = 0; byte < 0x80; ++byte) {
-    const char each = static_cast<char>(byte);
-    foreign_[index_of(each)] =
-        !is_letter(each) && !is_digit(each) && marks.find(each) == marks.npos;
-  }
-}
-
 void DateBytes::add(const OwnMarks& marks) {
   const std::string* const texts[] = {&marks.lead, &marks.first_gap, &marks.second_gap,
                                       &marks.tail};
   for (std::size_t place = 0; place < own_begin_.size(); ++place) {
     const std::string& text = *texts[place];
     own_begin_[place].set(index_of(text.empty() ? '\0' : text.front()));
-    for (const char each : text) foreign_.reset(index_of(each));
+    for (const char each : text) {
+      const std::size_t index = index_of(each);
+      foreign_[index / 64] &= ~(std::uint64_t{1} << index % 64);
+    }
   }
 }
 
@@ -343,11 +341,12 @@ std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kin
   const LocaleRecord& record = *locale.record;
   layout->names = date_names_of(locale, options.names == names_english);
   const auto data = read_date_pattern_data(record);
-  set_orders(record, data && data->short_year_first, options, *layout);
+  std::vector<PatternParts> patterns;
+  patterns.reserve(std::size(record.date_patterns));
+  for (const TextEntry& each : record.date_patterns) patterns.emplace_back(utf8_of(text_of(each)));
+  set_orders(patterns, data && data->short_year_first, options, *layout);
   layout->century = options.century;
-  for (const TextEntry& pattern : record.date_patterns) {
-    add_own_marks(record, PatternParts(utf8_of(text_of(pattern))), *layout);
-  }
+  for (const PatternParts& each : patterns) add_own_marks(record, each, *layout);
   set_habits(locale.name, *layout);
   set_style(locale, kind, data, options.style, *layout);
   return layout;

@@ -14,6 +14,7 @@
 #include "abi/locale_record.h"
 #include "library/dates/date_names.h"
 #include "library/dates/date_writer.h"
+#include "library/locale_data/date_characters.h"
 #include "library/options/options.h"
 #include "library/process/process.h"
 
@@ -34,15 +35,27 @@ struct WrittenMarks {
   bool are_alone;   // no other of these have the same texts between the numbers
 };
 
+/// A bit for each byte of ASCII but letters, digits and the marks that every locale reads.
+inline constexpr std::array<std::uint64_t, 4> foreign_everywhere = [] {
+  constexpr std::string_view known = " \t\n\v\f\r.,-/()'";
+  std::array<std::uint64_t, 4> bits{};
+  for (std::size_t index = 0; index < 0x80; ++index) {
+    const char each = static_cast<char>(index);
+    const bool is_known = is_letter(each) || is_digit(each) || known.find(each) != known.npos;
+    if (!is_known) bits[index / 64] |= std::uint64_t{1} << index % 64;
+  }
+  return bits;
+}();
+
 /// What single bytes can be in a text of a date; letters of ASCII in lower case stand for both.
 class DateBytes {
  public:
-  DateBytes();
   void add(const OwnMarks& marks);
 
   /// Whether no date has it, wherever it stands.
   [[nodiscard]] bool is_foreign(char byte) const noexcept {
-    return foreign_[static_cast<unsigned char>(byte)];
+    const auto index = static_cast<unsigned char>(byte);
+    return (foreign_[index / 64] >> index % 64 & 1) != 0;
   }
   /// Whether some own marks begin with it: in front of the numbers (0), between them (1, 2), behind
   /// them (3); '\0' where they are empty.
@@ -56,7 +69,7 @@ class DateBytes {
     return static_cast<unsigned char>(is_capital ? byte | 0x20 : byte);
   }
 
-  std::bitset<256> foreign_;
+  std::array<std::uint64_t, 4> foreign_ = foreign_everywhere;
   std::array<std::bitset<256>, 4> own_begin_;
 };
 
