@@ -195,6 +195,8 @@ constexpr ExplainCase explanations[] = {
     {"de_DE", JWNLS_NUMBER, "12.5", 2, "'12' fits, '.5' does not: groups of another size"},
     {"de_DE", JWNLS_NUMBER, "x", 0, "nothing of it fits: no number begins so"},
     {"de_DE", JWNLS_NUMBER, "--1", 1, "'-' fits, '-1' does not: two signs"},
+    {"fr_FR", JWNLS_NUMBER, "1.234", 1,
+     "'1' fits, '.234' does not: a group of another locale or decimals? groups=any reads 1234"},
     {"de_DE", JWNLS_NUMBER, "1'234.5", 5, "'1'234' fits, '.5' does not: two group symbols"},
     {"de_DE", JWNLS_NUMBER, " 12 $", 3,
      "' 12' fits, ' $' does not: a number has no unit; the kinds amount and percent do"},
@@ -307,6 +309,18 @@ Reading read_all_ways(const NumberSyntax& syntax, std::string_view text, int& ta
     EXPECT_EQ(quick.facts, full.facts) << text;
   }
   return reading;
+}
+
+TEST(ReadNumbers, PlainTextsAreReadTheQuickestWay) {
+  const NumberSyntax german = open_layout("de_DE", JWNLS_NUMBER)->number.syntax;
+  const NumberSyntax egyptian = open_layout("ar_EG", JWNLS_NUMBER)->number.syntax;
+  QuickNumber number;
+  for (const std::string_view text : {"7", "1234,5", "1.234,5", "-12.345.678,25"}) {
+    EXPECT_TRUE(scan_by_character(german.quick, text.data(), text.size(), number)) << text;
+    EXPECT_TRUE(scan_by_masks(german.quick, text.data(), text.size(), number)) << text;
+  }
+  const std::string_view own = "\u0661\u0662\u066B\u0665";
+  EXPECT_TRUE(scan_own_digits(egyptian.quick, own.data(), own.size(), number));
 }
 
 // Every text of up to seven units, or as many as $JWNLS_TEST_UNITS says (ten take minutes): no two
