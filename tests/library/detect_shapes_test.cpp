@@ -119,4 +119,15 @@ TEST(Detection, TextsOfOneShapeAreTreatedAlike) {
   }
 }
 
+// One may be beyond a double where another is not.
+TEST(Detection, ExponentsAreShapesOfTheirOwn) {
+  for (const std::string text : {"1e300", "1E-300", "1e+300"}) {
+    char shape[jwnls::library::shape_room];
+    const std::size_t size =
+        jwnls::library::write_shape(jwnls::library::Family::numbers, text, shape,
+                                    jwnls::library::weekday_words_of_every_locale);
+    EXPECT_EQ(std::string_view(shape, size), "=" + text);
+  }
+}
+
 }  // namespace

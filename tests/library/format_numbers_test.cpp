@@ -9,7 +9,9 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <tuple>
 
+#include "library/layouts/layout.h"
 #include "tests/library/number_cases.h"
 #include "tests/library/opened_layout.h"
 #include "tests/support/seed.h"
@@ -111,6 +113,18 @@ std::string written(const jwnls_layout* layout, double value) {
   std::size_t length = 0;
   EXPECT_EQ(jwnls_write_number(layout, value, text, sizeof text, &length), JWNLS_OK);
   return {text, length};
+}
+
+TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
+  using jwnls::library::ShortForm;
+  for (const auto& [kind, options, form] : {std::tuple(JWNLS_NUMBER, "", ShortForm::few),
+                                            {JWNLS_NUMBER, "decimals=2", ShortForm::fixed},
+                                            {JWNLS_AMOUNT, "", ShortForm::fixed},
+                                            {JWNLS_PERCENT, "decimals=1", ShortForm::few}}) {
+    const OpenedLayout layout = open_layout("de_DE", kind, options);
+    EXPECT_EQ(layout->number.style.short_form, form) << kind << options;
+    EXPECT_GT(layout->number.style.short_integers, 1'000'000U);
+  }
 }
 
 TEST(FormatNumbers, FloatsAreShortestAsFloats) {

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
+#include <system_error>
 
 #include "include/jwnls/jwnls.h"
+#include "library/texts/failure.h"
 
 namespace {
 
@@ -23,6 +26,17 @@ struct OpenCase {
   int code;
   const char* text;
 };
+
+TEST(Errors, NothingThatIsThrownGoesThrough) {
+  using jwnls::library::guarded;
+  jwnls_error error;
+  for (jwnls_error* each : {&error, static_cast<jwnls_error*>(nullptr)}) {
+    EXPECT_EQ(guarded(each, [] { throw std::bad_alloc(); }), JWNLS_MEMORY);
+    EXPECT_EQ(guarded(each, [] { throw std::system_error(); }), JWNLS_LOAD);
+    EXPECT_EQ(guarded(each, [] {}), JWNLS_OK);
+  }
+  EXPECT_EQ(error.code, JWNLS_OK);
+}
 
 constexpr OpenCase openings[] = {
     {"de_DE", JWNLS_NUMBER, "", JWNLS_OK, "de_DE number"},

@@ -226,6 +226,15 @@ TEST(ReadNumbers, ExplanationsSayWhyAndWhere) {
   }
 }
 
+TEST(ReadNumbers, ExplanationsLookAtNothingBehindTheText) {
+  const OpenedLayout layout = open_layout("de_DE", JWNLS_NUMBER);
+  std::string text(60, 'x');
+  text += '\x80';
+  jwnls_error error;
+  EXPECT_EQ(jwnls_explain(layout.get(), text.data(), 60, &error), JWNLS_UNREAD);
+  EXPECT_EQ(std::string_view(error.text).find("x' in"), 60U);
+}
+
 // At most 50 microseconds, whatever the text: the quickest of some runs, as machines are shared.
 TEST(ReadNumbers, AnyTextIsExplainedInBoundedTime) {
 #if defined(JWNLS_SANITIZED)
