@@ -9,6 +9,7 @@ option(JWNLS_BENCH "Build the benchmarks (needs Google Benchmark and the peers)"
 option(JWNLS_FUZZ "Build the fuzzers (needs Clang)" OFF)
 option(JWNLS_WERROR "Treat warnings as errors" OFF)
 option(JWNLS_PORTABLE "Take the branches that are written for machines without SSE2" OFF)
+option(JWNLS_COVERAGE "Count which lines and branches are taken (gcc)" OFF)
 set(JWNLS_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize (address,undefined or thread)")
 set(JWNLS_GENERATORS "" CACHE PATH
     "A folder with the generators, built for this machine: to compile for another one")

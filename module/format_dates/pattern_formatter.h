@@ -166,7 +166,7 @@ class PatternFormatter {
         out = write_zone_offset(handle_, out);
         return Step::written_long;
     }
-    __builtin_unreachable();
+    __builtin_unreachable();  // unreachable: each output has its case
   }
 
   // Two pairs, each padded by itself: without padding 2005 is "205".

@@ -105,9 +105,9 @@ constexpr std::int32_t taken_decimals(Taken taken, std::int32_t decimals) noexce
       if (decimals == 0) return default_significant_digits;
       [[fallthrough]];
     case Taken::plain:
-      return decimals < 0 ? 6 : std::min(decimals, most_decimals);
+      break;
   }
-  return decimals;
+  return decimals < 0 ? 6 : std::min(decimals, most_decimals);
 }
 
 // Row by row without a loop: each becomes a comparison with constants.

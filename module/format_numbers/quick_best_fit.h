@@ -51,7 +51,7 @@ inline constexpr auto least_underestimated = [] {
   // The estimate is low for many values: those get one decimal fewer.
   decimals -= nudged(magnitude, estimate, decimals) >= least_underestimated[estimated] ? 1 : 0;
   if (!truncate_to_significant(nudged(magnitude, estimate, decimals), shown_digits, leading)) {
-    return false;
+    return false;  // unreachable: the powers to scale by, 0 to 20, are exact
   }
   const int integers = leading.exponent + 1;
   return integers + (decimals > 0 ? 1 + decimals : 0) <= room && integers <= shown_digits;

@@ -131,8 +131,8 @@ class Walk {
       case Reader::zone_name:
       case Reader::zone_offset:
         return read_zone(row.reader);
-      default:
-        __builtin_unreachable();
+      default:                    // unreachable: each reader has its case
+        __builtin_unreachable();  // unreachable: likewise
     }
     parts_.*row.field = value;
     return row.adjust == nullptr || row.adjust(parts_);
