@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #include "tests/library/opened_layout.h"
 
@@ -88,6 +89,12 @@ TEST(LocaleNames, AreTakenAsPeopleWriteThem) {
 }
 
 // Columns that were stored hold these bits.
+TEST(Versions, AreThoseOfTheHeader) {
+  EXPECT_STREQ(jwnls_version(), JWNLS_VERSION);
+  EXPECT_STREQ(jwnls_interface_version(), "6.1");
+  EXPECT_EQ(std::string_view(jwnls_data_version()).substr(0, 5), "CLDR ");
+}
+
 TEST(MissingValues, HaveTheBitsThatEveryStoredOneHas) {
   EXPECT_EQ(std::bit_cast<std::uint64_t>(jwnls_missing()), 0xFFFFD10000000000U);
   for (const std::uint64_t bits : {0xFFFFD10000000000U, 0xFFFFD20000000000U, 0xFFFFBE0000000000U,
