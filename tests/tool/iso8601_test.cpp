@@ -5,6 +5,8 @@
 #include <sstream>
 #include <string>
 
+#include "tool/iso_writer.h"
+
 namespace jwnls::tool {
 namespace {
 
@@ -84,6 +86,13 @@ TEST(Iso8601, WritesFractionsWhereThereAreSome) {
   EXPECT_EQ(iso_text(Microseconds(1)), "00:00:00.000001");
   EXPECT_EQ(iso_text(std::chrono::local_time<Microseconds>(Microseconds(-1))),
             "1969-12-31T23:59:59.999999");
+  constexpr std::int64_t day = 86'400'000'000;
+  for (const auto& [moment, text] : {std::pair(std::int64_t{0}, "1970-01-01T00:00:00"),
+                                     {-day, "1969-12-31T00:00:00"},
+                                     {-1, "1969-12-31T23:59:59.999999"}}) {
+    char out[iso_room];
+    EXPECT_EQ(std::string(out, write_iso_datetime(out, moment)), text);
+  }
 }
 
 }  // namespace

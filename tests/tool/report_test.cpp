@@ -9,6 +9,7 @@
 #include "tool/reports/date_form.h"
 #include "tool/reports/decimal_sum.h"
 #include "tool/reports/html_page.h"
+#include "tool/reports/table_report.h"
 #include "tool/reports/unread_texts.h"
 
 namespace jwnls::tool {
@@ -134,6 +135,52 @@ TEST(HtmlPage, ShowsTextsAsTheyAre) {
   EXPECT_EQ(html_text("<a href=\"x\">'&\x1B\xFF\u05D0"),
             "&lt;a href=&quot;x&quot;&gt;&#39;&amp;\uFFFD\uFFFD\u05D0");
   EXPECT_EQ(html_isolated("\u05D0", "he-IL"), "<bdi lang=\"he-IL\">\u05D0</bdi>");
+}
+
+// The text of a page's main part, pieces of it one blank apart.
+std::string main_text(const std::string& page) {
+  std::string text;
+  bool in_tag = false;
+  for (const char each : page.substr(page.find("<main>"))) {
+    in_tag = in_tag || each == '<';
+    const bool is_blank = in_tag || each == ' ' || each == '\n';
+    if (!is_blank) text += each;
+    if (is_blank && !text.empty() && text.back() != ' ') text += ' ';
+    in_tag = in_tag && each != '>';
+  }
+  return text;
+}
+
+TEST(HtmlReport, TellsAllOfEveryColumn) {
+  TableReport report;
+  report.input = "sales.csv";
+  report.separator = "semicolon";
+  report.rows = 1234;
+  report.ragged = 2;
+  report.ended = "No space left on device";
+  ReportedColumn prices;
+  prices.number = 2;
+  prices.name = "<price>";
+  prices.layout = "de_DE number";
+  prices.read = 1230;
+  prices.not_read = 3;
+  prices.two_ways = 7;
+  prices.values = {{"", 1230, "-1.5", "99", "1234.25"}};
+  prices.texts = {{"1.23", false, 2, 17, "groups of another size"}, {"xx", true, 1, 18, "none"}};
+  ReportedColumn amounts;
+  amounts.number = 3;
+  amounts.name = "due";
+  amounts.layout = "de_DE amount";
+  amounts.values = {{"", 1, "1", "1", "1"}, {"EUR", 1, "2.50", "2.50", {}}};
+  report.columns = {prices, amounts};
+  EXPECT_EQ(main_text(html_report(report)),
+            "sales.csv 1,234 rows, 2 of another length, separator semicolon, header "
+            "Ended early: No space left on device &lt;price&gt; Column 2, de_DE number "
+            "1,230 read 0 missing 3 not read 7 values could be meant otherwise; none decides "
+            "Least -1.5 Greatest 99 Sum, exact 1234.25 "
+            "Not read Text Times First in line Why "
+            "1.23 2 17 groups of another size xx \u2026 1 18 none due Column 3, de_DE amount "
+            "Values Currency Values Least Greatest Sum, exact none 1 1 1 1 EUR 1 2.50 2.50 ");
 }
 
 }  // namespace
