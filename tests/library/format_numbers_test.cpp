@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "library/layouts/layout.h"
+#include "library/numbers/short_decimal.h"
 #include "tests/library/number_cases.h"
 #include "tests/library/opened_layout.h"
 #include "tests/support/seed.h"
@@ -125,6 +126,11 @@ TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
     EXPECT_EQ(layout->number.style.short_form, form) << kind << options;
     EXPECT_GT(layout->number.style.short_integers, 1'000'000U);
   }
+  jwnls::library::ShortDecimal number;
+  EXPECT_TRUE(few_decimals(1234.5, 0, -1, number));
+  EXPECT_EQ(number.mantissa, 1'234'500'000U);
+  EXPECT_TRUE(fixed_decimal(-1234.565, 2, number));
+  EXPECT_EQ(number.mantissa, 123'457U);
 }
 
 TEST(FormatNumbers, FloatsAreShortestAsFloats) {
