@@ -37,12 +37,11 @@ class Trial:
         try:
             for program, chosen in self.build.rounds(self.mutant.file, self.thorough):
                 objects = self.affected & self.build.objects[program]
-                # Tests that look into a header themselves are compiled with it where they are near.
-                beside = f"/{program}.dir/module/{Path(self.mutant.file).parent.name}/"
+                # Tests are compiled where they themselves look into the changed header.
                 tests = {each for each in objects if each.startswith("tests/")}
                 if not all(self.compiles(each) for each in sorted(objects - tests)):
                     return None
-                if not all(self.compiles(each) for each in sorted(tests) if beside in each):
+                if not all(self.compiles(each) for each in sorted(tests) if self.included_by(each)):
                     return f"{program} does not compile"
                 if objects & self.changed and not self.passes(program, chosen):
                     return program
@@ -51,6 +50,11 @@ class Trial:
             return None  # it does not link
         finally:
             self.build.put_back(self.relinked)
+
+    def included_by(self, name):
+        """Whether an object's source itself includes the file."""
+        source = shlex.split(self.build.compile_commands[name])[-1]
+        return f'#include "{self.mutant.file}"' in Path(source).read_text()
 
     def compiles(self, name):
         if name not in self.compiled:

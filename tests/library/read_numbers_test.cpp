@@ -193,6 +193,8 @@ struct ExplainCase {
 };
 constexpr ExplainCase explanations[] = {
     {"de_DE", JWNLS_NUMBER, "12.5", 2, "'12' fits, '.5' does not: groups of another size"},
+    {"de_DE", JWNLS_NUMBER, "12.5 km", 2, "'12' fits, '.5 km' does not: groups of another size"},
+    {"de_DE", JWNLS_NUMBER, "1,2,3", 3, "'1,2' fits, ',3' does not: a second decimal symbol"},
     {"de_DE", JWNLS_NUMBER, "x", 0, "nothing of it fits: no number begins so"},
     {"de_DE", JWNLS_NUMBER, "--1", 1, "'-' fits, '-1' does not: two signs"},
     {"fr_FR", JWNLS_NUMBER, "1.234", 1,
