@@ -174,7 +174,7 @@ TEST(HtmlReport, TellsAllOfEveryColumn) {
   amounts.values = {{"", 1, "1", "1", "1"}, {"EUR", 1, "2.50", "2.50", {}}};
   report.columns = {prices, amounts};
   EXPECT_EQ(main_text(html_report(report)),
-            "sales.csv 1,234 rows, 2 of another length, separator semicolon, header "
+            "sales.csv 1,234 rows, 2 of another length, separator semicolon, header, UTF-8 "
             "Ended early: No space left on device &lt;price&gt; Column 2, de_DE number "
             "1,230 read 0 missing 3 not read 7 values could be meant otherwise; none decides "
             "Least -1.5 Greatest 99 Sum, exact 1234.25 "
