@@ -16,7 +16,7 @@ namespace jwnls::library {
 /// `end`, and gives how many there are; zeros stand behind them in `folded`.
 [[nodiscard]] inline std::size_t fold_ascii(const char* at, const char* end,
                                             std::uint64_t& folded) noexcept {
-  std::uint64_t bytes;
+  std::uint64_t bytes = 0;
   if (end - at >= 8) {
     std::memcpy(&bytes, at, 8);
   } else {

@@ -84,7 +84,7 @@ std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcep
     const auto is_ascii_letter = [](char byte) { return is_letter(byte) && byte > 0; };
     if ((at > 0 && is_letter(text[at - 1])) || (end < size && is_ascii_letter(text[end]))) continue;
     const std::size_t cut = each.name.size() - each.stand_in.size();
-    std::memcpy(text + at, each.stand_in.data(), each.stand_in.size());
+    each.stand_in.copy(text + at, each.stand_in.size());
     std::memmove(text + end - cut, text + end, size - end);
     size -= cut;
   }
@@ -101,7 +101,7 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
     const bool inside =
         (at > 0 && is_letter(folded[at - 1])) || (at + name < size && is_digit(folded[at + name]));
     if (inside) continue;
-    std::memcpy(folded + at, each.stand_in.data(), stand_in);
+    each.stand_in.copy(folded + at, stand_in);
     at += stand_in;
     const std::size_t cut = name - stand_in;
     std::memmove(folded + at, folded + at + cut, size - at - cut);

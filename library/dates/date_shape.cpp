@@ -18,7 +18,7 @@ bool is_ascii(std::string_view text) noexcept {
   std::uint64_t all = 0;
   if (text.size() >= 8) {
     for (std::size_t at = 0;; at += 8) {
-      std::uint64_t bytes;
+      std::uint64_t bytes = 0;
       const bool is_last = at + 8 >= text.size();
       std::memcpy(&bytes, text.data() + (is_last ? text.size() - 8 : at), 8);
       all |= bytes;
@@ -99,7 +99,7 @@ bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_
   if (!layout.names->has_beginning(static_cast<char>(text[at] | 0x20))) return true;
   if (text.size() >= 8) {
     const char* const end = text.data() + text.size();
-    std::uint64_t key;
+    std::uint64_t key = 0;
     const std::size_t size = fold_ascii(text.data() + at, end, key);
     if (size < 8 && ends_word(text.data() + at + size, end)) {
       return layout.names->find(key, text.substr(at, size)) == nullptr &&
@@ -107,7 +107,8 @@ bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_
     }
   }
   const std::string_view rest = text.substr(at);
-  const Word word = QuickLookUp(layout)(rest);
+  QuickLookUp look_up(layout);  // which holds the word's folded form
+  const Word word = look_up(rest);
   return word.size > 0 && word.meaning == nullptr && !layout.is_ordinal(word.folded) &&
          (word.size == rest.size() || rest[word.size] >= 0);
 }

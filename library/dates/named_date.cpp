@@ -107,7 +107,7 @@ class NamedDate {
   bool take_word() noexcept {
     const char* const begin = text_.data() + at_;
     const char* const end = text_.data() + text_.size();
-    std::uint64_t first;
+    std::uint64_t first = 0;
     const std::size_t letters = fold_ascii(begin, end, first);
     const char* at = begin + letters;
     if (letters < 8 && ends_word(at, end)) [[likely]] {
@@ -140,7 +140,7 @@ class NamedDate {
     const auto begins = [&at] { return beginnings[static_cast<unsigned char>(*at)]; };
     while (at < limit) {
       if (begins() == Begins::letter) {
-        std::uint64_t folded;
+        std::uint64_t folded = 0;
         const std::size_t letters = fold_ascii(at, end, folded);
         std::memcpy(folded_ + size, &folded, 8);
         size += letters;
@@ -179,7 +179,7 @@ class NamedDate {
     }
     if (at >= limit && limit < end) return false;
     if (size == 0) return false;
-    std::uint64_t key;
+    std::uint64_t key = 0;
     std::memcpy(&key, folded_, 8);
     const bool is_whole = is_one_word && (at == end || static_cast<unsigned char>(*at) < 0x80);
     return take_name(static_cast<std::size_t>(at - begin), key, {folded_, size}, is_whole);

@@ -47,7 +47,7 @@ class QuickLookUp {
     }
     if (at == 0 || folded_size_ + 4 > sizeof folded_) return {};
     const std::string_view folded(folded_, folded_size_);
-    std::uint64_t key;
+    std::uint64_t key = 0;
     std::memcpy(&key, folded_, 8);
     const NameMeaning* const meaning = layout_.names->find(key, folded);
     // The full way knows names of several words, and names that a part of a run is.

@@ -133,9 +133,9 @@ class Detector {
  private:
   const Shapes& shapes_of(Family family) {
     std::optional<Shapes>& shapes = shapes_[static_cast<int>(family)];
-    if (!shapes)
-      shapes.emplace(
-          texts_, family, [this]() -> const auto& { return weekdays(); });
+    if (!shapes) {
+      shapes.emplace(texts_, family, [this]() -> const WeekdayWords& { return weekdays(); });
+    }
     return *shapes;
   }
 

@@ -30,8 +30,8 @@ inline void copy_digits(std::string_view digits, Unit* out) noexcept {
   if (count == 3) {
     for (int i = 0; i < 3; ++i) out[i] = static_cast<Unit>(from[i]);
   } else if (sizeof(Unit) == 1 && count >= 4 && count <= 8) {
-    std::uint32_t first;
-    std::uint32_t last;
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
     std::memcpy(&first, from, sizeof first);
     std::memcpy(&last, from + count - sizeof last, sizeof last);
     std::memcpy(out, &first, sizeof first);

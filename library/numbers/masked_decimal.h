@@ -88,7 +88,7 @@ struct Grouped {
   alignas(16) std::uint8_t by[4][16];
   // Where the separators stand: every fourth byte before the end. None where that puts one in
   // front.
-  std::uint32_t separators;
+  std::uint32_t separators = 0;
 };
 // By the length; the first row for what has no groups, or is longer than all that have.
 inline constexpr std::array<Grouped, 16> grouped = [] {

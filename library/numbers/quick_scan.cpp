@@ -23,13 +23,13 @@ constexpr std::uint8_t facts_of(bool two_ways, bool marked) {
 }
 
 std::uint64_t load_8(const char* bytes) {
-  std::uint64_t word;
+  std::uint64_t word = 0;
   std::memcpy(&word, bytes, sizeof word);
   return word;
 }
 
 std::uint64_t load_4(const char* bytes) {
-  std::uint32_t word;
+  std::uint32_t word = 0;
   std::memcpy(&word, bytes, sizeof word);
   return word;
 }

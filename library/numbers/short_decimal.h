@@ -138,7 +138,7 @@ inline constexpr unsigned no_places = 1075;
 /// Takes eight digits at once, if that many stand there.
 inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& mantissa) noexcept {
   if (end - at < 8) return;
-  std::uint64_t word;
+  std::uint64_t word = 0;
   std::memcpy(&word, at, sizeof word);
   constexpr std::uint64_t zeros = 0x3030'3030'3030'3030;
   constexpr std::uint64_t sixes = 0x0606'0606'0606'0606;

@@ -13,7 +13,7 @@ constexpr bool is_low_surrogate(char32_t unit) { return (unit & 0xFC00U) == 0xDC
 constexpr std::uint64_t high_bits = 0x8080808080808080;
 
 std::uint64_t eight_bytes(const char* bytes) {
-  std::uint64_t word;
+  std::uint64_t word = 0;
   std::memcpy(&word, bytes, sizeof word);
   return word;
 }
