@@ -34,7 +34,7 @@ bool is_missing_text(const jwnls_layout& layout, std::string_view text) noexcept
   if (text.empty()) return true;
   if (layout.options.missing != missing_module || text.front() != '.') return false;
   return text.size() == 1 ||
-         (text.size() == 2 && (text[1] == '_' || (is_letter(text[1]) && text[1] > 0)));
+         (text.size() == 2 && (text[1] == '_' || (is_letter(text[1]) && is_ascii(text[1]))));
 }
 
 }  // namespace jwnls::library

@@ -37,7 +37,7 @@ namespace jwnls::library {
 /// Whether a run of letters before `at` certainly ends there, as before most ASCII characters.
 [[nodiscard]] inline bool ends_word(const char* at, const char* end) noexcept {
   return at == end || *at == ' ' ||
-         (*at > 0 && *at != '\'' && *at != '-' &&
+         (is_ascii(*at) && *at != '\0' && *at != '\'' && *at != '-' &&
           (*at != '.' || end - at == 1 || !is_letter(at[1])));
 }
 

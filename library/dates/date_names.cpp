@@ -81,7 +81,7 @@ std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcep
     const std::size_t at = std::string_view(text, size).find(each.name);
     const std::size_t end = at + each.name.size();
     if (at == std::string_view::npos || each.name.size() < each.stand_in.size()) continue;
-    const auto is_ascii_letter = [](char byte) { return is_letter(byte) && byte > 0; };
+    const auto is_ascii_letter = [](char byte) { return is_letter(byte) && is_ascii(byte); };
     if ((at > 0 && is_letter(text[at - 1])) || (end < size && is_ascii_letter(text[end]))) continue;
     const std::size_t cut = each.name.size() - each.stand_in.size();
     each.stand_in.copy(text + at, each.stand_in.size());

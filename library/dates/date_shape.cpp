@@ -1,11 +1,13 @@
 #include "library/dates/date_shape.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 #include "library/dates/ascii_word.h"
+#include "library/dates/plain_date.h"
 #include "library/dates/quick_look_up.h"
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
@@ -14,7 +16,7 @@
 namespace jwnls::library {
 namespace {
 
-bool is_ascii(std::string_view text) noexcept {
+bool is_all_ascii(std::string_view text) noexcept {
   std::uint64_t all = 0;
   if (text.size() >= 8) {
     for (std::size_t at = 0;; at += 8) {
@@ -95,7 +97,7 @@ bool have_wrong_marks(const DateLayout& layout, std::string_view first,
 // Whether the word of ASCII at a place of the text, with no letter in front of it, is none of the
 // locale's.
 bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_t at) noexcept {
-  if (text[at] < 0) return false;
+  if (!is_ascii(text[at])) return false;
   if (!layout.names->has_beginning(static_cast<char>(text[at] | 0x20))) return true;
   if (text.size() >= 8) {
     const char* const end = text.data() + text.size();
@@ -110,7 +112,7 @@ bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_
   QuickLookUp look_up(layout);  // which holds the word's folded form
   const Word word = look_up(rest);
   return word.size > 0 && word.meaning == nullptr && !layout.is_ordinal(word.folded) &&
-         (word.size == rest.size() || rest[word.size] >= 0);
+         (word.size == rest.size() || is_ascii(rest[word.size]));
 }
 
 // Whether a character beyond ASCII stands behind nothing but ASCII, where none of the locale's
@@ -118,11 +120,11 @@ bool is_unknown_word(const DateLayout& layout, std::string_view text, std::size_
 bool is_foreign_character(const DateLayout& layout, std::string_view text,
                           std::size_t at) noexcept {
   const char first = text[at];
-  if (first >= 0 || layout.names->has_beginning(first)) return false;
+  if (is_ascii(first) || layout.names->has_beginning(first)) return false;
   for (std::size_t place = 0; place < 4; ++place) {
     if (layout.bytes.own_begins(place, first)) return false;
   }
-  return stays(text.substr(at)) && is_ascii(text.substr(0, at));
+  return stays(text.substr(at)) && is_all_ascii(text.substr(0, at));
 }
 
 // One in front of the numbers, or behind one of them.
@@ -190,12 +192,12 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
   // Names with digits are no numbers, and may have any mark.
   if (layout.names->has_numbered() && have_letters(text)) return false;
   const char first = text.front();
-  if (first >= 0 && !is_letter(first) && !is_digit(first) && first != '\'' &&
+  if (is_ascii(first) && !is_letter(first) && !is_digit(first) && first != '\'' &&
       !layout.bytes.own_begins(0, first)) {
     return true;
   }
   if (layout.bytes.is_foreign(text.back())) return true;
-  if (!is_ascii(text)) {
+  if (!is_all_ascii(text)) {
     return has_foreign_character(layout, text, numbers) ||
            (is_hopeless(layout, text, numbers) && is_of_letters(text));
   }
@@ -204,8 +206,33 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
   return std::any_of(text.begin(), text.end(), is_foreign);
 }
 
+bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
+                        std::uint64_t digits) noexcept {
+  const std::uint64_t begins = digits & ~(digits << 1);
+  if (layout.names->has_numbered() || !is_all_ascii(text)) return false;
+  const auto first = [](std::uint64_t bits) {
+    return static_cast<std::size_t>(std::countr_zero(bits));
+  };
+  const std::uint64_t ends = ~digits & digits << 1;  // but that of a number at the text's end
+  const std::uint64_t later_begins = begins & (begins - 1);
+  const std::uint64_t later_ends = ends & (ends - 1);
+  const std::size_t gaps[] = {first(ends), first(later_ends)};
+  const std::size_t last_begin = first(later_begins & (later_begins - 1));
+  if (gaps[0] + 1 != first(later_begins) || gaps[1] + 1 != last_begin) return false;
+  const std::uint64_t last_end = later_ends & (later_ends - 1);
+  const std::size_t end = last_end == 0 ? text.size() : first(last_end);
+  const char marks[] = {text[gaps[0]], text[gaps[1]]};
+  const bool are_alike = marks[0] == marks[1] && (is_blank(marks[0]) || is_date_mark(marks[0]));
+  const auto begin_of_gap = [](char mark) { return is_blank(mark) || mark == ',' ? '\0' : mark; };
+  if (!are_alike && (!layout.bytes.own_begins(1, begin_of_gap(marks[0])) ||
+                     !layout.bytes.own_begins(2, begin_of_gap(marks[1])))) {
+    return true;
+  }
+  return is_wrong_lead(layout, text, first(begins)) || is_wrong_word_behind(layout, text, end);
+}
+
 bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {
-  return !layout.names->has_numbered() && (is_ascii(text) || is_of_letters(text));
+  return !layout.names->has_numbered() && (is_all_ascii(text) || is_of_letters(text));
 }
 
 }  // namespace jwnls::library

@@ -3,6 +3,7 @@
 #ifndef JWNLS_LIBRARY_DATES_DATE_SHAPE_H_
 #define JWNLS_LIBRARY_DATES_DATE_SHAPE_H_
 
+#include <cstdint>
 #include <string_view>
 
 #include "library/dates/date_layout.h"
@@ -16,6 +17,12 @@ namespace jwnls::library {
 ///   numbers  of the text
 [[nodiscard]] bool is_no_date(const DateLayout& layout, std::string_view text,
                               const Numbers& numbers) noexcept;
+
+/// The same of a text of three numbers and ASCII, of at most 64 bytes, before its numbers are
+/// taken: false where that takes more than a look at one byte between them and a word around them.
+///   digits  of the text: a bit for each byte
+[[nodiscard]] bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
+                                      std::uint64_t digits) noexcept;
 
 /// Whether a text certainly has the same numbers when it is folded, and no names with digits.
 [[nodiscard]] bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept;

@@ -120,7 +120,14 @@ namespace {
 // where.
 [[gnu::always_inline]] inline void read_quickly(const DateLayout& layout, std::string_view text,
                                                 bool with_place, DateRead& read) noexcept {
-  const Numbers numbers = numbers_of(text);
+  const bool is_short = text.size() <= longest_outlined;
+  const std::uint64_t digits = is_short ? digits_of(text) : 0;
+  if (!with_place && has_three_runs(digits) && is_ascii(text.back()) &&
+      is_no_date_at_once(layout, text, digits)) {
+    read.refusal = Refusal::no_date;
+    return;
+  }
+  const Numbers numbers = is_short ? numbers_of(text, digits) : Numbers(text);
   if (numbers.count == 2 && !layout.months_are_numbers) {
     if (read_named_date(layout, text, numbers, read)) return;
   } else if (numbers.count == 3) {

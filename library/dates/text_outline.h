@@ -61,11 +61,17 @@ inline constexpr std::size_t longest_outlined = 64;  // bytes
 #endif
 }
 
-/// The numbers of a text, quickly where it is short.
-[[nodiscard]] inline Numbers numbers_of(std::string_view text) noexcept {
-  if (text.size() > longest_outlined) return Numbers(text);
+/// Whether digits stand in three runs, as in a date of numbers.
+[[nodiscard]] constexpr bool has_three_runs(std::uint64_t digits) noexcept {
+  const std::uint64_t begins = digits & ~(digits << 1);
+  const std::uint64_t later = begins & (begins - 1);
+  const std::uint64_t last = later & (later - 1);
+  return last != 0 && (last & (last - 1)) == 0;
+}
+
+/// The numbers of a text of at most longest_outlined bytes, of which the digits are known.
+[[nodiscard]] inline Numbers numbers_of(std::string_view text, std::uint64_t digits) noexcept {
   Numbers numbers;
-  const std::uint64_t digits = digits_of(text);
   for (std::uint64_t begins = digits & ~(digits << 1); begins != 0; begins &= begins - 1) {
     if (numbers.count == 3) {
       numbers.count = 4;
@@ -78,6 +84,11 @@ inline constexpr std::size_t longest_outlined = 64;  // bytes
     numbers.add(text, begin, begin + size);
   }
   return numbers;
+}
+
+/// The numbers of a text, quickly where it is short.
+[[nodiscard]] inline Numbers numbers_of(std::string_view text) noexcept {
+  return text.size() > longest_outlined ? Numbers(text) : numbers_of(text, digits_of(text));
 }
 
 }  // namespace jwnls::library

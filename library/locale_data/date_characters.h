@@ -8,10 +8,11 @@
 
 namespace jwnls::library {
 
+/// Whether a char is signed is the machine's choice.
+constexpr bool is_ascii(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x80; }
 constexpr bool is_digit(char byte) noexcept { return static_cast<unsigned char>(byte - '0') < 10; }
 constexpr bool is_letter(char byte) noexcept {
-  return static_cast<unsigned char>((byte | 0x20) - 'a') < 26 ||
-         static_cast<unsigned char>(byte) >= 0x80;
+  return static_cast<unsigned char>((byte | 0x20) - 'a') < 26 || !is_ascii(byte);
 }
 constexpr bool is_blank(char byte) noexcept {
   return byte == ' ' || static_cast<unsigned char>(byte - '\t') < 5;

@@ -395,7 +395,9 @@ MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
   Clock clock;
   const bool is_plain = look_for_plain_time(layout, text, clock) != Look::unknown;
   if (!is_plain) {
-    const auto is_idle = [](char each) { return !is_digit(each) && each > 0; };
+    const auto is_idle = [](char each) {
+      return !is_digit(each) && is_ascii(each) && each != '\0';
+    };
     if (!with_place && std::all_of(text.begin(), text.end(), is_idle)) {
       read.date.refusal = Refusal::no_time;
       return read;

@@ -31,7 +31,6 @@ bool is_number(char directive) {
 bool is_name(char directive) {
   return directive != 0 && std::string_view("bBaAp").find(directive) != std::string_view::npos;
 }
-bool is_ascii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 // The form of a time pattern; false when it has another.
 bool find_form(const Parts& parts, TimeLayout& layout) {

@@ -116,9 +116,12 @@ class HeadFinder {
     const std::string_view line = text().substr(at_, *end - at_);
     if (!line.starts_with(word) && !line.starts_with("SEP=")) return std::nullopt;
     const std::string_view value = line.substr(word.size());
+    if (value.empty()) return std::nullopt;
     const char separator = value.front();
     if (value.substr(1) != "\n" && value.substr(1) != "\r\n") return std::nullopt;
-    if (separator == '"' || separator == '\r' || separator < 0) return std::nullopt;
+    if (separator == '"' || separator == '\r' || static_cast<unsigned char>(separator) >= 0x80) {
+      return std::nullopt;
+    }
     skip_line();
     return separator;
   }
