@@ -18,7 +18,7 @@ inline constexpr std::size_t folded_room = 600;  // more than any date has
 [[nodiscard]] std::string_view trimmed_slowly(std::string_view text) noexcept;
 [[nodiscard]] inline std::string_view trimmed(std::string_view text) noexcept {
   const auto is_plain = [](char end) {
-    return end > ' ' || (static_cast<unsigned char>(end) >= 0x80 && end != '\xC2' && end != '\xA0');
+    return is_ascii(end) ? end > ' ' : end != '\xC2' && end != '\xA0';
   };
   if (!text.empty() && is_plain(text.front()) && is_plain(text.back())) [[likely]]
     return text;
