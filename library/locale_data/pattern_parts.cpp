@@ -15,7 +15,6 @@ PatternParts::PatternParts(std::string_view pattern) {
   const auto end_literal = [&] {
     if (!literal.empty()) parts.push_back({0, std::exchange(literal, {})});
   };
-  parts.reserve(8);  // of most patterns
   while (!pattern.empty()) {
     const std::size_t mark = std::min(pattern.find('%'), pattern.size());
     literal.append(pattern, 0, mark);
