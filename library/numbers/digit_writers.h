@@ -18,7 +18,7 @@ namespace jwnls::library {
 
 template <typename Word>
 [[nodiscard]] inline std::uint64_t word_at(const char* digits) noexcept {
-  Word word;
+  Word word = 0;
   std::memcpy(&word, digits, sizeof word);
   return word;
 }

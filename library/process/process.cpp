@@ -125,7 +125,7 @@ bool has_surrogates(const LocaleRecord& record) {
     std::uint64_t all = 0;
     for (std::size_t at = 0; at < text.size(); at += 4) {
       static_assert(text_entry_capacity % 4 == 0);
-      std::uint64_t units;
+      std::uint64_t units = 0;
       std::memcpy(&units, entry->units + at, sizeof units);
       all |= units;
     }
