@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "library/dates/ascii_word.h"
-#include "library/dates/plain_date.h"
 #include "library/dates/quick_look_up.h"
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
@@ -15,22 +14,6 @@
 
 namespace jwnls::library {
 namespace {
-
-bool is_all_ascii(std::string_view text) noexcept {
-  std::uint64_t all = 0;
-  if (text.size() >= 8) {
-    for (std::size_t at = 0;; at += 8) {
-      std::uint64_t bytes = 0;
-      const bool is_last = at + 8 >= text.size();
-      std::memcpy(&bytes, text.data() + (is_last ? text.size() - 8 : at), 8);
-      all |= bytes;
-      if (is_last) break;
-    }
-  } else {
-    for (const char each : text) all |= static_cast<unsigned char>(each);
-  }
-  return (all & 0x8080808080808080) == 0;
-}
 
 // Whether the first character, beyond ASCII, folds to one that begins with the same byte.
 bool stays(std::string_view text) noexcept {
@@ -124,7 +107,7 @@ bool is_foreign_character(const DateLayout& layout, std::string_view text,
   for (std::size_t place = 0; place < 4; ++place) {
     if (layout.bytes.own_begins(place, first)) return false;
   }
-  return stays(text.substr(at)) && is_all_ascii(text.substr(0, at));
+  return stays(text.substr(at)) && is_ascii(text.substr(0, at));
 }
 
 // One in front of the numbers, or behind one of them.
@@ -197,7 +180,7 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
     return true;
   }
   if (layout.bytes.is_foreign(text.back())) return true;
-  if (!is_all_ascii(text)) {
+  if (!is_ascii(text)) {
     return has_foreign_character(layout, text, numbers) ||
            (is_hopeless(layout, text, numbers) && is_of_letters(text));
   }
@@ -209,30 +192,25 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                         std::uint64_t digits) noexcept {
   const std::uint64_t begins = digits & ~(digits << 1);
-  if (layout.names->has_numbered() || !is_all_ascii(text)) return false;
+  if (layout.names->has_numbered() || !is_ascii(text)) return false;
   const auto first = [](std::uint64_t bits) {
     return static_cast<std::size_t>(std::countr_zero(bits));
   };
   const std::uint64_t ends = ~digits & digits << 1;  // but that of a number at the text's end
   const std::uint64_t later_begins = begins & (begins - 1);
   const std::uint64_t later_ends = ends & (ends - 1);
-  const std::size_t gaps[] = {first(ends), first(later_ends)};
-  const std::size_t last_begin = first(later_begins & (later_begins - 1));
-  if (gaps[0] + 1 != first(later_begins) || gaps[1] + 1 != last_begin) return false;
+  const std::uint64_t last_begin = later_begins & (later_begins - 1);
   const std::uint64_t last_end = later_ends & (later_ends - 1);
-  const std::size_t end = last_end == 0 ? text.size() : first(last_end);
-  const char marks[] = {text[gaps[0]], text[gaps[1]]};
-  const bool are_alike = marks[0] == marks[1] && (is_blank(marks[0]) || is_date_mark(marks[0]));
-  const auto begin_of_gap = [](char mark) { return is_blank(mark) || mark == ',' ? '\0' : mark; };
-  if (!are_alike && (!layout.bytes.own_begins(1, begin_of_gap(marks[0])) ||
-                     !layout.bytes.own_begins(2, begin_of_gap(marks[1])))) {
-    return true;
-  }
-  return is_wrong_lead(layout, text, first(begins)) || is_wrong_word_behind(layout, text, end);
+  const auto gap = [text, first](std::uint64_t begin, std::uint64_t end) {
+    return std::string_view(text.data() + first(begin), first(end) - first(begin));
+  };
+  return is_wrong_lead(layout, text, first(begins)) ||
+         is_wrong_word_behind(layout, text, last_end == 0 ? text.size() : first(last_end)) ||
+         have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin));
 }
 
 bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {
-  return !layout.names->has_numbered() && (is_all_ascii(text) || is_of_letters(text));
+  return !layout.names->has_numbered() && (is_ascii(text) || is_of_letters(text));
 }
 
 }  // namespace jwnls::library

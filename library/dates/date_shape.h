@@ -19,7 +19,7 @@ namespace jwnls::library {
                               const Numbers& numbers) noexcept;
 
 /// The same of a text of three numbers and ASCII, of at most 64 bytes, before its numbers are
-/// taken: false where that takes more than a look at one byte between them and a word around them.
+/// taken, by what stands around them.
 ///   digits  of the text: a bit for each byte
 [[nodiscard]] bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                                       std::uint64_t digits) noexcept;

@@ -18,31 +18,6 @@ std::size_t word_at(std::string_view block, std::size_t at) {
          static_cast<std::size_t>(static_cast<unsigned char>(block[at + 1])) << 8;
 }
 
-constexpr std::uint64_t high_bits = 0x8080808080808080;
-
-template <typename Word>
-Word word_of(const char* bytes) {
-  Word word;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
-
-// In words, the last of which may overlap another.
-bool is_ascii(std::string_view text) {
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  std::uint64_t all = 0;
-  if (text.size() >= 8) {
-    for (const char* at = begin; end - at > 8; at += 8) all |= word_of<std::uint64_t>(at);
-    all |= word_of<std::uint64_t>(end - 8);
-  } else if (text.size() >= 4) {
-    all = word_of<std::uint32_t>(begin) | word_of<std::uint32_t>(end - 4);
-  } else {
-    for (const char byte : text) all |= static_cast<unsigned char>(byte);
-  }
-  return (all & high_bits) == 0;
-}
-
 // The sequences of two and three bytes that cannot be wrong are seen at a glance.
 bool is_utf8(std::string_view text) {
   if (is_ascii(text)) return true;

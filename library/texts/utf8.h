@@ -9,6 +9,8 @@
 
 namespace jwnls::library {
 
+[[nodiscard]] bool is_ascii(std::string_view text) noexcept;
+
 /// The character that a text begins with.
 struct Utf8Character {
   char32_t value;     // U+FFFD when not valid
