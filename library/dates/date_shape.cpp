@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "library/dates/ascii_word.h"
+#include "library/dates/plain_date.h"
 #include "library/dates/quick_look_up.h"
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
@@ -71,6 +72,9 @@ char first_mark(std::string_view gap) noexcept {
 
 bool have_wrong_marks(const DateLayout& layout, std::string_view first,
                       std::string_view second) noexcept {
+  if (first.size() == 1 && second.size() == 1 && first[0] == second[0] && is_date_mark(first[0])) {
+    return false;
+  }
   const char mark = only_mark(first);
   if (mark != '\0' && mark == only_mark(second)) return false;
   return !layout.bytes.own_begins(1, first_mark(first)) ||
@@ -204,9 +208,9 @@ bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
   const auto gap = [text, first](std::uint64_t begin, std::uint64_t end) {
     return std::string_view(text.data() + first(begin), first(end) - first(begin));
   };
-  return is_wrong_lead(layout, text, first(begins)) ||
-         is_wrong_word_behind(layout, text, last_end == 0 ? text.size() : first(last_end)) ||
-         have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin));
+  return have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin)) ||
+         is_wrong_lead(layout, text, first(begins)) ||
+         is_wrong_word_behind(layout, text, last_end == 0 ? text.size() : first(last_end));
 }
 
 bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {

@@ -1,7 +1,6 @@
 #include "library/texts/utf8.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 
 namespace jwnls::library {
@@ -10,32 +9,7 @@ namespace {
 constexpr bool is_high_surrogate(char32_t unit) { return (unit & 0xFC00U) == 0xD800U; }
 constexpr bool is_low_surrogate(char32_t unit) { return (unit & 0xFC00U) == 0xDC00U; }
 
-constexpr std::uint64_t high_bits = 0x8080808080808080;
-
-template <typename Word>
-std::uint64_t word_at(const char* bytes) {
-  Word word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
-
 }  // namespace
-
-// In words, the last of which may overlap another.
-bool is_ascii(std::string_view text) noexcept {
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  std::uint64_t all = 0;
-  if (text.size() >= 8) {
-    for (const char* at = begin; end - at > 8; at += 8) all |= word_at<std::uint64_t>(at);
-    all |= word_at<std::uint64_t>(end - 8);
-  } else if (text.size() >= 4) {
-    all = word_at<std::uint32_t>(begin) | word_at<std::uint32_t>(end - 4);
-  } else {
-    for (const char byte : text) all |= static_cast<unsigned char>(byte);
-  }
-  return (all & high_bits) == 0;
-}
 
 std::size_t encode_utf8(char32_t c, char (&out)[4]) noexcept {
   if (c < 0x80) {
@@ -87,8 +61,7 @@ std::optional<std::size_t> to_utf16(std::string_view text, char16_t* out,
   std::size_t units = 0;
   while (!text.empty()) {
     // ASCII, as most texts are, eight at a time.
-    if (text.size() >= 8 && room - units >= 8 &&
-        (word_at<std::uint64_t>(text.data()) & high_bits) == 0) {
+    if (text.size() >= 8 && room - units >= 8 && is_ascii(text.substr(0, 8))) {
       for (std::size_t i = 0; i < 8; ++i) out[units + i] = static_cast<unsigned char>(text[i]);
       units += 8;
       text.remove_prefix(8);

@@ -4,12 +4,32 @@
 #define JWNLS_LIBRARY_TEXTS_UTF8_H_
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
 
 namespace jwnls::library {
 
-[[nodiscard]] bool is_ascii(std::string_view text) noexcept;
+/// In words, the last of which may overlap another.
+[[nodiscard]] inline bool is_ascii(std::string_view text) noexcept {
+  const auto word_at = [](const char* bytes, auto word) -> std::uint64_t {
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+  };
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  std::uint64_t all = 0;
+  if (text.size() >= 8) {
+    for (const char* at = begin; end - at > 8; at += 8) all |= word_at(at, std::uint64_t{});
+    all |= word_at(end - 8, std::uint64_t{});
+  } else if (text.size() >= 4) {
+    all = word_at(begin, std::uint32_t{}) | word_at(end - 4, std::uint32_t{});
+  } else {
+    for (const char byte : text) all |= static_cast<unsigned char>(byte);
+  }
+  return (all & 0x8080808080808080) == 0;
+}
 
 /// The character that a text begins with.
 struct Utf8Character {
