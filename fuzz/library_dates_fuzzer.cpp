@@ -127,7 +127,11 @@ void check_written(const jwnls_layout* layout, const Outcome& outcome) {
           "a date that cannot be written");
   if (layout->options.loose != 0 || layout->options.pattern != 0) return;
   const Outcome again = read(layout, std::string_view(text.data(), length));
-  require(again.code == JWNLS_OK && again.value == outcome.value, "a date that is not read back");
+  // What is written in the locale's order is not read in another one, or says that it may be wrong.
+  const bool is_other = layout->options.order != library::order_locale &&
+                        (again.code != JWNLS_OK || (again.facts & JWNLS_TWO_WAYS) != 0);
+  require(is_other || (again.code == JWNLS_OK && again.value == outcome.value),
+          "a date that is not read back");
 }
 
 void check_ways(const jwnls_layout* layout, std::string_view text) {

@@ -232,7 +232,7 @@ bool CsvRows::other_row(const Row& row) {
 }
 
 std::string_view CsvRows::finish(std::size_t end) {
-  if (copied_ == bytes_) return {bytes_, end};  // not a byte has changed
+  if (copied_ == bytes_ && size_ == 0) return {bytes_, end};  // not a byte has changed
   if (copied_ < bytes_ + end) copy_up_to(bytes_ + end);
   return {out_.data(), size_};
 }
