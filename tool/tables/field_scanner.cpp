@@ -12,8 +12,12 @@ constexpr std::size_t group = 8;  // marks that are written at once, needed or n
 
 #if JWNLS_BLOCK_MASKS
 
-// Bits that are set, without the instruction that the oldest x86-64 lacks.
-std::size_t bits_of(std::uint64_t mask) {
+// Parts of the loop over blocks, which is compiled twice: for every processor, and for those of
+// x86-64 that count and find bits in one instruction.
+#define JWNLS_PART [[gnu::always_inline]] inline
+
+// Bits that are set. Compilers make one instruction of it where there is one.
+JWNLS_PART std::size_t bits_of(std::uint64_t mask) {
   mask -= (mask >> 1) & 0x5555555555555555U;
   mask = (mask & 0x3333333333333333U) + ((mask >> 2) & 0x3333333333333333U);
   mask = (mask + (mask >> 4)) & 0x0F0F0F0F0F0F0F0FU;
@@ -22,13 +26,13 @@ std::size_t bits_of(std::uint64_t mask) {
 
 // Each bit becomes the parity of the bits up to it: set from an opening quote up to the byte before
 // the closing one.
-std::uint64_t parity_up_to(std::uint64_t bits) {
+JWNLS_PART std::uint64_t parity_up_to(std::uint64_t bits) {
   for (int shift = 1; shift < 64; shift *= 2) bits ^= bits << shift;
   return bits;
 }
 
 // Writes the offsets of the bits, in groups, so that no branch depends on a single one.
-void write_fields(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
+JWNLS_PART void write_fields(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
   std::uint32_t* out = marks.new_fields();
   const std::size_t count = bits_of(mask);
   marks.field_count += count;
@@ -43,7 +47,7 @@ void write_fields(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
   }
 }
 
-void write_rows(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
+JWNLS_PART void write_rows(std::uint64_t mask, std::uint32_t base, FieldMarks& marks) {
   for (; mask != 0; mask &= mask - 1) {
     marks.add_row(base + static_cast<std::uint32_t>(std::countr_zero(mask)));
   }
@@ -111,8 +115,8 @@ struct FieldScanner::Carry {
 
 // Parity tells what is inside quotes as long as every opening quote stands at a field's begin or
 // right behind a closing one; a block in which one does not goes byte by byte.
-inline void FieldScanner::scan_block(const char* text, std::size_t base, Carry& carry,
-                                     FieldMarks& marks) {
+JWNLS_PART void FieldScanner::scan_block(const char* text, std::size_t base, Carry& carry,
+                                         FieldMarks& marks) {
   const Block block(text + base);
   const std::uint64_t line_feeds = block.where('\n');
   const std::uint64_t quotes = quotes_ ? block.where('"') : 0;
@@ -141,21 +145,49 @@ inline void FieldScanner::scan_block(const char* text, std::size_t base, Carry& 
   marks.line_feeds += marks.row_count - rows;
 }
 
-void FieldScanner::scan(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks) {
+JWNLS_PART void FieldScanner::scan_blocks(const char* text, std::size_t begin, std::size_t end,
+                                          FieldMarks& marks) {
   marks.reserve(end - begin);
   Carry carry(state_);
   std::size_t at = begin;
-  for (; end - at >= block_bytes; at += block_bytes) {
-    scan_block(text, at, carry, marks);
-  }
+  for (; end - at >= block_bytes; at += block_bytes) scan_block(text, at, carry, marks);
   state_ = carry.state();
   scan_bytes(text, at, end, marks);
+}
+
+void FieldScanner::scan_anywhere(const char* text, std::size_t begin, std::size_t end,
+                                 FieldMarks& marks) {
+  scan_blocks(text, begin, end, marks);
+}
+
+#else
+
+void FieldScanner::scan_anywhere(const char* text, std::size_t begin, std::size_t end,
+                                 FieldMarks& marks) {
+  scan_bytes(text, begin, end, marks);
+}
+
+#endif
+
+#if JWNLS_BLOCK_MASKS && defined(__x86_64__)
+
+[[gnu::target("avx,bmi,popcnt")]] void FieldScanner::scan_with_bits(const char* text,
+                                                                    std::size_t begin,
+                                                                    std::size_t end,
+                                                                    FieldMarks& marks) {
+  scan_blocks(text, begin, end, marks);
+}
+
+void FieldScanner::scan(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks) {
+  static const bool has_bits = __builtin_cpu_supports("avx") && __builtin_cpu_supports("bmi") &&
+                               __builtin_cpu_supports("popcnt");
+  has_bits ? scan_with_bits(text, begin, end, marks) : scan_anywhere(text, begin, end, marks);
 }
 
 #else
 
 void FieldScanner::scan(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks) {
-  scan_bytes(text, begin, end, marks);
+  scan_anywhere(text, begin, end, marks);
 }
 
 #endif

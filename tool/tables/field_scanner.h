@@ -54,6 +54,9 @@ class FieldScanner {
   /// time where the machine can.
   void scan(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks);
 
+  /// The same without instructions that some machines of the family lack.
+  void scan_anywhere(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks);
+
   /// The same, byte by byte.
   void scan_bytes(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks);
 
@@ -69,6 +72,8 @@ class FieldScanner {
 
   [[nodiscard]] State after(State state, char byte) const;
   void scan_block(const char* text, std::size_t base, Carry& carry, FieldMarks& marks);
+  void scan_blocks(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks);
+  void scan_with_bits(const char* text, std::size_t begin, std::size_t end, FieldMarks& marks);
 
   char separator_;
   bool quotes_;

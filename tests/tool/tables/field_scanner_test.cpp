@@ -77,6 +77,7 @@ TEST(FieldScanner, FindsTheSameBlockByBlockAsByteByByte) {
     const bool quotes = random() % 8 != 0;
     const Marks expected = marks_of(text, {text.size()}, quotes, &FieldScanner::scan_bytes);
     ASSERT_EQ(marks_of(text, cuts, quotes, &FieldScanner::scan), expected) << text;
+    ASSERT_EQ(marks_of(text, cuts, quotes, &FieldScanner::scan_anywhere), expected) << text;
   }
 }
 
