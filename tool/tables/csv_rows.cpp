@@ -144,47 +144,56 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
   return !is_stopped;
 }
 
-// There is room for all that is copied and written.
-[[gnu::always_inline]] inline bool CsvRows::write_batched(const Row& row, std::size_t index) {
-  bool all_read = true;
-  char* out = out_.data() + size_;
-  const char* copied = copied_;
+// A row as most are: all its values are read and need no quotes. False, with nothing written, where
+// it is not. There is room for all that is copied and written.
+[[gnu::always_inline]] inline bool CsvRows::write_read(const std::uint32_t* marks,
+                                                       std::size_t index, Written& written) const {
+  const char* const bytes = bytes_;
+  auto [out, copied] = written;
   for (const RowBatch::Column& column : batch_.columns()) {
-    const std::string_view field = row.field(column.field);
-    const auto span = static_cast<std::size_t>(field.data() - copied);
+    const char* const field = bytes + (*(marks + column.field - 1) + 1U);
+    const auto span = static_cast<std::size_t>(field - copied);
     CopyInSteps::copy(out, copied, span);
     out += span;
-    copied = field.data();
     const ValueBatch& values = column.values;
-    if (values.codes[index] == JWNLS_OK) [[likely]] {
+    const std::int32_t begin = values.offsets[index];
+    const auto length = static_cast<std::size_t>(values.offsets[index + 1] - begin);
+    CopyInSteps::copy(out, values.bytes.data() + begin, length);
+    if (values.codes[index] != JWNLS_OK) return false;
+    if (column.may_need_quotes && specials_.is_in(out, length)) return false;
+    out += length;
+    copied = bytes + marks[column.field];
+    if (column.is_last && copied != field && copied[-1] == '\r') --copied;
+  }
+  written = {out, copied};
+  return true;
+}
+
+// Any other row.
+bool CsvRows::write_batched(const Row& row, std::size_t index) {
+  bool all_read = true;
+  for (const RowBatch::Column& column : batch_.columns()) {
+    const std::string_view field = row.field(column.field);
+    copy_up_to(field.data());
+    const ValueBatch& values = column.values;
+    if (values.codes[index] == JWNLS_OK) {
       const auto begin = static_cast<std::size_t>(values.offsets[index]);
       const std::size_t length = static_cast<std::size_t>(values.offsets[index + 1]) - begin;
-      CopyInSteps::copy(out, values.bytes.data() + begin, length);
-      copied += field.size();
-      if (!column.may_need_quotes) [[likely]] {
-        out += length;
-        continue;
-      }
-      size_ = static_cast<std::size_t>(out - out_.data());
-      (void)write_value(length, true);
-    } else {
-      const bool is_missing = values.codes[index] == JWNLS_MISSING;
-      fields_.count_unread(row, column.column, field, is_missing);
-      if (!is_missing && plan_.job.invalid != Invalid::empty) [[likely]] {
-        all_read = false;  // and stays
-        continue;
-      }
-      size_ = static_cast<std::size_t>(out - out_.data());
-      copied_ = copied;
-      FieldValue value;
-      value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
-      all_read = keep_or_empty(row, column.column, field, value) && all_read;
-      copied = copied_;
+      CopyInSteps::copy(out_.data() + size_, values.bytes.data() + begin, length);
+      copied_ = field.data() + field.size();
+      (void)write_value(length, column.may_need_quotes);
+      continue;
     }
-    out = out_.data() + size_;
+    const bool is_missing = values.codes[index] == JWNLS_MISSING;
+    fields_.count_unread(row, column.column, field, is_missing);
+    if (!is_missing && plan_.job.invalid != Invalid::empty) [[likely]] {
+      all_read = false;  // and stays
+      continue;
+    }
+    FieldValue value;
+    value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
+    all_read = keep_or_empty(row, column.column, field, value) && all_read;
   }
-  size_ = static_cast<std::size_t>(out - out_.data());
-  copied_ = copied;
   return all_read;
 }
 
@@ -201,15 +210,21 @@ std::size_t CsvRows::rows(const Chunk& chunk, std::size_t index, Row row) {
   out_.reserve(size_, size_ + span + batch_.most_bytes() + nulls + 2 * value_bytes);
   row.fields = plan_.header.fields;
   row.has_line_feed = true;
-  for (std::size_t i = 0; i < count; ++i) {
+  const std::uint64_t first_number = row.number;
+  Written written = {out_.data() + size_, copied_};
+  for (std::size_t i = 0; i < count; ++i, row.marks += row.fields) {
+    if (write_read(row.marks, i, written)) [[likely]]
+      continue;
+    row.begin = i == 0 ? row.begin : row_ends[i - 1] + std::size_t{1};
     row.end = row_ends[i];
-    row_size_ = size_;
-    row_copied_ = copied_;
+    row.number = first_number + i;
+    row_size_ = size_ = static_cast<std::size_t>(written.end - out_.data());
+    row_copied_ = copied_ = written.copied;
     (void)end_row(row, write_batched(row, i));
-    row.begin = row.end + 1;
-    row.marks += row.fields;
-    ++row.number;
+    written = {out_.data() + size_, copied_};
   }
+  size_ = static_cast<std::size_t>(written.end - out_.data());
+  copied_ = written.copied;
   return count;
 }
 

@@ -50,6 +50,13 @@ class CsvRows {
     bool may_need_quotes;
   };
 
+  // How far the output goes, and up to where the chunk is in it.
+  struct Written {
+    char* end;
+    const char* copied;
+  };
+
+  bool write_read(const std::uint32_t* marks, std::size_t index, Written& written) const;
   bool write_batched(const Row& row, std::size_t index);
   bool convert_in_place(const Row& row);
   bool add_columns(const Row& row);

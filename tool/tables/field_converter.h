@@ -79,8 +79,15 @@ class FieldConverter {
     counts.deciding += values.deciding;
   }
   /// Counts one of the others, and describes it where it is refused; text() is then that of the
-  /// field.
-  void count_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing);
+  /// field, but of what is only counted.
+  void count_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing) {
+    if (!is_missing && !report_ && !rejects_.describes_next()) [[likely]] {
+      ++columns_[column].refused;
+      (void)rejects_.count();
+      return;
+    }
+    describe_unread(row, column, field, is_missing);
+  }
 
   /// What convert() read cannot be written after all: it is refused.
   void take_back(const Row& row, std::size_t column, const FieldValue& value);
@@ -112,6 +119,7 @@ class FieldConverter {
     ColumnCounts batches;               // what was read in one call
   };
 
+  void describe_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing);
   bool unquote(const Row& row, std::size_t column);
   void count_not_read(const Row& row, std::size_t column, FieldOutcome outcome);
   void refuse(const Row& row, std::size_t column, const char* cause);

@@ -25,10 +25,14 @@ class RejectList {
 
   void start(const Chunk& chunk, std::uint64_t messages_left);
 
-  /// Counts one; true when it is to be described by add_value() or add_row().
+  /// Whether the next one is to be described by add_value() or add_row().
+  [[nodiscard]] bool describes_next() const {
+    return messages_.size() < messages_left_ || !plan_.job.rejects.empty();
+  }
+  /// Counts one, and says so.
   bool count() {
     ++count_;
-    return !plan_.job.rejects.empty() || messages_.size() < messages_left_;
+    return describes_next();
   }
   /// `row` counts from 0 in the chunk, `offset` is that of the field or row.
   void add_value(std::uint64_t row, std::size_t offset, const ConvertedColumn& column,

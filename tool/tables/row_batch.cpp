@@ -33,13 +33,19 @@ RowBatch::RowBatch(const TablePlan& plan) : fields_(plan.header.fields), quotes_
   if (!is_batched(plan)) return;
   for (const std::size_t column : plan.in_place) {
     const ConvertedColumn& asked = plan.columns[column];
-    columns_.push_back(
-        {asked.field, column, asked.values.get(), may_need_quotes(plan, column), {}, {}});
+    columns_.push_back({asked.field,
+                        column,
+                        asked.values.get(),
+                        asked.field + 1 == fields_,
+                        may_need_quotes(plan, column),
+                        {},
+                        {}});
   }
 }
 
 // What stands behind a closing quote is another's matter.
-bool RowBatch::add_quoted(TextBatch& texts, std::string_view field) {
+bool RowBatch::add_long_or_quoted(TextBatch::Filler& texts, std::string_view field) {
+  if (!quotes_ || !field.starts_with('"')) return texts.add(field.data(), field.size());
   const auto text = text_of_field(field, undoubled_);
   if (!text) return false;
   if (text->data() != undoubled_.data()) return texts.add(text->data(), text->size());
@@ -49,31 +55,42 @@ bool RowBatch::add_quoted(TextBatch& texts, std::string_view field) {
   return texts.add(undoubled_.data(), size);
 }
 
-[[gnu::always_inline]] inline bool RowBatch::add_row(const char* bytes,
-                                                     const std::uint32_t* marks) {
-  for (Column& column : columns_) {
-    const std::size_t begin = marks[static_cast<std::ptrdiff_t>(column.field) - 1] + 1U;
-    std::size_t end = marks[column.field];
-    if (column.field + 1 == fields_ && end > begin && bytes[end - 1] == '\r') --end;
-    const bool is_taken = quotes_ && bytes[begin] == '"'
-                              ? add_quoted(column.texts, {bytes + begin, end - begin})
-                              : column.texts.add(bytes + begin, end - begin);
-    if (!is_taken) return false;
+// Of rows one behind the other; gives how many are taken.
+std::size_t RowBatch::add_texts(Column& column, const char* bytes, const std::uint32_t* marks) {
+  TextBatch::Filler texts(column.texts);
+  const std::uint32_t* ends = marks + column.field;
+  const std::size_t fields = fields_;
+  const bool is_last = column.is_last;
+  const char quote = quotes_ ? '"' : '\n';
+  for (std::size_t left = rows_; left > 0; --left, ends += fields) {
+    const std::uint32_t begin = *(ends - 1) + 1U;
+    std::uint32_t end = *ends;
+    if (is_last && end > begin && bytes[end - 1] == '\r') --end;
+    const char* const text = bytes + begin;
+    const std::uint32_t size = end - begin;
+    if (size <= CopyInSteps::short_step && *text != quote) [[likely]] {
+      texts.add_short(text, size);
+      continue;
+    }
+    // A copy, so that the other one stays in registers.
+    TextBatch::Filler rest = texts;
+    if (!add_long_or_quoted(rest, {text, size})) break;
+    texts = rest;
   }
-  return true;
+  return texts.count();
 }
 
+// A row has the header's length when its last field ends where the row does. The input's last row
+// may have no line end.
 void RowBatch::gather(const Chunk& chunk, std::size_t row, std::size_t first_mark) {
   const std::uint32_t* marks = chunk.marks.fields() + first_mark;
   const std::uint32_t* row_ends = chunk.marks.rows() + row;
   const std::size_t most = std::min({TextBatch::most, chunk.marks.row_count - row,
                                      (chunk.marks.field_count - first_mark) / fields_});
-  for (Column& column : columns_) column.texts.clear();
-  for (rows_ = 0; rows_ < most; ++rows_, marks += fields_) {
-    const std::uint32_t end = marks[fields_ - 1];
-    if (end != row_ends[rows_] || end == chunk.size) break;
-    if (!add_row(chunk.bytes.data(), marks)) break;
-  }
+  const std::uint32_t* last_mark = marks + fields_ - 1;
+  for (rows_ = 0; rows_ < most && *last_mark == row_ends[rows_]; ++rows_) last_mark += fields_;
+  if (rows_ > 0 && row_ends[rows_ - 1] == chunk.size) --rows_;
+  for (Column& column : columns_) rows_ = add_texts(column, chunk.bytes.data(), marks);
   for (Column& column : columns_) column.texts.cut(rows_);
 }
 

@@ -23,6 +23,7 @@ class RowBatch {
     std::size_t field;
     std::size_t column;  // of the plan
     const ColumnValues* converter;
+    bool is_last;  // of the table: a carriage return may stand behind its text
     bool may_need_quotes;
     TextBatch texts;
     ValueBatch values;
@@ -47,8 +48,8 @@ class RowBatch {
   [[nodiscard]] std::size_t most_bytes() const;
 
  private:
-  bool add_row(const char* bytes, const std::uint32_t* marks);
-  bool add_quoted(TextBatch& texts, std::string_view field);
+  std::size_t add_texts(Column& column, const char* bytes, const std::uint32_t* marks);
+  bool add_long_or_quoted(TextBatch::Filler& texts, std::string_view field);
 
   const std::size_t fields_;
   const bool quotes_;

@@ -32,22 +32,47 @@ struct CopyInSteps {
 class TextBatch {
  public:
   static constexpr std::size_t most = 256;        // texts
-  static constexpr std::size_t room = 64 * 1024;  // bytes of all of them
+  static constexpr std::size_t room = 64 * 1024;  // bytes of the long ones
 
-  TextBatch() { bytes_.reserve(0, room + CopyInSteps::step); }
+  TextBatch() { bytes_.reserve(0, room + most * CopyInSteps::short_step + CopyInSteps::step); }
 
-  void clear() { count_ = 0; }
-  /// Not beyond `most`. False where there is no room for the text. CopyInSteps::step bytes may be
-  /// read from its begin, or as many as it is long, whichever is more.
-  [[gnu::always_inline]] bool add(const char* text, std::size_t size) {
-    const auto end = static_cast<std::size_t>(ends_[count_]);
-    if (size > room - end) [[unlikely]]
-      return false;
-    CopyInSteps::copy(bytes_.data() + end, text, size);
-    ends_[++count_] = static_cast<std::int32_t>(end + size);
-    return true;
-  }
-  /// Forgets all but the first.
+  /// Fills the batch anew, up to `most` texts. Where the next text goes is its own, so that it
+  /// stays in registers: any byte that is written could be part of anything else.
+  class Filler {
+   public:
+    explicit Filler(TextBatch& batch)
+        : bytes_(batch.bytes_.data()), first_end_(batch.ends_.data()), last_end_(first_end_) {}
+
+    /// At most CopyInSteps::short_step bytes, for which there is always room. That many may be
+    /// read.
+    void add_short(const char* text, std::size_t size) {
+      std::memcpy(bytes_ + size_, text, CopyInSteps::short_step);
+      end_text(size);
+    }
+    /// False where there is no room for the text. CopyInSteps::step bytes may be read from its
+    /// begin, or as many as it is long, whichever is more.
+    bool add(const char* text, std::size_t size) {
+      if (size_ + size > room) return false;
+      CopyInSteps::copy(bytes_ + size_, text, size);
+      end_text(size);
+      return true;
+    }
+    [[nodiscard]] std::size_t count() const {
+      return static_cast<std::size_t>(last_end_ - first_end_);
+    }
+
+   private:
+    void end_text(std::size_t size) {
+      size_ += size;
+      *++last_end_ = static_cast<std::int32_t>(size_);
+    }
+
+    char* bytes_;
+    std::int32_t* first_end_;
+    std::int32_t* last_end_;
+    std::size_t size_ = 0;
+  };
+  /// Keeps the first of the texts that it was filled with.
   void cut(std::size_t count) { count_ = count; }
 
   [[nodiscard]] std::size_t count() const { return count_; }
