@@ -16,6 +16,7 @@
 #include "library/numbers/lay_out.h"
 #include "library/numbers/number_style.h"
 #include "library/numbers/short_decimal.h"
+#include "library/numbers/shuffled_text.h"
 
 namespace jwnls::library {
 
@@ -150,6 +151,11 @@ template <typename Texts, typename Unit>
 template <typename Unit>
 [[nodiscard]] inline int lay_out_short(const NumberStyle& style, ShortDecimal number, Unit* out,
                                        std::size_t room, std::size_t* length) noexcept {
+  if constexpr (sizeof(Unit) == 1) {
+    if (is_shuffled(style.shuffled, number, room)) {
+      return lay_out_shuffled(style.shuffled, number, out, length);
+    }
+  }
   if (!style.native_digits) {
     return lay_out_digits<LatinDigits<Unit>>(style, number, out, room, length);
   }

@@ -299,6 +299,7 @@ NumberStyle number_style(const NumberData& data, int kind, const Options& option
   put_affixes(own_kind, symbols, options, currency, style);
   find_service_forms(data, options, decimal, group, style);
   prepare_short_forms(kind, style);
+  style.shuffled = shuffled_text(style);
   return style;
 }
 

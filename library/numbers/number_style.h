@@ -11,6 +11,7 @@
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/short_decimal.h"
+#include "library/numbers/shuffled_text.h"
 #include "library/options/options.h"
 
 namespace jwnls::library {
@@ -108,6 +109,7 @@ struct NumberStyle {
   std::uint64_t integer_scale = 1;  // the power of ten of their decimals and places
   bool digits_in_a_row = false;     // of the locale's own
   ShortTexts short_texts[2];        // in UTF-8, in UTF-16
+  ShuffledText shuffled;            // in UTF-8
   SymbolText decimal;
   SymbolText group;
   SymbolText digits[10];
