@@ -238,6 +238,16 @@ void check_decimal(const Opened& one, const std::string& decimal) {
           "a decimal that is read back as another");
 }
 
+void check_scaled(const Opened& one, std::int64_t value, std::int32_t scale) {
+  const std::string decimal = std::to_string(value) + "E" + std::to_string(-std::int64_t{scale});
+  int code = 0, same = 0;
+  const std::string text = written(one, code, jwnls_write_decimal, jwnls_write_decimal_utf16,
+                                   decimal.data(), decimal.size());
+  require(written(one, same, jwnls_write_scaled, jwnls_write_scaled_utf16, value, scale) == text &&
+              code == same,
+          "a scaled integer that is written as another decimal");
+}
+
 void check_date(const Opened& one, std::int32_t days) {
   int code = 0;
   const std::string text = written(one, code, jwnls_write_date, jwnls_write_date_utf16, days);
@@ -313,6 +323,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
       check_number(*one, std::bit_cast<double>(bits));
       check_number(*one, static_cast<double>(static_cast<std::int64_t>(bits) >> (bits & 63)) / 100);
       check_decimal(*one, decimal_of(input));
+      check_scaled(*one, static_cast<std::int64_t>(bits) >> (bits & 63),
+                   static_cast<std::int32_t>(bits >> 6) >> (bits >> 38 & 31));
   }
   return 0;
 }

@@ -20,6 +20,7 @@
 #include "library/numbers/lay_out.h"
 #include "library/numbers/lay_out_short.h"
 #include "library/numbers/short_decimal.h"
+#include "library/numbers/shuffled_text.h"
 #include "library/texts/give_text.h"
 
 namespace jwnls::library {
@@ -41,6 +42,11 @@ bool by_service(const NumberStyle& style) {
 
 // The services count what callers here know as sizes: the same type but for the sign.
 std::int64_t* counted(std::size_t* length) { return reinterpret_cast<std::int64_t*>(length); }
+
+std::uint64_t magnitude_of(std::int64_t value) {
+  const auto bits = static_cast<std::uint64_t>(value);
+  return value < 0 ? 0 - bits : bits;
+}
 
 constexpr std::size_t integer_room = 32;  // the services clear what they are given
 
@@ -146,8 +152,7 @@ int write_int64(const NumberStyle& style, std::int64_t value, Unit* out, std::si
       style.service_from == 0) [[likely]] {
     return ask_service(style, value, out, length);
   }
-  const std::uint64_t magnitude =
-      value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  const std::uint64_t magnitude = magnitude_of(value);
   if (magnitude < style.short_integers) [[likely]] {
     const auto decimals = static_cast<unsigned>(std::max(style.decimals, 0));
     return lay_out_short(style, {magnitude * style.integer_scale, decimals, value < 0, false}, out,
@@ -284,11 +289,48 @@ int write_decimal(const jwnls_layout* layout, std::string_view text, Unit* out, 
   return lay_out(style, decimal.digits(), out, room, length);
 }
 
+// With decimals that the layout does not have, or with more digits.
+template <typename Unit>
+[[gnu::noinline]] int write_any_scaled(const jwnls_layout* layout, std::int64_t value,
+                                       std::int32_t scale, Unit* out, std::size_t room,
+                                       std::size_t* length) {
+  const NumberStyle& style = layout->number.style;
+  ShortDecimal number{magnitude_of(value), static_cast<unsigned>(scale), value < 0};
+  if (style.short_form != ShortForm::none && number.mantissa < short_limit &&
+      number.decimals < short_digits &&
+      adjust(number, static_cast<unsigned>(style.shift), style.decimals, style.half_even)) {
+    return lay_out_short(style, number, out, room, length);
+  }
+  char text[48];
+  char* end = std::to_chars(text, text + 24, value).ptr;
+  *end++ = 'E';
+  end = std::to_chars(end, text + sizeof text, -std::int64_t{scale}).ptr;
+  return write_decimal<Unit>(layout, {text, static_cast<std::size_t>(end - text)}, out, room,
+                             length);
+}
+
+template <typename Unit>
+int write_scaled(const jwnls_layout* layout, std::int64_t value, std::int32_t scale, Unit* out,
+                 std::size_t room, std::size_t* length) {
+  if constexpr (sizeof(Unit) == 1) {
+    const NumberStyle& style = layout->number.style;
+    const ShortDecimal number{magnitude_of(value), static_cast<unsigned>(scale), value < 0};
+    const bool as_it_is = style.short_form != ShortForm::none && style.shift == 0 &&
+                          (style.decimals < 0 || style.decimals == scale);
+    if (as_it_is && number.mantissa < short_limit && is_shuffled(style.shuffled, number, room))
+        [[likely]] {
+      return lay_out_shuffled(style.shuffled, number, out, length);
+    }
+  }
+  return write_any_scaled(layout, value, scale, out, room, length);
+}
+
 }  // namespace
 }  // namespace jwnls::library
 
 using jwnls::library::write_decimal;
 using jwnls::library::write_float;
+using jwnls::library::write_scaled;
 using jwnls::library::write_signed;
 using jwnls::library::write_unsigned;
 
@@ -333,6 +375,14 @@ int jwnls_write_decimal(const jwnls_layout* layout, const char* decimal, size_t 
 int jwnls_write_decimal_utf16(const jwnls_layout* layout, const char* decimal,
                               size_t decimal_length, char16_t* out, size_t room, size_t* length) {
   return write_decimal(layout, {decimal, decimal_length}, out, room, length);
+}
+int jwnls_write_scaled(const jwnls_layout* layout, int64_t value, int32_t scale, char* out,
+                       size_t room, size_t* length) {
+  return write_scaled(layout, value, scale, out, room, length);
+}
+int jwnls_write_scaled_utf16(const jwnls_layout* layout, int64_t value, int32_t scale,
+                             char16_t* out, size_t room, size_t* length) {
+  return write_scaled(layout, value, scale, out, room, length);
 }
 
 }  // extern "C"

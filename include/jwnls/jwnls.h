@@ -188,6 +188,11 @@ JWNLS_API int jwnls_write_unsigned(const jwnls_layout *layout, uint64_t value, J
    in a layout of integers and for exponents that take more than 1,024 zeros. */
 JWNLS_API int jwnls_write_decimal(const jwnls_layout *layout, const char *decimal,
                                   size_t decimal_length, JWNLS_WRITE);
+/* value / 10^scale, exactly: 123456 with a scale of 2 as jwnls_write_decimal() writes "1234.56", and
+   with -2 as that writes "123456E+2"; all that it says holds. What is quickest where money is counted
+   in cents, and where decimals are stored as integers. */
+JWNLS_API int jwnls_write_scaled(const jwnls_layout *layout, int64_t value, int32_t scale,
+                                 JWNLS_WRITE);
 JWNLS_API int jwnls_write_date(const jwnls_layout *layout, int32_t days, JWNLS_WRITE);
 JWNLS_API int jwnls_write_datetime(const jwnls_layout *layout, int64_t microseconds, JWNLS_WRITE);
 JWNLS_API int jwnls_write_time(const jwnls_layout *layout, int64_t microseconds, JWNLS_WRITE);
@@ -201,6 +206,8 @@ JWNLS_API int jwnls_write_unsigned_utf16(const jwnls_layout *layout, uint64_t va
                                          JWNLS_WRITE_UTF16);
 JWNLS_API int jwnls_write_decimal_utf16(const jwnls_layout *layout, const char *decimal,
                                         size_t decimal_length, JWNLS_WRITE_UTF16);
+JWNLS_API int jwnls_write_scaled_utf16(const jwnls_layout *layout, int64_t value, int32_t scale,
+                                       JWNLS_WRITE_UTF16);
 JWNLS_API int jwnls_write_date_utf16(const jwnls_layout *layout, int32_t days, JWNLS_WRITE_UTF16);
 JWNLS_API int jwnls_write_datetime_utf16(const jwnls_layout *layout, int64_t microseconds,
                                          JWNLS_WRITE_UTF16);

@@ -261,6 +261,12 @@ class Layout {
       return jwnls_write_decimal(get(), decimal.data(), decimal.size(), out, room, length);
     });
   }
+  /// value / 10^scale, exactly: 123456 and 2 as "1234.56", such as an amount counted in cents.
+  [[nodiscard]] Result<std::string> write_scaled(std::int64_t value, std::int32_t scale) const {
+    return text([this, value, scale](char* out, std::size_t room, std::size_t* length) {
+      return jwnls_write_scaled(get(), value, scale, out, room, length);
+    });
+  }
 
 #if defined(__cpp_lib_chrono) && __cpp_lib_chrono >= 201907L
   [[nodiscard]] Result<std::string> write(std::chrono::year_month_day date) const {

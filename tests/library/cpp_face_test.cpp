@@ -61,6 +61,10 @@ TEST(CppFace, ReadsAndWritesTheTableOfNumbers) {
       const auto written = layout.write_decimal(row.given);
       EXPECT_EQ(static_cast<int>(written.code()), row.code());
       EXPECT_EQ(written.value_or(row.expected), row.expected);
+      if (const auto scaled = jwnls::test::scaled_of(row.given)) {
+        EXPECT_EQ(layout.write_scaled(scaled->value, scaled->scale).value_or(row.expected),
+                  row.expected);
+      }
     } else if (row.action == "read" && row.kind != "integer") {
       const auto read = layout.read_number(row.given);
       EXPECT_EQ(static_cast<int>(read.code()), row.code());

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <string>
 #include <string_view>
@@ -23,6 +24,7 @@ using jwnls::test::number_cases;
 using jwnls::test::NumberCase;
 using jwnls::test::open_layout;
 using jwnls::test::OpenedLayout;
+using jwnls::test::scaled_of;
 using jwnls::test::widened;
 
 // Writes into every room up to more than enough: the same code, length and text.
@@ -81,6 +83,14 @@ TEST(FormatNumbers, AnswerTheTable) {
       check<char16_t>(row, [&](char16_t* out, std::size_t room, std::size_t* length) {
         return jwnls_write_decimal_utf16(layout, given.data(), given.size(), out, room, length);
       });
+      const auto scaled = scaled_of(given);
+      if (!scaled) continue;
+      check<char>(row, [&](char* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_scaled(layout, scaled->value, scaled->scale, out, room, length);
+      });
+      check<char16_t>(row, [&](char16_t* out, std::size_t room, std::size_t* length) {
+        return jwnls_write_scaled_utf16(layout, scaled->value, scaled->scale, out, room, length);
+      });
     } else if (row.kind != "integer") {
       const auto value = value_of<double>(row.given);
       check<char>(row, [&](char* out, std::size_t room, std::size_t* length) {
@@ -114,6 +124,41 @@ std::string written(const jwnls_layout* layout, double value) {
   std::size_t length = 0;
   EXPECT_EQ(jwnls_write_number(layout, value, text, sizeof text, &length), JWNLS_OK);
   return {text, length};
+}
+
+// Of all sizes and scales, beside the ends of what is laid out in one pass.
+TEST(FormatNumbers, ScaledIntegersAreTheirDecimals) {
+  std::mt19937_64 random(jwnls::test::test_seed(14));
+  const std::int64_t ends[] = {0, 9'999'999'999'999'999, 10'000'000'000'000'000,
+                               std::numeric_limits<std::int64_t>::max(),
+                               std::numeric_limits<std::int64_t>::min()};
+  for (const auto& [locale, kind, options] :
+       {std::tuple("de_DE", JWNLS_NUMBER, ""),
+        {"en_IN", JWNLS_NUMBER, "decimals=2 rounding=half-even"},
+        {"fr_FR", JWNLS_AMOUNT, ""},
+        {"hi_IN", JWNLS_AMOUNT, "digits=own"},
+        {"sv_SE", JWNLS_PERCENT, "decimals=1"},
+        {"de_CH", JWNLS_INTEGER, ""},
+        {"de_DE", JWNLS_DATE, ""}}) {
+    SCOPED_TRACE(std::string(locale) + " " + options);
+    const OpenedLayout layout = open_layout(locale, kind, options);
+    for (int i = 0; i < 30'000; ++i) {
+      const auto bits = static_cast<std::int64_t>(random());
+      const std::int64_t value = i % 9 == 0 ? ends[random() % 5] : bits >> (random() % 64);
+      std::int32_t scale = static_cast<std::int32_t>(random() % 24) - 4;
+      if (i % 99 == 0) scale = static_cast<std::int32_t>(random()) >> (random() % 32);
+      const std::string decimal =
+          std::to_string(value) + "E" + std::to_string(-std::int64_t{scale});
+      char expected[4000], text[4000];
+      std::size_t expected_length = 77, length = 78;
+      const int code = jwnls_write_decimal(layout.get(), decimal.data(), decimal.size(), expected,
+                                           sizeof expected, &expected_length);
+      ASSERT_EQ(jwnls_write_scaled(layout.get(), value, scale, text, sizeof text, &length), code)
+          << decimal;
+      ASSERT_EQ(std::string_view(text, length), std::string_view(expected, expected_length))
+          << decimal;
+    }
+  }
 }
 
 TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {

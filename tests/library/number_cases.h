@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
@@ -35,6 +40,32 @@ inline std::vector<NumberCase> number_cases() {
   }
   EXPECT_GT(cases.size(), 200U);
   return cases;
+}
+
+/// "-12.5E+3" as value / 10^scale, where it is one.
+struct Scaled {
+  std::int64_t value = 0;
+  std::int32_t scale = 0;
+};
+inline std::optional<Scaled> scaled_of(std::string text) {
+  const auto is_number = [](std::string_view digits, auto& number) {
+    const char* const end = digits.data() + digits.size();
+    const auto read = std::from_chars(digits.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end;
+  };
+  Scaled scaled;
+  if (const std::size_t letter = text.find_first_of("eE"); letter != text.npos) {
+    const std::size_t digits = letter + (text[letter + 1] == '+' ? 2 : 1);
+    if (!is_number(text.substr(digits), scaled.scale)) return std::nullopt;
+    scaled.scale = -scaled.scale;
+    text.erase(letter);
+  }
+  if (const std::size_t point = text.find('.'); point != text.npos) {
+    text.erase(point, 1);
+    scaled.scale += static_cast<std::int32_t>(text.size() - point);
+  }
+  if (!is_number(text, scaled.value)) return std::nullopt;
+  return scaled;
 }
 
 inline std::u16string widened(const std::string& text) {
