@@ -1,28 +1,11 @@
 #include "bindings/postgresql/numerics.h"
 
-#include <string.h>
-
 #include "fmgr.h"
 #include "utils/builtins.h"
 #include "utils/numeric.h"
 
-/* A numeric is stored as a head and groups of four digits, the first of them at a power of 10,000
-   that is called the weight; zeros at both ends are left out. The short head has two bytes: */
-enum {
-  short_form = 0x8000,
-  short_negative = 0x2000,
-  short_scale_shift = 7,
-  short_scale_mask = 0x1F80,
-  short_weight_mask = 0x7F, /* of seven bits, two's complement */
-  /* the long one four: sign and scale, then the weight. */
-  form_mask = 0xC000,
-  long_negative = 0x4000,
-  special_form = 0xC000,
-  long_scale_mask = 0x3FFF,
-  group_digits = 4,
-  head_bytes = VARHDRSZ + 2,
-  longest_quick = 100 /* digits, so that the short head can say scale and weight */
-};
+/* Digits, so that the short head can say scale and weight. */
+enum { longest_quick = 100 };
 
 static Datum numeric_by_server(const char* decimal) {
   return DirectFunctionCall3(numeric_in, CStringGetDatum(decimal), ObjectIdGetDatum(InvalidOid),
@@ -175,7 +158,7 @@ static inline int next_group(Groups* in) {
   return group;
 }
 
-static pg_noinline const char* write_any(Datum numeric, char room[decimal_room], size_t* length) {
+const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* length) {
   struct varlena* stored = PG_DETOAST_DATUM_PACKED(numeric);
   const char* data = VARDATA_ANY(stored);
   const char* const end = data + VARSIZE_ANY_EXHDR(stored);
@@ -189,7 +172,7 @@ static pg_noinline const char* write_any(Datum numeric, char room[decimal_room],
   if ((head & short_form) != 0) {
     negative = (head & short_negative) != 0;
     scale = (head & short_scale_mask) >> short_scale_shift;
-    weight = (int)((head & short_weight_mask) ^ 0x40) - 0x40;
+    weight = (int)((head & short_weight_mask) ^ short_weight_sign) - short_weight_sign;
   } else {
     int16 long_weight;
     memcpy(&long_weight, data, sizeof long_weight);
@@ -216,62 +199,4 @@ static pg_noinline const char* write_any(Datum numeric, char room[decimal_room],
   }
   *length = (size_t)(out - room);
   return room;
-}
-
-#ifdef WORDS_BIGENDIAN
-
-static inline bool write_short(const char* stored, char* room, size_t* length) { return false; }
-
-#else
-
-/* Two groups as eight digits, the first lowest. */
-static inline uint64 eight_digits(uint64 groups) {
-  const uint64 fours = (groups & 0xFFFF) | (groups & 0xFFFF0000) << 16;
-  const uint64 hundreds = fours * 10486 >> 20 & UINT64CONST(0x0000007F0000007F);
-  const uint64 pairs = (fours << 16) - hundreds * ((100 << 16) - 1);
-  const uint64 tens = pairs * 103 >> 10 & UINT64CONST(0x000F000F000F000F);
-  return ((pairs << 8) - tens * ((10 << 8) - 1)) | UINT64CONST(0x3030303030303030);
-}
-
-/* What has no more than eight digits in front of the point and seven behind it, stored as in a row
-   of a table: eight digits, then, since to leave out zeros in front takes longer than to read them.
- */
-static inline bool write_short(const char* stored, char* room, size_t* length) {
-  if (!VARATT_IS_SHORT(stored) || VARATT_IS_EXTERNAL(stored)) return false;
-  uint16 head;
-  memcpy(&head, VARDATA_SHORT(stored), sizeof head);
-  const char* at = VARDATA_SHORT(stored) + sizeof head;
-  const unsigned count = (VARSIZE_SHORT(stored) - VARHDRSZ_SHORT - sizeof head) / sizeof(int16);
-  const unsigned missing = (1U - head) & short_weight_mask; /* groups in front of those stored */
-  const unsigned scale = (head & short_scale_mask) >> short_scale_shift;
-  if ((head & form_mask) != short_form || scale > 7 || count == 0 || missing + count > 4) {
-    return false;
-  }
-  uint64 groups = 0;
-  if (likely(count > 1)) {
-    /* Two from both ends, which may be the same ones. */
-    uint32 first, last;
-    memcpy(&first, at, sizeof first);
-    memcpy(&last, at + (count - 2) * sizeof(int16), sizeof last);
-    groups = first | (uint64)last << 16 * (count - 2);
-  } else {
-    memcpy(&groups, at, sizeof(int16));
-  }
-  groups <<= 16 * missing;
-  const uint64 integers = eight_digits(groups);
-  const uint64 fraction = eight_digits(groups >> 32);
-  const unsigned sign = (head & short_negative) != 0;
-  room[0] = '-';
-  memcpy(room + sign, &integers, sizeof integers);
-  room[sign + 8] = '.';
-  memcpy(room + sign + 9, &fraction, sizeof fraction);
-  *length = sign + 8 + scale + (scale != 0);
-  return true;
-}
-
-#endif
-
-const char* decimal_of_numeric(Datum numeric, char room[decimal_room], size_t* length) {
-  if (likely(write_short(DatumGetPointer(numeric), room, length))) return room;
-  return write_any(numeric, room, length);
 }

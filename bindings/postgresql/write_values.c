@@ -14,8 +14,8 @@
 /* Writes the argument into so much room, as the library's functions do. */
 typedef int Write(const jwnls_layout* layout, Datum value, char* out, size_t room, size_t* length);
 
-static pg_attribute_always_inline int write_numeric(const jwnls_layout* layout, Datum value,
-                                                    char* out, size_t room, size_t* length) {
+static pg_noinline int write_long_numeric(const jwnls_layout* layout, Datum value, char* out,
+                                          size_t room, size_t* length) {
   char decimal[decimal_room];
   size_t digits = 0;
   const char* text = decimal_of_numeric(value, decimal, &digits);
@@ -24,6 +24,16 @@ static pg_attribute_always_inline int write_numeric(const jwnls_layout* layout, 
   if (numeric_is_nan(number)) return JWNLS_MISSING;
   text = DatumGetCString(DirectFunctionCall1(numeric_out, NumericGetDatum(number)));
   return jwnls_write_number(layout, *text == '-' ? -INFINITY : INFINITY, out, room, length);
+}
+
+static pg_attribute_always_inline int write_numeric(const jwnls_layout* layout, Datum value,
+                                                    char* out, size_t room, size_t* length) {
+  int64 scaled = 0;
+  int32 scale = 0;
+  if (likely(scaled_of_numeric(value, &scaled, &scale))) {
+    return jwnls_write_scaled(layout, scaled, scale, out, room, length);
+  }
+  return write_long_numeric(layout, value, out, room, length);
 }
 
 static int write_float8(const jwnls_layout* layout, Datum value, char* out, size_t room,
