@@ -61,6 +61,19 @@ constexpr OpenCase openings[] = {
     {"de_DE", JWNLS_AMOUNT, "currency=", JWNLS_UNKNOWN, "option 'currency=': the value is missing"},
     {"de_DE", JWNLS_NUMBER, "no-group=1", JWNLS_UNKNOWN,
      "option 'no-group=1': the word takes no value"},
+    // 80 bytes are shown, what is longer is cut.
+    {"de_DE", JWNLS_DATE,
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy"
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy",
+     JWNLS_UNKNOWN,
+     "option 'yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy"
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy': no such word"},
+    {"de_DE", JWNLS_DATE,
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy"
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyz",
+     JWNLS_UNKNOWN,
+     "option 'yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy"
+     "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy...': no such word"},
     {"de_DE", JWNLS_DATETIME, "zone=Mars/Base\x1B[2J", JWNLS_UNKNOWN,
      "time zone 'Mars/Base\\x1B[2J': unknown"},
 };

@@ -1,7 +1,9 @@
 // A library to load before a program (LD_PRELOAD) whose calls of the system shall fail: of those
 // that the program makes while main() runs, the one with a number, or all from there. What the C
 // library asks of itself is not counted, but for memory.
-//   FAILING_CALL       memory, open, read, mmap or thread
+//   FAILING_CALL       memory, open, read, mmap or thread; or interrupt: a signal interrupts a read
+//   or
+//                      write; or short: it does half of what is asked
 //   FAILING_NUMBER     which of them, counted from 0
 //   FAILING_FOR_EVER   when set, all behind it too
 //   FAILING_FROM       parts of names of libraries: the calls of these alone are counted
@@ -29,8 +31,18 @@ void* __libc_realloc(void* memory, size_t bytes);
 void* __libc_memalign(size_t alignment, size_t bytes);
 void __libc_free(void* memory);
 
-enum Call { memory_call, open_call, read_call, mmap_call, thread_call, no_call };
-static const char* const call_names[] = {"memory", "open", "read", "mmap", "thread"};
+enum Call {
+  memory_call,
+  open_call,
+  read_call,
+  mmap_call,
+  thread_call,
+  interrupted_call,
+  short_call,
+  no_call
+};
+static const char* const call_names[] = {"memory", "open",      "read", "mmap",
+                                         "thread", "interrupt", "short"};
 
 static enum Call failing_call = no_call;
 static long failing_number;
@@ -194,12 +206,21 @@ int mkostemp(char* name, int flags) {
 }
 int mkostemp64(char* name, int flags) __attribute__((alias("mkostemp")));
 
+static ssize_t interrupted(void) {
+  errno = EINTR;
+  return -1;
+}
 ssize_t read(int descriptor, void* bytes, size_t room) {
   if (fails(read_call)) {
     errno = EIO;
     return -1;
   }
-  return syscall(SYS_read, descriptor, bytes, room);
+  if (fails(interrupted_call)) return interrupted();
+  return syscall(SYS_read, descriptor, bytes, fails(short_call) ? (room + 1) / 2 : room);
+}
+ssize_t write(int descriptor, const void* bytes, size_t count) {
+  if (fails(interrupted_call)) return interrupted();
+  return syscall(SYS_write, descriptor, bytes, fails(short_call) ? (count + 1) / 2 : count);
 }
 
 void* mmap(void* place, size_t bytes, int protection, int flags, int descriptor, off_t begin) {
