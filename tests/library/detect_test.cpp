@@ -175,6 +175,13 @@ TEST(Detection, AsksTheLocalesThatTheCallerNames) {
       EXPECT_EQ(each.kind, row.kind);
     }
   }
+  // Languages stand before their regions, those with the most regions first.
+  const Detection all = detect({"1.234", "2.500"}, "number");
+  std::string first;
+  for (std::size_t i = 0; i < 4; ++i) {
+    first.append(jwnls_detected_locale(all.get(), 0, 1, i)).append(" ");
+  }
+  EXPECT_EQ(first, "es pt sr de ");
 }
 
 TEST(Detection, RefusesWhatItDoesNotKnow) {

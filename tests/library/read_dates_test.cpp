@@ -122,6 +122,15 @@ constexpr ExplainCase explanations[] = {
     {"de_DE", JWNLS_DATE, "", "15.03-2024", 2,
      "date '15.03-2024': the marks between the numbers are not those of a date"},
     {"de_DE", JWNLS_DATE, "", "15.\xFF", 0, "date '15.\\xFF': not valid UTF-8"},
+    // What is not UTF-8 is told apart up to 200 bytes, which always have room when folded.
+    {"de_DE", JWNLS_DATE, "",
+     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\xFF",
+     0,
+     "date 'xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...': not valid UTF-8"},
     {"de_DE", JWNLS_DATE, "", "ides", 0, "date 'ides': nothing in it is a date"},
     {"sv_SE", JWNLS_DATE, "", "15/3/2024", 5,
      "date '15/3/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
