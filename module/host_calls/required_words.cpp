@@ -131,10 +131,8 @@ void write_missing_word(Journal* journal, const RequiredWord& missing) noexcept 
   };
   append(u"No locale handle: word ");
   const std::size_t number = missing.offset / sizeof(std::uint64_t);
-  for (std::size_t place = 1000; place > 0; place /= 10) {
-    if (number >= place || place == 1) {
-      *end++ = static_cast<char16_t>(u'0' + number / place % 10);
-    }
+  for (std::size_t place = 1000; place > 0; place /= 10) {  // no object needs its word 0
+    if (number >= place) *end++ = static_cast<char16_t>(u'0' + number / place % 10);
   }
   append(u" of ");
   append(object_names[static_cast<std::size_t>(missing.object)]);
