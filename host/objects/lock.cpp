@@ -14,9 +14,7 @@ HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind
 // A mutex may not go while it is locked; one that another thread holds cannot be unlocked from
 // here.
 HostLock::~HostLock() {
-  if (holder_.load(std::memory_order_relaxed) != std::this_thread::get_id()) return;
-  depth_ = 1;
-  release_now();
+  if (holder_.load(std::memory_order_relaxed) == std::this_thread::get_id()) mutex_.unlock();
 }
 
 void HostLock::take_now() noexcept {

@@ -33,6 +33,7 @@ TEST(LocaleNames, AreReadAsPeopleWriteThemAndNoOthers) {
   finds(exact, "sr_Latn_RS", u"sr_RS@latin", u"sr_Latn_RS@latin");
   finds(exact, "sr_Cyrl_RS", u"sr_RS@cyrillic");
   finds(exact, "sd_Deva_IN", u"sd_IN@devanagari");
+  finds(exact, "az_Latn_AZ", u"az_AZ@iqtelif");
   finds(near, "ca_ES", u"ca_ES@valencia");
   // Aliases of names and of their codes.
   finds(exact, "zh_Hant_TW", u"zh_TW", u"zho_TW");
