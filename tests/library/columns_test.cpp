@@ -12,6 +12,7 @@
 
 #include "abi/missing_value.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/guarded_buffer.h"
 #include "tests/support/seed.h"
 
 namespace {
@@ -198,7 +199,7 @@ struct Found {
   }
 };
 
-// Random texts one behind the other, and nothing behind them.
+// Random texts one behind the other, and nothing behind them that may be read.
 struct RandomTexts {
   std::vector<char> bytes;
   std::vector<std::int32_t> offsets = {0};
@@ -213,14 +214,15 @@ struct RandomTexts {
       }
       offsets.push_back(static_cast<std::int32_t>(bytes.size()));
     }
-    bytes.shrink_to_fit();
   }
   [[nodiscard]] std::size_t size() const { return offsets.size() - 1; }
   [[nodiscard]] jwnls_text text(std::size_t i) const {
     return {bytes.data() + offsets[i], static_cast<std::size_t>(offsets[i + 1] - offsets[i])};
   }
   [[nodiscard]] jwnls_texts texts() const {
-    return {sizeof(jwnls_texts), size(), nullptr, bytes.data(), offsets.data(), nullptr, nullptr};
+    static jwnls::test::GuardedBuffer<char> guarded;
+    const char* const held = guarded.hold({bytes.data(), bytes.size()});
+    return {sizeof(jwnls_texts), size(), nullptr, held, offsets.data(), nullptr, nullptr};
   }
 };
 
