@@ -26,10 +26,13 @@ struct KindRow {
   const char* other_options;
 };
 constexpr KindRow kind_rows[] = {
-    {JWNLS_INTEGER, Family::numbers, "signs=any"},    {JWNLS_NUMBER, Family::numbers, "signs=any"},
-    {JWNLS_AMOUNT, Family::numbers, "currency=any"},  {JWNLS_PERCENT, Family::numbers, nullptr},
-    {JWNLS_DATE, Family::dates, "names=english"},     {JWNLS_TIME, Family::dates, nullptr},
+    {JWNLS_INTEGER, Family::numbers, "signs=any"},
+    {JWNLS_NUMBER, Family::numbers, "signs=any"},
+    {JWNLS_AMOUNT, Family::numbers, "currency=any"},
+    {JWNLS_PERCENT, Family::numbers, nullptr},
+    {JWNLS_DATE, Family::dates, "names=english"},
     {JWNLS_DATETIME, Family::dates, "names=english"},
+    {JWNLS_TIME, Family::dates, nullptr},
 };
 
 std::vector<std::string> words_of_list(const char* list) {
@@ -92,12 +95,14 @@ class Detector {
   }
 
   void detect(const KindRow& row) {
-    const Shapes& shapes = shapes_of(row.family);
-    const Detail detail = shapes.has_words() ? Detail::words : Detail::plain;
-    if (!may_be(row.kind, shapes)) {
-      answer(row, "", shapes, {}, {});
+    // Those of the other readers tell as well that no text can be of a kind.
+    const Shapes& known = shapes_[0] ? *shapes_[0] : shapes_of(row.family);
+    if (!may_be(row.kind, known)) {
+      answer(row, "", known, {}, {});
       return;
     }
+    const Shapes& shapes = shapes_of(row.family);
+    const Detail detail = shapes.has_words() ? Detail::words : Detail::plain;
     if (all_) {
       const LocaleClasses& classes = classes_of_every_locale(row.kind, detail);
       answer(row, "", shapes, classes, every_locale());

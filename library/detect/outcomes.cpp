@@ -11,6 +11,9 @@
 #include "library/layouts/layout.h"
 #include "library/locale_data/date_characters.h"
 #include "library/numbers/decimal_value.h"
+#include "library/texts/folding.h"
+#include "library/texts/longest_text.h"
+#include "library/texts/utf8.h"
 #include "module/calendar/civil.h"
 
 namespace jwnls::library {
@@ -53,32 +56,85 @@ std::optional<ReadValue> read_value(const jwnls_layout* layout, std::string_view
   }
 }
 
-// Whether a text can be of a kind at all, whatever the locale: by its numbers.
+// The runs of digits of a text, and what stands between them, as far as they tell what it is not,
+// whatever the locale.
+class Runs {
+ public:
+  explicit Runs(std::string_view text) noexcept {
+    for (std::size_t at = 0; at < text.size();) {
+      if (!is_digit(text[at])) {
+        const auto byte = static_cast<unsigned char>(text[at++]);
+        gap_ += byte < 0x80 || byte >= 0xC0 ? 1 : 0;
+        continue;
+      }
+      const std::size_t begin = at;
+      while (at < text.size() && is_digit(text[at])) ++at;
+      add(text, begin, at);
+    }
+  }
+
+  [[nodiscard]] std::size_t count() const noexcept { return count_; }
+
+  [[nodiscard]] bool may_be(int kind) const noexcept {
+    switch (kind) {
+      case JWNLS_DATE:
+        return count_ > 0 && !has_clock_ && !has_long_;
+      case JWNLS_TIME:
+        return !has_odd_ && count_ > 1 && digits_[0] <= 2 && digits_[1] <= 2;
+      case JWNLS_DATETIME:
+        return !has_odd_ && (count_ > 3 || (count_ == 3 && longest_ == 8));
+      default:
+        return !is_apart_;
+    }
+  }
+
+ private:
+  void add(std::string_view text, std::size_t begin, std::size_t end) noexcept {
+    const std::size_t digits = end - begin;
+    const char before = begin > 0 ? text[begin - 1] : '\0';
+    if (count_ > 0) {
+      has_clock_ = has_clock_ || (gap_ == 1 && before == ':');
+      // One character, and of an exponent maybe a sign.
+      is_apart_ = is_apart_ || gap_ > 2 || (gap_ == 2 && (text[begin - 2] | 0x20) != 'e');
+    }
+    // Some names begin with digits, "4月", which may stand directly behind others.
+    if (end == text.size() || !is_letter(text[end])) {
+      const bool is_long = digits > 2 && digits != 4 && digits != 8;
+      const bool is_fraction = count_ > 2 && (before == '.' || before == ',');
+      has_long_ = has_long_ || is_long;
+      has_odd_ = has_odd_ || (is_long && digits != 6 && !is_fraction);
+    }
+    if (count_ < 2) digits_[count_] = digits;
+    longest_ = std::max(longest_, digits);
+    gap_ = 0;
+    ++count_;
+  }
+
+  std::size_t count_ = 0;
+  std::size_t digits_[2] = {};  // of the first two
+  std::size_t longest_ = 0;
+  std::size_t gap_ = 0;     // characters since the last
+  bool has_clock_ = false;  // a colon alone stands between two
+  bool is_apart_ = false;   // more stands between two than may do so in a number
+  bool has_long_ = false;   // one that no date has
+  bool has_odd_ = false;    // one that no date and no time has, nor the fraction of a second
+};
+
+// Whether a text can be of a kind at all, whatever the locale.
 bool may_be(int kind, std::string_view text) noexcept {
-  const auto is_beyond_ascii = [](char each) { return static_cast<unsigned char>(each) >= 0x80; };
-  const bool beyond_ascii = std::any_of(text.begin(), text.end(), is_beyond_ascii);
-  std::size_t runs = 0;
-  std::size_t digits[2] = {};  // of the first two
-  std::size_t longest = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (!is_digit(text[at])) continue;
-    const std::size_t begin = at;
-    while (at < text.size() && is_digit(text[at])) ++at;
-    if (runs < 2) digits[runs] = at - begin;
-    longest = std::max(longest, at - begin);
-    ++runs;
+  const bool is_date = kind == JWNLS_DATE || kind == JWNLS_TIME || kind == JWNLS_DATETIME;
+  const Runs runs(text);
+  if (is_ascii(text)) {
+    const bool is_percent = kind != JWNLS_PERCENT || text.find('%') != std::string_view::npos;
+    return runs.count() > 0 && is_percent && runs.may_be(kind);
   }
-  if (runs == 0) return beyond_ascii;  // digits of the locale's own
-  switch (kind) {
-    case JWNLS_PERCENT:
-      return beyond_ascii || text.find('%') != std::string_view::npos;
-    case JWNLS_TIME:
-      return runs == 1 || (digits[0] <= 2 && digits[1] <= 2);
-    case JWNLS_DATETIME:
-      return runs > 2 || longest == 8;
-    default:
-      return true;
+  if (!is_date || (runs.count() > 0 && runs.may_be(kind))) {
+    return runs.count() == 0 || runs.may_be(kind);
   }
+  // Digits of the locale's own, full-width ones, and marks among them that do not count.
+  char folded[longest_text];
+  const auto size = fold_text(text, folded, sizeof folded);
+  return size && Runs({folded, *size}).may_be(kind);
 }
 
 // The values that a shape was given so far, numbered from 1.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <iterator>
 
 #include "library/columns/read_column.h"
 #include "library/dates/date_text.h"
@@ -17,8 +18,9 @@ namespace {
 
 constexpr std::size_t sample_size = 64;
 
-// Beyond so many digits the range of a type may matter, and with it every digit.
-constexpr std::size_t most_digits = 15;
+// With more digits, and more than two of an exponent, a number may be beyond the doubles.
+constexpr std::size_t most_digits = 200;
+constexpr std::size_t most_exponent_digits = 2;
 
 std::size_t write_text(std::string_view text, char* out) noexcept {
   *out = '=';  // no shape of fewer bytes begins so
@@ -26,23 +28,65 @@ std::size_t write_text(std::string_view text, char* out) noexcept {
   return text.size() + 1;
 }
 
-// "1.234,50" is "9.999,99". A number led by 0 is another shape: it has no groups.
-std::size_t write_number_shape(std::string_view text, char* out) noexcept {
-  std::size_t digits = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const char each = text[at];
-    out[at] = each;
-    if (is_digit(each)) {
-      out[at] = digits == 0 && each == '0' ? '0' : '9';
-      ++digits;
-    } else if ((each | 0x20) == 'e' && at + 1 < text.size() && digits > 0) {
-      const char next = text[at + 1];
-      if (is_digit(next) || next == '-' || next == '+') return write_text(text, out);
+// "1.234,50" is "9.999,99", and so are numbers in the digits of another script: of these the
+// script's zero stands in front of each. A number led by 0 is another shape: it has no groups.
+class NumberShape {
+ public:
+  NumberShape(std::string_view text, char* out) noexcept : text_(text), out_(out) {}
+
+  std::size_t write() noexcept {
+    while (at_ < text_.size()) {
+      const char each = text_[at_];
+      if (is_digit(each)) {
+        put_digit(each == '0');
+        ++at_;
+      } else if (is_ascii(each)) {
+        // Behind an "e" and maybe a sign there are the digits of an exponent.
+        const bool is_e = (each | 0x20) == 'e' && digits_ > 0;
+        is_exponent_ = is_e || (is_exponent_ && (each == '-' || each == '+'));
+        if (is_e) exponent_digits_ = 0;
+        out_[size_++] = each;
+        ++at_;
+      } else {
+        take_beyond_ascii();
+      }
+      if (exponent_digits_ > most_exponent_digits) return write_text(text_, out_);
     }
+    return digits_ <= most_digits && (text_.empty() || text_[0] != '=') ? size_
+                                                                        : write_text(text_, out_);
   }
-  return digits <= most_digits && (text.empty() || text[0] != '=') ? text.size()
-                                                                   : write_text(text, out);
-}
+
+ private:
+  void put_digit(bool is_zero) noexcept {
+    out_[size_++] = digits_ == 0 && is_zero ? '0' : '9';
+    ++digits_;
+    if (is_exponent_) ++exponent_digits_;
+  }
+  void take_beyond_ascii() noexcept {
+    const Utf8Character next = first_character(text_.substr(at_));
+    const Digit digit = digit_of(next.value);
+    if (digit.zero != 0) {
+      char zero[4];
+      const std::size_t bytes = encode_utf8(digit.zero, zero);
+      std::memcpy(out_ + size_, zero, bytes);
+      size_ += bytes;
+      put_digit(digit.value == 0);
+    } else {
+      is_exponent_ = false;
+      std::memcpy(out_ + size_, text_.data() + at_, next.bytes);
+      size_ += next.bytes;
+    }
+    at_ += next.bytes;
+  }
+
+  const std::string_view text_;
+  char* const out_;
+  std::size_t at_ = 0;
+  std::size_t size_ = 0;
+  std::size_t digits_ = 0;
+  bool is_exponent_ = false;
+  std::size_t exponent_digits_ = 0;
+};
 
 // What a number of one or two digits can be in a date or time: months by their length, hours,
 // days by the months that have them, minutes, years.
@@ -90,42 +134,75 @@ class DateShape {
     }
     // A weekday may be among several words, or beside three numbers; a number alone may be a
     // date or time without marks.
-    const bool may_have_weekday = words > 1 || (words == 1 && runs - of_clock_ > 2);
+    const std::size_t of_date = runs - of_clock_;
+    const bool may_have_weekday = of_date > 0 && (words > 1 || (words == 1 && of_date > 2));
     if (runs < 2) return write_text(text_, out_);
     if (!may_have_weekday || !has_weekday()) return size_;
-    // Between a day, a year, and a month that has a name.
-    const bool has_phase = runs - of_clock_ == 2 && years_ == 1 && kept_ == 1;
-    return has_phase && put_phase() ? size_ : write_text(text_, out_);
+    return put_phase(of_date) ? size_ : write_text(text_, out_);
   }
 
  private:
-  // What decides, together with the month, which weekday a date is. False where years may be
-  // counted otherwise.
-  bool put_phase() noexcept {
-    if (year_ < 1583 || year_ > 2399) return false;
+  // What decides which weekday a date is, of a day, a year, and a month that has a name, or of
+  // three numbers. False where that is not known, as years may be counted otherwise.
+  bool put_phase(std::size_t of_date) noexcept {
+    if (years_ != 1 || year_ < 1583 || year_ > 2399 || of_date != kept_ + 1) return false;
     const int before = year_ - 1;
+    const int of_year = before + before / 4 - before / 100 + before / 400;
     const bool is_leap = year_ % 4 == 0 && (year_ % 100 != 0 || year_ % 400 == 0);
+    // The days in front of each month, as far as weekdays go; what is no month is no date either.
+    constexpr int months[] = {0, 0, 3, 3, 6, 1, 4, 6, 2, 5, 0, 3, 5};
+    const auto put_weekday = [&](int month, int day) {
+      const int leap_day = is_leap && month > 2 ? 1 : 0;
+      const int days = month <= 12 ? of_year + months[month] + leap_day + day : 0;
+      put(static_cast<char>('0' + days % 7));
+    };
     put('w');
-    put(static_cast<char>(
-        '0' + (before + before / 4 - before / 100 + before / 400 + int{values_[0]}) % 7));
     put(is_leap ? 'L' : 'C');
-    return true;
+    if (kept_ == 1) {
+      put_weekday(0, values_[0]);
+    } else if (kept_ == 2) {
+      // Behind a year in front the month comes first, always.
+      put_weekday(values_[0], values_[1]);
+      if (!is_year_first_) put_weekday(values_[1], values_[0]);
+    }
+    return kept_ == 1 || kept_ == 2;
   }
   // Or something that may be one.
   [[nodiscard]] bool has_weekday() const {
+    // Words behind the three numbers of a date, of which the last is a weekday's name elsewhere.
+    constexpr std::string_view marks[][3] = {{"年", "月", "日"}, {"년", "월", "일"}};
+    std::size_t marked = 0;
     for (std::size_t at = 0; at < text_.size(); ++at) {
       if (!is_letter(text_[at]) || is_no_break_blank(text_.substr(at))) continue;
       const std::size_t begin = at;
       while (at < text_.size() && is_letter(text_[at])) ++at;
       const std::string_view word = text_.substr(begin, at - begin);
-      // Such scripts write names without blanks between them.
-      const auto is_of_three_bytes = [](char each) {
-        return static_cast<unsigned char>(each) >= 0xE0;
+      const auto is_mark = [&](const auto& each) {
+        return marked < std::size(each) && word == each[marked];
       };
-      char folded[longest_text];
-      const auto size = fold_text(word, folded, sizeof folded);
-      if (!size || std::any_of(word.begin(), word.end(), is_of_three_bytes)) return true;
-      if (weekdays_().count(std::string(folded, *size)) != 0) return true;
+      if (begin > 0 && is_digit(text_[begin - 1]) &&
+          std::any_of(std::begin(marks), std::end(marks), is_mark)) {
+        ++marked;
+      } else if (may_have_weekday(word)) {
+        return true;
+      }
+    }
+    return marked % std::size(marks[0]) != 0;
+  }
+  [[nodiscard]] bool may_have_weekday(std::string_view word) const {
+    // Such scripts write names without blanks between them; the others of three bytes are marks,
+    // blanks and symbols.
+    const auto is_of_such = [](char each) {
+      return static_cast<unsigned char>(each) >= 0xE0 && each != '\xE2';
+    };
+    char folded[longest_text];
+    const auto size = fold_text(word, folded, sizeof folded);
+    if (!size || std::any_of(word.begin(), word.end(), is_of_such)) return true;
+    const std::string_view letters(folded, *size);
+    for (std::size_t at = 0; at < letters.size(); ++at) {
+      const std::size_t begin = at;
+      while (at < letters.size() && is_letter(letters[at])) ++at;
+      if (weekdays_().count(std::string(letters.substr(begin, at - begin))) != 0) return true;
     }
     return false;
   }
@@ -147,6 +224,7 @@ class DateShape {
     }
     if (digits == 4) {
       put(bucket_of_year(value));
+      is_year_first_ = kept_ == 0;
       year_ = value;
       ++years_;
       return true;
@@ -187,7 +265,8 @@ class DateShape {
   std::size_t of_clock_ = 0;  // of the numbers
   std::size_t years_ = 0;     // numbers of four digits
   int year_ = 0;              // the last
-  std::uint8_t values_[8];    // of those that may be a date's
+  bool is_year_first_ = false;
+  std::uint8_t values_[8];  // of those that may be a date's
   std::size_t kept_ = 0;
 };
 
@@ -213,7 +292,7 @@ bool has_word_and_digit(std::string_view text) noexcept {
 
 std::size_t write_shape(Family family, std::string_view text, char* out,
                         const FindWeekdayWords& weekdays) {
-  return family == Family::numbers ? write_number_shape(text, out)
+  return family == Family::numbers ? NumberShape(text, out).write()
                                    : DateShape(text, out, weekdays).write();
 }
 
