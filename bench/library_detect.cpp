@@ -39,6 +39,12 @@ struct Column {
           case JWNLS_DATETIME:
             return jwnls_write_datetime(layout, value * INT64_C(78'901'000'000), text, sizeof text,
                                         &length);
+          case JWNLS_TIME:
+            return jwnls_write_time(layout, value * INT64_C(4'000'000), text, sizeof text, &length);
+          case JWNLS_INTEGER:
+            return jwnls_write_integer(layout, value * INT64_C(61), text, sizeof text, &length);
+          case JWNLS_PERCENT:
+            return jwnls_write_number(layout, value / 128.0, text, sizeof text, &length);
           default:
             return jwnls_write_number(layout, value * 61.37, text, sizeof text, &length);
         }
@@ -64,15 +70,22 @@ struct Column {
         return jwnls_read_dates(layout, &all, days.data(), nullptr, nullptr);
       case JWNLS_DATETIME:
         return jwnls_read_datetimes(layout, &all, microseconds.data(), nullptr, nullptr);
+      case JWNLS_TIME:
+        return jwnls_read_times(layout, &all, microseconds.data(), nullptr, nullptr);
+      case JWNLS_INTEGER:
+        return jwnls_read_integers(layout, &all, microseconds.data(), nullptr, nullptr);
       default:
         return jwnls_read_numbers(layout, &all, numbers.data(), nullptr, nullptr);
     }
   }
 };
 
-void enter_column(const char* name, const char* locale, int kind, const char* options) {
-  const auto* const column = new Column(locale, kind, options);  // for the rest of the run
-  const std::string task = std::string("library: detect 10,000 ") + name;
+// As tasks: "amount, de_DE", "datetime style=long, fr_FR".
+void enter_column(const char* locale, int kind, const std::string& options) {
+  const auto* const column = new Column(locale, kind, options.c_str());  // for the rest of the run
+  std::string task = "library: detect 10,000: ";
+  task.append(jwnls_kind_name(kind)).append(options.empty() ? "" : " ").append(options);
+  task.append(", ").append(locale);
   declare({task, 30, 0});
   enter(task, Side::ours, "jwnls_detect", [=](benchmark::State& state) {
     const jwnls_texts texts = column->texts();
@@ -92,14 +105,35 @@ void enter_column(const char* name, const char* locale, int kind, const char* op
 
 }  // namespace
 
+// The first has a row of each way to write each kind, the others what is hardest of it: names and
+// marks of other scripts, other digits, half days.
 void enter_library_detect() {
-  enter_column("German numbers", "de_DE", JWNLS_NUMBER, "decimals=2");
-  enter_column("German amounts", "de_DE", JWNLS_AMOUNT, "");
-  enter_column("German dates of numbers", "de_DE", JWNLS_DATE, "");
-  enter_column("English medium dates", "en_US", JWNLS_DATE, "");
-  enter_column("Spanish long dates", "es_ES", JWNLS_DATE, "style=long");
-  enter_column("French full dates", "fr_FR", JWNLS_DATE, "style=full");
-  enter_column("German datetimes", "de_DE", JWNLS_DATETIME, "");
+  for (const std::string style : {"style=short", "style=medium", "style=long", "style=full"}) {
+    for (const int kind : {JWNLS_DATE, JWNLS_DATETIME}) enter_column("de_DE", kind, style);
+  }
+  enter_column("de_DE", JWNLS_TIME, "");
+  enter_column("de_DE", JWNLS_NUMBER, "decimals=2");
+  enter_column("de_DE", JWNLS_INTEGER, "");
+  enter_column("de_DE", JWNLS_AMOUNT, "");
+  enter_column("de_DE", JWNLS_AMOUNT, "symbol=code");
+  enter_column("de_DE", JWNLS_PERCENT, "");
+  enter_column("en_US", JWNLS_DATE, "");
+  enter_column("en_US", JWNLS_AMOUNT, "");
+  enter_column("es_ES", JWNLS_DATE, "style=long");
+  for (const char* locale : {"fr_FR", "ja_JP", "ko_KR", "hi_IN", "th_TH", "ar_EG", "ru_RU"}) {
+    enter_column(locale, JWNLS_DATETIME, "style=long");
+    enter_column(locale, JWNLS_DATE, "style=full");
+  }
+  enter_column("fr_FR", JWNLS_NUMBER, "");
+  enter_column("fr_FR", JWNLS_DATETIME, "style=full");
+  enter_column("vi_VN", JWNLS_DATETIME, "");
+  enter_column("ar_EG", JWNLS_DATETIME, "style=short");
+  enter_column("ckb_IQ", JWNLS_TIME, "");
+  for (const char* locale : {"fa_IR", "hi_IN", "my_MM"}) {
+    enter_column(locale, JWNLS_INTEGER, "digits=own");
+    enter_column(locale, JWNLS_NUMBER, "digits=own decimals=2");
+    enter_column(locale, JWNLS_AMOUNT, "digits=own");
+  }
 }
 
 }  // namespace jwnls::bench
