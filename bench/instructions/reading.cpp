@@ -83,12 +83,21 @@ constexpr Text refused_dates[] = {
     {"refuse a date", "de_DE", JWNLS_DATE, "", "04.09.2018 foo"},
     {"refuse a date without a digit", "de_DE", JWNLS_DATE, "", "not known"},
     {"refuse a date of four numbers", "de_DE", JWNLS_DATE, "", "04.09.2018 12"},
+    {"refuse a date where names have digits", "vi_VN", JWNLS_DATE, "", "04/09/2018 foo"},
     {"refuse the 30th of February", "de_DE", JWNLS_DATE, "", "30.02.2024"},
+};
+constexpr Text refused_times[] = {
+    {"refuse a time", "de_DE", JWNLS_TIME, "", "14:30:05 foo"},
+    {"refuse a time of five numbers", "de_DE", JWNLS_TIME, "", "1:2:3:4:5"},
+    {"refuse the minutes of a time", "sv_SE", JWNLS_TIME, "", "14:99:05"},
 };
 constexpr Text refused_datetimes[] = {
     {"refuse a datetime without a time", "de_DE", JWNLS_DATETIME, "", "15. April"},
     {"refuse a datetime without a digit", "de_DE", JWNLS_DATETIME, "", "not known am"},
     {"refuse the time of a datetime", "de_DE", JWNLS_DATETIME, "", "15.03.2024, 14:65:05"},
+    {"refuse a datetime", "ar_EG", JWNLS_DATETIME, "", "15/03/2024\u060C 2:30:05 \u0645 foo"},
+    {"refuse the date of a datetime", "de_DE", JWNLS_DATETIME, "", "foo 15.03.2024, 14:30:05"},
+    {"refuse the offset of an instant", "de_DE", JWNLS_INSTANT, "", "15.03.2024, 14:30:05+99:00"},
 };
 
 template <typename Read, std::size_t count_of_texts>
@@ -140,6 +149,7 @@ void count_reading() {
   count_texts(refused_numbers, read_number, false);
   count_texts(refused_decimals, read_decimal, false);
   count_texts(refused_dates, read_date, false);
+  count_texts(refused_times, read_time, false);
   count_texts(refused_datetimes, read_datetime, false);
   const jwnls_layout* units = layout("de_DE", JWNLS_NUMBER);
   count("read number, UTF-16", [&](std::int32_t) {

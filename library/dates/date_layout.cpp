@@ -252,6 +252,7 @@ void set_joints(const Locale& locale, const std::optional<DatePatternData>& data
   for (const Joint& each : layout.joints) {
     layout.time_first = layout.time_first || each.time_first;
     layout.has_ends = layout.has_ends || !each.before.empty() || !each.behind.empty();
+    layout.colon_joins = layout.colon_joins || ends_in(each.between, ":");
     const bool is_all = each.before.empty() && each.behind.empty() && !each.time_first;
     if (is_all && !each.mark.empty()) layout.quick_joints.push_back(each.between);
     for (std::string& word : words_of(each.between)) {

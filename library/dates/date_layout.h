@@ -106,6 +106,7 @@ struct DateLayout {
   std::vector<std::string> quick_joints;   // between a date and a time, the longest first
   bool time_first = false;                 // in one of them, as Vietnamese has it
   bool has_ends = false;                   // some joint has texts before or behind it all
+  bool colon_joins = false;                // likewise, ":" directly in front of the time
   std::uint16_t date_style = 1;            // the style of the date service
   bool is_composed = false;                // date and time are written apart, with `joint`
   Joint joint;                             // of the layout's style

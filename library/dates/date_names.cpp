@@ -62,7 +62,11 @@ void DateNames::add_stand_ins(const DateNameData& data) {
     add_entry(list.back().stand_in, meaning);
   };
   for (const auto& [name, meaning] : data.names) {
-    if ((classes_of(name) & digit) != 0) add(numbered_, name, meaning);
+    if ((classes_of(name) & digit) == 0) continue;
+    add(numbered_, name, meaning);
+    const auto first = static_cast<unsigned char>(name.front());
+    begins_numbered_.set(first);
+    if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);
   }
   for (const ExactName& each : data.exact) {
     NameMeaning meaning;

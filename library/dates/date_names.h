@@ -4,6 +4,7 @@
 #ifndef JWNLS_LIBRARY_DATES_DATE_NAMES_H_
 #define JWNLS_LIBRARY_DATES_DATE_NAMES_H_
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -28,6 +29,10 @@ class DateNames {
   std::size_t replace_numbered(char* folded, std::size_t size,
                                std::uint16_t* places) const noexcept;
   [[nodiscard]] bool has_numbered() const noexcept { return !numbered_.empty(); }
+  /// Whether one of them begins with a byte, as folding leaves it but for the case of ASCII.
+  [[nodiscard]] bool begins_numbered(char byte) const noexcept {
+    return begins_numbered_[static_cast<unsigned char>(byte)];
+  }
 
   /// Likewise, in a text as it is written, names that only their marks tell from another ("Ẹr").
   std::size_t replace_exact(char* text, std::size_t size) const noexcept;
@@ -104,7 +109,8 @@ class DateNames {
 
   std::vector<StandIn> numbered_;  // the longest first
   std::vector<StandIn> exact_;     // likewise
-  std::vector<Entry> entries_;     // at last sorted: by first byte, the longest first
+  std::bitset<256> begins_numbered_;
+  std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are
   std::size_t mask_ = 0;

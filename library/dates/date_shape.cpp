@@ -51,6 +51,30 @@ bool is_of_letters(std::string_view text) noexcept {
   return true;
 }
 
+// Whether a name with digits in it may stand in a text: some letter begins as one.
+[[gnu::noinline]] bool finds_numbered(const DateNames& names, std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    char first = text[at];
+    if (lead >= 0xC0) {
+      const unsigned next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0;
+      if (lead < 0xE0) {
+        const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | (next & 0x3FU)];
+        if (folded >= 0x800) return true;
+        first = static_cast<char>(folded < 0x80 ? folded : folded >> 6 | 0xC0U);
+      } else if (lead >= 0xF0 || !is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6)) {
+        return true;
+      }
+    }
+    if (names.begins_numbered(first)) return true;
+  }
+  return false;
+}
+
+bool may_have_numbered(const DateLayout& layout, std::string_view text) noexcept {
+  return layout.names->has_numbered() && finds_numbered(*layout.names, text);
+}
+
 // Whether the sizes of three numbers, or of two, are those of no date in any order.
 bool have_wrong_sizes(const Numbers& numbers) noexcept {
   const auto& number = numbers.number;
@@ -147,7 +171,9 @@ bool have_letters(std::string_view piece) noexcept {
   return false;
 }
 
-bool is_hopeless(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept {
+// Where something else follows, what stands behind the last number may be part of that.
+bool is_hopeless(const DateLayout& layout, std::string_view text, const Numbers& numbers,
+                 bool is_whole = true) noexcept {
   const auto& number = numbers.number;
   const auto between = [text](std::size_t begin, std::size_t end) {
     return std::string_view(text.data() + begin, end - begin);
@@ -155,17 +181,19 @@ bool is_hopeless(const DateLayout& layout, std::string_view text, const Numbers&
   switch (numbers.count) {
     case 1:
       return number[0].digits() != 8 || is_wrong_lead(layout, text, number[0].begin) ||
-             is_wrong_word_behind(layout, text, number[0].end);
+             (is_whole && is_wrong_word_behind(layout, text, number[0].end));
     case 2:
       return is_wrong_lead(layout, text, number[0].begin) ||
              is_wrong_word_behind(layout, text, number[0].end) ||
-             is_wrong_word_behind(layout, text, number[1].end) || have_wrong_sizes(numbers) ||
+             (is_whole && is_wrong_word_behind(layout, text, number[1].end)) ||
+             have_wrong_sizes(numbers) ||
              !(have_letters(between(0, number[0].begin)) ||
                have_letters(between(number[0].end, number[1].begin)) ||
                have_letters(between(number[1].end, text.size())));
     case 3:
       return is_wrong_lead(layout, text, number[0].begin) ||
-             is_wrong_word_behind(layout, text, number[2].end) || have_wrong_sizes(numbers) ||
+             (is_whole && is_wrong_word_behind(layout, text, number[2].end)) ||
+             have_wrong_sizes(numbers) ||
              have_wrong_marks(layout, between(number[0].end, number[1].begin),
                               between(number[1].end, number[2].begin));
     default:
@@ -173,30 +201,54 @@ bool is_hopeless(const DateLayout& layout, std::string_view text, const Numbers&
   }
 }
 
+// Whether a byte of ASCII begins no date.
+bool is_wrong_first(const DateLayout& layout, char first) noexcept {
+  return is_ascii(first) && !is_letter(first) && !is_digit(first) && first != '\'' &&
+         !layout.bytes.own_begins(0, first);
+}
+
+bool has_foreign_byte(const DateLayout& layout, std::string_view text) noexcept {
+  const auto is_foreign = [&layout](char each) { return layout.bytes.is_foreign(each); };
+  return std::any_of(text.begin(), text.end(), is_foreign);
+}
+
 }  // namespace
 
 bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept {
   // Names with digits are no numbers, and may have any mark.
-  if (layout.names->has_numbered() && have_letters(text)) return false;
-  const char first = text.front();
-  if (is_ascii(first) && !is_letter(first) && !is_digit(first) && first != '\'' &&
-      !layout.bytes.own_begins(0, first)) {
-    return true;
-  }
+  if (may_have_numbered(layout, text)) return false;
+  if (is_wrong_first(layout, text.front())) return true;
   if (layout.bytes.is_foreign(text.back())) return true;
   if (!is_ascii(text)) {
     return has_foreign_character(layout, text, numbers) ||
            (is_hopeless(layout, text, numbers) && is_of_letters(text));
   }
-  if (is_hopeless(layout, text, numbers)) return true;
-  const auto is_foreign = [&layout](char each) { return layout.bytes.is_foreign(each); };
-  return std::any_of(text.begin(), text.end(), is_foreign);
+  return is_hopeless(layout, text, numbers) || has_foreign_byte(layout, text);
+}
+
+bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
+                         const Numbers& numbers) noexcept {
+  const std::string_view date = text.substr(0, numbers.number[numbers.count - 1].end);
+  if (is_wrong_first(layout, text.front())) return true;
+  if (!is_ascii(date)) {
+    if (numbers.count == 3 && !is_of_letters(date)) return false;
+    Numbers others = numbers;  // behind the last one stands what joins the date to the rest
+    --others.count;
+    if (has_foreign_character(layout, text, others)) return true;
+  }
+  return is_hopeless(layout, text, numbers, false) ||
+         (is_ascii(date) && has_foreign_byte(layout, date));
 }
 
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                         std::uint64_t digits) noexcept {
   const std::uint64_t begins = digits & ~(digits << 1);
-  if (layout.names->has_numbered() || !is_ascii(text)) return false;
+  // Most dates with such names begin and end in a number.
+  if (layout.names->has_numbered() &&
+      ((is_digit(text.front()) && is_digit(text.back())) || finds_numbered(*layout.names, text))) {
+    return false;
+  }
+  if (!is_ascii(text)) return is_foreign_character(layout, text, 0);
   const auto first = [](std::uint64_t bits) {
     return static_cast<std::size_t>(std::countr_zero(bits));
   };
@@ -210,11 +262,12 @@ bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
   };
   return have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin)) ||
          is_wrong_lead(layout, text, first(begins)) ||
-         is_wrong_word_behind(layout, text, last_end == 0 ? text.size() : first(last_end));
+         (last_end != 0 && (is_wrong_word_behind(layout, text, first(last_end)) ||
+                            layout.bytes.is_foreign(text.back())));
 }
 
 bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {
-  return !layout.names->has_numbered() && (is_ascii(text) || is_of_letters(text));
+  return (is_ascii(text) || folds_no_digits(text)) && !may_have_numbered(layout, text);
 }
 
 }  // namespace jwnls::library

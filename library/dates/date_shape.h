@@ -18,7 +18,12 @@ namespace jwnls::library {
 [[nodiscard]] bool is_no_date(const DateLayout& layout, std::string_view text,
                               const Numbers& numbers) noexcept;
 
-/// The same of a text of three numbers and ASCII, of at most 64 bytes, before its numbers are
+/// The same of a date in front of something else, of one to three numbers, where the text ends with
+/// what follows the last of them, and keeps_its_numbers().
+[[nodiscard]] bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
+                                       const Numbers& numbers) noexcept;
+
+/// The same of a text of three numbers, of at most 64 bytes, before its numbers are
 /// taken, by what stands around them.
 ///   digits  of the text: a bit for each byte
 [[nodiscard]] bool is_no_date_at_once(const DateLayout& layout, std::string_view text,

@@ -108,7 +108,8 @@ std::string_view trimmed_slowly(std::string_view text) noexcept {
 }
 
 bool is_blank_text(std::string_view text) noexcept {
-  if (!text.empty() && text.front() > ' ' && text.front() <= '~') return false;
+  const auto is_printed = [](char each) { return each > ' ' && each <= '~'; };
+  if (!text.empty() && (is_printed(text.front()) || is_printed(text.back()))) return false;
   char folded[longest_text];
   const auto size = fold_text(text, folded, sizeof folded);
   return size && trimmed({folded, *size}).empty();

@@ -20,6 +20,8 @@ class DateTries {
  public:
   explicit DateTries(bool with_place) noexcept : with_place_(with_place) {}
 
+  [[nodiscard]] bool with_place() const noexcept { return with_place_; }
+
   // Another text is tried from here on.
   void begin(const DateLayout& layout, std::string_view text) noexcept {
     is_known_ = keeps_its_numbers(layout, text);

@@ -9,6 +9,7 @@
 #include "library/dates/day_scale.h"
 #include "library/dates/plain_date.h"
 #include "library/moments/date_tries.h"
+#include "library/moments/moment_shape.h"
 #include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
@@ -309,17 +310,12 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
   return text;
 }
 
-Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& tries) noexcept {
+// Wherever the date and the time of a text may part.
+[[gnu::noinline]] Clock search_clock(const jwnls_layout& layout, std::string_view text,
+                                     DateTries& tries) noexcept {
   Clock clock;
-  std::int32_t offset_seconds = 0;
-  if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
-  const bool has_offset = cut_offset(text, offset_seconds);
-  if (has_offset && look_for_plain_time(layout, text, clock) != Look::unknown) {
-    clock.has_offset = true;
-    clock.offset_seconds = offset_seconds;
-    return clock;
-  }
   clock.date.refusal = Refusal::no_time;
+  if (!tries.with_place() && is_no_moment(*layout.dates, *layout.times, text)) return clock;
   tries.begin(*layout.dates, text);
   const std::size_t colon = text.find(':');
   const bool read =
@@ -329,9 +325,20 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& t
       (clock.date.refusal != Refusal::no_such_time && read_at_blanks(layout, text, tries, clock)) ||
       (layout.dates->time_first && colon != text.npos &&
        read_before_colon(layout, text, colon, tries, clock));
+  if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;
+  return clock;
+}
+
+Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& tries) noexcept {
+  Clock clock;
+  std::int32_t offset_seconds = 0;
+  if (layout.dates->has_ends) text = without_ends(*layout.dates, text);
+  const bool has_offset = cut_offset(text, offset_seconds);
+  if (!has_offset || look_for_plain_time(layout, text, clock) == Look::unknown) {
+    clock = search_clock(layout, text, tries);
+  }
   clock.has_offset = has_offset;
   clock.offset_seconds = offset_seconds;
-  if (!read && clock.date.refusal == Refusal::none) clock.date.refusal = Refusal::no_time;
   return clock;
 }
 
@@ -355,9 +362,8 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
 
 // Whether nothing at the end of a text, where its time would be, can be one, or an offset.
 bool has_no_time(const jwnls_layout& layout, std::string_view text) noexcept {
-  if (layout.dates->time_first || layout.dates->has_ends) return false;
-  const auto last = static_cast<unsigned char>(text.back());
-  return last < 0x80 && !layout.times->ends[last] && last != 'C' && last != 'T';
+  return !layout.dates->time_first && !layout.dates->has_ends &&
+         layout.times->shape.is_wrong_end(text.back());
 }
 
 constexpr std::int64_t floored(std::int64_t value, std::int64_t divisor) noexcept {

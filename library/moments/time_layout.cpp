@@ -25,13 +25,6 @@ std::string utf8_of(std::u16string_view units) {
   return text;
 }
 
-bool is_number(char directive) {
-  return directive != 0 && std::string_view("dEmOYHIMS").find(directive) != std::string_view::npos;
-}
-bool is_name(char directive) {
-  return directive != 0 && std::string_view("bBaAp").find(directive) != std::string_view::npos;
-}
-
 // The form of a time pattern; false when it has another.
 bool find_form(const Parts& parts, TimeLayout& layout) {
   std::string order;
@@ -92,124 +85,6 @@ bool agrees_with_service(const TimeLayout& layout) {
 // people use them, but no hour from 1 to 12 is two of a part's.
 constexpr DayPart chinese_day_parts[] = {{"凌晨", 0, 5},   {"清晨", 4, 8},   {"早上", 5, 11},
                                          {"中午", 11, 13}, {"傍晚", 16, 19}, {"晚上", 17, 23}};
-
-// What the texts of a pattern can be; false where that is not known.
-class Possible {
- public:
-  // Gives the fewest runs of digits that a text of the pattern has, cut or not.
-  std::size_t add_pattern(const LocaleRecord& record, const Parts& parts) {
-    std::size_t count = 0;
-    std::size_t fewer = 0;  // where only blanks stand between numbers, which a text may lack
-    std::size_t least = ~std::size_t{0};
-    const auto end_here = [&] {
-      for (std::size_t each = 0; each <= fewer && each <= count; ++each)
-        runs_ |= 1U << (count - each);
-      least = std::min(least, count - std::min(count, fewer));
-    };
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      const auto& [directive, literal] = parts[i];
-      const bool after_number = i > 0 && is_number(parts[i - 1].directive);
-      if (directive == 0) {
-        if (std::any_of(literal.begin(), literal.end(), is_digit)) is_known_ = false;
-        if (may_end(parts, i)) add_ends(literal);
-        add_bytes(literal);
-        const bool before_number = i + 1 < parts.size() && is_number(parts[i + 1].directive);
-        const bool only_blanks = literal.find_first_not_of(' ') == literal.npos;
-        if (after_number && before_number && only_blanks) ++fewer;
-      } else if (is_number(directive)) {
-        ++count;
-        if (after_number) is_known_ = false;
-        // A text may end behind the minutes, or before the seconds.
-        if (directive == 'M') end_here();
-      } else if (is_name(directive)) {
-        // The service may put the half of the day behind all else.
-        if (may_end(parts, i) || directive == 'p') add_names_of(record, directive);
-        visit_names(record, directive, [this](const std::string& name) { add_bytes(name); });
-        check_names_of(record, directive);
-      } else {
-        is_known_ = false;
-      }
-    }
-    end_here();
-    return least;
-  }
-
-  [[nodiscard]] bool is_known() const { return is_known_; }
-  void give(TimeLayout& layout) const {
-    layout.ends.set();
-    layout.bytes.set();
-    if (!is_known_) return;
-    layout.ends = ends_;
-    layout.bytes = bytes_;
-    for (const char each : {' ', '\t', '\n', '\v', '\f', '\r', 'z', 'Z', ':'})
-      add_byte(layout.bytes, each);
-    for (char digit = '0'; digit <= '9'; ++digit) add_byte(layout.bytes, digit);
-    for (std::size_t digit = '0'; digit <= '9'; ++digit) layout.ends.set(digit);
-    layout.ends.set('z').set('Z');
-    layout.runs = runs_ | 1U << 3U | 1U << 2U;
-  }
-
- private:
-  // Whether a text may end with a part: the last one, and those before the seconds and the half of
-  // the day, which are cut; blanks may be missing.
-  static bool may_end(const Parts& parts, std::size_t at) {
-    for (++at; at < parts.size(); ++at) {
-      const auto& [directive, literal] = parts[at];
-      if (directive == 'S' || directive == 'p') return true;
-      if (directive != 0 || literal.find_first_not_of(' ') != literal.npos) return false;
-    }
-    return true;
-  }
-  static void add_byte(std::bitset<128>& bytes, char each) {
-    bytes.set(static_cast<std::size_t>(each));
-    if (is_letter(each)) bytes.set(static_cast<std::size_t>(each ^ 0x20));
-  }
-  void add_ends(std::string_view text) {
-    for (const char each : text) {
-      if (is_ascii(each)) add_byte(ends_, each);
-    }
-  }
-  void add_bytes(std::string_view text) {
-    for (const char each : text) {
-      if (is_ascii(each)) {
-        add_byte(bytes_, each);
-      } else {  // letters beyond ASCII that have one of it in the other case
-        for (const char letter : {'i', 'k', 's'}) add_byte(bytes_, letter);
-      }
-    }
-  }
-
-  // Long and short names stand for each other.
-  template <typename Visit>
-  static void visit_names(const LocaleRecord& record, char directive, const Visit& visit) {
-    if (directive == 'b' || directive == 'B') {
-      for (const TextEntry& entry : record.short_months) visit(utf8_of(text_of(entry)));
-      for (const TextEntry& entry : record.full_months) visit(utf8_of(text_of(entry)));
-    } else if (directive == 'a' || directive == 'A') {
-      for (const TextEntry& entry : record.short_weekdays) visit(utf8_of(text_of(entry)));
-      for (const TextEntry& entry : record.full_weekdays) visit(utf8_of(text_of(entry)));
-    } else {
-      visit(utf8_of(text_of(record.before_noon)));
-      visit(utf8_of(text_of(record.after_noon)));
-    }
-  }
-  void add_names_of(const LocaleRecord& record, char directive) {
-    visit_names(record, directive, [this](const std::string& name) {
-      if (!name.empty()) add_ends(std::string_view(name).substr(name.size() - 1));
-    });
-  }
-  // Digits of names would count as numbers.
-  void check_names_of(const LocaleRecord& record, char directive) {
-    visit_names(record, directive, [this](const std::string& name) {
-      if (std::any_of(name.begin(), name.end(), is_digit)) is_known_ = false;
-    });
-  }
-
-  bool is_known_ = true;
-  std::bitset<128> ends_;
-  std::bitset<128> bytes_;
-  std::uint32_t runs_ = 0;
-};
 
 }  // namespace
 
@@ -337,26 +212,6 @@ QuickTime TimeLayout::at_end(std::string_view text) const noexcept {
   return clock.at(clock.hours, clock.begin);
 }
 
-bool TimeLayout::is_hopeless(std::string_view text) const noexcept {
-  const auto last = static_cast<unsigned char>(text.back());
-  if (last >= 0x80) return false;
-  if (!ends[last]) return true;
-  std::size_t count = 0;
-  char behind_first = '\0';
-  bool was_digit = false;
-  for (const char each : text) {
-    if (!is_ascii(each)) return false;
-    if (!bytes[static_cast<std::size_t>(each)]) return true;
-    const bool now_digit = is_digit(each);
-    if (now_digit && !was_digit) ++count;
-    if (count == 1 && was_digit && !now_digit) behind_first = each;
-    was_digit = now_digit;
-  }
-  if (count == 0 || (runs >> std::min<std::size_t>(count, 31) & 1) == 0) return true;
-  return is_clock && (count == 2 || count == 3) && !is_blank(behind_first) &&
-         marks.find(behind_first) == marks.npos;
-}
-
 namespace {
 
 std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
@@ -365,19 +220,12 @@ std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
   layout->locale = &locale;
   layout->halves[0] = utf8_of(text_of(record.before_noon));
   layout->halves[1] = utf8_of(text_of(record.after_noon));
-  // The service tries these two patterns, parts of them, and "%H:%M:%S".
-  const PatternParts time(utf8_of(text_of(record.style_0_pattern)));
-  const PatternParts datetime(utf8_of(text_of(record.datetime_pattern)));
-  Possible possible;
-  possible.add_pattern(record, time.parts);
-  const std::size_t least = possible.add_pattern(record, datetime.parts);
-  possible.give(*layout);
+  layout->shape = TimeShape(record);
   if (locale.name.starts_with("zh") || locale.name.starts_with("yue")) {
     layout->day_parts = chinese_day_parts;
   }
-  if (find_form(time.parts, *layout)) {
-    layout->marks = std::string(":") + layout->separator;
-    layout->is_clock = possible.is_known() && least > 3;
+  if (find_form(PatternParts(utf8_of(text_of(record.style_0_pattern))).parts, *layout)) {
+    layout->is_clock = layout->shape.fewest_with_date() > 3;
     layout->is_quick = true;
     layout->is_quick = agrees_with_service(*layout);
   }

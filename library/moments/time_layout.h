@@ -4,13 +4,13 @@
 #ifndef JWNLS_LIBRARY_MOMENTS_TIME_LAYOUT_H_
 #define JWNLS_LIBRARY_MOMENTS_TIME_LAYOUT_H_
 
-#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "library/moments/time_shape.h"
 #include "library/process/process.h"
 
 namespace jwnls::library {
@@ -43,22 +43,13 @@ struct TimeLayout {
   std::string behind;     // it all, as in Bulgarian; may be missing
   std::span<const DayPart> day_parts;
 
-  // Of the texts in ASCII that the service reads: the last bytes that they may have, and how many
-  // runs of digits (bit n: n of them). Where nothing is known they have all bits.
-  std::bitset<128> ends;
-  std::bitset<128> bytes;  // that they may have at all
-  std::uint32_t runs = ~std::uint32_t{0};
-  // Two and three runs are hours, minutes and seconds, in this order, with one of these marks or a
-  // blank behind the first.
+  // Two and three numbers are hours, minutes and seconds, in this order.
   bool is_clock = false;
-  std::string marks;
+  TimeShape shape;
 
   /// The time at the end of a trimmed text: "14:30" and "14:30:05", which every locale has, or the
   /// locale's form, of which seconds may be missing. What stands before it is not looked at.
   [[nodiscard]] QuickTime at_end(std::string_view text) const noexcept;
-
-  /// Whether the service certainly does not read a trimmed text. False says nothing.
-  [[nodiscard]] bool is_hopeless(std::string_view text) const noexcept;
 };
 
 /// Of a locale; it stays as long as the process. Throws bad_alloc. Any thread.

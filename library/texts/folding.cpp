@@ -96,10 +96,38 @@ std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size
   return output.finish(text.size());
 }
 
+bool folds_no_digits(std::string_view text) noexcept {
+  const char* const end = text.data() + text.size();
+  for (const char* at = text.data(); at < end;) {
+    const auto lead = static_cast<unsigned char>(*at);
+    if (lead < 0x80) {
+      ++at;
+    } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2) {
+      const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | (at[1] & 0x3FU)];
+      if (folded <= ' ' || (folded >= '0' && folded <= '9')) return false;
+      at += 2;
+    } else if (lead >= 0xE0 && lead < 0xF0 && end - at >= 3) {
+      const char32_t block = (lead & 0xFU) << 12 | (at[1] & 0x3FU) << 6;
+      if (!is_of_unfolded_block(block)) {
+        const Folded folded = fold(block | (at[2] & 0x3FU));
+        if (folded.count == 0) return false;
+        const auto is_wrong = [](char32_t each) {
+          return each == ' ' || (each >= '0' && each <= '9');
+        };
+        if (std::any_of(folded.characters, folded.characters + folded.count, is_wrong))
+          return false;
+      }
+      at += 3;
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
 std::optional<std::size_t> fold_digits(std::string_view text, char* out,
                                        std::size_t room) noexcept {
-  const auto is_ascii = [](char each) { return static_cast<unsigned char>(each) < 0x80; };
-  if (std::all_of(text.begin(), text.end(), is_ascii)) return std::nullopt;
+  if (is_ascii(text) || folds_no_digits(text)) return std::nullopt;
   Output output(out, room, nullptr);
   bool changed = false;
   for (std::size_t at = 0; at < text.size();) {

@@ -46,6 +46,10 @@ extern const std::uint64_t folded_blocks[16];
 [[nodiscard]] std::optional<std::size_t> fold_digits(std::string_view text, char* out,
                                                      std::size_t room) noexcept;
 
+/// Whether no character folds to a digit, a blank or nothing: then fold_digits() leaves a text as
+/// it is, and fold_text() leaves it its numbers. False, too, of what is not UTF-8.
+[[nodiscard]] bool folds_no_digits(std::string_view text) noexcept;
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_TEXTS_FOLDING_H_

@@ -1,0 +1,348 @@
+#include "library/moments/time_shape.h"
+
+#include <algorithm>
+#include <bit>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "library/dates/text_outline.h"
+#include "library/locale_data/date_characters.h"
+#include "library/locale_data/pattern_parts.h"
+#include "library/texts/utf8.h"
+
+namespace jwnls::library {
+
+namespace {
+
+using Parts = std::span<const PatternParts::Part>;
+
+std::string utf8_of(std::u16string_view units) {
+  std::string text(3 * units.size(), '\0');
+  text.resize(to_utf8(units, text.data(), text.size()));
+  return text;
+}
+
+// The most that the number of a directive may be; 0: it is none.
+constexpr std::uint16_t most_of(char directive) noexcept {
+  switch (directive) {
+    case 'd':
+    case 'E':
+      return 31;
+    case 'm':
+    case 'O':
+      return 12;
+    case 'Y':
+      return 9999;
+    case 'H':
+    case 'I':
+      return 23;
+    case 'M':
+    case 'S':
+      return 59;
+    default:
+      return 0;
+  }
+}
+
+// The patterns that the service tries, in no order: those that the record's time pattern comes to,
+// and those that its datetime pattern does.
+std::vector<std::string> of_time_pattern(const std::string& pattern) {
+  std::vector<std::string> all = {pattern, "%H:%M:%S", "%H:%M:%SZ"};
+  const std::size_t minutes = pattern.find("%M");
+  const std::size_t seconds = pattern.find("%S");
+  const std::size_t half = pattern.find("%p");
+  if (minutes == pattern.npos || seconds == pattern.npos) return all;
+  for (const std::size_t end : {minutes + 2, seconds}) {
+    std::string cut = pattern.substr(0, end);
+    all.push_back(cut);
+    if (half == pattern.npos) continue;
+    if (half > minutes) {
+      cut += " %p";
+    } else if (half < cut.size()) {
+      cut.erase(half, 2);
+    }
+    all.push_back(cut);
+  }
+  return all;
+}
+
+std::vector<std::string> of_datetime_pattern(const std::string& pattern) {
+  const std::size_t minutes = std::min(pattern.find("%M"), pattern.find("%#M"));
+  const std::size_t seconds = pattern.find("%S");
+  if (minutes == pattern.npos || seconds == pattern.npos) return {pattern};
+  return {pattern, pattern.substr(0, pattern.find('M', minutes) + 1), pattern.substr(0, seconds)};
+}
+
+// Adds the bytes that a character may begin with, in any of the cases that the service takes for
+// the same: by scripts, and so some more.
+void add_cases(std::string_view character, ByteSet& set) noexcept {
+  const char first = character.front();
+  const auto lead = static_cast<unsigned char>(first);
+  set.add(first);
+  if (lead < 0x80) {
+    if (!is_letter(first)) return;
+    set.add(static_cast<char>(first ^ 0x20));
+    set.add_range(0xC4, 0xC5);  // "ı" and "ſ"
+    set.add('\xE2');            // the sign of Kelvin
+    return;
+  }
+  if (lead < 0xCC) {
+    set.add_range(0xC2, 0xCF);
+    for (const char each : {'i', 'I', 'k', 'K', 's', 'S', '\xE1', '\xE2', '\xEA'}) set.add(each);
+  } else if (lead < 0xD0) {
+    set.add_range(0xC2, 0xCF);
+    for (const char each : {'\xE1', '\xE2', '\xEA'}) set.add(each);
+  } else if (lead < 0xD7) {
+    set.add_range(0xD0, 0xD6);
+    for (const char each : {'\xE1', '\xE2', '\xEA'}) set.add(each);
+  } else if (lead == 0xE1 || lead == 0xE2 || lead == 0xEA) {
+    set.add_range(0xC2, 0xEA);
+    for (const char each : {'i', 'I', 'k', 'K', 's', 'S'}) set.add(each);
+  }
+}
+
+void add_all(std::string_view text, ByteSet& set) noexcept {
+  while (!text.empty()) {
+    add_cases(text, set);
+    if (is_letter(text.front())) set.add_range(0x80, 0xBF);
+    text.remove_prefix(first_character(text).bytes);
+  }
+}
+
+}  // namespace
+
+class TimeShapeMaker {
+ public:
+  TimeShapeMaker(const LocaleRecord& record, TimeShape& shape) : record_(record), shape_(shape) {}
+
+  void add_ends_of(const std::string& pattern) {
+    const PatternParts taken(pattern);
+    const Parts parts = taken.parts;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const auto& [directive, literal] = parts[i];
+      // The half of the day may be put behind all else.
+      if (!may_end(parts, i) && directive != 'p') continue;
+      add_ends(literal);
+      if (directive == 0 || most_of(directive) != 0) continue;
+      each_name(directive,
+                [this](std::string_view name) { add_ends(name.substr(name.size() - 1)); });
+    }
+  }
+
+  // Gives the fewest numbers that a text of the pattern has; 0: nothing is known.
+  std::size_t add(const std::string& pattern, std::span<TimeShape::Form> forms) {
+    const PatternParts taken(pattern);
+    const Parts parts = taken.parts;
+    std::vector<std::size_t> numbers;
+    std::uint32_t blank_gaps = 0;  // a bit for each number: only blanks stand in front of it
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      if (!is_readable(parts[i])) return 0;
+      if (most_of(parts[i].directive) == 0) continue;
+      if (!numbers.empty()) {
+        if (i == numbers.back() + 1) return 0;
+        const bool only_blanks = i == numbers.back() + 2 && is_of_blanks(parts[i - 1].literal) &&
+                                 parts[i - 1].directive == 0;
+        blank_gaps |= std::uint32_t{only_blanks} << numbers.size();
+      }
+      numbers.push_back(i);
+    }
+    if (numbers.size() >= forms.size()) return 0;
+    // Each of these blanks may be missing: then two numbers are one.
+    for (std::uint32_t missing = blank_gaps;; missing = (missing - 1) & blank_gaps) {
+      const auto joined = static_cast<std::size_t>(std::popcount(missing));
+      add_form(parts, numbers, missing, forms[numbers.size() - joined]);
+      if (missing == 0) break;
+    }
+    return numbers.size() - static_cast<std::size_t>(std::popcount(blank_gaps));
+  }
+
+ private:
+  static bool is_of_blanks(std::string_view text) noexcept {
+    return text.find_first_not_of(' ') == text.npos;
+  }
+
+  // Names with digits would count as numbers, empty ones could be missing.
+  bool is_readable(const PatternParts::Part& part) {
+    const auto has_digit = [](std::string_view text) {
+      return std::any_of(text.begin(), text.end(), is_digit);
+    };
+    if (part.directive == 0) {
+      return !has_digit(part.literal) && part.literal.find('%') == std::string::npos;
+    }
+    if (most_of(part.directive) != 0) return true;
+    if (std::string_view("bBaAp").find(part.directive) == std::string_view::npos) return false;
+    bool is_readable = true;
+    each_name(part.directive, [&](std::string_view name) {
+      is_readable = is_readable && !name.empty() && !has_digit(name);
+    });
+    return is_readable;
+  }
+
+  // Long and short names stand for each other.
+  template <typename Visit>
+  void each_name(char directive, const Visit& visit) {
+    const auto visit_all = [&visit](std::span<const TextEntry> entries) {
+      for (const TextEntry& entry : entries) visit(utf8_of(text_of(entry)));
+    };
+    if (directive == 'p') {
+      visit_all({&record_.before_noon, 1});
+      visit_all({&record_.after_noon, 1});
+    } else if (directive == 'b' || directive == 'B') {
+      visit_all(record_.full_months);
+      visit_all(record_.short_months);
+    } else {
+      visit_all(record_.full_weekdays);
+      visit_all(record_.short_weekdays);
+    }
+  }
+
+  // Adds with what the parts from `at` on may begin, but for blanks; whether it is a mark alone.
+  bool add_begin(Parts parts, std::size_t at, ByteSet& set) {
+    for (; at < parts.size(); ++at) {
+      const auto& [directive, literal] = parts[at];
+      if (directive == 0) {
+        const std::size_t begin = literal.find_first_not_of(' ');
+        if (begin == literal.npos) continue;
+        add_cases(std::string_view(literal).substr(begin), set);
+        return literal.find_first_not_of(' ', begin + 1) == literal.npos &&
+               !is_letter(literal[begin]) && at + 1 < parts.size() &&
+               most_of(parts[at + 1].directive) != 0;
+      }
+      if (most_of(directive) != 0) {
+        set.add_range('0', '9');
+        return false;
+      }
+      each_name(directive, [&set](std::string_view name) { add_cases(name, set); });
+      return false;
+    }
+    set.add('\0');
+    return false;
+  }
+
+  // Whether a text may end with a part: the last one, and those before the seconds and the half of
+  // the day, which are cut; blanks may be missing.
+  static bool may_end(Parts parts, std::size_t at) {
+    for (++at; at < parts.size(); ++at) {
+      const auto& [directive, literal] = parts[at];
+      if (directive == 'S' || directive == 'p') return true;
+      if (directive != 0 || !is_of_blanks(literal)) return false;
+    }
+    return true;
+  }
+  void add_ends(std::string_view text) {
+    for (const char each : text) {
+      if (!is_ascii(each)) continue;
+      shape_.ends_.add(each);
+      if (is_letter(each)) shape_.ends_.add(static_cast<char>(each ^ 0x20));
+    }
+  }
+
+  void add_form(Parts parts, const std::vector<std::size_t>& numbers, std::uint32_t missing,
+                TimeShape::Form& form) {
+    form.is_possible = true;
+    add_begin(parts, 0, form.lead);
+    form.tail.add(' ');
+    for (std::size_t i = numbers.back() + 1; i < parts.size(); ++i) {
+      add_all(parts[i].literal, form.tail);
+      if (parts[i].directive == 0) continue;
+      each_name(parts[i].directive, [&form](std::string_view name) { add_all(name, form.tail); });
+    }
+    std::size_t slot = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      const bool joins_next = (missing >> (i + 1) & 1) != 0;
+      const bool joins_last = (missing >> i & 1) != 0;
+      TimeShape::Slot& each = form.slots[slot];
+      each.most = joins_next || joins_last
+                      ? TimeShape::any_number
+                      : std::max(each.most, most_of(parts[numbers[i]].directive));
+      if (joins_next) continue;
+      const bool is_mark = add_begin(parts, numbers[i] + 1, each.behind);
+      each.is_mark = each.is_mark && is_mark;
+      ++slot;
+    }
+  }
+
+  const LocaleRecord& record_;
+  TimeShape& shape_;
+};
+
+TimeShape::TimeShape(const LocaleRecord& record)
+    : is_known_(true), fewest_with_date_(most_numbers) {
+  TimeShapeMaker maker(record, *this);
+  const std::string time = utf8_of(text_of(record.style_0_pattern));
+  const std::string datetime = utf8_of(text_of(record.datetime_pattern));
+  for (const std::string& each : of_time_pattern(time)) {
+    is_known_ = is_known_ && maker.add(each, of_time_) > 0;
+  }
+  for (const std::string& each : of_datetime_pattern(datetime)) {
+    fewest_with_date_ = is_known_ ? std::min(fewest_with_date_, maker.add(each, of_datetime_)) : 0;
+    is_known_ = is_known_ && fewest_with_date_ > 0;
+  }
+  for (const char each : "0123456789zZCT") ends_.add(each);  // of an offset, too: "Z", "UTC", "GMT"
+  if (is_known_) {
+    maker.add_ends_of(time);
+    maker.add_ends_of(datetime);
+  }
+}
+
+// Of a number from `begin` to `end`.
+[[gnu::always_inline]] inline bool TimeShape::fits(const Slot& slot, std::string_view text,
+                                                   std::size_t begin, std::size_t end) noexcept {
+  if (slot.most != any_number) {
+    const std::size_t digits = end - begin;
+    if (digits > 4 || (digits > 2 && slot.most < 100)) return false;
+    unsigned value = 0;
+    for (std::size_t at = begin; at < end; ++at) {
+      value = value * 10 + static_cast<unsigned>(text[at] - '0');
+    }
+    if (value > slot.most) return false;
+  }
+  const auto skip_blanks = [&] {
+    while (end < text.size() && text[end] == ' ') ++end;
+    return end < text.size() ? text[end] : '\0';
+  };
+  if (!slot.behind.has(skip_blanks())) return false;
+  if (!slot.is_mark) return true;
+  ++end;
+  return end <= text.size() && is_digit(skip_blanks());
+}
+
+// From the last number on, in which most texts that are none differ.
+bool TimeShape::fits(const Form& form, std::string_view text, std::uint64_t digits,
+                     std::size_t count) noexcept {
+  if (!form.is_possible) return false;
+  const char* const text_end = text.data() + text.size();
+  const auto is_of_tail = [&form](char each) { return form.tail.has(each); };
+  for (std::size_t slot = count; slot-- > 0;) {
+    if (digits == 0) return false;
+    const auto end = 64 - static_cast<std::size_t>(std::countl_zero(digits));
+    const std::uint64_t others = ~digits & ((std::uint64_t{2} << (end - 1)) - 1);
+    const auto begin = 64 - static_cast<std::size_t>(std::countl_zero(others));
+    if (!fits(form.slots[slot], text, begin, end)) return false;
+    if (slot + 1 == count && !std::all_of(text.data() + end, text_end, is_of_tail)) return false;
+    digits &= (std::uint64_t{1} << begin) - 1;
+  }
+  return true;
+}
+
+bool TimeShape::could_end(std::string_view text, std::uint64_t digits,
+                          std::size_t count) const noexcept {
+  return (count < of_time_.size() && fits(of_time_[count], text, digits, count)) ||
+         fits(of_datetime_[count], text, digits, count);
+}
+
+bool TimeShape::is_hopeless(std::string_view text, std::uint64_t digits) const noexcept {
+  if (!is_known_) return false;
+  std::size_t count = 0;
+  for (std::uint64_t begins = digits & ~(digits << 1); begins != 0; begins &= begins - 1) ++count;
+  if (count == 0 || count > most_numbers) return true;
+  const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
+  if (count < of_time_.size() && of_time_[count].lead.has(first) &&
+      fits(of_time_[count], text, digits, count)) {
+    return false;
+  }
+  return !of_datetime_[count].lead.has(first) || !fits(of_datetime_[count], text, digits, count);
+}
+
+}  // namespace jwnls::library

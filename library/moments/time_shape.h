@@ -1,0 +1,98 @@
+// What the texts that the service reads as times have in common, found out once from the patterns
+// that it tries, so that most other texts are refused without asking it.
+
+#ifndef JWNLS_LIBRARY_MOMENTS_TIME_SHAPE_H_
+#define JWNLS_LIBRARY_MOMENTS_TIME_SHAPE_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "abi/locale_record.h"
+#include "library/locale_data/date_characters.h"
+
+namespace jwnls::library {
+
+/// Some bytes; '\0' stands for the end of a text.
+class ByteSet {
+ public:
+  constexpr void add(char byte) noexcept {
+    const auto index = static_cast<unsigned char>(byte);
+    bits_[index / 64] |= std::uint64_t{1} << index % 64;
+  }
+  constexpr void add_range(unsigned first, unsigned last) noexcept {
+    for (; first <= last; ++first) add(static_cast<char>(first));
+  }
+  [[nodiscard]] constexpr bool has(char byte) const noexcept {
+    const auto index = static_cast<unsigned char>(byte);
+    return (bits_[index / 64] >> index % 64 & 1) != 0;
+  }
+
+ private:
+  std::array<std::uint64_t, 4> bits_{};
+};
+
+class TimeShape {
+ public:
+  /// Of no text anything is known.
+  TimeShape() = default;
+  /// Throws bad_alloc.
+  explicit TimeShape(const LocaleRecord& record);
+
+  [[nodiscard]] bool is_known() const noexcept { return is_known_; }
+  /// The fewest numbers that the service reads as a date and a time; 0: nothing is known.
+  [[nodiscard]] std::size_t fewest_with_date() const noexcept { return fewest_with_date_; }
+
+  /// Whether the service certainly does not read a trimmed text, of at most 64 bytes. False says
+  /// nothing.
+  ///   digits  of the text: a bit for each byte
+  [[nodiscard]] bool is_hopeless(std::string_view text, std::uint64_t digits) const noexcept;
+
+  /// Whether neither a time that the service reads nor an offset ends with a text's last byte.
+  /// False says nothing.
+  [[nodiscard]] bool is_wrong_end(char last) const noexcept {
+    return is_known_ && is_ascii(last) && !ends_.has(last);
+  }
+
+  /// Whether the last `count` numbers of a text, of at most 64 bytes, and what stands
+  /// between and behind them could be a time.
+  ///   digits  of the text: a bit for each byte
+  [[nodiscard]] bool could_end(std::string_view text, std::uint64_t digits,
+                               std::size_t count) const noexcept;
+
+  static constexpr std::size_t most_numbers = 6;
+
+ private:
+  friend class TimeShapeMaker;
+
+  // Of a number and of what follows it, up to the next number or the end.
+  struct Slot {
+    std::uint16_t most = 0;  // that the number may be; any_number: whatever
+    bool is_mark = true;     // one mark stands behind it, and blanks
+    ByteSet behind;          // with which of the rest, without blanks, begins
+  };
+  struct Form {
+    bool is_possible = false;
+    ByteSet lead;  // with which what stands before the first number begins
+    ByteSet tail;  // that stand behind the last one
+    std::array<Slot, most_numbers> slots;
+  };
+  static constexpr std::uint16_t any_number = 0xFFFF;
+
+  [[nodiscard]] static bool fits(const Form& form, std::string_view text, std::uint64_t digits,
+                                 std::size_t count) noexcept;
+  [[nodiscard]] static bool fits(const Slot& slot, std::string_view text, std::size_t begin,
+                                 std::size_t end) noexcept;
+
+  bool is_known_ = false;
+  std::size_t fewest_with_date_ = 0;
+  ByteSet ends_;  // of ASCII: the last one
+  // By how many numbers there are, apart: what one has, a text of the other may not.
+  std::array<Form, 4> of_time_;
+  std::array<Form, most_numbers + 1> of_datetime_;
+};
+
+}  // namespace jwnls::library
+
+#endif  // JWNLS_LIBRARY_MOMENTS_TIME_SHAPE_H_
