@@ -47,6 +47,7 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
   for (std::uint64_t each = begins; each != 0; each &= each - 1) ++count;
   if (count < 3 || count > 3 + TimeShape::most_numbers) return true;
   if (may_be_fraction(text, 63 - static_cast<std::size_t>(std::countl_zero(begins)))) return false;
+  const bool begins_with_hour = times.is_quick && !times.half_first;
   std::uint64_t later = begins;  // those behind the date's
   for (std::size_t of_date = 1; of_date <= 3 && of_date + 2 <= count; ++of_date) {
     later &= later - 1;
@@ -55,11 +56,11 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
     if (of_date == 1 && numbers.number[0].digits() != 8) continue;
     // A text parts at a blank, behind a number or before the hour.
     const auto time = static_cast<std::size_t>(std::countr_zero(later));
-    const std::size_t date_end = numbers.number[of_date - 1].end;
-    if (time == date_end + 1 && text[date_end] == ':' && !dates.colon_joins) continue;
-    if (!shape.could_end(text, digits, of_time)) continue;
+    if (text[time - 1] == ':' && !dates.colon_joins && begins_with_hour) continue;
     numbers.count = of_date;
-    if (!is_no_date_in_front(dates, text.substr(0, time), numbers)) return false;
+    // Few texts that end otherwise come here: a look at their end has found no time.
+    if (is_no_date_in_front(dates, text.substr(0, time), numbers)) continue;
+    if (shape.could_end(text, digits, of_time)) return false;
   }
   return true;
 }
