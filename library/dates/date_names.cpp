@@ -125,7 +125,9 @@ void DateNames::mark_longer() {
   for (std::size_t i = 0; i < known; ++i) {
     if ((classes_of(text_of_entry(entries_[i])) & no_letter) == 0) continue;
     for (std::size_t at = 1; at < entries_[i].size; ++at) {
-      if (is_letter(texts_[entries_[i].begin + at])) continue;
+      const char mark = texts_[entries_[i].begin + at];
+      if (is_letter(mark)) continue;
+      marks_.set(static_cast<unsigned char>(mark));
       const std::string_view begin = text_of_entry(entries_[i]).substr(0, at);
       if (begin == last) continue;
       last = begin;

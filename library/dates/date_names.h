@@ -61,6 +61,11 @@ class DateNames {
     return first_of_[first] != first_of_[first + 1];
   }
 
+  /// Whether some name or word has a mark of ASCII in it.
+  [[nodiscard]] bool has_mark(char mark) const noexcept {
+    return marks_[static_cast<unsigned char>(mark)];
+  }
+
   static std::uint64_t key_of(std::string_view name) noexcept {
     std::uint64_t key = 0;
     std::memcpy(&key, name.data(), name.size() < 8 ? name.size() : 8);
@@ -110,6 +115,7 @@ class DateNames {
   std::vector<StandIn> numbered_;  // the longest first
   std::vector<StandIn> exact_;     // likewise
   std::bitset<256> begins_numbered_;
+  std::bitset<256> marks_;      // and other bytes that are no letters
   std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are

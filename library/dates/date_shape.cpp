@@ -164,9 +164,15 @@ bool is_wrong_word_behind(const DateLayout& layout, std::string_view text,
   return is_letter(text[at]) && is_unknown_word(layout, text, at);
 }
 
+// But for what folds to a mark.
 bool have_letters(std::string_view piece) noexcept {
-  for (const char each : piece) {
-    if (is_letter(each)) return true;
+  for (std::size_t at = 0; at < piece.size(); ++at) {
+    if (!is_letter(piece[at])) continue;
+    const auto lead = static_cast<unsigned char>(piece[at]);
+    if (lead < 0xC2 || lead >= 0xE0 || at + 1 == piece.size()) return true;
+    const unsigned next = static_cast<unsigned char>(piece[++at]) & 0x3FU;
+    const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | next];
+    if (folded >= 0x80 || is_letter(static_cast<char>(folded))) return true;
   }
   return false;
 }
@@ -208,8 +214,22 @@ bool is_wrong_first(const DateLayout& layout, char first) noexcept {
 }
 
 bool has_foreign_byte(const DateLayout& layout, std::string_view text) noexcept {
-  const auto is_foreign = [&layout](char each) { return layout.bytes.is_foreign(each); };
-  return std::any_of(text.begin(), text.end(), is_foreign);
+  return std::any_of(text.begin(), text.end(), [&layout](char each) {
+    return layout.bytes.is_foreign(each) && !layout.names->has_mark(each);
+  });
+}
+
+// Of a date in front of something else, with what joins it to that.
+bool has_foreign_mark(const DateLayout& layout, std::string_view text) noexcept {
+  const auto is_known = [&layout](char each) {
+    const auto has_it = [each](std::string_view known) { return known.find(each) != known.npos; };
+    return std::any_of(layout.joints.begin(), layout.joints.end(),
+                       [has_it](const Joint& joint) { return has_it(joint.between); }) ||
+           has_it(layout.day_halves[0]) || has_it(layout.day_halves[1]);
+  };
+  return std::any_of(text.begin(), text.end(), [&](char each) {
+    return layout.bytes.is_foreign(each) && !layout.names->has_mark(each) && !is_known(each);
+  });
 }
 
 }  // namespace
@@ -220,7 +240,7 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
   if (is_wrong_first(layout, text.front())) return true;
   if (layout.bytes.is_foreign(text.back())) return true;
   if (!is_ascii(text)) {
-    return has_foreign_character(layout, text, numbers) ||
+    return has_foreign_character(layout, text, numbers) || has_foreign_byte(layout, text) ||
            (is_hopeless(layout, text, numbers) && is_of_letters(text));
   }
   return is_hopeless(layout, text, numbers) || has_foreign_byte(layout, text);
@@ -236,8 +256,7 @@ bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
     --others.count;
     if (has_foreign_character(layout, text, others)) return true;
   }
-  return is_hopeless(layout, text, numbers, false) ||
-         (is_ascii(date) && has_foreign_byte(layout, date));
+  return is_hopeless(layout, text, numbers, false) || has_foreign_mark(layout, text);
 }
 
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,

@@ -35,7 +35,7 @@ bool has_old_year(const Numbers& numbers) noexcept {
 bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
                   std::string_view text) noexcept {
   const TimeShape& shape = times.shape;
-  if (text.size() > longest_outlined || dates.time_first || !shape.is_known() ||
+  if (text.size() > longest_outlined || dates.time_first || !times.is_quick || !shape.is_known() ||
       dates.century < first_year || !keeps_its_numbers(dates, text)) {
     return false;
   }
@@ -47,7 +47,7 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
   for (std::uint64_t each = begins; each != 0; each &= each - 1) ++count;
   if (count < 3 || count > 3 + TimeShape::most_numbers) return true;
   if (may_be_fraction(text, 63 - static_cast<std::size_t>(std::countl_zero(begins)))) return false;
-  const bool begins_with_hour = times.is_quick && !times.half_first;
+  const bool begins_with_hour = !times.half_first;
   std::uint64_t later = begins;  // those behind the date's
   for (std::size_t of_date = 1; of_date <= 3 && of_date + 2 <= count; ++of_date) {
     later &= later - 1;
@@ -57,10 +57,9 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
     // A text parts at a blank, behind a number or before the hour.
     const auto time = static_cast<std::size_t>(std::countr_zero(later));
     if (text[time - 1] == ':' && !dates.colon_joins && begins_with_hour) continue;
+    if (!shape.could_end(text, digits, of_time)) continue;
     numbers.count = of_date;
-    // Few texts that end otherwise come here: a look at their end has found no time.
-    if (is_no_date_in_front(dates, text.substr(0, time), numbers)) continue;
-    if (shape.could_end(text, digits, of_time)) return false;
+    if (!is_no_date_in_front(dates, text.substr(0, time), numbers)) return false;
   }
   return true;
 }
