@@ -212,20 +212,30 @@ template <typename Float, typename Unit>
   return lay_out_fixed(style, wide, out, room, length);
 }
 
+template <typename Unit>
+[[gnu::noinline]] int write_many_decimals(const jwnls_layout* layout, double value, Unit* out,
+                                          std::size_t room, std::size_t* length) {
+  const NumberStyle& style = layout->number.style;
+  ShortDecimal number;
+  const auto shift = static_cast<unsigned>(style.shift);
+  if (fewer_decimals(value, shift, style.decimals, number) ||
+      (style.decimals >= 0 &&
+       decimals_far_from_half(value, shift, static_cast<unsigned>(style.decimals), number))) {
+    return lay_out_short(style, number, out, room, length);
+  }
+  return write_any(layout, value, out, room, length);
+}
+
 // Doubles alone: a float's few decimals are other ones than those of its double.
 template <typename Unit>
 [[gnu::noinline]] int write_few_decimals(const jwnls_layout* layout, double value, Unit* out,
                                          std::size_t room, std::size_t* length) {
   const NumberStyle& style = layout->number.style;
   ShortDecimal number;
-  const auto shift = static_cast<unsigned>(style.shift);
-  if (few_decimals(value, shift, style.decimals, number) ||
-      (style.decimals >= 0 &&
-       decimals_far_from_half(value, shift, static_cast<unsigned>(style.decimals), number)))
-      [[likely]] {
+  if (few_decimals(value, static_cast<unsigned>(style.shift), style.decimals, number)) [[likely]] {
     return lay_out_short(style, number, out, room, length);
   }
-  return write_any(layout, value, out, room, length);
+  return write_many_decimals(layout, value, out, room, length);
 }
 
 template <typename Float, typename Unit>

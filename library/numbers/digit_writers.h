@@ -86,49 +86,69 @@ class ListedDigits {
 };
 
 #if defined(__SSE2__)
-/// Ten in a row, as nearly all are: what each is worth is added to the text of zeros, two in either
-/// half of a register.
-template <typename Unit>
+/// Ten in a row, as nearly all are: what each is worth is added to the text of zeros, where its
+/// last unit ends. Of two to four bytes: their texts side by side, or two in either half of a
+/// register.
+template <typename Unit, std::size_t digit_units>
 class AddedDigits {
  public:
   static constexpr std::size_t most_units = short_symbol / sizeof(Unit);
-  const std::size_t units;
+  static constexpr std::size_t units = digit_units;
 
   explicit AddedDigits(const NumberStyle& style) noexcept
-      : AddedDigits(style.short_texts_in<Unit>().own_digits, style.digits[0].text<Unit>().size()) {}
+      : zeros_(load(style.short_texts_in<Unit>().own_digits.zeros)) {}
 
   void put_four(std::uint64_t digits, Unit* out) const noexcept {
-    const __m128i none = _mm_setzero_si128();
-    const __m128i four = _mm_cvtsi32_si128(static_cast<int>(digits));
-    const __m128i twos = _mm_unpacklo_epi32(_mm_unpacklo_epi8(four, none), none);
-    const __m128i values = _mm_and_si128(_mm_mul_epu32(twos, spread_), mask_);
-    const __m128i texts = _mm_add_epi64(_mm_sll_epi64(values, shift_), zeros_);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), texts);
-    _mm_storeh_pi(reinterpret_cast<__m64*>(out + 2 * units), _mm_castsi128_ps(texts));
+    const __m128i twice = doubled(_mm_cvtsi32_si128(static_cast<int>(digits)));
+    if constexpr (bytes == 2) {
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_add_epi16(in_last_unit(twice), zeros_));
+      return;
+    }
+    // Each digit stands four times, a byte of which is where its text wants it.
+    const __m128i four_times = _mm_unpacklo_epi16(twice, twice);
+    if constexpr (bytes == 3) {
+      const __m128i apart = _mm_and_si128(four_times, _mm_set1_epi64x(0xFF00'00FF'0000));
+      const __m128i texts = _mm_add_epi64(apart, zeros_);
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(out), texts);
+      _mm_storeh_pi(reinterpret_cast<__m64*>(out + 2 * units), _mm_castsi128_ps(texts));
+    } else {
+      constexpr unsigned last = sizeof(Unit) == 1 ? 0xFF00'0000 : 0x00FF'0000;
+      const __m128i apart = _mm_and_si128(four_times, _mm_set1_epi32(static_cast<int>(last)));
+      store(_mm_add_epi32(apart, zeros_), out);
+    }
   }
 
   /// So many of them, or some more.
   void put_eight(std::uint64_t digits, unsigned count, Unit* out) const noexcept {
-    put_four(digits, out);
-    if (count > 4) put_four(digits >> 32, out + 4 * units);
+    if constexpr (bytes == 2) {
+      const __m128i twice = doubled(_mm_cvtsi64_si128(static_cast<long long>(digits)));
+      store(_mm_add_epi16(in_last_unit(twice), zeros_), out);
+    } else {
+      put_four(digits, out);
+      if (count > 4) put_four(digits >> 32, out + 4 * units);
+    }
   }
 
  private:
-  AddedDigits(const OwnDigitTexts& digits, std::size_t length) noexcept
-      : units(length),
-        spread_(load(digits.spread)),
-        mask_(load(digits.mask)),
-        zeros_(load(digits.zeros)),
-        shift_(_mm_cvtsi32_si128(digits.shift)) {}
+  static constexpr std::size_t bytes = digit_units * sizeof(Unit);
+  static_assert(bytes >= 2 && bytes <= 4 && (bytes != 3 || sizeof(Unit) == 1));
 
+  static __m128i doubled(__m128i digits) noexcept { return _mm_unpacklo_epi8(digits, digits); }
+  static __m128i in_last_unit(__m128i doubled_digits) noexcept {
+    return sizeof(Unit) == 1 ? _mm_slli_epi16(doubled_digits, 8)
+                             : _mm_srli_epi16(doubled_digits, 8);
+  }
   static __m128i load(const std::uint64_t* two) noexcept {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(two));
   }
+  static void store(__m128i texts, Unit* out) noexcept {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), texts);
+  }
 
-  const __m128i spread_, mask_, zeros_, shift_;
+  const __m128i zeros_;
 };
 #else
-template <typename Unit>
+template <typename Unit, std::size_t>
 using AddedDigits = ListedDigits<Unit>;
 #endif
 

@@ -203,25 +203,29 @@ bool put_own_digits(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
   return true;
 }
 
-// Whether digits differ in their last unit alone, each by 1 from the one before it.
 template <typename Unit>
-bool put_digits_in_a_row(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
+DigitForm digit_form_of(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
   const std::size_t bytes = symbols[0].text<Unit>().size() * sizeof(Unit);
   const std::size_t last = bytes - sizeof(Unit);
   const std::uint64_t step = std::uint64_t{1} << 8 * last;
+  // In a row are those that differ in their last unit alone, each by 1 from the one before it.
   for (std::size_t i = 0; i < std::size(symbols); ++i) {
-    if (own.first[i] != own.first[0] + i * step) return false;
+    if (own.first[i] != own.first[0] + i * step) return DigitForm::listed;
   }
-  if (bytes < 2) return false;
-  // The second of two comes from its 16 bits to where the text of the first ends.
-  const std::uint64_t both = 1 | std::uint64_t{1} << 8 * bytes;
-  for (int i = 0; i < 2; ++i) {
-    own.spread[i] = 1 | std::uint64_t{1} << 8 * (bytes - 2);
-    own.mask[i] = 0xFF * both;
-    own.zeros[i] = (own.first[0] - '0' * step) * both;
+  const std::uint64_t zero = own.first[0] - '0' * step;
+  for (std::uint64_t& texts : own.zeros) {
+    for (std::size_t at = 0; at + bytes <= sizeof texts; at += bytes) texts |= zero << 8 * at;
   }
-  own.shift = static_cast<std::uint8_t>(8 * last);
-  return true;
+  switch (bytes) {
+    case 2:
+      return DigitForm::two_bytes;
+    case 3:
+      return DigitForm::three_bytes;
+    case 4:
+      return DigitForm::four_bytes;
+    default:
+      return DigitForm::listed;
+  }
 }
 
 template <typename Unit>
@@ -230,7 +234,10 @@ bool put_short_texts(NumberStyle& style) {
   for (std::size_t digits = 1; digits <= short_digits; ++digits) {
     texts.integers[digits] = integer_part<Unit>(style, digits);
   }
-  return put_own_digits<Unit>(style.digits, texts.own_digits);
+  if (!put_own_digits<Unit>(style.digits, texts.own_digits)) return false;
+  texts.digit_form =
+      style.native_digits ? digit_form_of<Unit>(style.digits, texts.own_digits) : DigitForm::latin;
+  return true;
 }
 
 // What lay_out_short() goes by.
@@ -241,9 +248,6 @@ void prepare_short_forms(int kind, NumberStyle& style) {
       !put_short_texts<char16_t>(style)) {
     return;
   }
-  style.digits_in_a_row =
-      put_digits_in_a_row<char>(style.digits, style.short_texts[0].own_digits) &&
-      put_digits_in_a_row<char16_t>(style.digits, style.short_texts[1].own_digits);
   if (kind != JWNLS_INTEGER) {
     style.short_form = style.decimals >= 0 && style.shift == 0 ? ShortForm::fixed : ShortForm::few;
   }

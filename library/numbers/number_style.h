@@ -55,8 +55,12 @@ struct AffixText : ShortText<144, 144> {
 /// with as many as they have or their percentages want.
 enum class ShortForm : std::uint8_t { none, fixed, few };
 
+/// The digits of a layout: 0 to 9, or of its own, of so many bytes each and in a row as nearly all
+/// are, or any others.
+enum class DigitForm : std::uint8_t { latin, two_bytes, three_bytes, four_bytes, listed };
+
 /// Where the digits of an integer part stand, and its separators, in units of one encoding.
-struct IntegerPart {
+struct alignas(16) IntegerPart {
   /// Of those that there are not, any digits, and behind the part.
   struct Run {
     std::uint8_t behind = 0;  // digits behind it
@@ -69,21 +73,20 @@ struct IntegerPart {
   Run run[3];               // up to the first separator, and behind one of the first two
 };
 
-/// Two digits of the locale's own as one text, as bits of memory. Of digits in a row that of two
-/// ASCII digits, 16 bits each: times `spread`, of which `mask`, from `shift` on, and `zeros` more.
+/// Digits of the locale's own as texts, as bits of memory.
 struct OwnDigitTexts {
   std::uint64_t first[16] = {};   // by what each is worth; none is asked whether it is one
   std::uint64_t second[16] = {};  // where it stands behind one of these
-  std::uint64_t spread[2] = {};   // these are for four digits: each stands here twice
-  std::uint64_t mask[2] = {};
+  // Of digits in a row, what ASCII digits in their last units want to be their texts: a text behind
+  // the other, but of three bytes two in each.
   std::uint64_t zeros[2] = {};
-  std::uint8_t shift = 0;
 };
 
 /// What short forms go by in one of both encodings.
 struct ShortTexts {
   IntegerPart integers[short_digits + 1];  // by their digits
   OwnDigitTexts own_digits;
+  DigitForm digit_form = DigitForm::listed;
 };
 
 /// Symbols and digits are at most so many bytes in short forms.
@@ -107,7 +110,6 @@ struct NumberStyle {
   ShortForm short_form = ShortForm::none;
   std::uint64_t short_integers = 0;
   std::uint64_t integer_scale = 1;  // the power of ten of their decimals and places
-  bool digits_in_a_row = false;     // of the locale's own
   ShortTexts short_texts[2];        // in UTF-8, in UTF-16
   ShuffledText shuffled;            // in UTF-8
   SymbolText decimal;

@@ -103,36 +103,104 @@ inline constexpr unsigned no_places = 1075;
   return rounded < short_limit;
 }
 
-/// What a double has no more than six decimals of, as most do: a division of two exact operands
-/// rounds as reading does, and fifteen digits are the shortest that give their double back.
-///   shift   places that the decimal symbol moves to the right: at most 6
-///   wanted  decimals, rounded halves away from zero; below 0: those that there are
-/// False for all others; `number` is then of no use.
-[[nodiscard]] inline bool few_decimals(double value, unsigned shift, int wanted,
-                                       ShortDecimal& number) noexcept {
-  constexpr double scale = 1e6;
-  constexpr double most = 1e15;
-  const double magnitude = std::abs(value);
-  const double scaled = magnitude * scale;
-  if (!(scaled < most)) return false;
-  // Whether it is the one is asked next. NOLINTNEXTLINE(bugprone-incorrect-roundings)
-  const auto mantissa = static_cast<std::int64_t>(scaled + 0.5);
-  if (static_cast<double>(mantissa) / scale != magnitude) return false;
-  const unsigned decimals = 6 - shift;
-  number = {static_cast<std::uint64_t>(mantissa), decimals, std::signbit(value), wanted < 0};
-  if (wanted < 0) return true;
-  const auto count = static_cast<unsigned>(wanted);
-  if (count >= short_digits) return false;
-  if (count < decimals) {
-    const std::uint64_t unit = integer_powers[decimals - count];
-    number.mantissa = power_reciprocals[decimals - count].quotient(number.mantissa + unit / 2);
+/// How many digits a mantissa has, at least one: soon known, long before the digits are.
+[[nodiscard]] inline unsigned digit_count(std::uint64_t mantissa) noexcept {
+  // An odd number has as many digits as the one below it, or 1 of 0.
+  const std::uint64_t odd = mantissa | 1;
+  // 1233/4096 approximates log10(2): at most one too few.
+  const unsigned count = static_cast<unsigned>(std::bit_width(odd)) * 1233 >> 12;
+  return count + (odd >= integer_powers[count] ? 1 : 0);
+}
+
+/// Moves the decimal symbol some places to the right, and rounds or fills up the decimals.
+///   wanted  decimals; below 0: those that there are
+/// False for what takes more digits; `number` is then of no use.
+[[nodiscard]] inline bool adjust(ShortDecimal& number, unsigned shift, int wanted,
+                                 bool half_even) noexcept {
+  if (shift == 0 && (wanted < 0 || static_cast<unsigned>(wanted) == number.decimals)) return true;
+  const unsigned moved = std::min(shift, number.decimals);
+  number.decimals -= moved;
+  const unsigned more = shift - moved;  // places without a digit: zeros
+  const unsigned count = wanted < 0 ? number.decimals : static_cast<unsigned>(wanted);
+  if (count + more >= short_digits) return false;
+  if (count < number.decimals) {
+    const std::uint64_t unit = integer_powers[number.decimals - count];
+    const std::uint64_t kept = power_reciprocals[number.decimals - count].quotient(number.mantissa);
+    const std::uint64_t twice = (number.mantissa - kept * unit) * 2;
+    const bool up = twice > unit || (twice == unit && (!half_even || kept % 2 != 0));
+    number.mantissa = kept + (up ? 1 : 0);
   } else {
-    const unsigned more = count - decimals;
-    if (number.mantissa >= integer_powers[short_digits - more]) return false;
-    number.mantissa *= integer_powers[more];
+    const unsigned zeros = count - number.decimals + more;
+    if (number.mantissa >= integer_powers[short_digits - zeros]) return false;
+    number.mantissa *= integer_powers[zeros];
   }
   number.decimals = count;
   return true;
+}
+
+/// A double that is a decimal of so many places and at most fifteen digits: a division of two exact
+/// operands rounds as reading does, and fifteen digits are the shortest that give their double
+/// back.
+///   places  of 10^places, which is `scale`; the double times that is below 10^15
+///   shift   places that the decimal symbol moves to the right
+///   wanted  decimals, rounded halves away from zero; below 0: those that there are
+/// False for all others; `number` is then of no use.
+[[nodiscard]] inline bool decimal_of_places(double value, unsigned places, double scale,
+                                            unsigned shift, int wanted,
+                                            ShortDecimal& number) noexcept {
+  const double magnitude = std::abs(value);
+  // Whether it is the one is asked next. NOLINTNEXTLINE(bugprone-incorrect-roundings)
+  const auto mantissa = static_cast<std::int64_t>(magnitude * scale + 0.5);
+  if (static_cast<double>(mantissa) / scale != magnitude) return false;
+  number = {static_cast<std::uint64_t>(mantissa), places, std::signbit(value), wanted < 0};
+  // Below 0 where zeros stand in front of the decimal symbol.
+  const int decimals = static_cast<int>(places) - static_cast<int>(shift);
+  if (wanted < 0 && decimals >= 0) [[likely]] {
+    number.decimals = static_cast<unsigned>(decimals);
+    return true;
+  }
+  constexpr int most_digits = short_digits;
+  const int count = std::max(wanted, 0);
+  const int zeros = count - decimals;
+  if (count >= most_digits || zeros >= most_digits) return false;
+  number.decimals = static_cast<unsigned>(count);
+  if (zeros < 0) {
+    const auto dropped = static_cast<unsigned>(-zeros);
+    const std::uint64_t unit = integer_powers[dropped];
+    number.mantissa = power_reciprocals[dropped].quotient(number.mantissa + unit / 2);
+  } else {
+    if (number.mantissa >= integer_powers[most_digits - zeros]) return false;
+    number.mantissa *= integer_powers[zeros];
+  }
+  return true;
+}
+
+/// The same of doubles below 10^9 that have no more than six decimals, as most do.
+[[nodiscard]] inline bool few_decimals(double value, unsigned shift, int wanted,
+                                       ShortDecimal& number) noexcept {
+  return std::abs(value) < 1e9 && decimal_of_places(value, 6, 1e6, shift, wanted, number);
+}
+
+/// The same of larger ones, with what fifteen digits leave to their power of two.
+[[nodiscard]] inline bool fewer_decimals(double value, unsigned shift, int wanted,
+                                         ShortDecimal& number) noexcept {
+  constexpr unsigned first = 29;  // 2^29 is below 10^9
+  constexpr unsigned last = 49;   // and 2^50 beyond 10^15
+  static constexpr auto places_from = [] {
+    std::array<std::uint8_t, last - first + 1> places = {};
+    for (unsigned power = first; power <= last; ++power) {
+      unsigned digits = 1;
+      while (std::uint64_t{2} << power > integer_powers[digits]) ++digits;
+      places[power - first] = static_cast<std::uint8_t>(15 - std::min(digits, 15U));
+    }
+    return places;
+  }();
+  const double magnitude = std::abs(value);
+  if (!(magnitude >= 1e9 && magnitude < 1e15)) return false;
+  const auto exponent = static_cast<unsigned>(std::bit_cast<std::uint64_t>(magnitude) >> 52);
+  const unsigned places = places_from[exponent - 1023 - first];
+  const auto scale = static_cast<double>(static_cast<std::int64_t>(integer_powers[places]));
+  return decimal_of_places(value, places, scale, shift, wanted, number);
 }
 
 /// Takes eight digits at once, if that many stand there.
@@ -198,40 +266,6 @@ inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& m
   if (digits == 0 || digits >= short_digits || point == begin || point + 1 == end) return false;
   number.decimals = point == end ? 0 : static_cast<unsigned>(end - point - 1);
   return true;
-}
-
-/// Moves the decimal symbol some places to the right, and rounds or fills up the decimals.
-///   wanted  decimals; below 0: those that there are
-/// False for what takes more digits; `number` is then of no use.
-[[nodiscard]] inline bool adjust(ShortDecimal& number, unsigned shift, int wanted,
-                                 bool half_even) noexcept {
-  if (shift == 0 && (wanted < 0 || static_cast<unsigned>(wanted) == number.decimals)) return true;
-  const unsigned moved = std::min(shift, number.decimals);
-  number.decimals -= moved;
-  const unsigned more = shift - moved;  // places without a digit: zeros
-  const unsigned count = wanted < 0 ? number.decimals : static_cast<unsigned>(wanted);
-  if (count + more >= short_digits) return false;
-  if (count < number.decimals) {
-    const std::uint64_t unit = integer_powers[number.decimals - count];
-    const std::uint64_t kept = power_reciprocals[number.decimals - count].quotient(number.mantissa);
-    const std::uint64_t twice = (number.mantissa - kept * unit) * 2;
-    const bool up = twice > unit || (twice == unit && (!half_even || kept % 2 != 0));
-    number.mantissa = kept + (up ? 1 : 0);
-  } else {
-    const unsigned zeros = count - number.decimals + more;
-    if (number.mantissa >= integer_powers[short_digits - zeros]) return false;
-    number.mantissa *= integer_powers[zeros];
-  }
-  number.decimals = count;
-  return true;
-}
-
-/// How many digits a mantissa has, at least one: soon known, long before the digits are.
-[[nodiscard]] inline unsigned digit_count(std::uint64_t mantissa) noexcept {
-  // 1233/4096 approximates log10(2): at most one too few.
-  const auto bits = static_cast<unsigned>(std::bit_width(mantissa | 1));
-  const unsigned count = bits * 1233 >> 12;
-  return count + (mantissa >= integer_powers[count] ? 1 : 0) + (mantissa == 0 ? 1 : 0);
 }
 
 /// Sixteen ASCII digits, zeros in front. Every step halves the lanes: a quotient stays in the lower

@@ -162,6 +162,7 @@ TEST(FormatNumbers, ScaledIntegersAreTheirDecimals) {
 }
 
 TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
+  using jwnls::library::DigitForm;
   using jwnls::library::ShortForm;
   for (const auto& [kind, options, form] : {std::tuple(JWNLS_NUMBER, "", ShortForm::few),
                                             {JWNLS_NUMBER, "decimals=2", ShortForm::fixed},
@@ -174,8 +175,19 @@ TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
   jwnls::library::ShortDecimal number;
   EXPECT_TRUE(few_decimals(1234.5, 0, -1, number));
   EXPECT_EQ(number.mantissa, 1'234'500'000U);
+  EXPECT_TRUE(fewer_decimals(-12'345'678'901.25, 2, 1, number));
+  EXPECT_EQ(number.mantissa, 12'345'678'901'250U);
+  EXPECT_TRUE(fewer_decimals(99'999'999'999'999, 2, -1, number));
+  EXPECT_EQ(number.mantissa, 9'999'999'999'999'900U);
   EXPECT_TRUE(fixed_decimal(-1234.565, 2, number));
   EXPECT_EQ(number.mantissa, 123'457U);
+  for (const auto& [locale, form] : {std::pair("ar_EG", DigitForm::two_bytes),
+                                     {"mr_IN", DigitForm::three_bytes},
+                                     {"ff_Adlm", DigitForm::four_bytes},
+                                     {"de_DE", DigitForm::latin}}) {
+    const OpenedLayout layout = open_layout(locale, JWNLS_NUMBER, "digits=own");
+    EXPECT_EQ(layout->number.style.short_texts_in<char>().digit_form, form) << locale;
+  }
 }
 
 TEST(FormatNumbers, FloatsAreShortestAsFloats) {
