@@ -105,6 +105,22 @@ QuickSyntax quick_syntax(const Symbols& symbols, std::string_view minus,
   return quick;
 }
 
+// False where it is longer.
+bool put_affix(std::string_view text, bool is_prefix, AffixBytes& affix) {
+  if (text.size() > sizeof affix.bytes) return false;
+  text.copy(affix.bytes, text.size());
+  affix.length = static_cast<std::uint8_t>(text.size());
+  const std::size_t count = std::min<std::size_t>(text.size(), sizeof affix.word);
+  const std::string_view compared = text.substr(is_prefix ? 0 : text.size() - count, count);
+  const std::size_t first = is_prefix ? 0 : sizeof affix.word - count;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto bits = static_cast<unsigned>(8 * (first + i));
+    affix.word |= std::uint64_t{static_cast<unsigned char>(compared[i])} << bits;
+    affix.mask |= std::uint64_t{0xFF} << bits;
+  }
+  return true;
+}
+
 // Of digits that the full reader takes with the same symbols, in the same classes.
 OwnDigits own_digits(const NumberSymbols& symbols, bool money, const NumberSyntax& syntax) {
   OwnDigits own;
@@ -126,24 +142,11 @@ OwnDigits own_digits(const NumberSymbols& symbols, bool money, const NumberSynta
   own.group_is_blank = group_class == Separator::blank;
   if (syntax.fraction) own.decimal = bytes_of(decimal);
   own.group = bytes_of(group);
-  own.minus = bytes_of(symbols.minus);
+  (void)put_affix(symbols.minus, true, own.minus);
+  const bool decimal_fits = own.decimal.length == 2 || !syntax.fraction;
+  own.masks = own.length == 2 && own.group.length == 2 && decimal_fits && !own.group_is_blank &&
+              syntax.sizes[0] == GroupSizes{3, 3};
   return own;
-}
-
-// False where it is longer.
-bool put_affix(std::string_view text, bool is_prefix, AffixBytes& affix) {
-  if (text.size() > sizeof affix.bytes) return false;
-  text.copy(affix.bytes, text.size());
-  affix.length = static_cast<std::uint8_t>(text.size());
-  const std::size_t count = std::min<std::size_t>(text.size(), sizeof affix.word);
-  const std::string_view compared = text.substr(is_prefix ? 0 : text.size() - count, count);
-  const std::size_t first = is_prefix ? 0 : sizeof affix.word - count;
-  for (std::size_t i = 0; i < count; ++i) {
-    const auto bits = static_cast<unsigned>(8 * (first + i));
-    affix.word |= std::uint64_t{static_cast<unsigned char>(compared[i])} << bits;
-    affix.mask |= std::uint64_t{0xFF} << bits;
-  }
-  return true;
 }
 
 // As people type it.

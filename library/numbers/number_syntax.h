@@ -24,13 +24,24 @@ struct SymbolBytes {
   std::uint8_t length = 0;  // 0: no symbol
 };
 
+/// An affix as the quick reader compares it: eight bytes of UTF-8 at once, the rest where it is
+/// longer.
+struct AffixBytes {
+  std::uint64_t word = 0;  // the first eight bytes, little-endian; of a suffix the last, at the top
+  std::uint64_t mask = 0;  // of the bytes in use
+  std::uint8_t length = 0;
+  char bytes[40] = {};
+};
+
 /// A locale's own digits, which have all bytes but the last in common, and the symbols beside them.
 struct OwnDigits {
   SymbolBytes front;      // of a digit: all but its last byte; 0 bytes long where it has only that
   std::uint8_t zero = 0;  // the last byte of the first digit
   std::uint8_t length = 0;  // of a digit; 0: there are none, or they are not taken quickly
   bool group_is_blank = false;
-  SymbolBytes decimal, group, minus;
+  bool masks = false;  // all of two bytes, and groups of three: texts are tried by masks first
+  SymbolBytes decimal, group;
+  AffixBytes minus;
 };
 
 /// What the quick scanners take, all of it written as the locale itself would.
@@ -50,15 +61,6 @@ struct QuickSyntax {
 
 /// What stands around a number beside signs.
 enum class UnitKind : std::uint8_t { none, currency, percent };
-
-/// An affix as the quick reader compares it: eight bytes of UTF-8 at once, the rest of up to
-/// sixteen where it is longer.
-struct AffixBytes {
-  std::uint64_t word = 0;  // the first eight bytes, little-endian; of a suffix the last, at the top
-  std::uint64_t mask = 0;  // of the bytes in use
-  std::uint8_t length = 0;
-  char bytes[16] = {};
-};
 
 /// What the layout itself writes around the digits of an amount or a percentage.
 struct QuickAffixes {

@@ -4,36 +4,13 @@
 #include <cstring>
 
 #include "include/jwnls/jwnls.h"
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "library/numbers/masked_number.h"
 
 namespace jwnls::library {
 namespace {
 
 constexpr std::size_t longest_by_character = 48;
 constexpr int most_digits = 18;  // that a word holds
-
-constexpr std::uint8_t facts_of(bool two_ways, bool marked) {
-  const auto both =
-      static_cast<unsigned>(marked && !two_ways) << 1 | static_cast<unsigned>(two_ways);
-  static_assert(JWNLS_TWO_WAYS == 1 && JWNLS_DECIDES == 2);
-  return static_cast<std::uint8_t>(both);
-}
-
-std::uint64_t load_8(const char* bytes) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
-
-std::uint64_t load_4(const char* bytes) {
-  std::uint32_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
-
 // What stands at a place, as far as the text goes; zeros behind it.
 std::uint64_t up_to_4(const char* at, const char* end) {
   if (end - at >= 4) return load_4(at);
@@ -44,89 +21,6 @@ std::uint64_t up_to_4(const char* at, const char* end) {
   return word;
 }
 
-#if defined(__SSE2__)
-
-__extension__ using Wide = unsigned __int128;
-
-// A text of 1 to 16 bytes, the first lowest, zeros above; nothing beside it is read.
-Wide load_text(const char* text, std::size_t length) {
-  if (length >= 8) {
-    const std::uint64_t last = load_8(text + length - 8);
-    const std::uint64_t high = length == 8 ? 0 : last >> (8 * (16 - length) & 63);
-    return Wide{high} << 64 | load_8(text);
-  }
-  if (length >= 4) return load_4(text) | load_4(text + length - 4) << (8 * (length - 4));
-  const auto byte = [text](std::size_t i) {
-    return std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
-  };
-  return byte(0) | byte(length / 2) | byte(length - 1);
-}
-
-__m128i vector_of(Wide bytes) {
-  return _mm_set_epi64x(static_cast<long long>(bytes >> 64), static_cast<long long>(bytes));
-}
-
-Wide wide_of(__m128i vector) {
-  const auto low = static_cast<std::uint64_t>(_mm_cvtsi128_si64(vector));
-  const auto high = static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_srli_si128(vector, 8)));
-  return Wide{high} << 64 | low;
-}
-
-// Where the separators stand in front of an integer part's end: every fourth byte from there. The
-// bits count from the first digit. A length that puts one in front of it has no groups.
-struct GroupMasks {
-  std::uint16_t of_length[17];
-};
-
-constexpr GroupMasks group_masks = [] {
-  GroupMasks masks = {};
-  for (unsigned length = 0; length <= 16; ++length) {
-    std::uint16_t mask = 0;
-    for (unsigned at = length; at >= 4; at -= 4) mask |= static_cast<std::uint16_t>(1U << (at - 4));
-    masks.of_length[length] = length % 4 == 0 ? 0 : mask;
-  }
-  return masks;
-}();
-
-// What each of four digits counts: with the place of a separator in front, and without.
-alignas(16) constexpr std::int16_t digit_weights[2][8] = {{1000, 100, 10, 1, 1000, 100, 10, 1},
-                                                          {0, 100, 10, 1, 0, 100, 10, 1}};
-alignas(16) constexpr std::int16_t block_weights[2][8] = {{10000, 1, 10000, 1, 0, 0, 0, 0},
-                                                          {1000, 1, 1000, 1, 0, 0, 0, 0}};
-constexpr std::uint64_t half_weights[2] = {100'000'000, 1'000'000};
-
-const __m128i& weights(const std::int16_t (&row)[8]) {
-  return *reinterpret_cast<const __m128i*>(row);
-}
-
-// Digit values of sixteen bytes that end with the last digit, separators as zeros.
-std::uint64_t integer_of(Wide digits, bool grouped) {
-  const __m128i bytes = vector_of(digits);
-  const __m128i none = _mm_setzero_si128();
-  const __m128i& tens = weights(digit_weights[grouped]);
-  const __m128i pairs = _mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(bytes, none), tens),
-                                        _mm_madd_epi16(_mm_unpackhi_epi8(bytes, none), tens));
-  const __m128i blocks = _mm_madd_epi16(pairs, _mm_set1_epi16(1));  // four, below 10,000 each
-  const __m128i halves =
-      _mm_madd_epi16(_mm_packs_epi32(blocks, none), weights(block_weights[grouped]));
-  const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(halves));
-  return (both & 0xFFFFFFFF) * half_weights[grouped] + (both >> 32);
-}
-
-// Eight digit values, the first lowest.
-std::uint64_t eight_digits(std::uint64_t digits) {
-  constexpr std::uint64_t mask = 0x000000FF000000FF;
-  constexpr std::uint64_t outer = 100 + (std::uint64_t{1'000'000} << 32);
-  constexpr std::uint64_t inner = 1 + (std::uint64_t{10'000} << 32);
-  const std::uint64_t pairs = digits * 10 + (digits >> 8);
-  return ((pairs & mask) * outer + (pairs >> 16 & mask) * inner) >> 32;
-}
-
-constexpr std::uint64_t small_powers[] = {1,       10,        100,        1'000,      10'000,
-                                          100'000, 1'000'000, 10'000'000, 100'000'000};
-
-#endif
-
 }  // namespace
 
 #if defined(__SSE2__)
@@ -134,6 +28,7 @@ constexpr std::uint64_t small_powers[] = {1,       10,        100,        1'000,
 bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t length,
                    QuickNumber& number) noexcept {
   if (length - 1 >= 16) return false;
+  using namespace masked_number_details;
   const __m128i bytes = vector_of(load_text(text, length));
   const __m128i values = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
   const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(values, _mm_set1_epi8(9)), values);
@@ -149,39 +44,9 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
     number.hopeless = _mm_movemask_epi8(bytes) == 0;  // all of it is ASCII
     return false;
   }
-  // What has its characters all right, and its shape wrong, is no other reader's either.
-  number.hopeless = true;
-  if ((decimal_places & (decimal_places - 1)) != 0) return false;
-
-  const auto integer_end = static_cast<unsigned>(std::countr_zero(decimal_places | (all + 1)));
-  const unsigned integer_length = integer_end - sign;
-  const bool has_decimal = decimal_places != 0;
-  const bool grouped = group_places != 0;
-  const unsigned expected = group_masks.of_length[integer_length];
-  if (integer_length == 0 ||
-      (grouped && ((group_places >> sign) != expected || text[sign] == '0'))) {
-    return false;
-  }
-  const unsigned decimals = static_cast<unsigned>(length) - integer_end - (has_decimal ? 1 : 0);
-  if (decimals > 8) {
-    number.hopeless = false;
-    return false;
-  }
-
-  const Wide digits = wide_of(_mm_and_si128(values, is_digit));
-  number.mantissa = integer_of(digits << (8 * (16 - integer_end)), grouped);
-  if (decimals != 0) {
-    const auto fraction = static_cast<std::uint64_t>(digits >> (8 * (integer_end + 1)));
-    number.mantissa =
-        number.mantissa * small_powers[decimals] + eight_digits(fraction << (8 * (8 - decimals)));
-  }
-  number.decimals = decimals;
-  number.negative = sign != 0;
-  const bool one_group = (group_places & (group_places - 1)) == 0;
-  const bool two_ways = grouped ? one_group && !has_decimal
-                                : decimals == 3 && integer_length <= 3 && text[sign] != '0';
-  number.facts = facts_of(two_ways, grouped || has_decimal);
-  return true;
+  return number_of({wide_of(_mm_and_si128(values, is_digit)), static_cast<unsigned>(length),
+                    digit_places, group_places, decimal_places, sign},
+                   text[sign] == '0', number);
 }
 
 #else
@@ -228,7 +93,11 @@ struct OwnCharacters {
   const OwnDigits& own;
 
   [[nodiscard]] std::size_t minus(const char* at, const char* end) const {
-    return begins_with(own.minus, at, end) ? own.minus.length : 0;
+    const std::size_t length = own.minus.length;
+    return static_cast<std::size_t>(end - at) >= length &&
+                   std::memcmp(at, own.minus.bytes, length) == 0
+               ? length
+               : 0;
   }
   [[nodiscard]] std::size_t digit_bytes() const { return own.length; }
   [[nodiscard]] bool is_digit(const char* at, const char* end, unsigned& value) const {
@@ -313,10 +182,90 @@ bool scan_by_character(const QuickSyntax& syntax, const char* text, std::size_t 
   return scan_characters(AsciiCharacters{syntax}, syntax.sizes, text, length, number);
 }
 
+namespace {
+
+#if defined(__SSE2__)
+
+// Characters of two bytes each by masks: eight at either end, which overlap where there are fewer.
+bool scan_two_bytes(const OwnDigits& own, const char* text, std::size_t length,
+                    QuickNumber& number) {
+  using namespace masked_number_details;
+  if (length - 2 > 30 || length % 2 != 0) return false;
+  const auto load = [](const char* at) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+  };
+  const bool is_short = length < 16;
+  const __m128i front = is_short ? vector_of(load_text(text, length)) : load(text);
+  const __m128i back = is_short ? _mm_setzero_si128() : load(text + length - 16);
+  const auto lanes_of = [](std::uint32_t symbol) {
+    return _mm_set1_epi16(static_cast<std::int16_t>(symbol));
+  };
+  const __m128i zero = lanes_of(own.front.bytes | std::uint32_t{own.zero} << 8);
+  // A digit's value, and more of other characters.
+  const auto values_of = [zero](__m128i characters) {
+    const __m128i beyond = _mm_sub_epi16(characters, zero);
+    return _mm_or_si128(_mm_srli_epi16(beyond, 8), _mm_slli_epi16(beyond, 8));
+  };
+  const auto is_digit = [](__m128i values) {
+    return _mm_cmpeq_epi16(_mm_subs_epu16(values, _mm_set1_epi16(9)), _mm_setzero_si128());
+  };
+  const unsigned count = static_cast<unsigned>(length) / 2;
+  const unsigned moved = (is_short ? 8 : count) - 8;  // from the back's begin to the front's end
+  const unsigned all = (1U << count) - 1;
+  const auto places_of = [&](__m128i in_front, __m128i in_back) {
+    const auto both = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(in_front, in_back)));
+    return ((both & 0xFF) | both >> 8 << moved) & all;
+  };
+  const auto places_of_symbol = [&](std::uint32_t symbol) {
+    const __m128i lanes = lanes_of(symbol);
+    return places_of(_mm_cmpeq_epi16(front, lanes), _mm_cmpeq_epi16(back, lanes));
+  };
+  const __m128i front_values = values_of(front);
+  const __m128i back_values = values_of(back);
+  const __m128i in_front = is_digit(front_values);
+  const __m128i in_back = is_digit(back_values);
+  const unsigned digits = places_of(in_front, in_back);
+  const unsigned groups = places_of_symbol(own.group.bytes);
+  const unsigned decimal = places_of_symbol(own.decimal.bytes) & own.decimal.mask;
+  if ((digits | groups | decimal) != all) return false;
+  const Wide values = wide_of(
+      _mm_packus_epi16(_mm_and_si128(front_values, in_front), _mm_and_si128(back_values, in_back)));
+  const Wide joined = static_cast<std::uint64_t>(values) | values >> 64 << 8 * moved;
+  const bool led_by_zero = (joined & 0xFF) == 0 && (digits & 1) != 0;
+  return number_of({joined, count, digits, groups, decimal, 0}, led_by_zero, number);
+}
+
+#else
+
+bool scan_two_bytes(const OwnDigits&, const char*, std::size_t, QuickNumber&) { return false; }
+
+#endif
+
+}  // namespace
+
 bool scan_own_digits(const QuickSyntax& syntax, const char* text, std::size_t length,
                      QuickNumber& number) noexcept {
+  const OwnCharacters characters{syntax.own};
   if (length - 1 >= longest_by_character * syntax.own.length) return false;
-  return scan_characters(OwnCharacters{syntax.own}, syntax.sizes, text, length, number);
+  if (syntax.own.masks) {
+    // No minus sign begins with what the digits begin with.
+    const bool begins_alike =
+        ((static_cast<unsigned char>(*text) ^ syntax.own.front.bytes) & 0xFF) == 0;
+    const std::size_t minus = begins_alike   ? 0
+                              : *text == '-' ? 1
+                                             : characters.minus(text, text + length);
+    if (scan_two_bytes(syntax.own, text + minus, length - minus, number)) {
+      number.negative = minus != 0;
+      return true;
+    }
+  }
+  return scan_characters(characters, syntax.sizes, text, length, number);
+}
+
+bool scan_beyond_ascii(const QuickSyntax& syntax, const char* text, std::size_t length,
+                       QuickNumber& number) noexcept {
+  return scan_own_digits(syntax, text, length, number) ||
+         scan_by_character(syntax, text, length, number);
 }
 
 namespace {

@@ -32,8 +32,15 @@ struct QuickNumber {
 [[nodiscard]] bool scan_own_digits(const QuickSyntax& syntax, const char* text, std::size_t length,
                                    QuickNumber& number) noexcept;
 
+/// What of these takes a text that does not begin with ASCII, of a locale with digits of its own.
+[[nodiscard]] bool scan_beyond_ascii(const QuickSyntax& syntax, const char* text,
+                                     std::size_t length, QuickNumber& number) noexcept;
+
 [[nodiscard]] inline bool scan_quickly(const QuickSyntax& syntax, const char* text,
                                        std::size_t length, QuickNumber& number) noexcept {
+  if (syntax.own.length != 0 && length != 0 && static_cast<unsigned char>(*text) >= 0x80) {
+    return scan_beyond_ascii(syntax, text, length, number);
+  }
   // The masks know groups of three by an ASCII symbol; whoever writes others goes the second way.
   if (syntax.masks) {
     if (scan_by_masks(syntax, text, length, number)) return true;

@@ -332,8 +332,15 @@ TEST(ReadNumbers, PlainTextsAreReadTheQuickestWay) {
     EXPECT_TRUE(scan_by_masks(german.quick, text.data(), text.size(), number)) << text;
 #endif
   }
+  const NumberSyntax persian = open_layout("fa_IR", JWNLS_NUMBER)->number.syntax;
   const std::string_view own = "\u0661\u0662\u066B\u0665";
+  const std::string_view negative = "\u200E\u2212\u06F1\u066C\u06F2\u06F3\u06F4\u066B\u06F5";
   EXPECT_TRUE(scan_own_digits(egyptian.quick, own.data(), own.size(), number));
+  EXPECT_TRUE(scan_own_digits(persian.quick, negative.data(), negative.size(), number));
+  EXPECT_TRUE(number.negative && number.mantissa == 12'345 && number.decimals == 1);
+#if defined(__SSE2__)
+  EXPECT_TRUE(egyptian.quick.own.masks && persian.quick.own.masks);
+#endif
 }
 
 // Every text of up to seven units, or as many as $JWNLS_TEST_UNITS says (ten take minutes): no two
