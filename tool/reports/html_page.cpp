@@ -24,6 +24,7 @@ p { margin: .25rem 0; }
 a { color: var(--link); }
 .quiet { color: var(--quiet); }
 .ended { color: var(--refused); font-weight: 600; }
+.undecided { border-inline-start: .1875rem solid var(--refused); padding-inline-start: .5rem; }
 section { background: var(--card); border: 1px solid var(--line); border-radius: .75rem;
   padding: 1rem; margin: 1rem 0; }
 table { border-collapse: collapse; width: 100%; margin-top: .5rem; }
@@ -41,6 +42,7 @@ tbody th[scope=rowgroup] { color: var(--quiet); font-size: .8125rem; font-weight
   padding-top: .75rem; }
 .text { overflow-wrap: anywhere; background: var(--mark); border-radius: .25rem; padding: .0625rem .3125rem;
   white-space: pre-wrap; -webkit-box-decoration-break: clone; box-decoration-break: clone; }
+.texts .number { width: 1%; padding-inline-start: 1rem; }
 .why { width: 40%; }
 .facts > span { display: inline-block; margin-right: 1.25rem; overflow-wrap: anywhere; }
 .short { white-space: nowrap; }
@@ -64,7 +66,7 @@ footer { color: var(--quiet); font-size: .8125rem; margin: 1.5rem 0 .5rem; }
   .stacks thead { position: absolute; width: 1px; height: 1px; overflow: hidden;
     clip-path: inset(50%); }
   .stacks tr { display: block; padding: .375rem 0; border-top: 1px solid var(--line); }
-  .why { width: auto; }
+  .why, .texts .number { width: auto; padding-inline-start: 0; }
   .stacks th, .stacks td { display: block; padding: 0; border: 0; text-align: start; }
   .stacks td[data-is]::before { content: attr(data-is) " "; color: var(--quiet);
     font-size: .875rem; }

@@ -90,7 +90,8 @@ std::string values_table(const ReportedColumn& column) {
 std::string texts_table(const ReportedColumn& column) {
   if (column.texts.empty()) return {};
   std::string table =
-      "<table class=\"stacks\"><caption>Not read</caption><thead><tr><th scope=\"col\">Text</th>"
+      "<table class=\"stacks texts\"><caption>Not read</caption><thead><tr><th "
+      "scope=\"col\">Text</th>"
       "<th scope=\"col\" class=\"number\">Times</th><th scope=\"col\" class=\"number\">First in "
       "line</th><th scope=\"col\" class=\"why\">Why</th></tr></thead><tbody>\n";
   for (const ReportedText& text : column.texts) {
@@ -102,8 +103,26 @@ std::string texts_table(const ReportedColumn& column) {
   return table + "</tbody></table>\n";
 }
 
-std::string paragraph(const std::string& text) {
-  return text.empty() ? std::string() : "<p class=\"quiet\">" + html_text(text) + "</p>\n";
+std::string paragraph(const std::string& text, const char* style = "quiet") {
+  if (text.empty()) return {};
+  std::string all = "<p class=\"";
+  return all.append(style).append("\">").append(html_text(text)).append("</p>\n");
+}
+
+// "Written d.m.yyyy 376 yyyy-m-d 82", each form in a frame of its own.
+std::string forms_line(const ReportedColumn& column) {
+  if (column.forms.empty()) return {};
+  std::string line = "<p class=\"facts\"><span class=\"quiet\">Written</span> ";
+  for (const ReportedForm& form : column.forms) {
+    line += "<span>";
+    if (form.form.empty()) {
+      line += "other forms";
+    } else {
+      line.append("<span class=\"text\">").append(seen(form.form)).append("</span>");
+    }
+    line.append(" ").append(grouped(form.count)).append("</span> ");
+  }
+  return line + "</p>\n";
 }
 
 std::string section_of(const ReportedColumn& column) {
@@ -111,9 +130,8 @@ std::string section_of(const ReportedColumn& column) {
   std::string section = "<section>\n<h2>" + seen(column.name) + "</h2>\n";
   section += paragraph("Column " + number + ", " + column.layout);
   if (column.read + column.missing + column.not_read > 0) section += bar(column);
-  const std::string forms = forms_remark(column);
-  if (!forms.empty()) section += "<p class=\"quiet\">Written " + seen(forms) + "</p>\n";
-  section += paragraph(two_ways_remark(column));
+  section += forms_line(column);
+  section += paragraph(two_ways_remark(column), column.deciding == 0 ? "undecided" : "quiet");
   section += values_table(column) + texts_table(column);
   return section + paragraph(other_texts_remark(column)) + "</section>\n";
 }

@@ -77,9 +77,6 @@ struct TableReport {
 /// What is said of a column's values that could be meant otherwise; empty where nothing is.
 [[nodiscard]] std::string two_ways_remark(const ReportedColumn& column);
 
-/// "d.m.yyyy 2; d.m.yy 1"; empty for columns without forms.
-[[nodiscard]] std::string forms_remark(const ReportedColumn& column);
-
 /// What is said of texts that are not among those shown; empty where there are none.
 [[nodiscard]] std::string other_texts_remark(const ReportedColumn& column);
 

@@ -32,6 +32,17 @@ std::string line_of_values(const ReportedValues& values, bool tells_count) {
   return line;
 }
 
+// "d.m.yyyy 2; d.m.yy 1"
+std::string forms_remark(const ReportedColumn& column) {
+  std::string remark;
+  for (const ReportedForm& form : column.forms) {
+    if (!remark.empty()) remark += "; ";
+    remark.append(form.form.empty() ? "other forms" : form.form).append(" ");
+    remark += grouped(form.count);
+  }
+  return remark;
+}
+
 void append_column(std::string& out, const ReportedColumn& column, std::size_t width) {
   out += line_of_counts(cell(column.name), width, grouped(column.read), grouped(column.missing),
                         grouped(column.not_read));
@@ -90,16 +101,6 @@ std::string two_ways_remark(const ReportedColumn& column) {
   return counted(column.two_ways, "value", "values") + " could be meant otherwise; " +
          (column.deciding > 0 ? counted(column.deciding, "other decides", "others decide")
                               : "none decides");
-}
-
-std::string forms_remark(const ReportedColumn& column) {
-  std::string remark;
-  for (const ReportedForm& form : column.forms) {
-    if (!remark.empty()) remark += "; ";
-    remark.append(form.form.empty() ? "other forms" : form.form).append(" ");
-    remark += grouped(form.count);
-  }
-  return remark;
 }
 
 std::string other_texts_remark(const ReportedColumn& column) {
