@@ -151,6 +151,7 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
   const char* const bytes = bytes_;
   auto [out, copied] = written;
   for (const RowBatch::Column& column : batch_.columns()) {
+    if (column.values.codes[index] != JWNLS_OK) return false;
     const char* const field = bytes + (*(marks + column.field - 1) + 1U);
     const auto span = static_cast<std::size_t>(field - copied);
     CopyInSteps::copy(out, copied, span);
@@ -159,7 +160,6 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
     const std::int32_t begin = values.offsets[index];
     const auto length = static_cast<std::size_t>(values.offsets[index + 1] - begin);
     CopyInSteps::copy(out, values.bytes.data() + begin, length);
-    if (values.codes[index] != JWNLS_OK) return false;
     if (column.may_need_quotes && specials_.is_in(out, length)) return false;
     out += length;
     copied = bytes + marks[column.field];
@@ -169,30 +169,35 @@ inline bool CsvRows::end_row(const Row& row, bool all_read) {
   return true;
 }
 
-// Any other row.
+// Any other row. What stays as it was is not copied by itself, but with what follows.
 bool CsvRows::write_batched(const Row& row, std::size_t index) {
   bool all_read = true;
+  const bool keeps_refused = plan_.job.invalid != Invalid::empty;
+  const bool only_counts = keeps_refused && fields_.only_counts();
   for (const RowBatch::Column& column : batch_.columns()) {
-    const std::string_view field = row.field(column.field);
-    copy_up_to(field.data());
     const ValueBatch& values = column.values;
-    if (values.codes[index] == JWNLS_OK) {
+    const bool is_read = values.codes[index] == JWNLS_OK;
+    const bool is_missing = values.codes[index] == JWNLS_MISSING;
+    if (!is_read && !is_missing) all_read = false;
+    if (!is_read && !is_missing && only_counts) {
+      fields_.count_refused(column.column);
+      continue;
+    }
+    const std::string_view field = row.field(column.field);
+    if (!is_read) fields_.count_unread(row, column.column, field, is_missing);
+    if (!is_read && !is_missing && keeps_refused) continue;
+    copy_up_to(field.data());
+    if (is_read) {
       const auto begin = static_cast<std::size_t>(values.offsets[index]);
       const std::size_t length = static_cast<std::size_t>(values.offsets[index + 1]) - begin;
       CopyInSteps::copy(out_.data() + size_, values.bytes.data() + begin, length);
       copied_ = field.data() + field.size();
       (void)write_value(length, column.may_need_quotes);
-      continue;
+    } else {
+      FieldValue value;
+      value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
+      (void)keep_or_empty(row, column.column, field, value);
     }
-    const bool is_missing = values.codes[index] == JWNLS_MISSING;
-    fields_.count_unread(row, column.column, field, is_missing);
-    if (!is_missing && plan_.job.invalid != Invalid::empty) [[likely]] {
-      all_read = false;  // and stays
-      continue;
-    }
-    FieldValue value;
-    value.outcome = is_missing ? FieldOutcome::missing : FieldOutcome::refused;
-    all_read = keep_or_empty(row, column.column, field, value) && all_read;
   }
   return all_read;
 }

@@ -60,8 +60,8 @@ void FieldConverter::count_not_read(const Row& row, std::size_t column, FieldOut
   }
 }
 
-void FieldConverter::describe_unread(const Row& row, std::size_t column, std::string_view field,
-                                     bool is_missing) {
+void FieldConverter::count_unread(const Row& row, std::size_t column, std::string_view field,
+                                  bool is_missing) {
   text_ = field;
   if (quotes_ && field.starts_with('"') && !unquote(row, column)) return;
   count_not_read(row, column, is_missing ? FieldOutcome::missing : FieldOutcome::refused);

@@ -79,14 +79,14 @@ class FieldConverter {
     counts.deciding += values.deciding;
   }
   /// Counts one of the others, and describes it where it is refused; text() is then that of the
-  /// field, but of what is only counted.
-  void count_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing) {
-    if (!is_missing && !report_ && !rejects_.describes_next()) [[likely]] {
-      ++columns_[column].refused;
-      (void)rejects_.count();
-      return;
-    }
-    describe_unread(row, column, field, is_missing);
+  /// field.
+  void count_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing);
+  /// Whether refused ones are no more than counted from here on, for which count_refused() is
+  /// enough.
+  [[nodiscard]] bool only_counts() const { return !report_ && !rejects_.describes_next(); }
+  void count_refused(std::size_t column) {
+    ++columns_[column].refused;
+    (void)rejects_.count();
   }
 
   /// What convert() read cannot be written after all: it is refused.
@@ -119,7 +119,6 @@ class FieldConverter {
     ColumnCounts batches;               // what was read in one call
   };
 
-  void describe_unread(const Row& row, std::size_t column, std::string_view field, bool is_missing);
   bool unquote(const Row& row, std::size_t column);
   void count_not_read(const Row& row, std::size_t column, FieldOutcome outcome);
   void refuse(const Row& row, std::size_t column, const char* cause);
