@@ -56,6 +56,9 @@ void count_numbers() {
   decimals("write decimal, 2 decimals", layout("de_DE", JWNLS_NUMBER, "decimals=2"),
            "-1234567.895");
   decimals("write decimal, 24 digits", layout("de_DE", JWNLS_NUMBER), "12345678901234567890.1234");
+  count("write scaled, de_DE", [&](std::int32_t i) {
+    check(jwnls_write_scaled(plain, 791'919 * (i + 1), 2, out.data(), out.size(), &length));
+  });
 }
 
 void count_dates() {

@@ -303,7 +303,7 @@ NumberStyle number_style(const NumberData& data, int kind, const Options& option
   put_affixes(own_kind, symbols, options, currency, style);
   find_service_forms(data, options, decimal, group, style);
   prepare_short_forms(kind, style);
-  style.shuffled = shuffled_text(style);
+  prepare_shuffled_text(style, style.shuffled);
   return style;
 }
 

@@ -24,63 +24,73 @@ constexpr std::uint8_t no_digit = 0xC0;        // also with fewer decimals
 
 bool processor_shuffles() noexcept { return __builtin_cpu_supports("ssse3") != 0; }
 
-// The longest integer part, from its last digit on. False where it is too long.
-bool put_row(std::string_view separator, GroupSizes sizes, std::size_t end,
-             ShuffledText& texts) noexcept {
+constexpr ShuffledText without_groups = [] {
+  ShuffledText texts;
+  std::fill(std::begin(texts.digit), std::end(texts.digit), no_digit);
+  for (std::uint8_t digits = 1; digits <= short_digits; ++digits) {
+    const auto begin = static_cast<std::uint8_t>(ShuffledText::longest - digits);
+    texts.digit[begin] = static_cast<std::uint8_t>(short_digits - digits);
+    texts.integers[digits] = {begin, digits};
+  }
+  return texts;
+}();
+
+// The longest integer part, from its last digit on, in a row of its own. False where it is too
+// long.
+bool put_groups(const NumberStyle& style, ShuffledText& texts) noexcept {
+  constexpr std::size_t end = 3 * ShuffledText::longest;
+  const std::string_view separator = style.group.text<char>();
+  const std::size_t first_with_groups = style.sizes.primary + style.minimum_grouping;
   std::size_t at = end;
-  std::size_t left = sizes.primary == 0 ? short_digits : sizes.primary;  // of the group
-  for (unsigned digit = short_digits; digit-- > 0; --left) {
+  std::size_t left = style.sizes.primary;  // digits of the group
+  for (std::size_t digits = 1; digits <= short_digits; ++digits, --left) {
     if (left == 0) {
-      left = sizes.secondary;
+      left = style.sizes.secondary;
       if (end - at + separator.size() > ShuffledText::longest) return false;
       at -= separator.size();
       separator.copy(texts.separators + at, separator.size());
     }
     if (end - at == ShuffledText::longest) return false;
-    texts.digit[--at] = static_cast<std::uint8_t>(digit);
+    texts.digit[--at] = static_cast<std::uint8_t>(short_digits - digits);
+    if (digits < first_with_groups) continue;
+    texts.integers[digits] = {static_cast<std::uint8_t>(at), static_cast<std::uint8_t>(end - at)};
   }
   return true;
 }
 
+// Affixes are copied whole, whatever their length.
 bool put_affixes(const NumberStyle& style, ShuffledText& texts) noexcept {
   for (int i = 0; i < 2; ++i) {
-    const std::string_view prefix = style.prefix[i].text<char>();
-    const std::string_view suffix = style.suffix[i].text<char>();
-    if (std::max(prefix.size(), suffix.size()) > ShuffledText::longest_affix) return false;
+    const AffixText& prefix = style.prefix[i];
+    const AffixText& suffix = style.suffix[i];
     ShuffledText::Affixes& both = texts.affixes[i];
-    both.prefix_bytes = static_cast<std::uint8_t>(prefix.copy(both.prefix, prefix.size()));
-    both.suffix_bytes = static_cast<std::uint8_t>(suffix.copy(both.suffix, suffix.size()));
+    if (std::max(prefix.byte_count, suffix.byte_count) > sizeof both.prefix) return false;
+    std::memcpy(both.prefix, prefix.bytes, sizeof both.prefix);
+    std::memcpy(both.suffix, suffix.bytes, sizeof both.suffix);
+    both.prefix_bytes = prefix.byte_count;
+    both.suffix_bytes = suffix.byte_count;
   }
   return true;
 }
 
 }  // namespace
 
-ShuffledText shuffled_text(const NumberStyle& style) noexcept {
-  ShuffledText texts;
-  const std::string_view separator = style.group.text<char>();
-  const std::string_view symbol = style.decimal.text<char>();
-  constexpr std::size_t end[] = {ShuffledText::longest, 3 * ShuffledText::longest};
-  std::fill(std::begin(texts.digit), std::end(texts.digit), no_digit);
-  if (style.native_digits || symbol.size() > sizeof texts.symbol || !put_affixes(style, texts) ||
-      !put_row({}, {}, end[0], texts) || !put_row(separator, style.sizes, end[1], texts) ||
+void prepare_shuffled_text(const NumberStyle& style, ShuffledText& texts) noexcept {
+  if (style.native_digits || style.decimal.byte_count > sizeof texts.symbol ||
       !processor_shuffles()) {
-    return texts;
+    return;
   }
-  texts.symbol_bytes = static_cast<std::uint8_t>(symbol.copy(texts.symbol, symbol.size()));
-  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
-    const std::size_t groups = group_count(style, digits);
-    const std::size_t bytes = digits + groups * separator.size();
-    texts.integers[digits] = {static_cast<std::uint8_t>(end[groups != 0] - bytes),
-                              static_cast<std::uint8_t>(bytes)};
-  }
+  texts = without_groups;
+  if (!put_affixes(style, texts)) return;
+  if (style.sizes.primary != 0 && !put_groups(style, texts)) return;
+  std::memcpy(texts.symbol, style.decimal.bytes, sizeof texts.symbol);
+  texts.symbol_bytes = style.decimal.byte_count;
   const auto bytes_of = [](const ShuffledText::Affixes& both) {
     return std::size_t{both.prefix_bytes} + both.suffix_bytes;
   };
   texts.room = std::max(bytes_of(texts.affixes[0]), bytes_of(texts.affixes[1])) +
-               texts.integers[short_digits].bytes + symbol.size() + ShuffledText::most_decimals +
-               slack;
-  return texts;
+               texts.integers[short_digits].bytes + texts.symbol_bytes +
+               ShuffledText::most_decimals + slack;
 }
 
 // Bytes are written by the register, and what is too much of them is written over.
@@ -129,7 +139,7 @@ ShuffledText shuffled_text(const NumberStyle& style) noexcept {
 
 #else
 
-ShuffledText shuffled_text(const NumberStyle&) noexcept { return {}; }
+void prepare_shuffled_text(const NumberStyle&, ShuffledText&) noexcept {}
 
 int lay_out_shuffled(const ShuffledText&, ShortDecimal, char*, std::size_t*) noexcept {
   return JWNLS_KIND;  // asked by nobody

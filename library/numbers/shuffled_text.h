@@ -45,8 +45,8 @@ struct ShuffledText {
   Affixes affixes[2];  // of what is not negative, of what is
 };
 
-/// Of a style that is complete but for this.
-[[nodiscard]] ShuffledText shuffled_text(const NumberStyle& style) noexcept;
+/// Of a style that is complete but for this; `texts` are new.
+void prepare_shuffled_text(const NumberStyle& style, ShuffledText& texts) noexcept;
 
 [[nodiscard]] inline bool is_shuffled(const ShuffledText& texts, const ShortDecimal& number,
                                       std::size_t room) noexcept {
