@@ -11,12 +11,15 @@ import subprocess
 import sys
 import time
 import zlib
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 WORK = ROOT / "build-mutate"
 SOURCE = WORK / "source"
 LOADED = ("jwnlsloc.so", "jwnlsldb.so", "jwemsg.so", "jwnls")  # by path, while a test runs
+GENERATOR = "ldb_generator"  # makes these sources, by parts of the library
+GENERATED = ("extensions/generated/locale_tables.cpp", "extensions/generated/name_tables.cpp")
 HEADERS = """algorithm array atomic bit charconv cmath cstdint cstring functional iterator limits
              map memory mutex optional string string_view utility vector""".split()
 QUICK = 0.1  # seconds of a test that runs in the first round
@@ -50,6 +53,8 @@ def copy_sources():
 class Build:
     """A build of the copy: what its programs are made of, and how long their tests take."""
 
+    times = {}  # of each program; measure()
+
     def __init__(self, number):
         self.folder = WORK / str(number)
         self.kept = self.folder / "kept"
@@ -68,11 +73,13 @@ class Build:
         self.compile_commands = {
             re.search(r" -o (\S+)", entry["command"])[1]: entry["command"]
             for entry in json.loads((self.folder / "compile_commands.json").read_text())}
+        self.generated = {  # source: its object
+            source: next(name for name, command in self.compile_commands.items()
+                         if command.endswith(f"/{source}")) for source in GENERATED}
         self.including = self.read_dependencies()
         self.programs = sorted(path.name for path in self.folder.iterdir()
                                if re.fullmatch(r"(?!mutant_)\w+_(tests|corpus)", path.name))
-        self.objects = {name: self.linked(name) for name in (*self.programs, *LOADED)}
-        self.times = self.measure()
+        self.objects = {name: self.linked(name) for name in (*self.programs, *LOADED, GENERATOR)}
 
     def put_back(self, names):
         for name in names:
@@ -116,29 +123,38 @@ class Build:
             run([*flags, "-x", "c++-header", "-o", f"{header}.gch", header])
         return header
 
-    def measure(self):
+    def measure(self, jobs):
         """Seconds of each program, and its slow tests."""
         stored = WORK / "times.json"
-        times = json.loads(stored.read_text()) if stored.exists() else {}
-        for name in self.programs:
-            built = (self.folder / name).stat().st_mtime
-            if self.folder.name != "1" or times.get(name, {}).get("built") == built:
-                continue
-            report = self.folder / "report.json"
-            began = time.monotonic()
-            done = subprocess.run(
+        self.times = json.loads(stored.read_text()) if stored.exists() else {}
+        built = {name: (self.folder / name).stat().st_mtime for name in self.programs}
+        new = [name for name in self.programs
+               if self.times.get(name, {}).get("built") != built[name]]
+        with ThreadPoolExecutor(jobs) as pool:
+            for name, measured in zip(new, pool.map(self.measured, new)):
+                self.times[name] = {"built": built[name], **measured}
+        stored.write_text(json.dumps(self.times))
+        return self.times
+
+    def measured(self, name):
+        """In seconds of a processor: how long a test takes depends on who else is at work."""
+        report, said = (self.folder / f"{name}.{kind}" for kind in ("json", "txt"))
+        began = time.monotonic()
+        with open(said, "w") as output:
+            process = subprocess.Popen(
                 [self.folder / name, "--gtest_brief=1", f"--gtest_output=json:{report}"],
-                cwd=self.folder, capture_output=True, text=True, stdin=subprocess.DEVNULL,
+                cwd=self.folder, stdout=output, stderr=output, stdin=subprocess.DEVNULL,
                 preexec_fn=heed_signals)
-            if done.returncode != 0:
-                sys.exit(f"scripts/mutate: {name} fails without a mutant\n{done.stdout[-3000:]}")
-            slow = [f"{suite['name']}.{test['name']}"
-                    for suite in json.loads(report.read_text())["testsuites"]
-                    for test in suite["testsuite"]
-                    if float(test["time"][:-1]) > QUICK and not name.endswith("_corpus")]
-            times[name] = {"built": built, "seconds": time.monotonic() - began, "slow": slow}
-        stored.write_text(json.dumps(times))
-        return times
+            _, status, used = os.wait4(process.pid, 0)
+        if status != 0:
+            sys.exit(f"scripts/mutate: {name} fails without a mutant\n{said.read_text()[-3000:]}")
+        seconds = used.ru_utime + used.ru_stime
+        share = min(1, seconds / (time.monotonic() - began))
+        slow = [f"{suite['name']}.{test['name']}"
+                for suite in json.loads(report.read_text())["testsuites"]
+                for test in suite["testsuite"]
+                if float(test["time"][:-1]) * share > QUICK and not name.endswith("_corpus")]
+        return {"seconds": seconds, "slow": slow}
 
     def nearness(self, program, file):
         """How many folders a program's tests share with the file."""

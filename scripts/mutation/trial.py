@@ -10,7 +10,7 @@ import signal
 import subprocess
 from pathlib import Path
 
-from build import LOADED, SOURCE, heed_signals, run
+from build import GENERATOR, LOADED, SOURCE, heed_signals, run
 
 
 class Trial:
@@ -26,6 +26,8 @@ class Trial:
         changed = self.folder / "source" / mutant.file
         changed.parent.mkdir(parents=True)
         changed.write_text(mutant.applied(text))
+        self.sources = {str(SOURCE / mutant.file): str(changed)}  # what is compiled instead
+        self.generated = set()  # objects of data that come out otherwise
         self.affected = set(build.including.get(mutant.file, []))
         self.compiled = {}  # object: whether it compiles
         self.changed = set()  # those that are other code
@@ -35,6 +37,9 @@ class Trial:
         """What catches the mutant: a program, "" for nothing; None where it does not compile, or
         to the same code."""
         try:
+            failed = self.generate()
+            if failed is not None:
+                return failed or None
             for program, chosen in self.build.rounds(self.mutant.file, self.thorough):
                 objects = self.affected & self.build.objects[program]
                 # Tests are compiled where they themselves look into the changed header.
@@ -43,13 +48,36 @@ class Trial:
                     return None
                 if not all(self.compiles(each) for each in sorted(tests) if self.included_by(each)):
                     return f"{program} does not compile"
-                if objects & self.changed and not self.passes(program, chosen):
+                if (objects | self.generated) & self.changed and not self.passes(program, chosen):
                     return program
             return "" if self.changed else None
         except subprocess.CalledProcessError:
             return None  # it does not link
         finally:
             self.build.put_back(self.relinked)
+
+    def generate(self):
+        """The data that a part of the library makes before it is built. None: that was done; else
+        as outcome(), but "" where it does not compile."""
+        affected = self.affected & self.build.objects[GENERATOR]
+        if not all(self.compiles(each) for each in sorted(affected)):
+            return ""
+        if not affected & self.changed:
+            return None
+        generator = self.folder / GENERATOR
+        self.link(GENERATOR, generator)
+        made = {source: self.folder / Path(source).name for source in self.build.generated}
+        if self.limited([str(generator), *map(str, made.values())], 120) != 0:
+            return GENERATOR
+        for source, output in made.items():
+            if not filecmp.cmp(output, self.build.folder / source, False):
+                name = self.build.generated[source]
+                self.sources[str(self.build.folder / source)] = str(output)
+                self.generated.add(name)
+                if not self.compiles(name):
+                    return GENERATOR
+        self.affected |= self.generated
+        return None
 
     def included_by(self, name):
         """Whether an object's source itself includes the file."""
@@ -63,8 +91,7 @@ class Trial:
             output = self.folder / name
             output.parent.mkdir(parents=True, exist_ok=True)
             words[words.index("-o") + 1] = str(output)
-            if words[-1] == str(SOURCE / self.mutant.file):
-                words[-1] = str(self.folder / "source" / self.mutant.file)
+            words[-1] = self.sources.get(words[-1], words[-1])
             flags = tuple(word for word in words[:words.index("-o")]
                           if not word.startswith(("-I", "-D")))
             words[1:1] = ["-w", f"-I{self.folder / 'source'}",
