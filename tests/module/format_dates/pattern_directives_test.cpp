@@ -69,6 +69,7 @@ TEST_F(DirectiveTest, WriteTheirPart) {
   writes(u" 3| 3|3|3|3|3", u"11|11|11|11|11|11", u"%o|%?o|%O|%?O|%#o|%#O");
   set_pattern(u"%e|%o|%d");
   expect_text(Service::time, Instant{2024, 10, 10}, u"10|10|10");
+  expect_text(Service::time, Instant{2024, 9, 9}, u" 9| 9|09");
   writes(u"7777", u"7777", u"%U%u%?U%#u");  // deliberate, whatever the date
   writes(u"2222", u"0000", u"%W%w%?W%#w");
   writes(u"2024 2024 2024", u"2005 2005 2005", u"%Y %y %?Y");

@@ -138,10 +138,10 @@ TEST_F(DirectiveTest, NamesComeFromTheirLists) {
   expect(u"%Q", u"q3", fails, 0);
   expect(u"%q", u"3RD Quarter", fails, 0);
   expect(u"%B", u"Smarch", fails, fails);
-  // A byte of UTF-8 is no letter of Latin-1, also behind the first eight.
-  set_text(handle->record->full_months[8], u"Septembr\u00E9");
+  // A byte of UTF-8 is no character of Latin-1, also behind the first eight.
+  set_text(handle->record->full_months[8], u"Septembr\x80");
   set_time_patterns(u"%B", u"%B");
-  for (const char* text : {"Septembr\xE9 2024", "Septembr\xE9"}) {
+  for (const char* text : {"Septembr\x80 2024", "Septembr\x80"}) {
     EXPECT_FALSE(read_text<char>(Service::time, std::string_view(text), strict).value);
   }
   // A list ends where the next one begins.
