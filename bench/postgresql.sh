@@ -38,6 +38,7 @@ queries=(
   "jwnls_read_date|jwnls_read_date(date, 'de_DE')"
   "to_char of numbers|to_char(n, 'FM999G999G990D00')"
   "jwnls_write_number|jwnls_write_number(n, 'de_DE', 'decimals=2')"
+  "jwnls_write_amount|jwnls_write_amount(n, 'de_DE')"
   "to_char of dates|to_char(d, 'DD. TMMonth YYYY')"
   "jwnls_write_date|jwnls_write_date(d, 'de_DE', 'style=long')"
 )
@@ -74,5 +75,6 @@ script | psql -X -q -A -t | awk -v rows="$rows" '
     row("jwnls_read_float8", "to_number")
     row("to_date"); row("jwnls_read_date", "to_date")
     row("to_char of numbers"); row("jwnls_write_number", "to_char of numbers")
+    row("jwnls_write_amount", "to_char of numbers")
     row("to_char of dates"); row("jwnls_write_date", "to_char of dates")
   }'
