@@ -66,7 +66,7 @@ void Output::flush() {
                                   : std::string("standard output: ") + std::strerror(error)};
 }
 
-void write_error(std::string_view text) { (void)write_all(STDERR_FILENO, text); }
+bool write_error(std::string_view text) { return write_all(STDERR_FILENO, text) == 0; }
 
 void colour_messages(std::string_view when) {
   if (when != "auto") message_colour = when == "always";
@@ -77,7 +77,7 @@ void report(std::string_view message) {
   std::string line = "jwnls: ";
   const std::string text = escaped(message);
   line.append(*message_colour ? coloured(text) : text).append("\n");
-  write_error(line);
+  (void)write_error(line);  // there is no other place to say so
 }
 
 }  // namespace jwnls::tool

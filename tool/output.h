@@ -30,8 +30,8 @@ class Output {
   bool is_beside_errors_;
 };
 
-/// Writes text of several lines on standard error, as it is. Failures to do so are ignored.
-void write_error(std::string_view text);
+/// Writes text of several lines on standard error, as it is. False when that fails.
+bool write_error(std::string_view text);
 
 /// Whether messages are coloured: "always", "never", or "auto", as it is by default: on a terminal
 /// that is not dumb, unless NO_COLOR is set.

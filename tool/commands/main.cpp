@@ -14,7 +14,7 @@ namespace {
 // without memory: the program ends as soon as some is refused, and leaves targets as they were.
 [[noreturn]] void end_without_memory() {
   jwnls::tool::remove_unfinished_files();
-  jwnls::tool::write_error("jwnls: out of memory\n");
+  (void)jwnls::tool::write_error("jwnls: out of memory\n");
   ::_exit(static_cast<int>(jwnls::tool::ExitCode::unavailable));
 }
 

@@ -25,7 +25,7 @@ std::string nearest_column(const std::string& name, const std::vector<std::strin
   }
   if (names.size() > most_named)
     list += " and " + std::to_string(names.size() - most_named) + " more";
-  return "; there are " + list;
+  return (names.size() == 1 ? "; there is only " : "; there are ") + list;
 }
 
 // Whether "*" in the glob stand for any texts that make it the name.

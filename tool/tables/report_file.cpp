@@ -1,5 +1,6 @@
 #include "tool/tables/report_file.h"
 
+#include "tool/exit_code.h"
 #include "tool/output.h"
 
 namespace jwnls::tool {
@@ -26,7 +27,11 @@ ReportFile::ReportFile(const std::string& path) : path_(path) {
 
 void ReportFile::write(const TableReport& report) {
   const std::string text = written(report, path_);
-  if (file_ == nullptr) return write_error(text);
+  if (file_ == nullptr) {
+    if (!write_error(text))
+      throw Failure{ExitCode::io, "standard error: the report cannot be written"};
+    return;
+  }
   file_->write(text);
   file_->commit();
 }
