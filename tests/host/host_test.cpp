@@ -11,6 +11,7 @@
 #include <string>
 
 #include "abi/status.h"
+#include "host/objects/message_outlet.h"
 #include "tests/host/hosts.h"
 
 namespace jwnls::host {
@@ -113,6 +114,16 @@ TEST(Host, AJournalFunctionMayUseHandlesAndCauseMessages) {
     EXPECT_EQ(messages, 1);
   }
   unsetenv("TZ");
+}
+
+TEST(Host, AnErrorGoesToItsFunctionAndWhatThatThrowsNoFurther) {
+  std::uint64_t sum = 0;
+  MessageOutlet outlet({}, [&](std::uint32_t severity, std::uint32_t status) {
+    sum += 100 * severity + status;
+    throw sum;
+  });
+  for (int i = 0; i < 2; ++i) outlet.report(3, 7);
+  EXPECT_EQ(sum, 2 * 307U);
 }
 
 TEST(Host, SaysWhichExtensionIsMissing) {
