@@ -118,12 +118,8 @@ void add_own_marks(const LocaleRecord& record, const PatternParts& pattern, Date
   const bool is_plain = exact[0].empty() && exact[1] == exact[2] && exact[1].size() == 1 &&
                         is_date_mark(exact[1].front()) && exact[3].empty();
   if (!is_plain && !exact[1].empty() && !exact[2].empty()) {
-    const bool are_alone =
-        std::none_of(layout.own_marks.begin(), layout.own_marks.end(), [&](const OwnMarks& other) {
-          return other.first_gap == marks[1] && other.second_gap == marks[2];
-        });
     layout.written_marks.push_back(
-        {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size(), are_alone});
+        {exact[0], exact[1], exact[2], exact[3], layout.own_marks.size()});
   }
   const auto add = [&](const std::string(&each)[4]) {
     layout.own_marks.push_back({each[0], each[1], each[2], each[3], month_first, has_words});

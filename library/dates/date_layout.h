@@ -32,7 +32,6 @@ struct OwnMarks {
 struct WrittenMarks {
   std::string lead, first_gap, second_gap, tail;
   std::size_t own;  // of the layout's own marks
-  bool are_alone;   // no other of these have the same texts between the numbers
 };
 
 /// A bit for each byte of ASCII but letters, digits and the marks that every locale reads.

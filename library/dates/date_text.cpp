@@ -78,8 +78,7 @@ bool read_three_numbers(const DateLayout& layout, std::string_view text, const N
     }
     const OwnMarks& own = layout.own_marks[marks.own];
     if (order.place_numbers(own.has_words ? &own : nullptr, date)) order.finish(date, 0, 0);
-    if (read.refusal == Refusal::none || marks.are_alone) return true;
-    read = {};
+    return true;
   }
   return false;
 }
@@ -134,7 +133,7 @@ namespace {
   } else if (numbers.count == 3) {
     if (read_three_numbers(layout, text, numbers, read)) return;
   }
-  // The quick way does not see names with digits.
+  // The quick way does not see names with digits, nor what marks alone tell apart.
   const bool has_numbered = layout.names->has_numbered();
   if (!with_place && is_no_date(layout, text, numbers)) {
     read.refusal = Refusal::no_date;
@@ -142,7 +141,8 @@ namespace {
   }
   QuickLookUp look_up(layout);
   read = DateGrammar<QuickLookUp>(layout, text, numbers, look_up).read();
-  if (read.refusal != Refusal::none && (has_numbered || !is_plain(text))) {
+  const bool is_twofold = read.refusal == Refusal::two_months && layout.names->has_exact();
+  if (read.refusal != Refusal::none && (has_numbered || is_twofold || !is_plain(text))) {
     read.refusal = Refusal::undecided;
   }
 }
@@ -194,8 +194,8 @@ DateRead full_date(const DateLayout& layout, std::string_view text, bool with_pl
   char copy[folded_room];
   if (text.size() > sizeof copy) return read;
   std::memcpy(copy, text.data(), text.size());
-  const std::size_t size = layout.names->replace_exact(copy, text.size());
-  return size == text.size() ? read : folded_date(layout, {copy, size}, with_place);
+  const std::string_view replaced(copy, layout.names->replace_exact(copy, text.size()));
+  return replaced == text ? read : folded_date(layout, replaced, with_place);
 }
 
 DateRead read_date_text(const DateLayout& layout, std::string_view text) noexcept {

@@ -86,9 +86,8 @@ template <typename Call>
                                         std::size_t* length) noexcept {
   char16_t units[most_units];
   std::int64_t written = 0;
-  if (Status{call(units, static_cast<std::int64_t>(std::size(units)), &written)} != Status::ok) {
-    return JWNLS_RANGE;
-  }
+  const Status status{call(units, static_cast<std::int64_t>(std::size(units)), &written)};
+  if (status != Status::ok) return JWNLS_RANGE;
   *length = to_utf8({units, static_cast<std::size_t>(written)}, out, room);
   return *length <= room ? JWNLS_OK : JWNLS_ROOM;
 }

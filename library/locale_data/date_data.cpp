@@ -41,7 +41,7 @@ std::optional<DateNameData> read_date_name_data(const LocaleRecord& record) {
   for (names = section.byte(); names > 0 && section.ok(); --names) {
     const int month = static_cast<int>(section.byte());
     data.exact.push_back({section.text(longest_text), month});
-    if (data.exact.back().text.size() < 3 || month < 1 || month > 12) return std::nullopt;
+    if (month < 1 || month > 12) return std::nullopt;
   }
   if (!section.ok()) return std::nullopt;
   return data;
