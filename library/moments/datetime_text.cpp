@@ -122,6 +122,12 @@ std::int64_t moment_of(const CivilDate& date, std::int64_t time) noexcept {
   return days * seconds_per_day * microseconds_per_second + time;
 }
 
+bool refuse(Clock& clock, Refusal refusal, std::size_t place) noexcept {
+  clock.date.refusal = refusal;
+  clock.date.place = place;
+  return false;
+}
+
 bool put_together(const DateRead& date, std::int64_t time, Clock& clock) noexcept {
   clock.date = date;
   clock.microseconds = moment_of(date.date, time);
@@ -145,9 +151,9 @@ bool read_at(const jwnls_layout& layout, std::string_view text, std::size_t at, 
       if (const auto time = read_time_text(*layout.times, trimmed(text.substr(at)))) {
         return put_together(date, *time, clock);
       }
-      clock.date.refusal = Refusal::no_such_time;
-      clock.date.place = at;
-    } else if (is_first) {
+      return refuse(clock, Refusal::no_such_time, at);
+    }
+    if (is_first) {
       clock.date = tries.placed(dates, front, date);
       if (clock.date.refusal == Refusal::blank) clock.date.refusal = Refusal::no_date;
     }
@@ -203,9 +209,7 @@ bool read_at_blanks(const jwnls_layout& layout, std::string_view text, DateTries
       continue;
     }
     if (found && here.microseconds != clock.microseconds) {
-      clock.date.refusal = Refusal::two_places;
-      clock.date.place = at;
-      return false;
+      return refuse(clock, Refusal::two_places, at);  // unreachable: no half of a day in dates
     }
     clock = here;
     found = true;

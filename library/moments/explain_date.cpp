@@ -51,8 +51,8 @@ const char* fixed_reason(Refusal refusal) {
       return "the clocks of the zone skip this time";
     case Refusal::overlap:
       return "the clocks of the zone show this time twice: say overlap=first or overlap=second";
-    case Refusal::two_places:
-      return "date and time could part in two places";
+    case Refusal::two_places:                           // unreachable: as
+      return "date and time could part in two places";  // unreachable: read_at_blanks() says
     case Refusal::range:
       return "outside 1582-01-01 to 9999-12-31";
     default:

@@ -144,7 +144,7 @@ std::optional<std::size_t> fold_digits(std::string_view text, char* out,
       changed = changed || folded.count == 0 || folded.characters[0] != next.value;
       if (folded.count > 0 && !output.put(folded.characters[0], at)) return std::nullopt;
     } else if (!output.put(text.substr(at, next.bytes), at)) {
-      return std::nullopt;
+      return std::nullopt;  // unreachable: nothing grows, and callers have room for all texts
     }
     at += next.bytes;
   }

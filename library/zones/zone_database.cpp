@@ -122,8 +122,7 @@ std::shared_ptr<const Zone> ZoneDatabase::open_known(const host::ZoneNames::Zone
   });
 }
 
-std::shared_ptr<const Zone> ZoneDatabase::open_system() {
-  const host::OsZoneSources sources = host::OsZoneSources::of_this_system();
+std::shared_ptr<const Zone> ZoneDatabase::open_system(const host::OsZoneSources& sources) {
   host::ZoneNameText name;
   const auto tell = [](Message& message) { message << "the system's time zone"; };
   const Status status = reading(tell, [&] { return host::find_os_zone(names_, sources, name); });

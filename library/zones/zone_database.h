@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/zones/os_zone.h"
 #include "host/zones/zone_names.h"
 #include "library/zones/zone.h"
 
@@ -26,7 +27,8 @@ class ZoneDatabase {
   std::shared_ptr<const Zone> open(std::string_view name);
 
   /// The system's: $TZ, else /etc/localtime, else UTC.
-  std::shared_ptr<const Zone> open_system();
+  std::shared_ptr<const Zone> open_system(
+      const host::OsZoneSources& sources = host::OsZoneSources::of_this_system());
 
   /// Every zone's name, sorted; and the release, empty when the database does not say.
   [[nodiscard]] const std::vector<std::string>& names() const;

@@ -9,10 +9,15 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <string_view>
 
+#include "library/dates/date_layout.h"
 #include "library/layouts/layout.h"
 #include "library/locale_data/currency_data.h"
+#include "library/locale_data/date_data.h"
 #include "library/locale_data/number_data.h"
+#include "library/moments/time_layout.h"
+#include "library/texts/failure.h"
 #include "tests/library/opened_layout.h"
 #include "tests/support/seed.h"
 
@@ -97,6 +102,36 @@ TEST(LayoutBlock, WithoutABlockTheRecordCounts) {
   EXPECT_EQ(currency_data(*record, "EUR").symbol.text, "\u20AC");
   EXPECT_EQ(currency_data(*record, "USD").symbol.text, "USD");
   use(*record);
+}
+
+// Somebody's patterns: weekdays in times, names whose text is cut, full dates that nobody can read.
+TEST(LayoutBlock, StrangePatternsAreReadTheSlowWay) {
+  const auto layout = jwnls::test::open_layout("en_US", JWNLS_DATE, "style=full");
+  const auto record = std::make_unique<LocaleRecord>(*layout->locale->record);
+  Locale locale = *layout->locale;
+  locale.record = record.get();
+  EXPECT_TRUE(time_layout_of(*layout->locale).is_quick);
+  const auto put = [](auto& entry, std::u16string_view text) {
+    entry.length = static_cast<std::int64_t>(text.copy(entry.units, std::size(entry.units)));
+  };
+  put(record->after_noon, u"P\xD800");  // the service has another
+  put(record->datetime_pattern, u"%A %% %H:%M");
+  const TimeLayout& times = time_layout_of(locale);
+  EXPECT_FALSE(times.is_quick);
+  EXPECT_TRUE(times.ends.all());
+  EXPECT_EQ(times.halves[1], "P\uFFFD");
+
+  Options options;
+  options.style = style_full;
+  EXPECT_NO_THROW((void)make_date_layout(locale, JWNLS_DATE, options));
+  const std::string_view full = read_date_pattern_data(*record)->full;
+  auto* const bytes =
+      record->area_9 + (reinterpret_cast<const std::uint8_t*>(full.data()) - record->area_9);
+  bytes[1] = 'Q';
+  EXPECT_THROW((void)make_date_layout(locale, JWNLS_DATE, options), Failure);
+  const std::string_view names = LayoutBlock(*record).section(JW_LAYOUT_DATE_NAMES);
+  record->area_9[reinterpret_cast<const std::uint8_t*>(names.data()) - record->area_9 + 4] = 0;
+  EXPECT_FALSE(read_date_name_data(*record));
 }
 
 }  // namespace

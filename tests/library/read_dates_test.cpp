@@ -147,6 +147,8 @@ constexpr ExplainCase explanations[] = {
      "instant '2024-03-15 14:30': has no offset: say zone=..."},
     {"de_DE", JWNLS_INSTANT, "zone=Europe/Berlin", "2024-03-31 02:30", 16,
      "instant '2024-03-31 02:30': the clocks of the zone skip this time"},
+    {"en_US", JWNLS_DATETIME, "zone=UTC", "9999-12-31 23:30-05:00", 0,
+     "datetime '9999-12-31 23:30-05:00': outside 1582-01-01 to 9999-12-31"},
     {"de_DE", JWNLS_TIME, "", "25:00", 0, "time '25:00': not read"},
     {"de_DE", JWNLS_DATE, "", "  ", 0, "a blank text: no value"},
 };

@@ -122,6 +122,23 @@ TEST(Fork, AChildOpensAndFormatsWhateverTheOthersOpenedThen) {
   for (std::thread& thread : threads) thread.join();
 }
 
+jwnls_error error = {};  // of the latest call
+
+int open(const char* locale, const char* options) {
+  jwnls_layout* layout = nullptr;
+  const int code = jwnls_open(locale, JWNLS_DATETIME, options, &layout, &error);
+  jwnls_close(layout);
+  return code;
+}
+bool says(std::string_view part) {
+  return std::string_view(error.text).find(part) != std::string_view::npos;
+}
+void check(bool good, int number) {
+  if (good) return;
+  (void)std::fprintf(stderr, "%d: %d %s\n", number, error.code, error.text);
+  _exit(number);
+}
+
 // A module that cannot be loaded is told of once, with nothing in the folder's name obeyed; what
 // fails later has a reason of its own.
 [[noreturn]] void load_from_bad_folder() {
@@ -129,21 +146,12 @@ TEST(Fork, AChildOpensAndFormatsWhateverTheOthersOpenedThen) {
   const fs::path folder = fs::path(testing::TempDir()) / "jwnls_bad\x1B[31m\xE2\x80\xAEmodules";
   fs::create_directories(folder);
   std::ofstream(folder / "jwnlsloc.so") << "no library";
-  jwnls_error error = {};
-  const auto open = [&error](const char* locale, const char* options) {
-    jwnls_layout* layout = nullptr;
-    const int code = jwnls_open(locale, JWNLS_DATETIME, options, &layout, &error);
-    jwnls_close(layout);
-    return code;
-  };
-  const auto says = [&error](std::string_view part) {
-    return std::string_view(error.text).find(part) != std::string_view::npos;
-  };
-  const auto check = [&error](bool good, int number) {
-    if (good) return;
-    (void)std::fprintf(stderr, "%d: %d %s\n", number, error.code, error.text);
-    _exit(number);
-  };
+  check(jwnls_configure("module-path", "/a:b", &error) == JWNLS_UNKNOWN &&
+            says("folders are absolute"),
+        7);
+  setenv("JWNLS_EXTENSION_PATH", folder.c_str(), 1);
+  check(open("de_DE", "") == JWNLS_LOAD && says("cannot load"), 8);
+  unsetenv("JWNLS_EXTENSION_PATH");
   check(jwnls_configure("module-path", folder.c_str(), &error) == JWNLS_OK, 1);
   check(open("de_DE", "") == JWNLS_LOAD && says("cannot load") &&
             says("jwnls_bad\\x1B[31m\\u202Emodules/jwnlsloc.so"),
@@ -161,6 +169,36 @@ TEST(Fork, AChildOpensAndFormatsWhateverTheOthersOpenedThen) {
 TEST(Loading, FailuresBlameWhatFailedAndTheNextCallTriesAgain) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(load_from_bad_folder(), testing::ExitedWithCode(0), "");
+}
+
+// Somebody's database without a word, and one that fails later. A journal function is told why, and
+// may name its successor, but opens nothing.
+[[noreturn]] void load_strange_database() {
+  static int nested = JWNLS_OK;
+  static std::string told;
+  const auto tell = [](void*, const char* line) {
+    told += line;
+    nested = open("fr_FR", "");
+    jwnls_set_journal(nullptr, nullptr);
+  };
+  jwnls_set_journal(tell, nullptr);
+  check(jwnls_configure("module-path", JWNLS_BUILD_DIR "/strange_modules", &error) == JWNLS_OK, 1);
+  check(open("de_DE", "") == JWNLS_LOAD && says("locale 'de_DE': its data cannot be loaded"), 2);
+  check(told == "No locale handle: word 10 of jwnlsldb is null" && nested == JWNLS_LOAD, 3);
+  check(open("de_DE", "") == JWNLS_LOAD && told.size() < 60, 4);
+  setenv("SAMPLE_FILLS", "", 1);
+  const jwnls_text number = {"1", 1};
+  const jwnls_texts texts = {sizeof texts, 1, &number, nullptr, nullptr, nullptr, nullptr};
+  jwnls_detection* detection = nullptr;
+  check(jwnls_detect(&texts, "number", nullptr, &detection, &error) == JWNLS_LOAD &&
+            says("its data cannot be loaded"),
+        5);
+  _exit(0);
+}
+
+TEST(Loading, AStrangeDatabaseIsRefused) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(load_strange_database(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

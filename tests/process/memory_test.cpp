@@ -113,7 +113,7 @@ constexpr long few_blocks = 8;
 // Runs a call with each allocation failing, until one is reached that is not asked for any more.
 std::string fault_of(const Call& call, bool for_ever) {
   long live = -1;  // blocks, after the first time
-  for (long number = 0;; number += 1 + number / 32) {
+  for (long number = 0;; number += number < 128 ? 1 : 1 + number / 32) {
     jwnls_error error = {};
     fail_allocation(number, for_ever);
     const int code = call.run(&error);

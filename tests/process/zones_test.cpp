@@ -12,11 +12,14 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "include/jwnls/jwnls.h"
 #include "library/process/process.h"
+#include "library/texts/failure.h"
 #include "library/zones/posix_zone.h"
+#include "library/zones/zone_database.h"
 #include "tests/library/opened_layout.h"
 
 namespace jwnls::library {
@@ -105,6 +108,17 @@ TEST(Zones, TheSystemsIsWhatTzSays) {
     EXPECT_EQ(told(nullptr, each.moment), each.told) << each.zone;
     EXPECT_EQ(told("", each.moment), each.told) << each.zone;
   }
+  // Without TZ: what the system's files say, and UTC where there are none.
+  ZoneDatabase database("");
+  EXPECT_EQ(database.open_system({{}, "/no/localtime", "/no/timezone"})->name(), "UTC");
+  const auto open_strange = [&] { (void)database.open_system({{}, "/etc/passwd", "/dev/null"}); };
+  jwnls_error error;
+  EXPECT_EQ(guarded(&error, open_strange), JWNLS_LOAD);
+  EXPECT_STREQ(error.text, "/etc/passwd: no time zone of the database in '/usr/share/zoneinfo'");
+  const auto fail_strangely = [] { throw std::system_error(EMFILE, std::generic_category()); };
+  EXPECT_EQ(guarded(&error, fail_strangely), JWNLS_LOAD);
+  EXPECT_STREQ(error.text, "the system refused what was asked of it");
+
   const Environment tz("TZ", "JST-9");
   const auto layout = test::open_layout("de_DE", JWNLS_DATETIME, "zone=system");
   char text[64];

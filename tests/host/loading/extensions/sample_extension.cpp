@@ -3,12 +3,17 @@
 //   old       has interface version 5.9
 //   silent    makes no object
 //   nameless  does not export a factory under its name
+//   database  jwnlsldb without a word; with $SAMPLE_FILLS, one that fills the first record alone,
+//   with
+//             nothing
 
 #include "tests/host/loading/extensions/sample_extension.h"
 
 #include <cstdint>
+#include <cstdlib>
 
 #include "abi/host_tables.h"
+#include "abi/status.h"
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
@@ -35,8 +40,16 @@ EXPORTED std::uint32_t jwextver(jwnls::Kernel* kernel, std::int64_t* major, std:
 EXPORTED void* another_name(jwnls::Kernel*, jwnls::ErrorSink*) { return nullptr; }
 #else
 EXPORTED void* SAMPLE_NAME(jwnls::Kernel*, jwnls::ErrorSink*) {
-#ifdef SAMPLE_silent
+#if defined(SAMPLE_silent)
   return nullptr;
+#elif defined(SAMPLE_database)
+  static jwnls::LocaleDatabase database = {};
+  if (std::getenv("SAMPLE_FILLS") != nullptr) {
+    database.fill = [](void*, const char16_t*, std::int64_t) {
+      return jwnls::code(objects_made++ == 0 ? jwnls::Status::ok : jwnls::Status::lookup_failed);
+    };
+  }
+  return &database;
 #else
   return new SampleObject{library_kernel, ++objects_made};
 #endif
