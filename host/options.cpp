@@ -74,11 +74,11 @@ Status Options::read(std::u16string_view name, std::int64_t& value) const noexce
 HostOptionStore::HostOptionStore() : OptionStore{} {
   create_node = [](OptionStore* store, const char16_t* name, std::int64_t length) -> void* {
     if (name == nullptr || length < 1) return nullptr;
-    return static_cast<HostOptionStore*>(store)->find_or_create(
+    return static_cast<HostOptionStore&>(*store).find_or_create(
         {name, static_cast<std::size_t>(length)});
   };
   find_node = [](OptionStore* store, const char16_t* name) -> void* {
-    return name != nullptr ? static_cast<HostOptionStore*>(store)->find(name) : nullptr;
+    return name != nullptr ? static_cast<HostOptionStore&>(*store).find(name) : nullptr;
   };
 }
 

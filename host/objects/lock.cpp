@@ -7,8 +7,8 @@ HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind
     auto* self = static_cast<HostLock*>(lock);
     self->registry().destroy(self);
   };
-  take = [](Lock* lock, std::int64_t, std::int64_t) { static_cast<HostLock*>(lock)->take_now(); };
-  release = [](Lock* lock) { static_cast<HostLock*>(lock)->release_now(); };
+  take = [](Lock* lock, std::int64_t, std::int64_t) { static_cast<HostLock&>(*lock).take_now(); };
+  release = [](Lock* lock) { static_cast<HostLock&>(*lock).release_now(); };
 }
 
 // A mutex may not go while it is locked; one that another thread holds cannot be unlocked from

@@ -14,9 +14,9 @@ HostPool::HostPool(ObjectRegistry& registry) : KernelObject(registry, ObjectKind
     self->registry().destroy(self);
   };
   allocate = [](Pool* pool, std::uint64_t bytes, std::uint32_t flags) {
-    return static_cast<HostPool*>(pool)->take(bytes, flags);
+    return static_cast<HostPool&>(*pool).take(bytes, flags);
   };
-  free = [](Pool* pool, void* memory) { static_cast<HostPool*>(pool)->give_back(memory); };
+  free = [](Pool* pool, void* memory) { static_cast<HostPool&>(*pool).give_back(memory); };
 }
 
 HostPool::~HostPool() {

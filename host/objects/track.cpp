@@ -15,14 +15,14 @@ HostTrack::HostTrack(ObjectRegistry& registry)
   };
   look_up = [](Track* track, std::uint32_t, std::uint64_t, const void* key,
                std::int64_t key_bytes) -> TrackEntry* {
-    return static_cast<HostTrack*>(track)->find(key, key_bytes);
+    return static_cast<HostTrack&>(*track).find(key, key_bytes);
   };
   insert = [](Track* track, std::uint32_t, std::uint64_t, void* value, std::uint64_t,
               const void* key, std::int64_t key_bytes, std::uint32_t* status) -> TrackEntry* {
-    return static_cast<HostTrack*>(track)->add(value, key, key_bytes, status);
+    return static_cast<HostTrack&>(*track).add(value, key, key_bytes, status);
   };
   set_destructor = [](Track* track, std::uint64_t, EntryDestructor destructor) {
-    static_cast<HostTrack*>(track)->destructor_.store(destructor, std::memory_order_release);
+    static_cast<HostTrack&>(*track).destructor_.store(destructor, std::memory_order_release);
   };
   release_entry = [](Track*, TrackEntry*) {};  // entries stay as long as the track
 }

@@ -106,11 +106,11 @@ HostZoneService::HostZoneService(const ZoneNames& names) : ZoneService{}, names_
   open = [](ZoneService* service, const char16_t* name, std::int64_t length,
             std::uint64_t) -> Zone* {
     if (name == nullptr || length < 1) return nullptr;
-    return static_cast<HostZoneService*>(service)->open_zone(
+    return static_cast<HostZoneService&>(*service).open_zone(
         {name, static_cast<std::size_t>(length)});
   };
   close = [](ZoneService* service, Zone* zone) {
-    static_cast<HostZoneService*>(service)->close_zone(zone);
+    static_cast<HostZoneService&>(*service).close_zone(zone);
   };
   zone_info = zone_info_now;
 }
