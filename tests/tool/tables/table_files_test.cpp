@@ -152,6 +152,7 @@ class PipedRun {
       for (const int end : {in[0], in[1], out[0], out[1]}) ::close(end);
       (void)std::signal(SIGPIPE, SIG_IGN);
       (void)std::signal(SIGHUP, SIG_DFL);  // ignored under nohup
+      (void)std::signal(SIGINT, SIG_DFL);  // ignored in the background
       ExitCode code = ExitCode::ok;
       try {
         code = convert_table(job);
