@@ -29,7 +29,8 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
                    QuickNumber& number) noexcept {
   if (length - 1 >= 16) return false;
   using namespace masked_number_details;
-  const __m128i bytes = vector_of(load_text(text, length));
+  const Wide loaded = load_text(text, length);
+  const __m128i bytes = vector_of(loaded);
   const __m128i values = _mm_sub_epi8(bytes, _mm_set1_epi8('0'));
   const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(values, _mm_set1_epi8(9)), values);
   const auto places_of = [bytes](char symbol) {
@@ -46,7 +47,7 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
   }
   return number_of({wide_of(_mm_and_si128(values, is_digit)), static_cast<unsigned>(length),
                     digit_places, group_places, decimal_places, sign},
-                   text[sign] == '0', number);
+                   static_cast<char>(loaded >> 8 * sign) == '0', number);
 }
 
 #else
