@@ -47,7 +47,8 @@ bool scan_by_masks(const QuickSyntax& syntax, const char* text, std::size_t leng
   }
   return number_of({wide_of(_mm_and_si128(values, is_digit)), static_cast<unsigned>(length),
                     digit_places, group_places, decimal_places, sign},
-                   static_cast<char>(loaded >> 8 * sign) == '0', number);
+                   static_cast<char>(static_cast<std::uint64_t>(loaded) >> 8 * sign) == '0',
+                   number);
 }
 
 #else
