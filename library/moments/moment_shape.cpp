@@ -45,8 +45,9 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
   if (has_old_year(numbers)) return false;
   std::size_t count = 0;
   for (std::uint64_t each = begins; each != 0; each &= each - 1) ++count;
-  if (count < 3 || count > 3 + TimeShape::most_numbers) return true;
+  if (count < 3) return true;
   if (may_be_fraction(text, 63 - static_cast<std::size_t>(std::countl_zero(begins)))) return false;
+  if (count > 3 + TimeShape::most_numbers) return true;
   const bool begins_with_hour = !times.half_first;
   std::uint64_t later = begins;  // those behind the date's
   for (std::size_t of_date = 1; of_date <= 3 && of_date + 2 <= count; ++of_date) {

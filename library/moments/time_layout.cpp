@@ -225,7 +225,7 @@ std::unique_ptr<const TimeLayout> make_time_layout(const Locale& locale) {
     layout->day_parts = chinese_day_parts;
   }
   if (find_form(PatternParts(utf8_of(text_of(record.style_0_pattern))).parts, *layout)) {
-    layout->is_clock = layout->shape.fewest_with_date() > 3;
+    layout->is_clock = layout->shape.is_known();
     layout->is_quick = true;
     layout->is_quick = agrees_with_service(*layout);
   }

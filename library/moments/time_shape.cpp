@@ -45,8 +45,7 @@ constexpr std::uint16_t most_of(char directive) noexcept {
   }
 }
 
-// The patterns that the service tries, in no order: those that the record's time pattern comes to,
-// and those that its datetime pattern does.
+// The patterns of times that the service tries, in no order: what the record's comes to.
 std::vector<std::string> of_time_pattern(const std::string& pattern) {
   std::vector<std::string> all = {pattern, "%H:%M:%S", "%H:%M:%SZ"};
   const std::size_t minutes = pattern.find("%M");
@@ -65,13 +64,6 @@ std::vector<std::string> of_time_pattern(const std::string& pattern) {
     all.push_back(cut);
   }
   return all;
-}
-
-std::vector<std::string> of_datetime_pattern(const std::string& pattern) {
-  const std::size_t minutes = std::min(pattern.find("%M"), pattern.find("%#M"));
-  const std::size_t seconds = pattern.find("%S");
-  if (minutes == pattern.npos || seconds == pattern.npos) return {pattern};
-  return {pattern, pattern.substr(0, pattern.find('M', minutes) + 1), pattern.substr(0, seconds)};
 }
 
 // Adds the bytes that a character may begin with, in any of the cases that the service takes for
@@ -130,31 +122,31 @@ class TimeShapeMaker {
     }
   }
 
-  // Gives the fewest numbers that a text of the pattern has; 0: nothing is known.
-  std::size_t add(const std::string& pattern, std::span<TimeShape::Form> forms) {
+  // False: nothing is known.
+  bool add(const std::string& pattern) {
     const PatternParts taken(pattern);
     const Parts parts = taken.parts;
     std::vector<std::size_t> numbers;
     std::uint32_t blank_gaps = 0;  // a bit for each number: only blanks stand in front of it
     for (std::size_t i = 0; i < parts.size(); ++i) {
-      if (!is_readable(parts[i])) return 0;
+      if (!is_readable(parts[i])) return false;
       if (most_of(parts[i].directive) == 0) continue;
       if (!numbers.empty()) {
-        if (i == numbers.back() + 1) return 0;
+        if (i == numbers.back() + 1) return false;
         const bool only_blanks = i == numbers.back() + 2 && is_of_blanks(parts[i - 1].literal) &&
                                  parts[i - 1].directive == 0;
         blank_gaps |= std::uint32_t{only_blanks} << numbers.size();
       }
       numbers.push_back(i);
     }
-    if (numbers.size() >= forms.size()) return 0;
+    if (numbers.empty() || numbers.size() > TimeShape::most_numbers) return false;
     // Each of these blanks may be missing: then two numbers are one.
     for (std::uint32_t missing = blank_gaps;; missing = (missing - 1) & blank_gaps) {
       const auto joined = static_cast<std::size_t>(std::popcount(missing));
-      add_form(parts, numbers, missing, forms[numbers.size() - joined]);
+      add_form(parts, numbers, missing, shape_.forms_[numbers.size() - joined]);
       if (missing == 0) break;
     }
-    return numbers.size() - static_cast<std::size_t>(std::popcount(blank_gaps));
+    return true;
   }
 
  private:
@@ -267,22 +259,16 @@ class TimeShapeMaker {
   TimeShape& shape_;
 };
 
-TimeShape::TimeShape(const LocaleRecord& record)
-    : is_known_(true), fewest_with_date_(most_numbers) {
+TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
   TimeShapeMaker maker(record, *this);
   const std::string time = utf8_of(text_of(record.style_0_pattern));
-  const std::string datetime = utf8_of(text_of(record.datetime_pattern));
   for (const std::string& each : of_time_pattern(time)) {
-    is_known_ = is_known_ && maker.add(each, of_time_) > 0;
-  }
-  for (const std::string& each : of_datetime_pattern(datetime)) {
-    fewest_with_date_ = is_known_ ? std::min(fewest_with_date_, maker.add(each, of_datetime_)) : 0;
-    is_known_ = is_known_ && fewest_with_date_ > 0;
+    is_known_ = is_known_ && maker.add(each);
   }
   for (const char each : "0123456789zZCT") ends_.add(each);  // of an offset, too: "Z", "UTC", "GMT"
   if (is_known_) {
     maker.add_ends_of(time);
-    maker.add_ends_of(datetime);
+    maker.add_ends_of(utf8_of(text_of(record.datetime_pattern)));
   }
 }
 
@@ -328,21 +314,16 @@ bool TimeShape::fits(const Form& form, std::string_view text, std::uint64_t digi
 
 bool TimeShape::could_end(std::string_view text, std::uint64_t digits,
                           std::size_t count) const noexcept {
-  return (count < of_time_.size() && fits(of_time_[count], text, digits, count)) ||
-         fits(of_datetime_[count], text, digits, count);
+  return count <= most_numbers && fits(forms_[count], text, digits, count);
 }
 
 bool TimeShape::is_hopeless(std::string_view text, std::uint64_t digits) const noexcept {
-  if (!is_known_) return false;
   std::size_t count = 0;
   for (std::uint64_t begins = digits & ~(digits << 1); begins != 0; begins &= begins - 1) ++count;
   if (count == 0 || count > most_numbers) return true;
+  if (!is_known_) return false;
   const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
-  if (count < of_time_.size() && of_time_[count].lead.has(first) &&
-      fits(of_time_[count], text, digits, count)) {
-    return false;
-  }
-  return !of_datetime_[count].lead.has(first) || !fits(of_datetime_[count], text, digits, count);
+  return !forms_[count].lead.has(first) || !fits(forms_[count], text, digits, count);
 }
 
 }  // namespace jwnls::library

@@ -1,5 +1,6 @@
-// What the texts that the service reads as times have in common, found out once from the patterns
-// that it tries, so that most other texts are refused without asking it.
+// What texts of times have in common, found out once from the patterns that the service tries, so
+// that most other texts are refused without asking it. The service reads a date and a time, too,
+// and forgets the date: such a text is no time here.
 
 #ifndef JWNLS_LIBRARY_MOMENTS_TIME_SHAPE_H_
 #define JWNLS_LIBRARY_MOMENTS_TIME_SHAPE_H_
@@ -41,11 +42,8 @@ class TimeShape {
   explicit TimeShape(const LocaleRecord& record);
 
   [[nodiscard]] bool is_known() const noexcept { return is_known_; }
-  /// The fewest numbers that the service reads as a date and a time; 0: nothing is known.
-  [[nodiscard]] std::size_t fewest_with_date() const noexcept { return fewest_with_date_; }
 
-  /// Whether the service certainly does not read a trimmed text, of at most 64 bytes. False says
-  /// nothing.
+  /// Whether a trimmed text, of at most 64 bytes, is certainly no time. False says nothing.
   ///   digits  of the text: a bit for each byte
   [[nodiscard]] bool is_hopeless(std::string_view text, std::uint64_t digits) const noexcept;
 
@@ -61,7 +59,7 @@ class TimeShape {
   [[nodiscard]] bool could_end(std::string_view text, std::uint64_t digits,
                                std::size_t count) const noexcept;
 
-  static constexpr std::size_t most_numbers = 6;
+  static constexpr std::size_t most_numbers = 3;
 
  private:
   friend class TimeShapeMaker;
@@ -86,11 +84,8 @@ class TimeShape {
                                  std::size_t end) noexcept;
 
   bool is_known_ = false;
-  std::size_t fewest_with_date_ = 0;
-  ByteSet ends_;  // of ASCII: the last one
-  // By how many numbers there are, apart: what one has, a text of the other may not.
-  std::array<Form, 4> of_time_;
-  std::array<Form, most_numbers + 1> of_datetime_;
+  ByteSet ends_;                              // of ASCII: the last one
+  std::array<Form, most_numbers + 1> forms_;  // by how many numbers there are
 };
 
 }  // namespace jwnls::library

@@ -100,16 +100,17 @@ bool folds_no_digits(std::string_view text) noexcept {
   const char* const end = text.data() + text.size();
   for (const char* at = text.data(); at < end;) {
     const auto lead = static_cast<unsigned char>(*at);
+    const auto bits = [at](int i) { return static_cast<unsigned char>(at[i]) & 0x3FU; };
     if (lead < 0x80) {
       ++at;
     } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2) {
-      const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | (at[1] & 0x3FU)];
+      const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | bits(1)];
       if (folded <= ' ' || (folded >= '0' && folded <= '9')) return false;
       at += 2;
     } else if (lead >= 0xE0 && lead < 0xF0 && end - at >= 3) {
-      const char32_t block = (lead & 0xFU) << 12 | (at[1] & 0x3FU) << 6;
+      const char32_t block = (lead & 0xFU) << 12 | bits(1) << 6;
       if (!is_of_unfolded_block(block)) {
-        const Folded folded = fold(block | (at[2] & 0x3FU));
+        const Folded folded = fold(block | bits(2));
         if (folded.count == 0) return false;
         const auto is_wrong = [](char32_t each) {
           return each == ' ' || (each >= '0' && each <= '9');
