@@ -64,6 +64,7 @@ void DateNames::add_stand_ins(const DateNameData& data) {
   for (const auto& [name, meaning] : data.names) {
     if ((classes_of(name) & digit) == 0) continue;
     add(numbered_, name, meaning);
+    if (is_before_letters(name)) has_numbered_without_letters_ = true;
     const auto first = static_cast<unsigned char>(name.front());
     begins_numbered_.set(first);
     if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);

@@ -34,6 +34,11 @@ class DateNames {
     return begins_numbered_[static_cast<unsigned char>(byte)];
   }
 
+  /// Whether one may stand in a text of digits and marks alone.
+  [[nodiscard]] bool has_numbered_without_letters() const noexcept {
+    return has_numbered_without_letters_;
+  }
+
   /// Likewise, in a text as it is written, names that only their marks tell from another ("Ẹr").
   std::size_t replace_exact(char* text, std::size_t size) const noexcept;
   [[nodiscard]] bool has_exact() const noexcept { return !exact_.empty(); }
@@ -115,6 +120,7 @@ class DateNames {
   std::vector<StandIn> numbered_;  // the longest first
   std::vector<StandIn> exact_;     // likewise
   std::bitset<256> begins_numbered_;
+  bool has_numbered_without_letters_ = false;
   std::bitset<256> marks_;      // and other bytes that are no letters
   std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
   std::string texts_;

@@ -72,7 +72,10 @@ bool is_of_letters(std::string_view text) noexcept {
 }
 
 bool may_have_numbered(const DateLayout& layout, std::string_view text) noexcept {
-  return layout.names->has_numbered() && finds_numbered(*layout.names, text);
+  const DateNames& names = *layout.names;
+  if (!names.has_numbered()) return false;
+  if (is_before_letters(text) && !names.has_numbered_without_letters()) return false;
+  return finds_numbered(names, text);
 }
 
 // Whether the sizes of three numbers, or of two, are those of no date in any order.
@@ -261,28 +264,34 @@ bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
 
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                         std::uint64_t digits) noexcept {
-  const std::uint64_t begins = digits & ~(digits << 1);
-  // Most dates with such names begin and end in a number.
-  if (layout.names->has_numbered() &&
-      ((is_digit(text.front()) && is_digit(text.back())) || finds_numbered(*layout.names, text))) {
-    return false;
-  }
-  if (!is_ascii(text)) return is_foreign_character(layout, text, 0);
   const auto first = [](std::uint64_t bits) {
     return static_cast<std::size_t>(std::countr_zero(bits));
   };
+  const std::uint64_t begins = digits & ~(digits << 1);
   const std::uint64_t ends = ~digits & digits << 1;  // but that of a number at the text's end
   const std::uint64_t later_begins = begins & (begins - 1);
   const std::uint64_t later_ends = ends & (ends - 1);
-  const std::uint64_t last_begin = later_begins & (later_begins - 1);
-  const std::uint64_t last_end = later_ends & (later_ends - 1);
-  const auto gap = [text, first](std::uint64_t begin, std::uint64_t end) {
-    return std::string_view(text.data() + first(begin), first(end) - first(begin));
+  const auto are_wrong = [&] {
+    const auto gap = [text, first](std::uint64_t begin, std::uint64_t end) {
+      return std::string_view(text.data() + first(begin), first(end) - first(begin));
+    };
+    const std::uint64_t last_begin = later_begins & (later_begins - 1);
+    return have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin));
   };
-  return have_wrong_marks(layout, gap(ends, later_begins), gap(later_ends, last_begin)) ||
-         is_wrong_lead(layout, text, first(begins)) ||
+  const bool is_numbered = layout.names->has_numbered();
+  if (is_digit(text.front()) && is_digit(text.back())) {
+    const bool is_bare = is_before_letters(text);
+    if (is_bare && !layout.names->has_numbered_without_letters()) return are_wrong();
+    if (is_numbered) return false;  // most dates with such names end in numbers
+  } else if (is_numbered && finds_numbered(*layout.names, text)) {
+    return false;
+  }
+  if (!is_ascii(text)) return is_foreign_character(layout, text, 0);
+  const std::uint64_t last_end = later_ends & (later_ends - 1);
+  return is_wrong_lead(layout, text, first(begins)) ||
          (last_end != 0 && (is_wrong_word_behind(layout, text, first(last_end)) ||
-                            layout.bytes.is_foreign(text.back())));
+                            layout.bytes.is_foreign(text.back()))) ||
+         are_wrong();
 }
 
 bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {

@@ -11,8 +11,8 @@
 
 namespace jwnls::library {
 
-/// In words, the last of which may overlap another.
-[[nodiscard]] inline bool is_ascii(std::string_view text) noexcept {
+/// The bits that any byte of a text has, those of one byte in each of a word's.
+[[nodiscard]] inline std::uint64_t bits_of(std::string_view text) noexcept {
   const auto word_at = [](const char* bytes, auto word) -> std::uint64_t {
     std::memcpy(&word, bytes, sizeof word);
     return word;
@@ -20,7 +20,7 @@ namespace jwnls::library {
   const char* const begin = text.data();
   const char* const end = begin + text.size();
   std::uint64_t all = 0;
-  if (text.size() >= 8) {
+  if (text.size() >= 8) {  // in words, the last of which may overlap another
     for (const char* at = begin; end - at > 8; at += 8) all |= word_at(at, std::uint64_t{});
     all |= word_at(end - 8, std::uint64_t{});
   } else if (text.size() >= 4) {
@@ -28,7 +28,16 @@ namespace jwnls::library {
   } else {
     for (const char byte : text) all |= static_cast<unsigned char>(byte);
   }
-  return (all & 0x8080808080808080) == 0;
+  return all;
+}
+
+[[nodiscard]] inline bool is_ascii(std::string_view text) noexcept {
+  return (bits_of(text) & 0x8080808080808080) == 0;
+}
+
+/// Whether all of a text stands before the letters of ASCII, as digits and most marks do.
+[[nodiscard]] inline bool is_before_letters(std::string_view text) noexcept {
+  return (bits_of(text) & 0xC0C0C0C0C0C0C0C0) == 0;
 }
 
 /// The character that a text begins with.
