@@ -104,7 +104,8 @@ TEST(LayoutBlock, WithoutABlockTheRecordCounts) {
   use(*record);
 }
 
-// Somebody's patterns: weekdays and signs in them, names whose text is cut, full dates that nobody can read.
+// Somebody's patterns: weekdays and signs, names whose text is cut, full dates that nobody can
+// read.
 TEST(LayoutBlock, StrangePatternsAreReadTheSlowWay) {
   const auto layout = jwnls::test::open_layout("en_US", JWNLS_DATE, "style=full");
   const auto record = std::make_unique<LocaleRecord>(*layout->locale->record);
