@@ -58,9 +58,9 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
     // A text parts at a blank, behind a number or before the hour.
     const auto time = static_cast<std::size_t>(std::countr_zero(later));
     if (text[time - 1] == ':' && !dates.colon_joins && begins_with_hour) continue;
-    if (!shape.could_end(text, digits, of_time)) continue;
     numbers.count = of_date;
-    if (!is_no_date_in_front(dates, text.substr(0, time), numbers)) return false;
+    if (is_no_date_in_front(dates, text.substr(0, time), numbers)) continue;
+    if (shape.could_end(text, digits, of_time)) return false;
   }
   return true;
 }

@@ -93,7 +93,7 @@ std::shared_ptr<const Zone> ZoneDatabase::open(std::string_view name) {
   constexpr std::size_t longest = 256;
   if (name.size() > longest) unknown(name);
   const auto tell = [name](Message& message) { (message << "time zone ").quoted(name); };
-  const auto zone = reading(tell, [&]() -> std::shared_ptr<const Zone> {
+  auto zone = reading(tell, [&]() -> std::shared_ptr<const Zone> {
     host::ZoneNameText normal;
     if (names_.normalise(widen(name), normal) != Status::ok) return posix_zone(name);
     const std::string canonical = narrow(normal.view());
