@@ -48,7 +48,8 @@ template <typename Unit>
 std::string read(const jwnls_layout* layout, std::basic_string_view<Unit> text,
                  std::uint8_t& facts) {
   constexpr bool wide = sizeof(Unit) == 2;
-  const auto call = [&](auto narrow_call, auto wide_call, auto& value) {
+  const auto call = [&]([[maybe_unused]] auto narrow_call, [[maybe_unused]] auto wide_call,
+                        auto& value) {
     if constexpr (wide) {
       return wide_call(layout, text.data(), text.size(), &value, &facts);
     } else {
