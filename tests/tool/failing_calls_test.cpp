@@ -94,7 +94,8 @@ std::string fault_of(const Trial& trial, const Trial& usual) {
     const bool is_usual = found != usual.files.end() && found->second == content;
     // Lists of what is wrong, and reports, are written of a run that failed too.
     const bool beside = name == "rejects" || name.starts_with("report");
-    if (!is_usual && !beside && content != table) return name + " is left: " + content;
+    if (!is_usual && !beside && content != table)
+      return std::string(name).append(" is left: ").append(content);
   }
   if (code == 0 && trial.files != usual.files) return "leaves files out";
   return trial.files.contains("table") ? "" : "takes the table away";
