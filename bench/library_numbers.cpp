@@ -393,6 +393,8 @@ void enter_library_numbers() {
   enter_measure("a number in Arabic digits", "ar_EG", JWNLS_NUMBER, "decimals=2 digits=own");
   enter_measure("an amount in Arabic digits", "ar_EG", JWNLS_AMOUNT, "digits=own");
   enter_measure("a number in Devanagari digits", "hi_IN", JWNLS_NUMBER, "decimals=2 digits=own");
+  enter_measure("an amount in Devanagari digits", "hi_IN", JWNLS_AMOUNT, "digits=own");
+  enter_measure("a percentage in Bengali digits", "bn_BD", JWNLS_PERCENT, "digits=own decimals=1");
   enter_decimals();
   enter_refusing();
   enter_column_reading();
