@@ -120,6 +120,10 @@ namespace {
 // where.
 [[gnu::always_inline]] inline void read_quickly(const DateLayout& layout, std::string_view text,
                                                 bool with_place, DateRead& read) noexcept {
+  if (text.empty()) {  // what is left of a datetime beside its time
+    read.refusal = Refusal::blank;
+    return;
+  }
   const bool is_short = text.size() <= longest_outlined;
   const std::uint64_t digits = is_short ? digits_of(text) : 0;
   if (!with_place && has_three_runs(digits) && is_ascii(text.back()) &&

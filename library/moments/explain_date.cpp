@@ -147,9 +147,15 @@ Diagnosis diagnosis(const jwnls_layout& layout, std::string_view text, std::stri
                    : read(&layout, text.data(), text.size(), &microseconds, nullptr),
             {}};
   }
-  const DateRead read = layout.is(JWNLS_DATE) ? full_date(*layout.dates, inner, true)
-                                              : read_moment_text(layout, inner, true).date;
-  return {code_of(read.refusal), read};
+  if (layout.is(JWNLS_DATE)) {
+    const DateRead read = full_date(*layout.dates, inner, true);
+    return {code_of(read.refusal), read};
+  }
+  // A text that ends in no time is refused before its year is found to be none: that is said then.
+  const DateRead placed = read_moment_text(layout, inner, true).date;
+  const DateRead quick = read_moment_text(layout, inner).date;
+  const int code = code_of(quick.refusal);
+  return {code, code == code_of(placed.refusal) ? placed : quick};
 }
 
 }  // namespace

@@ -8,13 +8,13 @@
 #include "include/jwnls/jwnls.h"
 #include "library/numbers/number_style.h"
 
-#if defined(__x86_64__)
+#if defined(__SSE2__) && defined(__x86_64__)
 #include <tmmintrin.h>
 #endif
 
 namespace jwnls::library {
 
-#if defined(__x86_64__)
+#if defined(__SSE2__) && defined(__x86_64__)
 
 namespace {
 
