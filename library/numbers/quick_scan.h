@@ -38,6 +38,7 @@ struct QuickNumber {
 
 [[nodiscard]] inline bool scan_quickly(const QuickSyntax& syntax, const char* text,
                                        std::size_t length, QuickNumber& number) noexcept {
+  // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): narrowed texts are written
   if (syntax.own.length != 0 && length != 0 && static_cast<unsigned char>(*text) >= 0x80) {
     return scan_beyond_ascii(syntax, text, length, number);
   }

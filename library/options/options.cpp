@@ -111,9 +111,9 @@ void read_choice(const Choice& row, std::string_view word, bool has_value, std::
     options.*row.member = 1;
     return;
   }
-  for (std::uint8_t index = 0; index < std::size(row.values); ++index) {
+  for (std::size_t index = 0; index < std::size(row.values); ++index) {
     if (row.values[index] != nullptr && has_value && value == row.values[index]) {
-      options.*row.member = index;
+      options.*row.member = static_cast<std::uint8_t>(index);
       return;
     }
   }
