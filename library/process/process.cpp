@@ -78,8 +78,9 @@ host::HostConfiguration configuration() {
   }
   configuration.linked_modules = linked_modules();
   // With the modules linked in there is nothing to look for.
-  const bool looks = configuration.linked_modules.empty();
-  if (looks) configuration.last_extension_path = folders_beside_library();
+  if (configuration.linked_modules.empty()) {
+    configuration.last_extension_path = folders_beside_library();
+  }
   configuration.journal = tell_journal;
   configuration.shares_handles = false;  // here they are kept by locale
   return configuration;
