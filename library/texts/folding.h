@@ -47,7 +47,7 @@ extern const std::uint64_t folded_blocks[16];
                                                      std::size_t room) noexcept;
 
 /// Whether no character folds to a digit, a blank or nothing: then fold_digits() leaves a text as
-/// it is, and fold_text() leaves it its numbers. False, too, of what is not UTF-8.
+/// it is, and fold_text() leaves it its numbers. Of what is not UTF-8 it may say either.
 [[nodiscard]] bool folds_no_digits(std::string_view text) noexcept;
 
 }  // namespace jwnls::library
