@@ -64,15 +64,6 @@ bool may_have_fraction(std::uint64_t digits) noexcept {
   return begins != 0;
 }
 
-// Of a text of any length: the service reads the numbers of a date and forgets them.
-bool has_date(std::string_view text) noexcept {
-  std::size_t numbers = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (is_digit(text[at]) && (at == 0 || !is_digit(text[at - 1]))) ++numbers;
-  }
-  return numbers > TimeShape::most_numbers;
-}
-
 std::optional<std::int64_t> read_as_it_stands(const TimeLayout& layout,
                                               std::string_view text) noexcept {
   if (text.empty()) return std::nullopt;
@@ -89,7 +80,9 @@ std::optional<std::int64_t> read_as_it_stands(const TimeLayout& layout,
     whole = {without, fraction.begin + rest};
     if (is_short) digits = digits_of(whole);
   }
-  if (is_short ? layout.shape.is_hopeless(whole, digits) : has_date(whole)) return std::nullopt;
+  const bool is_hopeless = is_short ? layout.shape.is_hopeless(whole, digits)
+                                    : Numbers(whole).count > TimeShape::most_numbers;
+  if (is_hopeless) return std::nullopt;
   const auto seconds = seconds_of(*layout.locale, whole);
   if (!seconds) return std::nullopt;
   return *seconds * microseconds_per_second + fraction.microseconds;
