@@ -61,6 +61,13 @@ inline constexpr std::size_t longest_outlined = 64;  // bytes
 #endif
 }
 
+/// In how many runs digits stand.
+[[nodiscard]] constexpr std::size_t number_count(std::uint64_t digits) noexcept {
+  std::size_t count = 0;
+  for (std::uint64_t begins = digits & ~(digits << 1); begins != 0; begins &= begins - 1) ++count;
+  return count;
+}
+
 /// Whether digits stand in three runs, as in a date of numbers.
 [[nodiscard]] constexpr bool has_three_runs(std::uint64_t digits) noexcept {
   const std::uint64_t begins = digits & ~(digits << 1);

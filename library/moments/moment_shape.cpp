@@ -43,8 +43,7 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times,
   const std::uint64_t begins = digits & ~(digits << 1);
   Numbers numbers = numbers_of(text, digits);
   if (has_old_year(numbers)) return false;
-  std::size_t count = 0;
-  for (std::uint64_t each = begins; each != 0; each &= each - 1) ++count;
+  const std::size_t count = number_count(digits);
   if (count < 3) return true;
   if (may_be_fraction(text, 63 - static_cast<std::size_t>(std::countl_zero(begins)))) return false;
   if (count > 3 + TimeShape::most_numbers) return true;

@@ -318,8 +318,7 @@ bool TimeShape::could_end(std::string_view text, std::uint64_t digits,
 }
 
 bool TimeShape::is_hopeless(std::string_view text, std::uint64_t digits) const noexcept {
-  std::size_t count = 0;
-  for (std::uint64_t begins = digits & ~(digits << 1); begins != 0; begins &= begins - 1) ++count;
+  const std::size_t count = number_count(digits);
   if (count == 0 || count > most_numbers) return true;
   if (!is_known_) return false;
   const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
