@@ -7,8 +7,9 @@
 // the marks U+0300 to U+036F dropped, in lower case, with the final sigma as any other, ss for the
 // sharp s, i for the dotless one; decimal digits, blanks, apostrophes, hyphens and commas as the
 // ASCII ones; marks of direction and joiners dropped. Characters below U+0800 stand in an array,
-// those above in a sorted list, and a bit says of each 64 characters whether one stands in it.
+// those above in a sorted list; a bit of each, 64 to a block, says whether it stands in the list.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
@@ -32,6 +33,7 @@ struct Character {
 using Characters = std::map<std::uint32_t, Character>;
 
 constexpr unsigned array_size = 0x800;
+constexpr unsigned block_count = 0x800;  // of 64 characters: none beyond them is in the list
 
 // What the database does not say, or says otherwise than people write.
 const std::map<std::uint32_t, Text> of_our_own = {
@@ -129,9 +131,23 @@ void write_array(std::ostream& out, const Characters& characters) {
   out << "\n};\n\n";
 }
 
+// Equal blocks once, and for each block which of them is its own.
+void write_bits(std::ostream& out, const std::vector<std::uint64_t>& bits) {
+  std::vector<std::uint64_t> different;
+  out << "const std::uint8_t folded_block_of[" << bits.size() << "] = {";
+  for (const std::uint64_t block : bits) {
+    auto found = std::find(different.begin(), different.end(), block);
+    if (found == different.end()) found = different.insert(found, block);
+    out << found - different.begin() << ", ";
+  }
+  out << "};\nconst std::uint64_t folded_bits[] = {";
+  for (const std::uint64_t block : different) out << block << "U, ";
+  out << "};\n";
+}
+
 void write_list(std::ostream& out, const Characters& characters) {
   unsigned count = 0;
-  std::vector<std::uint64_t> blocks(16);
+  std::vector<std::uint64_t> bits(block_count);
   out << "const FoldedCharacter folded_characters[] = {\n";
   for (const auto& [c, character] : characters) {
     Text folded;
@@ -142,12 +158,10 @@ void write_list(std::ostream& out, const Characters& characters) {
     folded.resize(3);
     out << "    {" << c << ", {" << folded[0] << ", " << folded[1] << ", " << folded[2] << "}},\n";
     ++count;
-    if (c < 0x10000) blocks[c >> 12] |= std::uint64_t{1} << (c >> 6 & 63);
+    bits.at(c / 64) |= std::uint64_t{1} << c % 64;
   }
   out << "};\nconst std::size_t folded_character_count = " << count << ";\n\n";
-  out << "const std::uint64_t folded_blocks[16] = {";
-  for (const std::uint64_t block : blocks) out << block << "U, ";
-  out << "};\n";
+  write_bits(out, bits);
 }
 
 }  // namespace

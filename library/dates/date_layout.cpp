@@ -245,7 +245,9 @@ void set_joints(const Locale& locale, const std::optional<DatePatternData>& data
     layout.joints.push_back(layout.joint);
     layout.is_composed = true;
   }
+  for (const std::string& each : layout.day_halves) layout.bytes.add_joint(each);
   for (const Joint& each : layout.joints) {
+    layout.bytes.add_joint(each.between);
     layout.time_first = layout.time_first || each.time_first;
     layout.has_ends = layout.has_ends || !each.before.empty() || !each.behind.empty();
     layout.colon_joins = layout.colon_joins || ends_in(each.between, ":");
@@ -326,8 +328,25 @@ void DateBytes::add(const OwnMarks& marks) {
     own_begin_[place].set(index_of(text.empty() ? '\0' : text.front()));
     for (const char each : text) {
       const std::size_t index = index_of(each);
-      foreign_[index / 64] &= ~(std::uint64_t{1} << index % 64);
+      for (Bits* bits : {&foreign_, &foreign_to_names_, &foreign_in_front_}) {
+        (*bits)[index / 64] &= ~(std::uint64_t{1} << index % 64);
+      }
     }
+  }
+}
+
+void DateBytes::add(const DateNames& names) {
+  for (std::size_t index = 0; index < 256; ++index) {
+    if (!names.has_mark(static_cast<char>(index))) continue;
+    foreign_to_names_[index / 64] &= ~(std::uint64_t{1} << index % 64);
+    foreign_in_front_[index / 64] &= ~(std::uint64_t{1} << index % 64);
+  }
+}
+
+void DateBytes::add_joint(std::string_view text) {
+  for (const char each : text) {
+    const auto index = static_cast<unsigned char>(each);
+    foreign_in_front_[index / 64] &= ~(std::uint64_t{1} << index % 64);
   }
 }
 
@@ -344,6 +363,7 @@ std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kin
   set_orders(patterns, data && data->short_year_first, options, *layout);
   layout->century = options.century;
   for (const PatternParts& each : patterns) add_own_marks(record, each, *layout);
+  layout->bytes.add(*layout->names);
   set_habits(locale.name, *layout);
   set_style(locale, kind, data, options.style, *layout);
   return layout;

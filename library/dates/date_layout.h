@@ -50,11 +50,20 @@ inline constexpr std::array<std::uint64_t, 4> foreign_everywhere = [] {
 class DateBytes {
  public:
   void add(const OwnMarks& marks);
+  /// Marks that names have.
+  void add(const DateNames& names);
+  /// What may stand between a date and what follows it.
+  void add_joint(std::string_view text);
 
-  /// Whether no date has it, wherever it stands.
-  [[nodiscard]] bool is_foreign(char byte) const noexcept {
-    const auto index = static_cast<unsigned char>(byte);
-    return (foreign_[index / 64] >> index % 64 & 1) != 0;
+  /// Whether no date of numbers has it, wherever it stands.
+  [[nodiscard]] bool is_foreign(char byte) const noexcept { return has(foreign_, byte); }
+  /// Whether a text has bytes that no date has, whatever its names.
+  [[nodiscard]] bool has_foreign(std::string_view text) const noexcept {
+    return has_any(foreign_to_names_, text);
+  }
+  /// The same of a date with what joins it to what follows.
+  [[nodiscard]] bool has_foreign_in_front(std::string_view text) const noexcept {
+    return has_any(foreign_in_front_, text);
   }
   /// Whether some own marks begin with it: in front of the numbers (0), between them (1, 2), behind
   /// them (3); '\0' where they are empty.
@@ -63,12 +72,28 @@ class DateBytes {
   }
 
  private:
+  using Bits = std::array<std::uint64_t, 4>;
+
+  [[nodiscard]] static bool has(const Bits& bits, char byte) noexcept {
+    const auto index = static_cast<unsigned char>(byte);
+    return (bits[index / 64] >> index % 64 & 1) != 0;
+  }
+  [[nodiscard]] static bool has_any(const Bits& bits, std::string_view text) noexcept {
+    std::uint64_t found = 0;
+    for (const char each : text) {
+      const auto index = static_cast<unsigned char>(each);
+      found |= bits[index / 64] >> index % 64;
+    }
+    return (found & 1) != 0;
+  }
   static constexpr std::size_t index_of(char byte) noexcept {
     const bool is_capital = byte >= 'A' && byte <= 'Z';
     return static_cast<unsigned char>(is_capital ? byte | 0x20 : byte);
   }
 
-  std::array<std::uint64_t, 4> foreign_ = foreign_everywhere;
+  Bits foreign_ = foreign_everywhere;
+  Bits foreign_to_names_ = foreign_everywhere;
+  Bits foreign_in_front_ = foreign_everywhere;
   std::array<std::bitset<256>, 4> own_begin_;
 };
 

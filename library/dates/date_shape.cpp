@@ -16,12 +16,20 @@
 namespace jwnls::library {
 namespace {
 
+// A character that three bytes at a place of the text would be.
+char32_t character_of_3(std::string_view text, std::size_t at) noexcept {
+  const auto bits = [=](std::size_t i) -> unsigned {
+    return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) & 0x3FU : 0U;
+  };
+  return (static_cast<unsigned char>(text[at]) & 0xFU) << 12 | bits(1) << 6 | bits(2);
+}
+
 // Whether the first character, beyond ASCII, folds to one that begins with the same byte.
 bool stays(std::string_view text) noexcept {
   const auto lead = static_cast<unsigned char>(text[0]);
   const unsigned next = text.size() > 1 ? static_cast<unsigned char>(text[1]) & 0x3FU : 0;
   if (lead >= 0xF0 || lead < 0xC2) return false;
-  if (lead >= 0xE0) return folds_to_itself(first_character(text).value);
+  if (lead >= 0xE0) return folds_to_itself(character_of_3(text, 0));
   const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | next];
   return folded >= 0x80 && folded < 0x800 && (folded >> 6 | 0xC0U) == lead;
 }
@@ -41,10 +49,7 @@ bool is_of_letters(std::string_view text) noexcept {
       if (!is_one || folded == folds_to_several) return false;
       at += 1;
     } else {
-      if (!is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6) &&
-          !folds_to_itself(first_character(text.substr(at)).value)) {
-        return false;
-      }
+      if (!folds_to_itself(character_of_3(text, at))) return false;
       at += 2;
     }
   }
@@ -62,7 +67,7 @@ bool is_of_letters(std::string_view text) noexcept {
         const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | (next & 0x3FU)];
         if (folded >= 0x800) return true;
         first = static_cast<char>(folded < 0x80 ? folded : folded >> 6 | 0xC0U);
-      } else if (lead >= 0xF0 || !is_of_unfolded_block((lead & 0xFU) << 12 | (next & 0x3FU) << 6)) {
+      } else if (lead >= 0xF0 || !folds_to_itself(character_of_3(text, at))) {
         return true;
       }
     }
@@ -216,25 +221,6 @@ bool is_wrong_first(const DateLayout& layout, char first) noexcept {
          !layout.bytes.own_begins(0, first);
 }
 
-bool has_foreign_byte(const DateLayout& layout, std::string_view text) noexcept {
-  return std::any_of(text.begin(), text.end(), [&layout](char each) {
-    return layout.bytes.is_foreign(each) && !layout.names->has_mark(each);
-  });
-}
-
-// Of a date in front of something else, with what joins it to that.
-bool has_foreign_mark(const DateLayout& layout, std::string_view text) noexcept {
-  const auto is_known = [&layout](char each) {
-    const auto has_it = [each](std::string_view known) { return known.find(each) != known.npos; };
-    return std::any_of(layout.joints.begin(), layout.joints.end(),
-                       [has_it](const Joint& joint) { return has_it(joint.between); }) ||
-           has_it(layout.day_halves[0]) || has_it(layout.day_halves[1]);
-  };
-  return std::any_of(text.begin(), text.end(), [&](char each) {
-    return layout.bytes.is_foreign(each) && !layout.names->has_mark(each) && !is_known(each);
-  });
-}
-
 }  // namespace
 
 bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& numbers) noexcept {
@@ -243,10 +229,10 @@ bool is_no_date(const DateLayout& layout, std::string_view text, const Numbers& 
   if (is_wrong_first(layout, text.front())) return true;
   if (layout.bytes.is_foreign(text.back())) return true;
   if (!is_ascii(text)) {
-    return has_foreign_character(layout, text, numbers) || has_foreign_byte(layout, text) ||
+    return has_foreign_character(layout, text, numbers) || layout.bytes.has_foreign(text) ||
            (is_hopeless(layout, text, numbers) && is_of_letters(text));
   }
-  return is_hopeless(layout, text, numbers) || has_foreign_byte(layout, text);
+  return is_hopeless(layout, text, numbers) || layout.bytes.has_foreign(text);
 }
 
 bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
@@ -259,7 +245,7 @@ bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
     --others.count;
     if (has_foreign_character(layout, text, others)) return true;
   }
-  return is_hopeless(layout, text, numbers, false) || has_foreign_mark(layout, text);
+  return is_hopeless(layout, text, numbers, false) || layout.bytes.has_foreign_in_front(text);
 }
 
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,

@@ -1,6 +1,7 @@
 #include "library/texts/folding.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "library/texts/utf8.h"
@@ -18,7 +19,7 @@ Folded fold(char32_t c) noexcept {
   if (c < 0x800 && folded_letters[c] != folds_to_several) {
     return {{folded_letters[c]}, folded_letters[c] != 0 || c == 0 ? 1U : 0U};
   }
-  if (c >= 0x800 && c < 0x10000 && is_of_unfolded_block(c)) return {{c}, 1};
+  if (c >= 0x800 && folds_to_itself(c)) return {{c}, 1};
   const FoldedCharacter* const end = folded_characters + folded_character_count;
   const FoldedCharacter* const found = std::lower_bound(
       folded_characters, end, c,
@@ -71,11 +72,6 @@ class Output {
 
 }  // namespace
 
-bool folds_to_itself(char32_t character) noexcept {
-  const Folded folded = fold(character);
-  return folded.count == 1 && folded.characters[0] == character;
-}
-
 std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size_t room,
                                      std::uint16_t* places) noexcept {
   Output output(out, room, places);
@@ -102,23 +98,30 @@ bool folds_no_digits(std::string_view text) noexcept {
     const auto lead = static_cast<unsigned char>(*at);
     const auto bits = [at](int i) { return static_cast<unsigned char>(at[i]) & 0x3FU; };
     if (lead < 0x80) {
-      ++at;
+      constexpr std::uint64_t high_bits = 0x8080808080808080;
+      std::uint64_t bytes = high_bits;
+      if (end - at >= 8) std::memcpy(&bytes, at, 8);
+      bytes &= high_bits;
+      at += bytes == 0 ? 8 : std::max(1, std::countr_zero(bytes) / 8);
     } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2) {
       const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | bits(1)];
       if (folded <= ' ' || (folded >= '0' && folded <= '9')) return false;
       at += 2;
-    } else if (lead >= 0xE0 && lead < 0xF0 && end - at >= 3) {
-      const char32_t block = (lead & 0xFU) << 12 | bits(1) << 6;
-      if (!is_of_unfolded_block(block)) {
-        const Folded folded = fold(block | bits(2));
-        if (folded.count == 0) return false;
+    } else if (lead >= 0xE0 && lead < 0xF5 && end - at >= (lead < 0xF0 ? 3 : 4)) {
+      const char32_t three = bits(1) << 6 | bits(2);
+      const char32_t character =
+          lead < 0xF0 ? (lead & 0xFU) << 12 | three : (lead & 7U) << 18 | three << 6 | bits(3);
+      if (!folds_to_itself(character)) {
+        const Folded folded = fold(character);
         const auto is_wrong = [](char32_t each) {
           return each == ' ' || (each >= '0' && each <= '9');
         };
-        if (std::any_of(folded.characters, folded.characters + folded.count, is_wrong))
+        if (folded.count == 0 ||
+            std::any_of(folded.characters, folded.characters + folded.count, is_wrong)) {
           return false;
+        }
       }
-      at += 3;
+      at += lead < 0xF0 ? 3 : 4;
     } else {
       return false;
     }

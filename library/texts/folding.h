@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -22,16 +23,16 @@ extern const std::uint16_t folded_letters[0x800];
 extern const FoldedCharacter folded_characters[];
 extern const std::size_t folded_character_count;
 inline constexpr std::uint16_t folds_to_several = 0xFFFF;
-// A bit for each 64 characters up to U+FFFF: whether the list has one of them.
-extern const std::uint64_t folded_blocks[16];
+// For each 64 characters the bits that say which of them the list has; none beyond them is in it.
+extern const std::uint8_t folded_block_of[0x800];
+extern const std::uint64_t folded_bits[];
 
-/// Whether a character from U+0800 to U+FFFF certainly folds to itself.
-[[nodiscard]] inline bool is_of_unfolded_block(char32_t character) noexcept {
-  return (folded_blocks[character >> 12] >> (character >> 6 & 63) & 1) == 0;
+/// Whether a character from U+0800 on folds to itself.
+[[nodiscard]] inline bool folds_to_itself(char32_t character) noexcept {
+  const char32_t block = character / 64;
+  return block >= std::size(folded_block_of) ||
+         (folded_bits[folded_block_of[block]] >> character % 64 & 1) == 0;
 }
-
-/// Whether a character beyond U+0800 folds to itself.
-[[nodiscard]] bool folds_to_itself(char32_t character) noexcept;
 
 /// Folds UTF-8 and gives the bytes written; nothing when the text is not valid or outgrows the
 /// room.
