@@ -7,7 +7,8 @@
 // the marks U+0300 to U+036F dropped, in lower case, with the final sigma as any other, ss for the
 // sharp s, i for the dotless one; decimal digits, blanks, apostrophes, hyphens and commas as the
 // ASCII ones; marks of direction and joiners dropped. Characters below U+0800 stand in an array,
-// those above in a sorted list; a bit of each, 64 to a block, says whether it stands in the list.
+// those above in a sorted list; a bit of each, 64 to a block, says whether it stands in the list,
+// another whether it folds to a digit, a blank or nothing.
 
 #include <algorithm>
 #include <cstdint>
@@ -89,6 +90,7 @@ bool read(const char* path, Characters& characters) {
 }
 
 bool is_digit(std::uint32_t c) { return c >= '0' && c <= '9'; }
+bool is_digit_or_blank(std::uint32_t c) { return is_digit(c) || c == ' '; }
 
 void fold(const Characters& characters, std::uint32_t c, Text& out) {
   if (const auto own = of_our_own.find(c); own != of_our_own.end()) {
@@ -132,15 +134,16 @@ void write_array(std::ostream& out, const Characters& characters) {
 }
 
 // Equal blocks once, and for each block which of them is its own.
-void write_bits(std::ostream& out, const std::vector<std::uint64_t>& bits) {
+void write_bits(std::ostream& out, const std::string& name,
+                const std::vector<std::uint64_t>& bits) {
   std::vector<std::uint64_t> different;
-  out << "const std::uint8_t folded_block_of[" << bits.size() << "] = {";
+  out << "const std::uint8_t " << name << "_block_of[" << bits.size() << "] = {";
   for (const std::uint64_t block : bits) {
     auto found = std::find(different.begin(), different.end(), block);
     if (found == different.end()) found = different.insert(found, block);
     out << found - different.begin() << ", ";
   }
-  out << "};\nconst std::uint64_t folded_bits[] = {";
+  out << "};\nconst std::uint64_t " << name << "_bits[] = {";
   for (const std::uint64_t block : different) out << block << "U, ";
   out << "};\n";
 }
@@ -148,6 +151,7 @@ void write_bits(std::ostream& out, const std::vector<std::uint64_t>& bits) {
 void write_list(std::ostream& out, const Characters& characters) {
   unsigned count = 0;
   std::vector<std::uint64_t> bits(block_count);
+  std::vector<std::uint64_t> digit_bits(block_count);
   out << "const FoldedCharacter folded_characters[] = {\n";
   for (const auto& [c, character] : characters) {
     Text folded;
@@ -155,13 +159,17 @@ void write_list(std::ostream& out, const Characters& characters) {
     const bool changed = folded != Text{c};
     if (c < array_size ? folded.size() < 2 : !changed || left_alone(c)) continue;
     if (folded.size() > 3) continue;
+    bits.at(c / 64) |= std::uint64_t{1} << c % 64;
+    if (folded.empty() || std::any_of(folded.begin(), folded.end(), is_digit_or_blank)) {
+      digit_bits.at(c / 64) |= std::uint64_t{1} << c % 64;
+    }
     folded.resize(3);
     out << "    {" << c << ", {" << folded[0] << ", " << folded[1] << ", " << folded[2] << "}},\n";
     ++count;
-    bits.at(c / 64) |= std::uint64_t{1} << c % 64;
   }
   out << "};\nconst std::size_t folded_character_count = " << count << ";\n\n";
-  write_bits(out, bits);
+  write_bits(out, "folded", bits);
+  write_bits(out, "digit", digit_bits);
 }
 
 }  // namespace

@@ -66,6 +66,19 @@ std::vector<std::string> of_time_pattern(const std::string& pattern) {
   return all;
 }
 
+// The scripts among the characters whose first byte is 0xE1, 0xE2 or 0xEA that have cases among
+// themselves alone, or none.
+struct Script {
+  char32_t first, last;
+  std::string_view begins;  // of all its letters; empty: no cases
+};
+constexpr Script scripts[] = {
+    {0x1000, 0x109F, {}},         {0x10A0, 0x10FF, "\xE1\xE2"}, {0x1100, 0x139F, {}},
+    {0x13A0, 0x13FF, "\xE1\xEA"}, {0x1400, 0x1C7F, {}},         {0x1C90, 0x1CBF, "\xE1\xE2"},
+    {0x2D00, 0x2D2F, "\xE1\xE2"}, {0x2D30, 0x2DDF, {}},         {0xA000, 0xA63F, {}},
+    {0xA800, 0xAB2F, {}},         {0xAB70, 0xABBF, "\xE1\xEA"}, {0xABC0, 0xAFFF, {}},
+};
+
 // Adds the bytes that a character may begin with, in any of the cases that the service takes for
 // the same: by scripts, and so some more.
 void add_cases(std::string_view character, ByteSet& set) noexcept {
@@ -89,6 +102,12 @@ void add_cases(std::string_view character, ByteSet& set) noexcept {
     set.add_range(0xD0, 0xD6);
     for (const char each : {'\xE1', '\xE2', '\xEA'}) set.add(each);
   } else if (lead == 0xE1 || lead == 0xE2 || lead == 0xEA) {
+    const char32_t value = first_character(character).value;
+    for (const Script& script : scripts) {
+      if (value < script.first || value > script.last) continue;
+      for (const char each : script.begins) set.add(each);
+      return;
+    }
     set.add_range(0xC2, 0xEA);
     for (const char each : {'i', 'I', 'k', 'K', 's', 'S'}) set.add(each);
   }

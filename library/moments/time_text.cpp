@@ -98,6 +98,7 @@ std::optional<std::int64_t> read_time_text(const TimeLayout& layout,
     if (quick.look == QuickTime::Look::no_such_time) return std::nullopt;
     return quick.seconds * microseconds_per_second;
   }
+  if (layout.shape.is_wrong_end(text.back())) return std::nullopt;
   if (const auto value = read_as_it_stands(layout, text)) return value;
   // Digits and blanks that people write and the service does not know.
   char folded[longest_text];

@@ -92,17 +92,29 @@ std::optional<std::size_t> fold_text(std::string_view text, char* out, std::size
   return output.finish(text.size());
 }
 
+namespace {
+
+// How many bytes of ASCII stand at a place where one does; of more than eight, eight.
+std::ptrdiff_t ascii_bytes(std::string_view text, std::size_t at) noexcept {
+  const std::size_t rest = text.size() - at;
+  if (text.size() < 8) return 1;
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, text.data() + std::min(at, text.size() - 8), 8);
+  if (rest < 8) bytes >>= 8 * (8 - rest);
+  const std::uint64_t others = bytes & 0x8080808080808080;
+  if (others == 0) return static_cast<std::ptrdiff_t>(std::min<std::size_t>(rest, 8));
+  return std::max(1, std::countr_zero(others) / 8);
+}
+
+}  // namespace
+
 bool folds_no_digits(std::string_view text) noexcept {
   const char* const end = text.data() + text.size();
   for (const char* at = text.data(); at < end;) {
     const auto lead = static_cast<unsigned char>(*at);
     const auto bits = [at](int i) { return static_cast<unsigned char>(at[i]) & 0x3FU; };
     if (lead < 0x80) {
-      constexpr std::uint64_t high_bits = 0x8080808080808080;
-      std::uint64_t bytes = high_bits;
-      if (end - at >= 8) std::memcpy(&bytes, at, 8);
-      bytes &= high_bits;
-      at += bytes == 0 ? 8 : std::max(1, std::countr_zero(bytes) / 8);
+      at += ascii_bytes(text, static_cast<std::size_t>(at - text.data()));
     } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2) {
       const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | bits(1)];
       if (folded <= ' ' || (folded >= '0' && folded <= '9')) return false;
@@ -111,15 +123,10 @@ bool folds_no_digits(std::string_view text) noexcept {
       const char32_t three = bits(1) << 6 | bits(2);
       const char32_t character =
           lead < 0xF0 ? (lead & 0xFU) << 12 | three : (lead & 7U) << 18 | three << 6 | bits(3);
-      if (!folds_to_itself(character)) {
-        const Folded folded = fold(character);
-        const auto is_wrong = [](char32_t each) {
-          return each == ' ' || (each >= '0' && each <= '9');
-        };
-        if (folded.count == 0 ||
-            std::any_of(folded.characters, folded.characters + folded.count, is_wrong)) {
-          return false;
-        }
+      const char32_t block = character / 64;
+      if (block < folded_block_count &&
+          (digit_bits[digit_block_of[block]] >> character % 64 & 1) != 0) {
+        return false;
       }
       at += lead < 0xF0 ? 3 : 4;
     } else {

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -23,14 +22,18 @@ extern const std::uint16_t folded_letters[0x800];
 extern const FoldedCharacter folded_characters[];
 extern const std::size_t folded_character_count;
 inline constexpr std::uint16_t folds_to_several = 0xFFFF;
-// For each 64 characters the bits that say which of them the list has; none beyond them is in it.
-extern const std::uint8_t folded_block_of[0x800];
+// For each 64 characters the bits that say which of them the list has, and which of these fold to
+// text with a digit or a blank in it, or to nothing; the list has none beyond them.
+inline constexpr std::size_t folded_block_count = 0x800;
+extern const std::uint8_t folded_block_of[folded_block_count];
 extern const std::uint64_t folded_bits[];
+extern const std::uint8_t digit_block_of[folded_block_count];
+extern const std::uint64_t digit_bits[];
 
 /// Whether a character from U+0800 on folds to itself.
 [[nodiscard]] inline bool folds_to_itself(char32_t character) noexcept {
   const char32_t block = character / 64;
-  return block >= std::size(folded_block_of) ||
+  return block >= folded_block_count ||
          (folded_bits[folded_block_of[block]] >> character % 64 & 1) == 0;
 }
 
