@@ -280,8 +280,8 @@ bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
          are_wrong();
 }
 
-bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept {
-  return (is_ascii(text) || folds_no_digits(text)) && !may_have_numbered(layout, text);
+bool has_no_numbered(const DateLayout& layout, std::string_view text) noexcept {
+  return !may_have_numbered(layout, text);
 }
 
 }  // namespace jwnls::library

@@ -19,7 +19,7 @@ namespace jwnls::library {
                               const Numbers& numbers) noexcept;
 
 /// The same of a date in front of something else, of one to three numbers, where the text ends with
-/// what follows the last of them, and keeps_its_numbers().
+/// what follows the last of them, has_no_numbered() and keeps its numbers when it is folded.
 [[nodiscard]] bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
                                        const Numbers& numbers) noexcept;
 
@@ -29,8 +29,8 @@ namespace jwnls::library {
 [[nodiscard]] bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                                       std::uint64_t digits) noexcept;
 
-/// Whether a text certainly has the same numbers when it is folded, and no names with digits.
-[[nodiscard]] bool keeps_its_numbers(const DateLayout& layout, std::string_view text) noexcept;
+/// Whether certainly no name with digits in it stands in a text.
+[[nodiscard]] bool has_no_numbered(const DateLayout& layout, std::string_view text) noexcept;
 
 }  // namespace jwnls::library
 

@@ -10,7 +10,7 @@
 
 #include "library/dates/date_shape.h"
 #include "library/dates/date_text.h"
-#include "library/dates/text_outline.h"
+#include "library/locale_data/number_runs.h"
 
 namespace jwnls::library {
 
@@ -22,19 +22,24 @@ class DateTries {
 
   [[nodiscard]] bool with_place() const noexcept { return with_place_; }
 
-  // Another text is tried from here on.
-  void begin(const DateLayout& layout, std::string_view text) noexcept {
-    is_known_ = keeps_its_numbers(layout, text);
-    if (is_known_) numbers_ = numbers_of(text);
+  // Whether no character of the texts from here on folds to a digit, a blank or nothing.
+  void set_folds_nothing(bool folds_nothing) noexcept { folds_nothing_ = folds_nothing; }
+  [[nodiscard]] bool folds_nothing() const noexcept { return folds_nothing_; }
+
+  // Another text is tried from here on. Whether its numbers are those that a date has.
+  bool begin(const DateLayout& layout, std::string_view text, const NumberRuns& numbers) noexcept {
+    is_known_ = folds_nothing_ && has_no_numbered(layout, text);
+    if (is_known_) {
+      has_eight_ = numbers.count > 0 && numbers.run[0].digits() == 8;
+      first_ = numbers.count > 0 ? numbers.run[0].begin : text.size();
+      second_ = numbers.count > 1 ? numbers.run[1].begin : text.size();
+    }
+    return is_known_;
   }
 
   // Whether what stands before `at` has too few numbers for a date.
   [[nodiscard]] bool is_hopeless_before(std::size_t at) const noexcept {
-    if (!is_known_) return false;
-    const auto& number = numbers_.number;
-    const bool has_one = numbers_.count > 0 && number[0].begin < at;
-    const bool has_two = numbers_.count > 1 && number[1].begin < at;
-    return !has_one || (!has_two && number[0].digits() != 8);
+    return is_known_ && (first_ >= at || (second_ >= at && !has_eight_));
   }
 
   DateRead read(const DateLayout& layout, std::string_view text) noexcept {
@@ -70,8 +75,10 @@ class DateTries {
 
  private:
   bool with_place_;
+  bool folds_nothing_ = false;
   bool is_known_ = false;
-  Numbers numbers_;
+  bool has_eight_ = false;              // digits in the first number
+  std::size_t first_ = 0, second_ = 0;  // where the first two numbers begin
   std::string_view refused_[4];
   std::size_t refusals_ = 0;
   // That the full way may still look at, so that no text takes long in which a time could begin at

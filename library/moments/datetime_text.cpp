@@ -12,6 +12,7 @@
 #include "library/moments/moment_shape.h"
 #include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
+#include "library/texts/utf8.h"
 
 namespace jwnls::library {
 namespace {
@@ -319,8 +320,12 @@ std::string_view without_ends(const DateLayout& layout, std::string_view text) n
                                      DateTries& tries) noexcept {
   Clock clock;
   clock.date.refusal = Refusal::no_time;
-  if (!tries.with_place() && is_no_moment(*layout.dates, *layout.times, text)) return clock;
-  tries.begin(*layout.dates, text);
+  const NumberRuns numbers(text);
+  const bool is_known = tries.begin(*layout.dates, text, numbers);
+  if (is_known && !tries.with_place() &&
+      is_no_moment(*layout.dates, *layout.times, text, numbers)) {
+    return clock;
+  }
   const std::size_t colon = text.find(':');
   const bool read =
       read_at_joint(layout, text, clock) ||
@@ -347,9 +352,11 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& t
 }
 
 Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text,
-                               DateTries& tries) noexcept {
+                               bool with_place) noexcept {
+  DateTries tries(with_place);
+  tries.set_folds_nothing(is_ascii(text) || folds_no_digits(text));
   Clock clock = read_clock(layout, text, tries);
-  if (clock.date.refusal == Refusal::none) return clock;
+  if (clock.date.refusal == Refusal::none || tries.folds_nothing()) return clock;
   char folded[longest_text];
   const auto size = fold_digits(text, folded, sizeof folded);
   if (!size) return clock;
@@ -361,6 +368,7 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
     return blank;
   }
   if (look_for_plain_time(layout, plain, clock) != Look::unknown) return clock;
+  tries.set_folds_nothing(is_ascii(plain) || folds_no_digits(plain));
   return read_clock(layout, plain, tries);
 }
 
@@ -412,8 +420,7 @@ MomentRead read_moment_text(const jwnls_layout& layout, std::string_view text,
       read.date.refusal = Refusal::no_time;
       return read;
     }
-    DateTries tries(with_place);
-    clock = read_clock_in_any_digits(layout, text, tries);
+    clock = read_clock_in_any_digits(layout, text, with_place);
   }
   read.date = clock.date;
   read.microseconds = clock.microseconds;

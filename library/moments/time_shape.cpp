@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "library/dates/text_outline.h"
 #include "library/locale_data/date_characters.h"
+#include "library/locale_data/number_runs.h"
 #include "library/locale_data/pattern_parts.h"
 #include "library/texts/utf8.h"
 
@@ -291,18 +291,18 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
   }
 }
 
-// Of a number from `begin` to `end`.
+// Of a number and what stands behind it.
 [[gnu::always_inline]] inline bool TimeShape::fits(const Slot& slot, std::string_view text,
-                                                   std::size_t begin, std::size_t end) noexcept {
+                                                   NumberRuns::Run number) noexcept {
   if (slot.most != any_number) {
-    const std::size_t digits = end - begin;
-    if (digits > 4 || (digits > 2 && slot.most < 100)) return false;
+    if (number.digits() > 4 || (number.digits() > 2 && slot.most < 100)) return false;
     unsigned value = 0;
-    for (std::size_t at = begin; at < end; ++at) {
+    for (std::size_t at = number.begin; at < number.end; ++at) {
       value = value * 10 + static_cast<unsigned>(text[at] - '0');
     }
     if (value > slot.most) return false;
   }
+  std::size_t end = number.end;
   const auto skip_blanks = [&] {
     while (end < text.size() && text[end] == ' ') ++end;
     return end < text.size() ? text[end] : '\0';
@@ -314,34 +314,30 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
 }
 
 // From the last number on, in which most texts that are none differ.
-bool TimeShape::fits(const Form& form, std::string_view text, std::uint64_t digits,
-                     std::size_t count) noexcept {
+bool TimeShape::fits(const Form& form, std::string_view text,
+                     std::span<const NumberRuns::Run> numbers) noexcept {
   if (!form.is_possible) return false;
-  const char* const text_end = text.data() + text.size();
+  if (!fits(form.slots[numbers.size() - 1], text, numbers.back())) return false;
   const auto is_of_tail = [&form](char each) { return form.tail.has(each); };
-  for (std::size_t slot = count; slot-- > 0;) {
-    if (digits == 0) return false;
-    const auto end = 64 - static_cast<std::size_t>(std::countl_zero(digits));
-    const std::uint64_t others = ~digits & ((std::uint64_t{2} << (end - 1)) - 1);
-    const auto begin = 64 - static_cast<std::size_t>(std::countl_zero(others));
-    if (!fits(form.slots[slot], text, begin, end)) return false;
-    if (slot + 1 == count && !std::all_of(text.data() + end, text_end, is_of_tail)) return false;
-    digits &= (std::uint64_t{1} << begin) - 1;
+  if (!std::all_of(text.begin() + numbers.back().end, text.end(), is_of_tail)) return false;
+  for (std::size_t slot = numbers.size() - 1; slot-- > 0;) {
+    if (!fits(form.slots[slot], text, numbers[slot])) return false;
   }
   return true;
 }
 
-bool TimeShape::could_end(std::string_view text, std::uint64_t digits,
-                          std::size_t count) const noexcept {
-  return count <= most_numbers && fits(forms_[count], text, digits, count);
+bool TimeShape::could_end(std::string_view text,
+                          std::span<const NumberRuns::Run> numbers) const noexcept {
+  const std::size_t count = numbers.size();
+  return count <= most_numbers && count > 0 && fits(forms_[count], text, numbers);
 }
 
-bool TimeShape::is_hopeless(std::string_view text, std::uint64_t digits) const noexcept {
-  const std::size_t count = number_count(digits);
+bool TimeShape::is_hopeless(std::string_view text, const NumberRuns& numbers) const noexcept {
+  const std::size_t count = numbers.count;
   if (count == 0 || count > most_numbers) return true;
   if (!is_known_) return false;
   const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
-  return !forms_[count].lead.has(first) || !fits(forms_[count], text, digits, count);
+  return !forms_[count].lead.has(first) || !fits(forms_[count], text, numbers.last(count));
 }
 
 }  // namespace jwnls::library

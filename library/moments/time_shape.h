@@ -8,10 +8,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "abi/locale_record.h"
 #include "library/locale_data/date_characters.h"
+#include "library/locale_data/number_runs.h"
 
 namespace jwnls::library {
 
@@ -43,9 +45,8 @@ class TimeShape {
 
   [[nodiscard]] bool is_known() const noexcept { return is_known_; }
 
-  /// Whether a trimmed text, of at most 64 bytes, is certainly no time. False says nothing.
-  ///   digits  of the text: a bit for each byte
-  [[nodiscard]] bool is_hopeless(std::string_view text, std::uint64_t digits) const noexcept;
+  /// Whether a trimmed text is certainly no time. False says nothing.
+  [[nodiscard]] bool is_hopeless(std::string_view text, const NumberRuns& numbers) const noexcept;
 
   /// Whether neither a time that the service reads nor an offset ends with a text's last byte.
   /// False says nothing.
@@ -53,11 +54,9 @@ class TimeShape {
     return is_known_ && is_ascii(last) && !ends_.has(last);
   }
 
-  /// Whether the last `count` numbers of a text, of at most 64 bytes, and what stands
-  /// between and behind them could be a time.
-  ///   digits  of the text: a bit for each byte
-  [[nodiscard]] bool could_end(std::string_view text, std::uint64_t digits,
-                               std::size_t count) const noexcept;
+  /// Whether the last numbers of a text and what stands between and behind them could be a time.
+  [[nodiscard]] bool could_end(std::string_view text,
+                               std::span<const NumberRuns::Run> numbers) const noexcept;
 
   static constexpr std::size_t most_numbers = 3;
 
@@ -78,10 +77,10 @@ class TimeShape {
   };
   static constexpr std::uint16_t any_number = 0xFFFF;
 
-  [[nodiscard]] static bool fits(const Form& form, std::string_view text, std::uint64_t digits,
-                                 std::size_t count) noexcept;
-  [[nodiscard]] static bool fits(const Slot& slot, std::string_view text, std::size_t begin,
-                                 std::size_t end) noexcept;
+  [[nodiscard]] static bool fits(const Form& form, std::string_view text,
+                                 std::span<const NumberRuns::Run> numbers) noexcept;
+  [[nodiscard]] static bool fits(const Slot& slot, std::string_view text,
+                                 NumberRuns::Run number) noexcept;
 
   bool is_known_ = false;
   ByteSet ends_;                              // of ASCII: the last one

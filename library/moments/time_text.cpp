@@ -5,8 +5,8 @@
 #include "library/dates/date_text.h"
 #include "library/dates/day_scale.h"
 #include "library/dates/service_call.h"
-#include "library/dates/text_outline.h"
 #include "library/locale_data/date_characters.h"
+#include "library/locale_data/number_runs.h"
 #include "library/moments/moment_text.h"
 #include "library/texts/folding.h"
 
@@ -57,32 +57,22 @@ std::optional<std::int64_t> seconds_of(const Locale& locale, std::string_view te
   return static_cast<std::int64_t>(*value);
 }
 
-// A fraction is the fourth number of its text.
-bool may_have_fraction(std::uint64_t digits) noexcept {
-  std::uint64_t begins = digits & ~(digits << 1);
-  for (int number = 1; number < 4; ++number) begins &= begins - 1;
-  return begins != 0;
-}
-
 std::optional<std::int64_t> read_as_it_stands(const TimeLayout& layout,
                                               std::string_view text) noexcept {
   if (text.empty()) return std::nullopt;
-  const bool is_short = text.size() <= longest_outlined;
-  std::uint64_t digits = is_short ? digits_of(text) : 0;
   Fraction fraction = {0, 0, 0};
   char without[longest_text];
   std::string_view whole = text;
-  if (!is_short || may_have_fraction(digits)) fraction = find_fraction(text);
+  NumberRuns numbers(text);
+  if (numbers.count > TimeShape::most_numbers) fraction = find_fraction(text);
   if (fraction.end > fraction.begin) {
     const std::size_t rest = text.size() - fraction.end;
     std::memcpy(without, text.data(), fraction.begin);
     if (rest > 0) std::memcpy(without + fraction.begin, text.data() + fraction.end, rest);
     whole = {without, fraction.begin + rest};
-    if (is_short) digits = digits_of(whole);
+    numbers = NumberRuns(whole);
   }
-  const bool is_hopeless = is_short ? layout.shape.is_hopeless(whole, digits)
-                                    : Numbers(whole).count > TimeShape::most_numbers;
-  if (is_hopeless) return std::nullopt;
+  if (layout.shape.is_hopeless(whole, numbers)) return std::nullopt;
   const auto seconds = seconds_of(*layout.locale, whole);
   if (!seconds) return std::nullopt;
   return *seconds * microseconds_per_second + fraction.microseconds;

@@ -110,27 +110,29 @@ std::ptrdiff_t ascii_bytes(std::string_view text, std::size_t at) noexcept {
 
 bool folds_no_digits(std::string_view text) noexcept {
   const char* const end = text.data() + text.size();
+  const auto folds = [](char32_t block, unsigned character) {
+    return (digit_bits[digit_block_of[block]] >> character & 1) != 0;
+  };
   for (const char* at = text.data(); at < end;) {
     const auto lead = static_cast<unsigned char>(*at);
-    const auto bits = [at](int i) { return static_cast<unsigned char>(at[i]) & 0x3FU; };
+    const auto bits = [at](int i) -> unsigned { return static_cast<unsigned char>(at[i]) & 0x3FU; };
     if (lead < 0x80) {
       at += ascii_bytes(text, static_cast<std::size_t>(at - text.data()));
-    } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2) {
+    } else if (lead < 0xC2 || lead > 0xF1) {  // the list has none beyond 0xF1
+      return false;
+    } else if (lead < 0xE0) {
+      if (end - at < 2) return false;
       const unsigned folded = folded_letters[(lead & 0x1FU) << 6 | bits(1)];
       if (folded <= ' ' || (folded >= '0' && folded <= '9')) return false;
       at += 2;
-    } else if (lead >= 0xE0 && lead < 0xF5 && end - at >= (lead < 0xF0 ? 3 : 4)) {
-      const char32_t three = bits(1) << 6 | bits(2);
-      const char32_t character =
-          lead < 0xF0 ? (lead & 0xFU) << 12 | three : (lead & 7U) << 18 | three << 6 | bits(3);
-      const char32_t block = character / 64;
-      if (block < folded_block_count &&
-          (digit_bits[digit_block_of[block]] >> character % 64 & 1) != 0) {
-        return false;
-      }
-      at += lead < 0xF0 ? 3 : 4;
+    } else if (lead < 0xF0) {
+      if (end - at < 3 || folds((lead & 0xFU) << 6 | bits(1), bits(2))) return false;
+      at += 3;
     } else {
-      return false;
+      const unsigned block = (lead & 7U) << 12 | bits(1) << 6;
+      if (end - at < 4) return false;
+      if (block + bits(2) < folded_block_count && folds(block + bits(2), bits(3))) return false;
+      at += 4;
     }
   }
   return true;
