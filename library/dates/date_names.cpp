@@ -68,6 +68,10 @@ void DateNames::add_stand_ins(const DateNameData& data) {
     const auto first = static_cast<unsigned char>(name.front());
     begins_numbered_.set(first);
     if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);
+    std::size_t before = 0;  // the first digit
+    while (!is_digit(name[before])) ++before;
+    while (before > 0 && name[before - 1] == ' ') --before;
+    before_number_.set(before == 0 ? 0 : static_cast<unsigned char>(name[before - 1]));
   }
   for (const ExactName& each : data.exact) {
     NameMeaning meaning;

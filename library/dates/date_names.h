@@ -34,6 +34,12 @@ class DateNames {
     return begins_numbered_[static_cast<unsigned char>(byte)];
   }
 
+  /// Whether a number with a byte before it, blanks between, may be the first of one of them;
+  /// folded, '\0' where it begins the name.
+  [[nodiscard]] bool precedes_number(char byte) const noexcept {
+    return before_number_[static_cast<unsigned char>(byte)];
+  }
+
   /// Whether one may stand in a text of digits and marks alone.
   [[nodiscard]] bool has_numbered_without_letters() const noexcept {
     return has_numbered_without_letters_;
@@ -120,6 +126,7 @@ class DateNames {
   std::vector<StandIn> numbered_;  // the longest first
   std::vector<StandIn> exact_;     // likewise
   std::bitset<256> begins_numbered_;
+  std::bitset<256> before_number_;
   bool has_numbered_without_letters_ = false;
   std::bitset<256> marks_;      // and other bytes that are no letters
   std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first

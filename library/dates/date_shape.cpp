@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 #include "library/dates/ascii_word.h"
 #include "library/dates/plain_date.h"
@@ -56,8 +57,8 @@ bool is_of_letters(std::string_view text) noexcept {
   return true;
 }
 
-// Whether a name with digits in it may stand in a text: some letter begins as one.
-[[gnu::noinline]] bool finds_numbered(const DateNames& names, std::string_view text) noexcept {
+// Whether some character of a text begins as a name with digits in it does.
+bool begins_numbered(const DateNames& names, std::string_view text) noexcept {
   for (std::size_t at = 0; at < text.size(); ++at) {
     const auto lead = static_cast<unsigned char>(text[at]);
     char first = text[at];
@@ -72,6 +73,37 @@ bool is_of_letters(std::string_view text) noexcept {
       }
     }
     if (names.begins_numbered(first)) return true;
+  }
+  return false;
+}
+
+// The last byte of the folded form of a text's last character; nothing where that is not known.
+std::optional<char> last_folded_byte(std::string_view text) noexcept {
+  const char last = text.back();
+  if (is_ascii(last)) return last >= 'A' && last <= 'Z' ? static_cast<char>(last | 0x20) : last;
+  std::size_t at = text.size() - 1;
+  while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) --at;
+  const auto lead = static_cast<unsigned char>(text[at]);
+  if (lead >= 0xE0 && lead < 0xF0 && folds_to_itself(character_of_3(text, at))) return last;
+  if (lead < 0xC2 || lead >= 0xE0) return std::nullopt;
+  const unsigned next = static_cast<unsigned char>(last) & 0x3FU;
+  const std::uint16_t folded = folded_letters[(lead & 0x1FU) << 6 | next];
+  if (folded == 0 || folded >= 0x800) return std::nullopt;
+  return static_cast<char>(folded < 0x80 ? folded : 0x80U | (folded & 0x3FU));
+}
+
+// Whether a name with digits in it may stand in a text: some letter begins as one, and some number
+// stands where the number of one would.
+[[gnu::noinline]] bool finds_numbered(const DateNames& names, std::string_view text) noexcept {
+  if (!begins_numbered(names, text)) return false;
+  if (names.precedes_number('\0') || (!is_ascii(text) && !folds_no_digits(text))) return true;
+  for (std::size_t at = 1; at < text.size(); ++at) {
+    if (!is_digit(text[at]) || is_digit(text[at - 1])) continue;
+    std::size_t before = at;
+    while (before > 0 && is_blank(text[before - 1])) --before;
+    if (before == 0) continue;
+    const auto byte = last_folded_byte(text.substr(0, before));
+    if (!byte || names.precedes_number(*byte)) return true;
   }
   return false;
 }
