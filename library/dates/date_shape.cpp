@@ -280,6 +280,19 @@ bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
   return is_hopeless(layout, text, numbers, false) || layout.bytes.has_foreign_in_front(text);
 }
 
+bool is_no_date_behind(const DateLayout& layout, std::string_view text,
+                       const Numbers& numbers) noexcept {
+  const auto& number = numbers.number;
+  const auto gap = [&](std::size_t i) {
+    return text.substr(number[i].end, number[i + 1].begin - number[i].end);
+  };
+  const std::size_t last = numbers.count - 1;
+  if (is_wrong_word_behind(layout, text, number[last].end)) return true;
+  if (last == 0) return number[0].digits() != 8;
+  return have_wrong_sizes(numbers) || (last == 2 && is_of_letters(text.substr(number[0].begin)) &&
+                                       have_wrong_marks(layout, gap(0), gap(1)));
+}
+
 bool is_no_date_at_once(const DateLayout& layout, std::string_view text,
                         std::uint64_t digits) noexcept {
   const auto first = [](std::uint64_t bits) {

@@ -23,6 +23,10 @@ namespace jwnls::library {
 [[nodiscard]] bool is_no_date_in_front(const DateLayout& layout, std::string_view text,
                                        const Numbers& numbers) noexcept;
 
+/// The same of a date behind something else: the last numbers of the text.
+[[nodiscard]] bool is_no_date_behind(const DateLayout& layout, std::string_view text,
+                                     const Numbers& numbers) noexcept;
+
 /// The same of a text of three numbers, of at most 64 bytes, before its numbers are
 /// taken, by what stands around them.
 ///   digits  of the text: a bit for each byte

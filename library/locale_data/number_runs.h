@@ -91,7 +91,10 @@ class NumberRuns {
     }
   }
 
-  /// The last of them, of which there are as many.
+  /// The first, or the last of them, of which there are as many.
+  [[nodiscard]] std::span<const Run> first(std::size_t size) const noexcept {
+    return {run.data(), size};
+  }
   [[nodiscard]] std::span<const Run> last(std::size_t size) const noexcept {
     return {run.data() + count - size, size};
   }

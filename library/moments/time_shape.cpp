@@ -113,6 +113,22 @@ void add_cases(std::string_view character, ByteSet& set) noexcept {
   }
 }
 
+// The bytes of a text in whatever case, without blanks, at most: the sign of Kelvin is a k, and "ı"
+// an i; others have one more in another case.
+std::size_t bytes_in_any_case(std::string_view text) noexcept {
+  std::size_t bytes = 0;
+  while (!text.empty()) {
+    const Utf8Character next = first_character(text);
+    if (next.value >= 0x80) {
+      bytes += next.bytes + 1;
+    } else if (next.value != ' ') {
+      bytes += is_letter(text.front()) ? 3 : 1;
+    }
+    text.remove_prefix(next.bytes);
+  }
+  return bytes;
+}
+
 void add_all(std::string_view text, ByteSet& set) noexcept {
   while (!text.empty()) {
     add_cases(text, set);
@@ -249,16 +265,29 @@ class TimeShapeMaker {
     }
   }
 
+  // Adds the bytes of a part that is no number; the bytes that it has at most.
+  std::size_t add_texts(const PatternParts::Part& part, ByteSet& set) {
+    add_all(part.literal, set);
+    std::size_t longest = bytes_in_any_case(part.literal);
+    if (part.directive == 0) return longest;
+    each_name(part.directive, [&](std::string_view name) {
+      add_all(name, set);
+      longest = std::max(longest, bytes_in_any_case(name));
+    });
+    return longest;
+  }
+
   void add_form(Parts parts, const std::vector<std::size_t>& numbers, std::uint32_t missing,
                 TimeShape::Form& form) {
     form.is_possible = true;
     add_begin(parts, 0, form.lead);
-    form.tail.add(' ');
+    for (ByteSet* set : {&form.head, &form.tail}) set->add(' ');
+    for (std::size_t i = 0; i < numbers.front(); ++i) add_texts(parts[i], form.head);
+    std::size_t tail = 0;
     for (std::size_t i = numbers.back() + 1; i < parts.size(); ++i) {
-      add_all(parts[i].literal, form.tail);
-      if (parts[i].directive == 0) continue;
-      each_name(parts[i].directive, [&form](std::string_view name) { add_all(name, form.tail); });
+      tail += add_texts(parts[i], form.tail);
     }
+    form.longest_tail = std::max(form.longest_tail, tail);
     std::size_t slot = 0;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
       const bool joins_next = (missing >> (i + 1) & 1) != 0;
@@ -291,17 +320,21 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
   }
 }
 
+[[gnu::always_inline]] inline bool TimeShape::fits_alone(const Slot& slot, std::string_view text,
+                                                         NumberRuns::Run number) noexcept {
+  if (slot.most == any_number) return true;
+  if (number.digits() > 4 || (number.digits() > 2 && slot.most < 100)) return false;
+  unsigned value = 0;
+  for (std::size_t at = number.begin; at < number.end; ++at) {
+    value = value * 10 + static_cast<unsigned>(text[at] - '0');
+  }
+  return value <= slot.most;
+}
+
 // Of a number and what stands behind it.
 [[gnu::always_inline]] inline bool TimeShape::fits(const Slot& slot, std::string_view text,
                                                    NumberRuns::Run number) noexcept {
-  if (slot.most != any_number) {
-    if (number.digits() > 4 || (number.digits() > 2 && slot.most < 100)) return false;
-    unsigned value = 0;
-    for (std::size_t at = number.begin; at < number.end; ++at) {
-      value = value * 10 + static_cast<unsigned>(text[at] - '0');
-    }
-    if (value > slot.most) return false;
-  }
+  if (!fits_alone(slot, text, number)) return false;
   std::size_t end = number.end;
   const auto skip_blanks = [&] {
     while (end < text.size() && text[end] == ' ') ++end;
@@ -313,17 +346,23 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
   return end <= text.size() && is_digit(skip_blanks());
 }
 
+bool TimeShape::has_tail(const Form& form, std::string_view tail) noexcept {
+  std::size_t size = 0;
+  for (const char each : tail) {
+    if (!form.tail.has(each)) return false;
+    size += each != ' ' ? 1 : 0;
+  }
+  return size <= form.longest_tail;
+}
+
 // From the last number on, in which most texts that are none differ.
 bool TimeShape::fits(const Form& form, std::string_view text,
                      std::span<const NumberRuns::Run> numbers) noexcept {
   if (!form.is_possible) return false;
-  if (!fits(form.slots[numbers.size() - 1], text, numbers.back())) return false;
-  const auto is_of_tail = [&form](char each) { return form.tail.has(each); };
-  if (!std::all_of(text.begin() + numbers.back().end, text.end(), is_of_tail)) return false;
-  for (std::size_t slot = numbers.size() - 1; slot-- > 0;) {
+  for (std::size_t slot = numbers.size(); slot-- > 0;) {
     if (!fits(form.slots[slot], text, numbers[slot])) return false;
   }
-  return true;
+  return has_tail(form, text.substr(numbers.back().end));
 }
 
 bool TimeShape::could_end(std::string_view text,
@@ -332,12 +371,26 @@ bool TimeShape::could_end(std::string_view text,
   return count <= most_numbers && count > 0 && fits(forms_[count], text, numbers);
 }
 
+bool TimeShape::could_begin(std::string_view text,
+                            std::span<const NumberRuns::Run> numbers) const noexcept {
+  const std::size_t last = numbers.size() - 1;
+  if (last >= most_numbers || !forms_[last + 1].is_possible) return false;
+  const auto& slots = forms_[last + 1].slots;
+  for (std::size_t slot = 0; slot < last; ++slot) {
+    if (!fits(slots[slot], text, numbers[slot])) return false;
+  }
+  return fits_alone(slots[last], text, numbers[last]);
+}
+
 bool TimeShape::is_hopeless(std::string_view text, const NumberRuns& numbers) const noexcept {
   const std::size_t count = numbers.count;
   if (count == 0 || count > most_numbers) return true;
   if (!is_known_) return false;
+  const Form& form = forms_[count];
   const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
-  return !forms_[count].lead.has(first) || !fits(forms_[count], text, numbers.last(count));
+  if (!form.lead.has(first) || !fits(form, text, numbers.last(count))) return true;
+  const std::string_view head = text.substr(0, numbers.run[0].begin);
+  return !std::all_of(head.begin(), head.end(), [&form](char each) { return form.head.has(each); });
 }
 
 }  // namespace jwnls::library

@@ -58,6 +58,10 @@ class TimeShape {
   [[nodiscard]] bool could_end(std::string_view text,
                                std::span<const NumberRuns::Run> numbers) const noexcept;
 
+  /// The same of the first numbers of a text, whatever stands behind the last of them.
+  [[nodiscard]] bool could_begin(std::string_view text,
+                                 std::span<const NumberRuns::Run> numbers) const noexcept;
+
   static constexpr std::size_t most_numbers = 3;
 
  private:
@@ -71,8 +75,10 @@ class TimeShape {
   };
   struct Form {
     bool is_possible = false;
-    ByteSet lead;  // with which what stands before the first number begins
-    ByteSet tail;  // that stand behind the last one
+    ByteSet lead;                  // with which what stands before the first number begins
+    ByteSet head;                  // that stand before it
+    ByteSet tail;                  // that stand behind the last one
+    std::size_t longest_tail = 0;  // bytes, without blanks, at most
     std::array<Slot, most_numbers> slots;
   };
   static constexpr std::uint16_t any_number = 0xFFFF;
@@ -81,6 +87,9 @@ class TimeShape {
                                  std::span<const NumberRuns::Run> numbers) noexcept;
   [[nodiscard]] static bool fits(const Slot& slot, std::string_view text,
                                  NumberRuns::Run number) noexcept;
+  [[nodiscard]] static bool fits_alone(const Slot& slot, std::string_view text,
+                                       NumberRuns::Run number) noexcept;
+  [[nodiscard]] static bool has_tail(const Form& form, std::string_view tail) noexcept;
 
   bool is_known_ = false;
   ByteSet ends_;                              // of ASCII: the last one
