@@ -58,7 +58,7 @@ void DateNames::add_stand_ins(const DateNameData& data) {
   char32_t next = 0xE000;
   const auto add = [&](std::vector<StandIn>& list, std::string_view name, NameMeaning meaning) {
     char bytes[4];
-    list.push_back({std::string(name), std::string(bytes, encode_utf8(next++, bytes))});
+    list.push_back({std::string(name), std::string(bytes, encode_utf8(next++, bytes)), 0});
     add_entry(list.back().stand_in, meaning);
   };
   for (const auto& [name, meaning] : data.names) {
@@ -70,6 +70,7 @@ void DateNames::add_stand_ins(const DateNameData& data) {
     if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);
     std::size_t before = 0;  // the first digit
     while (!is_digit(name[before])) ++before;
+    numbered_.back().digits = before;
     while (before > 0 && name[before - 1] == ' ') --before;
     before_number_.set(before == 0 ? 0 : static_cast<unsigned char>(name[before - 1]));
   }
@@ -100,8 +101,20 @@ std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcep
   return size;
 }
 
+// Whether one of them stands around some number of a folded text.
+bool DateNames::has_numbered_in(std::string_view folded) const noexcept {
+  for (std::size_t at = 0; at < folded.size(); ++at) {
+    if (!is_digit(folded[at])) continue;
+    for (const StandIn& each : numbered_) {
+      if (each.digits <= at && folded.substr(at - each.digits).starts_with(each.name)) return true;
+    }
+  }
+  return false;
+}
+
 std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
                                         std::uint16_t* places) const noexcept {
+  if (numbered_.empty() || !has_numbered_in({folded, size})) return size;
   for (const StandIn& each : numbered_) {
     const std::size_t name = each.name.size();
     const std::size_t stand_in = each.stand_in.size();

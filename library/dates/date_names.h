@@ -116,7 +116,9 @@ class DateNames {
   // A name and the three bytes that stand for it: a character for private use.
   struct StandIn {
     std::string name, stand_in;
+    std::size_t digits = 0;  // where the name has its first
   };
+  [[nodiscard]] bool has_numbered_in(std::string_view folded) const noexcept;
 
   void add_stand_ins(const DateNameData& data);
   void add_entry(std::string_view name, const NameMeaning& meaning);
