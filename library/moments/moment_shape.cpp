@@ -53,8 +53,9 @@ bool is_no_date_and_time(const DateLayout& dates, const TimeLayout& times, std::
 }
 
 // Whether no time in front and date behind is the text.
-bool is_no_time_and_date(const DateLayout& dates, const TimeShape& shape, std::string_view text,
+bool is_no_time_and_date(const DateLayout& dates, const TimeLayout& times, std::string_view text,
                          const NumberRuns& runs) noexcept {
+  if (!times.day_parts.empty()) return false;  // which the shape does not know
   for (std::size_t of_date = 1; of_date <= 3 && of_date < runs.count; ++of_date) {
     const std::size_t of_time = runs.count - of_date;
     if (of_date == 1 && runs.run[of_time].digits() != 8) continue;
@@ -67,7 +68,8 @@ bool is_no_time_and_date(const DateLayout& dates, const TimeShape& shape, std::s
     for (const NumberRuns::Run& each : runs.last(of_date)) {
       numbers.number[numbers.count++] = {0, each.begin, each.end};
     }
-    if (shape.could_begin(text, runs.first(of_time)) && !is_no_date_behind(dates, text, numbers)) {
+    if (times.shape.could_begin(text, runs.first(of_time)) &&
+        !is_no_date_behind(dates, text, numbers)) {
       return false;
     }
   }
@@ -84,7 +86,7 @@ bool is_no_moment(const DateLayout& dates, const TimeLayout& times, std::string_
   }
   if (runs.count < 3 || runs.count > NumberRuns::most) return true;
   if (may_be_fraction(text, runs.run[runs.count - 1].begin)) return false;
-  if (dates.time_first && !is_no_time_and_date(dates, times.shape, text, runs)) return false;
+  if (dates.time_first && !is_no_time_and_date(dates, times, text, runs)) return false;
   return runs.count > 3 + TimeShape::most_numbers || is_no_date_and_time(dates, times, text, runs);
 }
 

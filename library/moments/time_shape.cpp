@@ -346,6 +346,10 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
   return end <= text.size() && is_digit(skip_blanks());
 }
 
+bool TimeShape::has_head(const Form& form, std::string_view head) noexcept {
+  return std::all_of(head.begin(), head.end(), [&form](char each) { return form.head.has(each); });
+}
+
 bool TimeShape::has_tail(const Form& form, std::string_view tail) noexcept {
   std::size_t size = 0;
   for (const char each : tail) {
@@ -376,6 +380,7 @@ bool TimeShape::could_begin(std::string_view text,
   const std::size_t last = numbers.size() - 1;
   if (last >= most_numbers || !forms_[last + 1].is_possible) return false;
   const auto& slots = forms_[last + 1].slots;
+  if (!has_head(forms_[last + 1], text.substr(0, numbers.front().begin))) return false;
   for (std::size_t slot = 0; slot < last; ++slot) {
     if (!fits(slots[slot], text, numbers[slot])) return false;
   }
@@ -389,8 +394,7 @@ bool TimeShape::is_hopeless(std::string_view text, const NumberRuns& numbers) co
   const Form& form = forms_[count];
   const char first = text[std::min(text.find_first_not_of(' '), text.size() - 1)];
   if (!form.lead.has(first) || !fits(form, text, numbers.last(count))) return true;
-  const std::string_view head = text.substr(0, numbers.run[0].begin);
-  return !std::all_of(head.begin(), head.end(), [&form](char each) { return form.head.has(each); });
+  return !has_head(form, text.substr(0, numbers.run[0].begin));
 }
 
 }  // namespace jwnls::library

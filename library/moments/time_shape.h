@@ -89,6 +89,7 @@ class TimeShape {
                                  NumberRuns::Run number) noexcept;
   [[nodiscard]] static bool fits_alone(const Slot& slot, std::string_view text,
                                        NumberRuns::Run number) noexcept;
+  [[nodiscard]] static bool has_head(const Form& form, std::string_view head) noexcept;
   [[nodiscard]] static bool has_tail(const Form& form, std::string_view tail) noexcept;
 
   bool is_known_ = false;
