@@ -43,7 +43,7 @@ double missing_of(LocaleHandle* handle, char name) {
 [[gnu::noinline]] int read_double_fully(const jwnls_layout* layout, const char* text,
                                         std::size_t length, double* value, std::uint8_t* facts) {
   ScannedNumber number;
-  scan_number(layout->number.syntax, {text, length}, number);
+  read_number(layout->number.syntax, {text, length}, number);
   give_facts(0, facts);
   *value = missing_value();
   if (const int code = code_of(number.refusal); code != JWNLS_OK) {
@@ -124,7 +124,7 @@ template <typename Integer>
 [[gnu::noinline]] int read_integer_fully(const jwnls_layout* layout, const char* text,
                                          std::size_t length, Integer* value, std::uint8_t* facts) {
   ScannedNumber number;
-  scan_number(layout->number.syntax, {text, length}, number);
+  read_number(layout->number.syntax, {text, length}, number);
   give_facts(0, facts);
   if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
   const auto magnitude = integer_of({number.text, number.digits});
@@ -164,7 +164,7 @@ void give_currency(const jwnls_layout* layout, const char* named, char* currency
                                          std::size_t* out_length, char* currency,
                                          std::uint8_t* facts) {
   ScannedNumber number;
-  scan_number(layout->number.syntax, {text, length}, number);
+  read_number(layout->number.syntax, {text, length}, number);
   if (const int code = code_of(number.refusal); code != JWNLS_OK) return code;
   char canonical[canonical_room];
   const auto written = write_canonical({{number.text, number.digits},

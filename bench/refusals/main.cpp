@@ -1,6 +1,5 @@
-// What a text that is not read costs beside one that is: in every locale, for dates, times,
-// datetimes and instants, the texts that the locale writes in its four styles, and each of them
-// spoiled in some fifty ways.
+// What a text that is not read costs beside one that is: in every locale and for every kind, the
+// texts that the locale writes, and each of them spoiled in some fifty ways.
 //
 //   jwnls_refusals [LOCALE...]
 
@@ -8,6 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +20,12 @@ constexpr std::int64_t second = 1'000'000;
 constexpr std::int64_t moments[] = {(17788 * 86400LL + 52205) * second,
                                     (17627 * 86400LL + 4205) * second};
 
+constexpr double numbers[] = {1234567.89, -1234.5, 0.25, 98.7};
+
+bool is_number(int kind) {
+  return kind == JWNLS_NUMBER || kind == JWNLS_AMOUNT || kind == JWNLS_PERCENT;
+}
+
 bool is_digit(char byte) { return byte >= '0' && byte <= '9'; }
 bool is_ascii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
@@ -27,21 +33,33 @@ int read(const jwnls_layout* layout, int kind, const std::string& text) {
   std::int64_t microseconds = 0;
   std::int32_t days = 0;
   const char* const bytes = text.data();
+  double number = 0;
+  if (is_number(kind)) return jwnls_read_number(layout, bytes, text.size(), &number, nullptr);
   if (kind == JWNLS_DATE) return jwnls_read_date(layout, bytes, text.size(), &days, nullptr);
-  if (kind == JWNLS_TIME)
+  if (kind == JWNLS_TIME) {
     return jwnls_read_time(layout, bytes, text.size(), &microseconds, nullptr);
+  }
   return jwnls_read_datetime(layout, bytes, text.size(), &microseconds, nullptr);
 }
 
-std::string write(const jwnls_layout* layout, int kind, std::int64_t moment) {
+// One of the values that a kind has.
+std::string write(const jwnls_layout* layout, int kind, std::size_t index) {
   char text[400];
   std::size_t length = 0;
   constexpr std::int64_t day = 86400 * second;
+  const std::int64_t moment = moments[index % std::size(moments)];
   const auto days = static_cast<std::int32_t>(moment / day);
-  const int code = kind == JWNLS_DATE ? jwnls_write_date(layout, days, text, sizeof text, &length)
-                   : kind == JWNLS_TIME
-                       ? jwnls_write_time(layout, moment % day, text, sizeof text, &length)
-                       : jwnls_write_datetime(layout, moment, text, sizeof text, &length);
+  const auto give = [&] {
+    if (is_number(kind)) {
+      return jwnls_write_number(layout, numbers[index], text, sizeof text, &length);
+    }
+    if (kind == JWNLS_DATE) return jwnls_write_date(layout, days, text, sizeof text, &length);
+    if (kind == JWNLS_TIME) {
+      return jwnls_write_time(layout, moment % day, text, sizeof text, &length);
+    }
+    return jwnls_write_datetime(layout, moment, text, sizeof text, &length);
+  };
+  const int code = give();
   return code == JWNLS_OK ? std::string(text, length) : std::string();
 }
 
@@ -114,7 +132,7 @@ std::vector<std::string> spoiled(const std::string& text, int kind) {
     for (const char* with : {"ж", ""}) replace({at, end}, with);
     replace({at, at + 1}, "q");
   }
-  if (kind != JWNLS_DATE) {
+  if (!is_number(kind) && kind != JWNLS_DATE) {
     for (const char* behind : {"+99:00", " +99:00", "+1", " CET", " Europe/Berlin", "Zx"}) {
       all.push_back(text + behind);
     }
@@ -138,33 +156,41 @@ struct Mean {
 struct Outcome {
   std::string locale;
   double ratio;
+  std::size_t texts, above;  // single ones that cost more than three times what is read
 };
 
-void measure(const std::string& locale, int kind, std::vector<Outcome>& outcomes,
-             std::size_t& texts) {
+void measure(const std::string& locale, int kind, std::vector<Outcome>& outcomes) {
   Mean of_read, of_refused;
+  std::vector<double> costs;
   std::vector<std::string> seen;
+  const bool has_styles = !is_number(kind) && kind != JWNLS_TIME;
   for (const char* style : {"short", "medium", "long", "full"}) {
-    std::string options = kind == JWNLS_TIME ? "" : std::string("style=") + style;
+    std::string options = has_styles ? std::string("style=") + style : "";
     if (kind == JWNLS_INSTANT) options += " zone=Europe/Berlin";
     jwnls_layout* layout = nullptr;
     if (jwnls_open(locale.c_str(), kind, options.c_str(), &layout, nullptr) != JWNLS_OK) continue;
-    for (const std::int64_t moment : moments) {
-      const std::string text = write(layout, kind, moment);
+    const std::size_t values = is_number(kind) ? std::size(numbers) : std::size(moments);
+    for (std::size_t value = 0; value < values; ++value) {
+      const std::string text = write(layout, kind, value);
       if (std::find(seen.begin(), seen.end(), text) != seen.end()) continue;
       seen.push_back(text);
       if (read(layout, kind, text) != JWNLS_OK) continue;
       of_read.add(cost(layout, kind, text));
       for (const std::string& each : spoiled(text, kind)) {
         if (read(layout, kind, each) == JWNLS_OK) continue;
-        of_refused.add(cost(layout, kind, each));
+        costs.push_back(cost(layout, kind, each));
+        of_refused.add(costs.back());
       }
     }
     jwnls_close(layout);
+    if (!has_styles) break;
   }
-  if (of_read.count == 0) return;
-  texts += of_refused.count;
-  outcomes.push_back({locale, of_refused.value() / of_read.value()});
+  if (of_read.count == 0 || costs.empty()) return;
+  const double limit = 3 * of_read.value();
+  const auto above =
+      std::count_if(costs.begin(), costs.end(), [limit](double each) { return each > limit; });
+  outcomes.push_back({locale, of_refused.value() / of_read.value(), costs.size(),
+                      static_cast<std::size_t>(above)});
 }
 
 }  // namespace
@@ -178,11 +204,17 @@ int main(int argument_count, char** arguments) {
     };
     jwnls_locales(add, &locales);
   }
-  for (const int kind : {JWNLS_DATE, JWNLS_TIME, JWNLS_DATETIME, JWNLS_INSTANT}) {
+  for (const int kind : {JWNLS_NUMBER, JWNLS_AMOUNT, JWNLS_PERCENT, JWNLS_DATE, JWNLS_TIME,
+                         JWNLS_DATETIME, JWNLS_INSTANT}) {
     std::vector<Outcome> outcomes;
-    std::size_t texts = 0;
-    for (const std::string& locale : locales) measure(locale, kind, outcomes, texts);
+    for (const std::string& locale : locales) measure(locale, kind, outcomes);
     if (outcomes.empty()) continue;
+    std::size_t texts = 0;
+    std::size_t above = 0;
+    for (const Outcome& each : outcomes) {
+      texts += each.texts;
+      above += each.above;
+    }
     std::sort(outcomes.begin(), outcomes.end(),
               [](const Outcome& a, const Outcome& b) { return a.ratio < b.ratio; });
     const auto at = [&](double share) {
@@ -190,7 +222,9 @@ int main(int argument_count, char** arguments) {
     };
     std::printf("%-9s %zu locales, %zu refused texts; refused/read: median %.2f, nine tenths %.2f",
                 jwnls_kind_name(kind), outcomes.size(), texts, at(0.5).ratio, at(0.9).ratio);
-    std::printf(", most %.2f (%s);", at(1).ratio, at(1).locale.c_str());
+    std::printf(", most %.2f (%s); single texts above 3: %.1f %%;", at(1).ratio,
+                at(1).locale.c_str(),
+                100.0 * static_cast<double>(above) / static_cast<double>(texts));
     for (const Outcome& each : outcomes) {
       if (each.ratio > 3) std::printf(" %s %.2f", each.locale.c_str(), each.ratio);
     }

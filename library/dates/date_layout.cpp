@@ -327,27 +327,23 @@ void DateBytes::add(const OwnMarks& marks) {
     const std::string& text = *texts[place];
     own_begin_[place].set(index_of(text.empty() ? '\0' : text.front()));
     for (const char each : text) {
-      const std::size_t index = index_of(each);
-      for (Bits* bits : {&foreign_, &foreign_to_names_, &foreign_in_front_}) {
-        (*bits)[index / 64] &= ~(std::uint64_t{1} << index % 64);
-      }
+      const char byte = static_cast<char>(index_of(each));
+      for (ByteSet* set : {&foreign_, &foreign_to_names_, &foreign_in_front_}) set->remove(byte);
     }
   }
 }
 
 void DateBytes::add(const DateNames& names) {
-  for (std::size_t index = 0; index < 256; ++index) {
-    if (!names.has_mark(static_cast<char>(index))) continue;
-    foreign_to_names_[index / 64] &= ~(std::uint64_t{1} << index % 64);
-    foreign_in_front_[index / 64] &= ~(std::uint64_t{1} << index % 64);
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const char each = static_cast<char>(byte);
+    if (!names.has_mark(each)) continue;
+    foreign_to_names_.remove(each);
+    foreign_in_front_.remove(each);
   }
 }
 
 void DateBytes::add_joint(std::string_view text) {
-  for (const char each : text) {
-    const auto index = static_cast<unsigned char>(each);
-    foreign_in_front_[index / 64] &= ~(std::uint64_t{1} << index % 64);
-  }
+  for (const char each : text) foreign_in_front_.remove(each);
 }
 
 std::unique_ptr<const DateLayout> make_date_layout(const Locale& locale, int kind,

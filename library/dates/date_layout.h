@@ -14,6 +14,7 @@
 #include "abi/locale_record.h"
 #include "library/dates/date_names.h"
 #include "library/dates/date_writer.h"
+#include "library/locale_data/byte_set.h"
 #include "library/locale_data/date_characters.h"
 #include "library/options/options.h"
 #include "library/process/process.h"
@@ -34,16 +35,16 @@ struct WrittenMarks {
   std::size_t own;  // of the layout's own marks
 };
 
-/// A bit for each byte of ASCII but letters, digits and the marks that every locale reads.
-inline constexpr std::array<std::uint64_t, 4> foreign_everywhere = [] {
+/// The bytes of ASCII but letters, digits and the marks that every locale reads.
+inline constexpr ByteSet foreign_everywhere = [] {
   constexpr std::string_view known = " \t\n\v\f\r.,-/()'";
-  std::array<std::uint64_t, 4> bits{};
-  for (std::size_t index = 0; index < 0x80; ++index) {
-    const char each = static_cast<char>(index);
+  ByteSet bytes;
+  for (unsigned byte = 0; byte < 0x80; ++byte) {
+    const char each = static_cast<char>(byte);
     const bool is_known = is_letter(each) || is_digit(each) || known.find(each) != known.npos;
-    if (!is_known) bits[index / 64] |= std::uint64_t{1} << index % 64;
+    if (!is_known) bytes.add(each);
   }
-  return bits;
+  return bytes;
 }();
 
 /// What single bytes can be in a text of a date; letters of ASCII in lower case stand for both.
@@ -56,14 +57,14 @@ class DateBytes {
   void add_joint(std::string_view text);
 
   /// Whether no date of numbers has it, wherever it stands.
-  [[nodiscard]] bool is_foreign(char byte) const noexcept { return has(foreign_, byte); }
+  [[nodiscard]] bool is_foreign(char byte) const noexcept { return foreign_.has(byte); }
   /// Whether a text has bytes that no date has, whatever its names.
   [[nodiscard]] bool has_foreign(std::string_view text) const noexcept {
-    return has_any(foreign_to_names_, text);
+    return foreign_to_names_.has_any(text);
   }
   /// The same of a date with what joins it to what follows.
   [[nodiscard]] bool has_foreign_in_front(std::string_view text) const noexcept {
-    return has_any(foreign_in_front_, text);
+    return foreign_in_front_.has_any(text);
   }
   /// Whether some own marks begin with it: in front of the numbers (0), between them (1, 2), behind
   /// them (3); '\0' where they are empty.
@@ -72,28 +73,14 @@ class DateBytes {
   }
 
  private:
-  using Bits = std::array<std::uint64_t, 4>;
-
-  [[nodiscard]] static bool has(const Bits& bits, char byte) noexcept {
-    const auto index = static_cast<unsigned char>(byte);
-    return (bits[index / 64] >> index % 64 & 1) != 0;
-  }
-  [[nodiscard]] static bool has_any(const Bits& bits, std::string_view text) noexcept {
-    std::uint64_t found = 0;
-    for (const char each : text) {
-      const auto index = static_cast<unsigned char>(each);
-      found |= bits[index / 64] >> index % 64;
-    }
-    return (found & 1) != 0;
-  }
   static constexpr std::size_t index_of(char byte) noexcept {
     const bool is_capital = byte >= 'A' && byte <= 'Z';
     return static_cast<unsigned char>(is_capital ? byte | 0x20 : byte);
   }
 
-  Bits foreign_ = foreign_everywhere;
-  Bits foreign_to_names_ = foreign_everywhere;
-  Bits foreign_in_front_ = foreign_everywhere;
+  ByteSet foreign_ = foreign_everywhere;
+  ByteSet foreign_to_names_ = foreign_everywhere;
+  ByteSet foreign_in_front_ = foreign_everywhere;
   std::array<std::bitset<256>, 4> own_begin_;
 };
 

@@ -347,16 +347,14 @@ TimeShape::TimeShape(const LocaleRecord& record) : is_known_(true) {
 }
 
 bool TimeShape::has_head(const Form& form, std::string_view head) noexcept {
-  return std::all_of(head.begin(), head.end(), [&form](char each) { return form.head.has(each); });
+  return form.head.has_all(head);
 }
 
 bool TimeShape::has_tail(const Form& form, std::string_view tail) noexcept {
-  std::size_t size = 0;
-  for (const char each : tail) {
-    if (!form.tail.has(each)) return false;
-    size += each != ' ' ? 1 : 0;
-  }
-  return size <= form.longest_tail;
+  if (!form.tail.has_all(tail)) return false;
+  if (tail.size() <= form.longest_tail) return true;
+  const auto blanks = static_cast<std::size_t>(std::count(tail.begin(), tail.end(), ' '));
+  return tail.size() - blanks <= form.longest_tail;
 }
 
 // From the last number on, in which most texts that are none differ.

@@ -12,29 +12,11 @@
 #include <string_view>
 
 #include "abi/locale_record.h"
+#include "library/locale_data/byte_set.h"
 #include "library/locale_data/date_characters.h"
 #include "library/locale_data/number_runs.h"
 
 namespace jwnls::library {
-
-/// Some bytes; '\0' stands for the end of a text.
-class ByteSet {
- public:
-  constexpr void add(char byte) noexcept {
-    const auto index = static_cast<unsigned char>(byte);
-    bits_[index / 64] |= std::uint64_t{1} << index % 64;
-  }
-  constexpr void add_range(unsigned first, unsigned last) noexcept {
-    for (; first <= last; ++first) add(static_cast<char>(first));
-  }
-  [[nodiscard]] constexpr bool has(char byte) const noexcept {
-    const auto index = static_cast<unsigned char>(byte);
-    return (bits_[index / 64] >> index % 64 & 1) != 0;
-  }
-
- private:
-  std::array<std::uint64_t, 4> bits_{};
-};
 
 class TimeShape {
  public:
@@ -71,7 +53,7 @@ class TimeShape {
   struct Slot {
     std::uint16_t most = 0;  // that the number may be; any_number: whatever
     bool is_mark = true;     // one mark stands behind it, and blanks
-    ByteSet behind;          // with which of the rest, without blanks, begins
+    ByteSet behind;          // with which of the rest, without blanks, begins; '\0': its end
   };
   struct Form {
     bool is_possible = false;

@@ -21,20 +21,16 @@ constexpr char32_t chinese_digits[] = {0x3007, 0x4E00, 0x4E8C, 0x4E09, 0x56DB,
 
 }  // namespace
 
-Separator separator_of(char32_t c) noexcept {
+Separator separator_beyond_ascii(char32_t c) noexcept {
   switch (c) {
-    case U'.':
     case 0xFF0E:
       return Separator::point;
-    case U',':
     case 0xFF0C:
       return Separator::comma;
-    case U'\'':
     case 0x2019:
     case 0x02BC:
     case 0xFF07:
       return Separator::apostrophe;
-    case U' ':
     case 0x00A0:
     case 0x2007:
     case 0x2009:
@@ -62,26 +58,23 @@ Digit digit_beyond_ascii(char32_t c) noexcept {
   return c - zero < 10 ? Digit{zero, static_cast<int>(c - zero)} : Digit{};
 }
 
-bool is_blank(char32_t c) noexcept {
-  return c == U' ' || c == U'\t' || c == 0xA0 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
-         c == 0x205F || c == 0x3000;
+bool is_blank_beyond_ascii(char32_t c) noexcept {
+  return c == 0xA0 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F || c == 0x205F || c == 0x3000;
 }
 
-bool is_mark(char32_t c) noexcept {
+bool is_mark_beyond_ascii(char32_t c) noexcept {
   return c == 0x061C || c == 0x200B || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
          (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
-char sign_of(char32_t c, bool triangles) noexcept {
+char sign_beyond_ascii(char32_t c, bool triangles) noexcept {
   switch (c) {
-    case U'-':
     case 0x2012:
     case 0x2013:
     case 0x2212:
     case 0xFE63:
     case 0xFF0D:
       return '-';
-    case U'+':
     case 0xFE62:
     case 0xFF0B:
       return '+';

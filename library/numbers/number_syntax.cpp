@@ -189,12 +189,32 @@ void put_units(int kind, const Options& options, const CurrencyData* currency,
     syntax.credit = options.credit;
     syntax.currency_decimals = currency->decimals;
     syntax.units = unit_names(*currency, options, record);
+    const UnitBytes bytes = unit_bytes(syntax.units);
+    syntax.unit_begins = bytes.begins;
+    syntax.bytes = bytes.all;
   }
   if (syntax.unit == UnitKind::currency && syntax.unit_required && options.symbol == symbol_none) {
     return;
   }
   syntax.affixes = quick_affixes(style, false);
   syntax.typed_affixes = quick_affixes(style, true);
+}
+
+// Adds what texts may have beside units.
+void put_bytes(NumberSyntax& syntax) {
+  ByteSet& bytes = syntax.bytes;
+  bytes.add_all("0123456789.,' \t+-()");
+  bytes.add_range(0x80, 0xBF);
+  bytes.add_all(leads_of_numbers);
+  if (syntax.exponent) bytes.add_all("eE");
+  if (syntax.unit == UnitKind::percent) bytes.add('%');
+  if (syntax.unit == UnitKind::currency) bytes.add_all("cCdDrR");
+  for (const char32_t symbol : {syntax.decimal_character, syntax.group_character}) {
+    char first[4];
+    encode_utf8(symbol, first);
+    bytes.add(first[0]);
+  }
+  if (syntax.module_missing) bytes.add_range(0, 0xFF);
 }
 
 }  // namespace
@@ -235,6 +255,7 @@ NumberSyntax number_syntax(const NumberData& data, int kind, const Options& opti
     put_units(kind, options, currency, record, style, syntax);
     syntax.exponent = false;
   }
+  put_bytes(syntax);
   syntax.quick = quick_syntax(symbols, data.latin.minus, syntax);
   const bool has_money_of_its_own = currency != nullptr && !currency->decimal.empty();
   if (!has_money_of_its_own) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "library/locale_data/byte_set.h"
 #include "library/locale_data/currency_data.h"
 #include "library/locale_data/number_data.h"
 #include "library/numbers/characters.h"
@@ -87,6 +88,8 @@ struct NumberSyntax {
   std::uint8_t credit = credit_refuse;  // Credit
   int currency_decimals = 2;
   std::vector<UnitName> units;
+  ByteSet unit_begins;  // the first bytes of units
+  ByteSet bytes;        // that texts may have: what has others is not read
   QuickSyntax quick;
   QuickAffixes affixes;
   QuickAffixes typed_affixes;  // the same with plain blanks, where they have others

@@ -106,6 +106,7 @@ class NumberScanner : CharacterCursor {
       if (units_++ != 0) return no(Refusal::two_units);
       unit_power_ = power;
     } else {
+      if (!syntax_.unit_begins.has(text_[at_])) return false;
       const UnitName* const unit =
           match_unit(syntax_.units, text_.substr(at_), syntax_.decimal_character, bytes);
       if (unit == nullptr) return false;
@@ -361,6 +362,15 @@ void scan_number(const NumberSyntax& syntax, std::string_view text,
     return;
   }
   NumberScanner(syntax, text, number).scan();
+}
+
+void read_number(const NumberSyntax& syntax, std::string_view text,
+                 ScannedNumber& number) noexcept {
+  if (text.size() <= longest_text && !syntax.bytes.has_all(text)) {
+    number.refusal = Refusal::trailing;
+    return;
+  }
+  scan_number(syntax, text, number);
 }
 
 }  // namespace jwnls::library

@@ -45,6 +45,9 @@ struct ScannedNumber {
 /// Scans the whole text. `number` is as it was made.
 void scan_number(const NumberSyntax& syntax, std::string_view text, ScannedNumber& number) noexcept;
 
+/// The same where nobody asks for the reason or the place of a refusal.
+void read_number(const NumberSyntax& syntax, std::string_view text, ScannedNumber& number) noexcept;
+
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_NUMBERS_SCAN_NUMBER_H_

@@ -118,6 +118,33 @@ std::vector<UnitName> unit_names(const CurrencyData& own, const Options& options
   return names;
 }
 
+namespace {
+
+// Adds the first bytes of all that folded() makes a character of: by scripts, and so some more.
+void add_leads(char32_t small, ByteSet& set) noexcept {
+  char bytes[4];
+  encode_utf8(small, bytes);
+  set.add(bytes[0]);
+  if (small == U' ') set.add_all("\t\xC2\xE2\xE3");
+  if (small == U'$' || small == 0xA3 || small == 0xA5 || small == 0x20A9) set.add('\xEF');
+  if (is_within(small, U'a', U'z')) set.add(static_cast<char>(small - 32));
+  if (small == U'i' || is_within(small, 0xC0, 0x1FFF)) {
+    set.add_range(0xC3, 0xD6);
+    set.add('\xE1');
+  }
+}
+
+}  // namespace
+
+UnitBytes unit_bytes(const std::vector<UnitName>& names) noexcept {
+  UnitBytes bytes;
+  for (const UnitName& name : names) {
+    for (const char32_t each : name.text) add_leads(each, bytes.all);
+    add_leads(name.text.front(), bytes.begins);
+  }
+  return bytes;
+}
+
 const UnitName* match_unit(const std::vector<UnitName>& names, std::string_view text,
                            char32_t decimal, std::size_t& bytes) noexcept {
   for (const UnitName& name : names) {

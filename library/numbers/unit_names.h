@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "library/locale_data/byte_set.h"
 #include "library/locale_data/currency_data.h"
 #include "library/options/options.h"
 
@@ -25,6 +26,14 @@ struct UnitName {
 /// Throws bad_alloc.
 [[nodiscard]] std::vector<UnitName> unit_names(const CurrencyData& own, const Options& options,
                                                const LocaleRecord& record);
+
+/// The bytes that the names have, in any case and whatever stands for them; those in the middle of
+/// a character may be others.
+struct UnitBytes {
+  ByteSet all;     // of their characters the first ones
+  ByteSet begins;  // of the names
+};
+[[nodiscard]] UnitBytes unit_bytes(const std::vector<UnitName>& names) noexcept;
 
 /// The name that a text begins with, in any case, with a dot behind it or not; null: none.
 ///   decimal  the decimal symbol: "Rs.50" is no unit where that is a dot
