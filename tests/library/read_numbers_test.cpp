@@ -21,6 +21,7 @@
 #include "library/numbers/decimal_value.h"
 #include "library/numbers/quick_scan.h"
 #include "library/numbers/scan_number.h"
+#include "library/texts/utf8.h"
 #include "tests/library/number_cases.h"
 #include "tests/library/opened_layout.h"
 #include "tests/support/seed.h"
@@ -300,6 +301,10 @@ Reading read_all_ways(const NumberSyntax& syntax, std::string_view text, int& ta
   scan_number(syntax, text, full);
   Reading reading;
   reading.read = full.refusal == Refusal::none;
+  ScannedNumber unexplained;
+  read_number(syntax, text, unexplained);
+  EXPECT_EQ(unexplained.refusal == Refusal::none, reading.read) << text;
+  EXPECT_EQ(unexplained.refusal == Refusal::blank, full.refusal == Refusal::blank) << text;
   if (reading.read) {
     reading.value = double_of({{full.text, full.digits},
                                full.exponent - static_cast<int>(full.decimals),
@@ -320,6 +325,18 @@ Reading read_all_ways(const NumberSyntax& syntax, std::string_view text, int& ta
     EXPECT_EQ(quick.facts, full.facts) << text;
   }
   return reading;
+}
+
+TEST(ReadNumbers, KnowsTheFirstBytesOfItsCharacters) {
+  for (char32_t c = 0x80; c < 0x110000; ++c) {
+    const bool is_known = digit_of(c).zero != 0 || is_blank(c) || is_mark(c) || is_dash(c) ||
+                          sign_of(c, true) != '\0' || percent_power(c) != 0 ||
+                          separator_of(c) != Separator::none;
+    if (!is_known) continue;
+    char bytes[4];
+    encode_utf8(c, bytes);
+    EXPECT_NE(leads_of_numbers.find(bytes[0]), std::string_view::npos) << std::uint32_t{c};
+  }
 }
 
 TEST(ReadNumbers, PlainTextsAreReadTheQuickestWay) {
