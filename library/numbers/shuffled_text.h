@@ -1,5 +1,5 @@
-// Short decimals in UTF-8, of Latin digits and few decimals, as most are: sixteen digits become the
-// integer part, groups and all, by a shuffle of bytes, without a detour through memory.
+// Short decimals in UTF-8, of few decimals, as most are: sixteen digits become a text, groups,
+// decimal symbol and all, by a shuffle of bytes, without a detour through memory.
 
 #ifndef JWNLS_LIBRARY_NUMBERS_SHUFFLED_TEXT_H_
 #define JWNLS_LIBRARY_NUMBERS_SHUFFLED_TEXT_H_
@@ -13,17 +13,18 @@ namespace jwnls::library {
 
 struct NumberStyle;
 
-/// How a style's texts are shuffled. Groups are counted from the decimal symbol on, so that every
-/// integer part is the end of the longest one: of that with separators, or of that without, where
-/// digits are too few.
+/// How a style's texts are shuffled. Their places are counted from the decimal symbol on, so that
+/// every one is a part of the longest: of that with separators, or of that without, where digits
+/// are too few.
 struct ShuffledText {
-  static constexpr std::size_t longest = 32;  // bytes of an integer part, in two registers
-  static constexpr std::size_t rows = 2;
-  static constexpr std::size_t longest_affix = 8;
   static constexpr unsigned most_decimals = 8;
+  static constexpr std::size_t step = 16;              // bytes of a register
+  static constexpr std::size_t longest_integers = 96;  // bytes of an integer part
+  static constexpr std::size_t row = 160;              // with the decimals, and a step behind them
+  static constexpr std::size_t longest_affix = step;
 
   struct IntegerPart {
-    std::uint8_t begin = 0;  // in both arrays below
+    std::uint16_t begin = 0;  // in both arrays below
     std::uint8_t bytes = 0;
   };
   struct Affixes {
@@ -36,12 +37,12 @@ struct ShuffledText {
   /// From which room on a text is written so, whatever its value: from none where the processor
   /// does not shuffle, or an affix or a part is too long.
   std::size_t room = SIZE_MAX;
-  IntegerPart integers[short_digits + 1];  // by the count of digits
-  // A part ends in the middle of a row; nothing stands behind it.
-  std::uint8_t digit[rows * 2 * longest] = {};  // which of sixteen without decimals; or none
-  char separators[rows * 2 * longest] = {};     // zeros where digits stand
-  char symbol[4] = {};
-  std::uint8_t symbol_bytes = 0;
+  std::size_t at_once = 0;                              // bytes that are written of every text
+  IntegerPart integers[short_digits + 1];               // by the count of digits
+  std::uint8_t fraction_bytes[most_decimals + 1] = {};  // by the count of digits, with the symbol
+  // What is added to the ASCII digit of a place, or stands there by itself.
+  std::uint8_t digit[2 * row] = {};  // which of sixteen without decimals; or none
+  std::uint8_t added[2 * row] = {};
   Affixes affixes[2];  // of what is not negative, of what is
 };
 
