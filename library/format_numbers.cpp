@@ -17,10 +17,11 @@
 #include "include/jwnls/jwnls.h"
 #include "library/layouts/layout.h"
 #include "library/numbers/decimal_text.h"
-#include "library/numbers/lay_out.h"
+#include "library/numbers/lay_out_long.h"
 #include "library/numbers/lay_out_short.h"
 #include "library/numbers/short_decimal.h"
 #include "library/numbers/shuffled_text.h"
+#include "library/numbers/wide_decimal.h"
 #include "library/texts/give_text.h"
 
 namespace jwnls::library {
@@ -109,23 +110,39 @@ Status service_digits(const NumberStyle& style, double magnitude, char* out, std
   return status;
 }
 
-// Digits with a fixed number of decimals, which the service writes without groups.
+template <typename Unit>
+int lay_out_wide(const NumberStyle& style, const WideDecimal& number, Unit* out, std::size_t room,
+                 std::size_t* length) {
+  if (style.short_form != ShortForm::none && number.mantissa < short_limit &&
+      number.decimals < short_digits) {
+    const auto mantissa = static_cast<std::uint64_t>(number.mantissa);
+    return lay_out_short(style, {mantissa, number.decimals, number.negative, false}, out, room,
+                         length);
+  }
+  return lay_out_long(style, WideDigits(number).digits(), out, room, length);
+}
+
+// Digits with a fixed number of decimals; of the longest, which the service writes without groups.
 template <typename Unit>
 [[gnu::noinline]] int lay_out_fixed(const NumberStyle& style, double value, Unit* out,
                                     std::size_t room, std::size_t* length) {
-  char text[512];
+  if (WideDecimal number; fixed_wide(value, static_cast<unsigned>(style.decimals), number)) {
+    return lay_out_wide(style, number, out, room, length);
+  }
+  constexpr std::size_t most = 512;
+  char text[most + digits_margin];
   std::size_t count = 0;
-  if (service_digits(style, std::abs(value), text, sizeof text, &count) != Status::ok) {
+  if (service_digits(style, std::abs(value), text, most, &count) != Status::ok) {
     // More digits than the service writes.
     DecimalText decimal;
     decimal.exact(value);
     decimal.round(style.decimals, false);
-    return lay_out(style, decimal.digits(), out, room, length);
+    return lay_out_long(style, decimal.digits(), out, room, length);
   }
   const std::string_view digits(text, count);
   const auto decimals = static_cast<std::size_t>(style.decimals);
-  const std::size_t integers = std::min(digits.find_first_not_of("0123456789"), count);
-  return lay_out(
+  const std::size_t integers = digits.find_last_of("0123456789", count - decimals - 1) + 1;
+  return lay_out_long(
       style, {digits.substr(0, integers), digits.substr(count - decimals), 0, std::signbit(value)},
       out, room, length);
 }
@@ -134,15 +151,15 @@ template <typename Unit>
 [[gnu::noinline]] int write_magnitude(const NumberStyle& style, std::uint64_t magnitude,
                                       bool negative, Unit* out, std::size_t room,
                                       std::size_t* length) {
-  char text[24];
+  char text[24 + digits_margin];
   char* end = std::to_chars(text, text + 20, magnitude).ptr;
   if (magnitude != 0) end = std::fill_n(end, style.shift, '0');
-  return lay_out(style,
-                 {{text, static_cast<std::size_t>(end - text)},
-                  {},
-                  static_cast<std::size_t>(std::max(style.decimals, 0)),
-                  negative},
-                 out, room, length);
+  return lay_out_long(style,
+                      {{text, static_cast<std::size_t>(end - text)},
+                       {},
+                       static_cast<std::size_t>(std::max(style.decimals, 0)),
+                       negative},
+                      out, room, length);
 }
 
 template <typename Unit>
@@ -185,11 +202,18 @@ template <typename Float, typename Unit>
       style.shift == 0) {
     return write_int64(style, static_cast<std::int64_t>(value), out, room, length);
   }
+  if constexpr (sizeof value == sizeof(double)) {
+    WideDecimal wide;
+    if (shortest_wide(value, wide) &&
+        adjust_wide(wide, static_cast<unsigned>(style.shift), style.decimals)) {
+      return lay_out_wide(style, wide, out, room, length);
+    }
+  }
   DecimalText decimal;
   decimal.shortest(value);
   if (style.shift != 0) decimal.shift(style.shift);
   if (style.decimals >= 0) decimal.round(style.decimals, false);
-  return lay_out(style, decimal.digits(), out, room, length);
+  return lay_out_long(style, decimal.digits(), out, room, length);
 }
 
 template <typename Float, typename Unit>
@@ -296,7 +320,7 @@ int write_decimal(const jwnls_layout* layout, std::string_view text, Unit* out, 
   if (layout->is(JWNLS_INTEGER) && !decimal.drop_fraction()) return JWNLS_RANGE;
   if (style.shift != 0) decimal.shift(style.shift);
   if (style.decimals >= 0) decimal.round(style.decimals, style.half_even);
-  return lay_out(style, decimal.digits(), out, room, length);
+  return lay_out_long(style, decimal.digits(), out, room, length);
 }
 
 // With decimals that the layout does not have, or with more digits.

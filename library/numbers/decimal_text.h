@@ -44,7 +44,8 @@ class DecimalText {
   void add_one() noexcept;
 
   NumberDigits number_;
-  char room_[1 + canonical_room + 2];  // the first for rounding to grow into, the last for shift()
+  // The first for rounding to grow into, two behind for shift().
+  char room_[1 + canonical_room + 2 + digits_margin];
 };
 
 }  // namespace jwnls::library

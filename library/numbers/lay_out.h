@@ -14,6 +14,9 @@
 
 namespace jwnls::library {
 
+/// So many bytes behind digits may be read, whatever they are.
+inline constexpr std::size_t digits_margin = 8;
+
 /// ASCII digits on both sides of the decimal symbol; at least one in front.
 struct NumberDigits {
   std::string_view integers;

@@ -173,6 +173,21 @@ template <typename Texts, typename Unit>
   return JWNLS_OK;
 }
 
+/// Calls with what writes digits of a form.
+template <typename Unit, typename Call>
+[[nodiscard]] inline int with_digit_texts(DigitForm form, Call call) {
+  if (form == DigitForm::latin) return call.template operator()<LatinDigits<Unit>>();
+  if (form == DigitForm::two_bytes) {
+    return call.template operator()<AddedDigits<Unit, 2 / sizeof(Unit)>>();
+  }
+  if constexpr (sizeof(Unit) == 1) {
+    if (form == DigitForm::three_bytes) return call.template operator()<AddedDigits<Unit, 3>>();
+  }
+  return form == DigitForm::four_bytes
+             ? call.template operator()<AddedDigits<Unit, 4 / sizeof(Unit)>>()
+             : call.template operator()<ListedDigits<Unit>>();
+}
+
 /// Writes the text, as the functions of jwnls.h: OK, or ROOM with the length that it takes. Of
 /// styles that have short forms.
 template <typename Unit>
@@ -183,21 +198,9 @@ template <typename Unit>
       return lay_out_shuffled(style.shuffled, number, out, length);
     }
   }
-  const DigitForm form = style.short_texts_in<Unit>().digit_form;
-  if (form == DigitForm::latin) {
-    return lay_out_digits<LatinDigits<Unit>>(style, number, out, room, length);
-  }
-  if (form == DigitForm::two_bytes) {
-    return lay_out_digits<AddedDigits<Unit, 2 / sizeof(Unit)>>(style, number, out, room, length);
-  }
-  if constexpr (sizeof(Unit) == 1) {
-    if (form == DigitForm::three_bytes) {
-      return lay_out_digits<AddedDigits<Unit, 3>>(style, number, out, room, length);
-    }
-  }
-  return form == DigitForm::four_bytes
-             ? lay_out_digits<AddedDigits<Unit, 4 / sizeof(Unit)>>(style, number, out, room, length)
-             : lay_out_digits<ListedDigits<Unit>>(style, number, out, room, length);
+  return with_digit_texts<Unit>(style.short_texts_in<Unit>().digit_form, [&]<typename Texts>() {
+    return lay_out_digits<Texts>(style, number, out, room, length);
+  });
 }
 
 }  // namespace jwnls::library

@@ -190,6 +190,21 @@ TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
   }
 }
 
+// Doubles of up to seventeen digits, at all distances from their neighbours.
+TEST(FormatNumbers, ShortestDigitsAreThoseOfTheStandardLibrary) {
+  std::mt19937_64 random(jwnls::test::test_seed(17));
+  const OpenedLayout layout = open_layout("en_US", JWNLS_NUMBER, "no-group");
+  for (int i = 0; i < 200'000; ++i) {
+    const auto significand = static_cast<double>(random() >> (random() % 50 + 11));
+    double value = std::ldexp(significand, -static_cast<int>(random() % 70));
+    if (i % 3 == 0) value = std::nextafter(value / 10, 1e300);
+    char text[100];
+    char* const end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr;
+    if (value >= 0x1p52 || end - text > 40) continue;
+    ASSERT_EQ(written(layout.get(), value), std::string(std::begin(text), end));
+  }
+}
+
 TEST(FormatNumbers, FloatsAreShortestAsFloats) {
   const OpenedLayout layout = open_layout("de_DE", JWNLS_NUMBER);
   const std::pair<float, const char*> rows[] = {{0.1F, "0,1"},
