@@ -8,11 +8,11 @@
 
 namespace jwnls::tool {
 
-Detection::Detection(const jwnls_texts& texts, const std::string& locales)
+Detection::Detection(const jwnls_texts& texts, const std::string& locales, const char* kinds)
     : detection_(nullptr, &jwnls_detection_close) {
   jwnls_detection* detection = nullptr;
   jwnls_error error = {};
-  if (jwnls_detect(&texts, nullptr, locales.c_str(), &detection, &error) != JWNLS_OK) {
+  if (jwnls_detect(&texts, kinds, locales.c_str(), &detection, &error) != JWNLS_OK) {
     throw Failure{ExitCode::unavailable, error.text};
   }
   detection_.reset(detection);

@@ -14,9 +14,9 @@ namespace jwnls::tool {
 
 class Detection {
  public:
-  /// Asks canonical locales, separated by commas; "*" stands for all others; empty: all. Throws
-  /// Failure{unavailable}.
-  Detection(const jwnls_texts& texts, const std::string& locales);
+  /// Asks canonical locales, separated by commas; "*" stands for all others; empty: all. `kinds`:
+  /// as jwnls_detect() takes them. Throws Failure{unavailable}.
+  Detection(const jwnls_texts& texts, const std::string& locales, const char* kinds = nullptr);
 
   /// Of the column, by jwnls_detection_kind(): 0 where no kind reads half of its texts.
   [[nodiscard]] int kind() const;

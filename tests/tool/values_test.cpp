@@ -174,7 +174,8 @@ TEST(Values, ThatAreNotReadAreNamedAndTheRestGoesOn) {
 
 TEST(Values, ThatCouldBeMeantOtherwiseAreNotReadInSilence) {
   const char* const in_two_ways =
-      " could be meant otherwise and none decides; the first is '01/02/2024'\n";
+      " could be meant otherwise and none decides; the first is '01/02/2024': "
+      "2024-01-02 here, 2024-02-01 with order=dmy; order= decides\n";
   check({
       {"read date -l en_US",
        {"01/02/2024"},
@@ -187,6 +188,16 @@ TEST(Values, ThatCouldBeMeantOtherwiseAreNotReadInSilence) {
        5},
       {"read date -l en_US --proved", {"01/02/2024", "1/13/2024"}, "2024-01-02\n2024-01-13\n"},
       {"convert date -f en_GB -t en_US --order dmy", {"01/02/2024"}, "Feb 1, 2024\n"},
+      {"convert date -f pl_PL -t en_US",
+       {"15 listopada 2024"},
+       "Nov 15, 2024\n",
+       "jwnls: note: 1 value could be meant otherwise and none decides; the first is "
+       "'15 listopada 2024': 2024-11-15 here, 2024-10-15 in hr\n"},
+      {"read integer -l de_DE",
+       {"1.234"},
+       "1234\n",
+       "jwnls: note: 1 value could be meant otherwise and none decides; the first is '1.234': "
+       "1234 here, 1.234 in en\n"},
   });
 }
 

@@ -6,6 +6,7 @@
 
 #include "tool/line_source.h"
 #include "tool/output.h"
+#include "tool/tables/two_ways.h"
 #include "tool/terminal_text.h"
 #include "tool/trimmed_text.h"
 
@@ -33,7 +34,8 @@ class ValueWriter {
     if (value.outcome == FieldOutcome::missing) return put(lines_.null_out.value_or(""));
     deciding_ += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
     if ((value.facts & JWNLS_TWO_WAYS) != 0 && two_ways_++ == 0) {
-      first_two_ways_ = place + in_quotes(text);
+      first_two_ways_ = text;
+      first_place_ = place;
     }
     if (!lines_.tells_currency || value.currency[0] == '\0') return put({out, value.length});
     return put(std::string(out, value.length) + " " + value.currency);
@@ -53,10 +55,10 @@ class ValueWriter {
   ExitCode finish(Undecided asked) {
     const bool undecided = asked != Undecided::ignored && two_ways_ > 0 && deciding_ == 0;
     const bool refused = undecided && asked == Undecided::refused;
-    if (undecided) {
-      say((refused ? "not proved: " : "note: ") + std::to_string(two_ways_) +
-          (two_ways_ == 1 ? " value" : " values") +
-          " could be meant otherwise and none decides; the first is " + first_two_ways_);
+    if (undecided && !lines_.quiet) {
+      say((refused ? "not proved: " : "note: ") +
+          undecided_values(two_ways_, first_place_ + in_quotes(first_two_ways_),
+                           values_.meanings(first_two_ways_)));
     }
     output_.flush();
     return refused ? ExitCode::undecided : outcome_;
@@ -94,6 +96,7 @@ class ValueWriter {
   std::uint64_t two_ways_ = 0;
   std::uint64_t deciding_ = 0;
   std::string first_two_ways_;
+  std::string first_place_;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #define JWNLS_TOOL_TABLES_CHUNK_OUTCOME_H_
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,7 +33,8 @@ struct ChunkOutcome {
   std::uint64_t ragged = 0;     // of these: of another length than the header
   std::uint64_t malformed = 0;  // texts that are not UTF-8 where JSON has to be
   std::vector<ColumnCounts> columns;
-  bool stopped = false;  // nothing behind this is wanted
+  std::vector<std::string> first_two_ways;  // of each column the first text with two_ways; or empty
+  bool stopped = false;                     // nothing behind this is wanted
 };
 
 }  // namespace jwnls::tool

@@ -14,7 +14,9 @@ void ColumnValues::convert_all(const TextBatch& texts, ValueBatch& values) const
       case FieldOutcome::read:
         values.codes[i] = JWNLS_OK;
         values.read += 1;
-        values.two_ways += (value.facts & JWNLS_TWO_WAYS) != 0 ? 1 : 0;
+        if ((value.facts & JWNLS_TWO_WAYS) != 0 && values.two_ways++ == 0) {
+          values.first_two_ways = i;
+        }
         values.deciding += (value.facts & JWNLS_DECIDES) != 0 ? 1 : 0;
         end += static_cast<std::int32_t>(value.length);
         break;

@@ -52,6 +52,10 @@ class ColumnValues {
   /// Why a text is refused: what stands behind "date '30.02.2024': " in a message.
   [[nodiscard]] virtual std::string reason(std::string_view text) const = 0;
 
+  /// Of a text that could be meant otherwise: what it is read as, and what else it could mean, as
+  /// meanings() of two_ways.h has it.
+  [[nodiscard]] virtual std::string meanings(std::string_view) const { return {}; }
+
   /// The kind as messages name it, "date".
   [[nodiscard]] virtual std::string_view kind_name() const = 0;
 

@@ -1,5 +1,6 @@
 #include "tool/tables/layout_values.h"
 #include "tool/tables/target_layouts.h"
+#include "tool/tables/two_ways.h"
 
 namespace jwnls::tool {
 namespace {
@@ -91,6 +92,9 @@ class ConvertValues final : public LayoutValues {
     return {out, reading_->convert(text, out).length};
   }
   [[nodiscard]] std::optional<bool> month_first() const override { return reading_->month_first(); }
+  [[nodiscard]] std::string meanings(std::string_view text) const override {
+    return tool::meanings(source_, text);
+  }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(source_.kind()));
   }

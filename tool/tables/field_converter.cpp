@@ -10,6 +10,7 @@ FieldConverter::FieldConverter(const TablePlan& plan, const ByteSource& source)
     columns_.push_back({each.values.get(), 0, 0, {}, {}});
   }
   outcome_.columns.resize(plan.columns.size());
+  outcome_.first_two_ways.resize(plan.columns.size());
   if (!plan.job.report.empty()) report_.emplace(plan);
 }
 
@@ -20,6 +21,7 @@ void FieldConverter::start(const Chunk& chunk, std::uint64_t rejects_allowed,
   rejects_allowed_ = rejects_allowed;
   outcome_.ragged = outcome_.malformed = 0;
   for (Column& column : columns_) column = {column.values, 0, 0, {}, {}};
+  for (std::string& text : outcome_.first_two_ways) text.clear();
 }
 
 const ChunkOutcome& FieldConverter::finish(std::string_view text, std::uint64_t rows,
@@ -80,6 +82,12 @@ void FieldConverter::refuse(const Row& row, std::size_t column, const char* caus
   if (!rejects_.count()) return;
   rejects_.add_value(row.number, offset, asked, text_,
                      cause != nullptr ? cause : asked.values->reason(text_));
+}
+
+// One of the chunk is enough, of several ways to read it the first.
+void FieldConverter::keep_two_ways(std::size_t column, std::string_view text) {
+  std::string& first = outcome_.first_two_ways[column];
+  if (first.empty()) first = text;
 }
 
 void FieldConverter::refuse_row(const Row& row) {

@@ -63,7 +63,8 @@ class FieldConverter {
     }
     hot.values->convert_into(field, out, value_);
     if (value_.outcome == FieldOutcome::read) {
-      ++hot.read[value_.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES)];
+      const unsigned facts = value_.facts & (JWNLS_TWO_WAYS | JWNLS_DECIDES);
+      if (++hot.read[facts] == 1 && (facts & JWNLS_TWO_WAYS) != 0) keep_two_ways(column, field);
       if (report_) report_->add_read(column, field, {out, value_.length}, value_);
     } else {
       count_not_read(row, column, value_.outcome);
@@ -72,8 +73,11 @@ class FieldConverter {
   }
 
   /// Counts what was read of a column's fields in one call.
-  void count_read(std::size_t column, const ValueBatch& values) {
+  void count_read(std::size_t column, const TextBatch& texts, const ValueBatch& values) {
     ColumnCounts& counts = columns_[column].batches;
+    if (values.two_ways > 0 && counts.two_ways == 0) {
+      keep_two_ways(column, texts.text(values.first_two_ways));
+    }
     counts.read += values.read;
     counts.two_ways += values.two_ways;
     counts.deciding += values.deciding;
@@ -122,6 +126,7 @@ class FieldConverter {
   bool unquote(const Row& row, std::size_t column);
   void count_not_read(const Row& row, std::size_t column, FieldOutcome outcome);
   void refuse(const Row& row, std::size_t column, const char* cause);
+  void keep_two_ways(std::size_t column, std::string_view text);
 
   const TablePlan& plan_;
   const bool quotes_;

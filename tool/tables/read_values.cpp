@@ -4,6 +4,7 @@
 
 #include "tool/iso_writer.h"
 #include "tool/tables/layout_values.h"
+#include "tool/tables/two_ways.h"
 
 namespace jwnls::tool {
 namespace {
@@ -119,6 +120,7 @@ class ReadValues final : public LayoutValues {
     Values::read_all(layout_.get(), texts, values, facts);
     values.read = facts.read;
     values.two_ways = (facts_ & JWNLS_TWO_WAYS) != 0 ? facts.two_ways : 0;
+    values.first_two_ways = facts.first_two_ways;
     values.deciding = (facts_ & JWNLS_DECIDES) != 0 ? facts.deciding : 0;
   }
   [[nodiscard]] std::string reason(std::string_view text) const override {
@@ -126,6 +128,9 @@ class ReadValues final : public LayoutValues {
   }
   [[nodiscard]] std::string message(std::string_view text) const override {
     return refusal_message(layout_, text);
+  }
+  [[nodiscard]] std::string meanings(std::string_view text) const override {
+    return tool::meanings(layout_, text);
   }
   [[nodiscard]] std::string_view kind_name() const override {
     return jwnls_kind_name(static_cast<int>(layout_.kind()));

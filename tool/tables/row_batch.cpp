@@ -97,7 +97,7 @@ void RowBatch::gather(const Chunk& chunk, std::size_t row, std::size_t first_mar
 void RowBatch::convert(FieldConverter& fields) {
   for (Column& column : columns_) {
     column.converter->convert_all(column.texts, column.values);
-    fields.count_read(column.column, column.values);
+    fields.count_read(column.column, column.texts, column.values);
   }
 }
 

@@ -4,6 +4,8 @@
 
 #include "tool/output.h"
 #include "tool/reports/counted.h"
+#include "tool/tables/two_ways.h"
+#include "tool/terminal_text.h"
 
 namespace jwnls::tool {
 RunLog::RunLog(const TablePlan& plan, TargetFile* rejects, ProgressLine& progress)
@@ -11,7 +13,8 @@ RunLog::RunLog(const TablePlan& plan, TargetFile* rejects, ProgressLine& progres
       rejects_file_(rejects),
       progress_(progress),
       messages_left_(plan.job.summary == Summary::never ? 0 : plan.job.max_messages),
-      columns_(plan.columns.size()) {
+      columns_(plan.columns.size()),
+      first_two_ways_(plan.columns.size()) {
   if (rejects != nullptr) rejects->write(RejectList::file_header);
 }
 
@@ -35,6 +38,7 @@ void RunLog::add(const Chunk& chunk, const ChunkOutcome& outcome, const RejectLi
   ragged_ += outcome.ragged;
   malformed_ += outcome.malformed;
   for (std::size_t column = 0; column < columns_.size(); ++column) {
+    if (first_two_ways_[column].empty()) first_two_ways_[column] = outcome.first_two_ways[column];
     columns_[column] += outcome.columns[column];
     values_ += outcome.columns[column];
   }
@@ -49,11 +53,9 @@ void RunLog::say_undecided(bool& undecided) const {
     undecided = true;
     if (plan_.job.summary == Summary::never && !plan_.job.proved) continue;
     const ConvertedColumn& column = plan_.columns[index];
-    const bool is_date = column.values->kind_name().starts_with("date");
+    const std::string& first = first_two_ways_[index];
     report((plan_.job.proved ? "not proved: " : "note: ") + column.name + ": " +
-           grouped(counts.two_ways) + (counts.two_ways == 1 ? " value" : " values") +
-           (is_date ? " could be month/day, none decides: say order=dmy or order=mdy"
-                    : " could be meant otherwise, none decides"));
+           undecided_values(counts.two_ways, in_quotes(first), column.values->meanings(first)));
   }
 }
 

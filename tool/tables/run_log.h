@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "tool/exit_code.h"
@@ -46,6 +47,7 @@ class RunLog {
   std::uint64_t malformed_ = 0;
   ColumnCounts values_;
   std::vector<ColumnCounts> columns_;
+  std::vector<std::string> first_two_ways_;  // of each column; empty: none so far
 };
 
 }  // namespace jwnls::tool

@@ -111,6 +111,7 @@ struct ValueBatch {
   std::size_t read = 0;
   std::size_t two_ways = 0;
   std::size_t deciding = 0;
+  std::size_t first_two_ways = 0;  // where there is one
 };
 
 }  // namespace jwnls::tool

@@ -216,8 +216,8 @@ TEST(ConvertTable, SaysWhatItRefusesAndDoesWithItWhatIsAsked) {
        {.separator = ';', .proved = true},
        "d\n01.02.2024\n03.04.2024\n",
        "d\n2024-02-01\n2024-04-03\n",
-       "jwnls: not proved: d: 2 values could be month/day, none decides: say order=dmy or "
-       "order=mdy\n",
+       "jwnls: not proved: d: 2 values could be meant otherwise and none decides; the first is "
+       "'01.02.2024'\n",
        5},
       {"one decides",
        {{"d", Asked::date}},
