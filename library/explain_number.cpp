@@ -94,6 +94,8 @@ void tell_unit(const jwnls_layout* layout, const ScannedNumber& number, Message&
                 : layout->is(JWNLS_PERCENT)
                     ? ": a percentage has no currency; the kind amount does"
                     : ": a number has no unit; the kinds amount and percent do");
+  } else if (number.refusal == Refusal::other_currency && layout->options.currency == "any") {
+    message << ": no currency that " << layout->locale->name << " names so; ISO codes are read";
   } else if (number.refusal == Refusal::other_currency) {
     message << ": another currency than " << layout->currency
             << "? currency=CODE is another, currency=any reads all";

@@ -166,8 +166,7 @@ JWNLS_API int jwnls_read_decimal_utf16(JWNLS_READ_UTF16, char *out, size_t room,
 
 /* Why a text is not read, and what the locale writes instead: microseconds where reading takes
    nanoseconds, so for texts that someone will look at. OK when it is read. `at` is 0 where a service
-   of the modules read the text, which tells no place: times, periods, and dates with pattern= or
-   loose. */
+   of the modules read the text, which tells no place: periods, and dates with pattern= or loose. */
 JWNLS_API int jwnls_explain(JWNLS_READ, jwnls_error *error);
 JWNLS_API int jwnls_explain_utf16(JWNLS_READ_UTF16, jwnls_error *error); /* `at` counts units */
 

@@ -8,6 +8,8 @@
 #include "library/dates/day_scale.h"
 #include "library/moments/moment_text.h"
 #include "library/moments/reading.h"
+#include "library/moments/time_reason.h"
+#include "library/texts/folding.h"
 #include "library/texts/message.h"
 
 namespace jwnls::library {
@@ -29,16 +31,12 @@ const char* fixed_reason(Refusal refusal) {
       return "the marks between the numbers are not those of a date";
     case Refusal::digits:
       return "a day has one digit or two, a year four or two";
-    case Refusal::no_month:
-      return "no month";
     case Refusal::two_names:
       return "a name that has no place here";
     case Refusal::two_months:
       return "two months have this name";
     case Refusal::no_year:
       return "no number that can be the year";
-    case Refusal::no_such_date:
-      return "no such date in the calendar";
     case Refusal::no_time:
       return "no time of day";
     case Refusal::no_such_time:
@@ -60,12 +58,90 @@ const char* fixed_reason(Refusal refusal) {
   }
 }
 
+// A text with something in front of it and behind.
+class LongerText {
+ public:
+  LongerText(std::string_view before, std::string_view text, std::string_view behind) noexcept {
+    if (before.size() + text.size() + behind.size() > sizeof bytes_) return;
+    for (const std::string_view part : {before, text, behind}) {
+      size_ += part.copy(bytes_ + size_, part.size());
+    }
+  }
+  [[nodiscard]] std::string_view text() const noexcept { return {bytes_, size_}; }
+
+ private:
+  char bytes_[longest_text];
+  std::size_t size_ = 0;
+};
+
+// Whether it is a date, but perhaps for its weekday.
+bool is_date(const DateLayout& layout, std::string_view text) noexcept {
+  const Refusal refusal = full_date(layout, text).refusal;
+  return refusal == Refusal::none || refusal == Refusal::weekday;
+}
+
+// The same of the 31st of February, which has all parts of one.
+bool has_all_parts(const DateLayout& layout, std::string_view text) noexcept {
+  return is_date(layout, text) || full_date(layout, text).refusal == Refusal::no_such_date;
+}
+
+// What would make a date of a text of less: "the year is missing".
+const char* missing_part(const DateLayout& layout, std::string_view text) noexcept {
+  struct Part {
+    const char* before;
+    const char* behind;
+    const char* reason;
+  };
+  constexpr const char* no_year = "the year is missing";
+  constexpr const char* no_day = "the day is missing";
+  // A leap year, and a day of all months.
+  constexpr Part parts[] = {{"", " 2024", no_year}, {"", "/2024", no_year}, {"", ".2024", no_year},
+                            {"", "2024", no_year},  {"", "-2024", no_year}, {"2024年", "", no_year},
+                            {"2024-", "", no_year}, {"2024 ", "", no_year}, {"2024. ", "", no_year},
+                            {"2024/", "", no_year}, {"1 ", "", no_day},     {"1. ", "", no_day},
+                            {"1/", "", no_day},     {"1.", "", no_day},     {"1-", "", no_day},
+                            {"", " 1", no_day},     {"", "-1", no_day},     {"", "1日", no_day}};
+  for (const Part& part : parts) {
+    if (has_all_parts(layout, LongerText(part.before, text, part.behind).text()))
+      return part.reason;
+  }
+  return nullptr;
+}
+
+// The order in which a text of three numbers would be a date: "order=mdy"; null: none.
+const char* order_that_fits(const DateLayout& layout, std::string_view text) noexcept {
+  char folded[longest_text];
+  const auto size = fold_text(text, folded, sizeof folded);
+  if (!size || layout.order == order_ymd) return nullptr;
+  const Numbers numbers({folded, *size});
+  if (numbers.count != 3 || numbers.number[0].digits() > 2) return nullptr;
+  // With the first two in each other's place.
+  const auto [first, second, third] = numbers.number;
+  const std::string_view all(folded, *size);
+  const auto digits = [all](const Numbers::Number& number) {
+    return all.substr(number.begin, number.digits());
+  };
+  const LongerText turned(digits(second), all.substr(first.end, second.begin - first.end),
+                          digits(first));
+  const LongerText whole(all.substr(0, first.begin), turned.text(), all.substr(second.end));
+  if (!is_date(layout, whole.text())) return nullptr;
+  return layout.order == order_dmy ? "order=mdy" : "order=dmy";
+}
+
+void tell_no_such_date(const jwnls_layout& layout, std::string_view text, Message& message) {
+  message << "no such date in the calendar";
+  if (const char* order = order_that_fits(*layout.dates, text)) {
+    message << "; " << order << " reads one";
+  }
+}
+
 void tell_order(const jwnls_layout& layout, Message& message) {
   message << layout.locale->name << " writes the year first: say order=dmy or order=mdy";
 }
 
+// Of a text that begins at a place.
 void tell_date(const jwnls_layout& layout, std::string_view text, const DateRead& read,
-               Message& message) {
+               std::size_t begin, Message& message) {
   const std::size_t place = std::min(read.place, text.size());
   switch (read.refusal) {
     case Refusal::weekday:
@@ -89,8 +165,16 @@ void tell_date(const jwnls_layout& layout, std::string_view text, const DateRead
         message << " is not read here";
       }
       return;
+    case Refusal::no_such_date:
+      tell_no_such_date(layout, text, message);
+      return;
     case Refusal::no_date:
-      message << "nothing in it is a date";
+    case Refusal::no_month:
+      if (const char* reason = missing_part(*layout.dates, text)) {
+        message.at(begin + text.size()) << reason;
+      } else {
+        message << (read.refusal == Refusal::no_month ? "no month" : "nothing in it is a date");
+      }
       return;
     default:
       if (place == 0) {
@@ -101,6 +185,86 @@ void tell_date(const jwnls_layout& layout, std::string_view text, const DateRead
       } else {
         message << "ends too early";
       }
+      if (read.refusal == Refusal::unknown_word && layout.dates->calendar != nullptr) {
+        message << "; dates of the " << layout.dates->calendar << " calendar are not read";
+      }
+  }
+}
+
+// Where the time of a text begins behind its date; its size where there is no date.
+std::size_t time_behind_date(const jwnls_layout& layout, std::string_view text) noexcept {
+  constexpr std::size_t longest_date = 120;
+  for (std::size_t at = std::min(text.size(), longest_date); at > 0; --at) {
+    // No part of a character, and no time that goes on.
+    const char last = text[at - 1];
+    if ((at < text.size() && !is_ascii(text[at]) && (text[at] & 0x40) == 0) || is_digit(last) ||
+        last == ':' || last == '.') {
+      continue;
+    }
+    switch (
+        read_moment_text(layout, LongerText("", text.substr(0, at), "00:00").text()).date.refusal) {
+      case Refusal::none:
+      case Refusal::no_offset:
+      case Refusal::gap:
+      case Refusal::overlap:
+      case Refusal::range:
+        return at;
+      default:
+        break;
+    }
+  }
+  return text.size();
+}
+
+// The time in front of which a text's date would be; its size where there is none.
+std::size_t time_at_end(const jwnls_layout& layout, std::string_view text) noexcept {
+  constexpr std::size_t longest_time = 64;
+  for (std::size_t at = text.size() - std::min(text.size() - 1, longest_time); at < text.size();
+       ++at) {
+    if (is_blank(text[at - 1]) && is_time(*layout.times, text.substr(at))) return at;
+  }
+  return text.size();
+}
+
+// Of datetimes and instants: what is wrong with one of both parts. False where neither tells.
+bool tell_part(const jwnls_layout& layout, std::string_view text, const DateRead& read,
+               std::size_t begin, Message& message) {
+  switch (read.refusal) {
+    case Refusal::no_time:
+    case Refusal::no_such_time: {
+      if (is_time(*layout.times, text)) {
+        message.at(begin) << "no date, but a time of day";
+        return true;
+      }
+      if (is_date(*layout.dates, text)) {
+        message.at(begin + text.size()) << "no time of day";
+        return true;
+      }
+      const std::size_t at = time_behind_date(layout, text);
+      if (at == text.size()) return false;
+      const std::string_view time = trimmed(text.substr(at));
+      const auto time_begin = begin + static_cast<std::size_t>(time.data() - text.data());
+      message.at(time_begin + tell_time(*layout.times, time, message));
+      return true;
+    }
+    case Refusal::no_date:
+    case Refusal::no_month:
+    case Refusal::no_such_date: {
+      std::string_view front = trimmed(text.substr(0, time_at_end(layout, text)));
+      while (!front.empty() && front.back() == ',')
+        front = trimmed(front.substr(0, front.size() - 1));
+      if (read.refusal == Refusal::no_such_date) {
+        tell_no_such_date(layout, front, message);
+        message.at(begin + std::min(read.place, text.size()));
+        return true;
+      }
+      const char* const reason = missing_part(*layout.dates, front);
+      if (reason == nullptr) return false;
+      message.at(begin + front.size()) << reason;
+      return true;
+    }
+    default:
+      return false;
   }
 }
 
@@ -177,14 +341,16 @@ int explain_date(const jwnls_layout& layout, std::string_view text, jwnls_error*
   const auto begin = static_cast<std::size_t>(inner.data() - text.data());
   message << jwnls_kind_name(layout.kind) << " ";
   message.quoted(inner) << ": ";
-  if (by_services(layout)) {
+  if (layout.is(JWNLS_TIME)) {
+    message.at(begin + tell_time(*layout.times, inner, message));
+  } else if (by_services(layout)) {
     message << "not read";
-  } else {
+  } else if (layout.is(JWNLS_DATE) || !tell_part(layout, inner, read, begin, message)) {
     message.at(begin + std::min(read.place, inner.size()));
     if (const char* reason = fixed_reason(read.refusal)) {
       message << reason;
     } else {
-      tell_date(layout, inner, read, message);
+      tell_date(layout, inner, read, begin, message);
     }
   }
   tell_sample(layout, message);

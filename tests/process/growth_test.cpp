@@ -119,6 +119,7 @@ const Reader readers[] = {
     {"explain an amount", JWNLS_AMOUNT, explained},
     {"explain a date", JWNLS_DATE, explained},
     {"explain a datetime", JWNLS_DATETIME, explained},
+    {"explain a time", JWNLS_TIME, explained},
 };
 constexpr std::size_t longest = 1024;  // of texts that are read
 
