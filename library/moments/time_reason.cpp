@@ -90,8 +90,8 @@ std::optional<std::size_t> tell_number(const FoundNumbers& numbers, std::string_
 // Whether some hour between two texts makes them a time.
 bool is_around_hour(const TimeLayout& layout, std::string_view before,
                     std::string_view behind) noexcept {
-  char whole[longest_text + 2];
-  if (before.size() + behind.size() > longest_text) return false;
+  char whole[longest_text];
+  if (before.size() + 1 + behind.size() > sizeof whole) return false;
   std::memcpy(whole, before.data(), before.size());
   behind.copy(whole + before.size() + 1, behind.size());
   for (char hour = '1'; hour <= '9'; ++hour) {
@@ -171,11 +171,12 @@ std::size_t tell_time(const TimeLayout& layout, std::string_view text, Message& 
     if (is_offset(rest)) message << ": a time of day has no offset";
     return end;
   }
-  char with_minutes[longest_text + 3];
-  if (numbers.count() == 1 && behind.size() < longest_text) {
-    std::memcpy(with_minutes, ":00", 3);
+  constexpr std::string_view minutes(":00");
+  char with_minutes[longest_text + minutes.size()];
+  if (numbers.count() == 1) {
     const std::string_view rest = behind.substr(behind.starts_with(':') ? 1 : 0);
-    const std::size_t size = 3 + rest.copy(with_minutes + 3, rest.size());
+    std::size_t size = minutes.copy(with_minutes, minutes.size());
+    size += rest.copy(with_minutes + size, rest.size());
     if (is_around_hour(layout, before, {with_minutes, size})) {
       message << "the minutes are missing";
       return hour_end;

@@ -116,21 +116,16 @@ bool adjust_wide(WideDecimal& number, unsigned shift, int wanted) noexcept {
     return true;
   }
   const auto count = static_cast<unsigned>(wanted);
+  const unsigned places =
+      count < number.decimals ? number.decimals - count : count - number.decimals;
+  if (count >= most_digits || places > short_digits) return false;
+  const std::uint64_t power = integer_powers[places];
   if (count < number.decimals) {
     const auto mantissa = static_cast<std::uint64_t>(number.mantissa);
-    const unsigned dropped = number.decimals - count;
-    if (dropped > short_digits) {
-      number.mantissa = dropped == short_digits + 1 && mantissa >= 5 * short_limit ? 1 : 0;
-    } else {
-      const std::uint64_t half = integer_powers[dropped] / 2;
-      number.mantissa = power_reciprocals[dropped].quotient(mantissa + half);
-    }
+    number.mantissa = power_reciprocals[places].quotient(mantissa + power / 2);
   } else {
-    const unsigned zeros = count - number.decimals;
-    if (count >= most_digits || zeros > short_digits ||
-        number.mantissa >= wide_limit / integer_powers[zeros])
-      return false;
-    number.mantissa *= integer_powers[zeros];
+    if (number.mantissa >= wide_limit / power) return false;
+    number.mantissa *= power;
   }
   number.decimals = count;
   return true;
