@@ -194,7 +194,7 @@ template <typename Unit>
 [[nodiscard]] inline int lay_out_short(const NumberStyle& style, ShortDecimal number, Unit* out,
                                        std::size_t room, std::size_t* length) noexcept {
   if constexpr (sizeof(Unit) == 1) {
-    if (is_shuffled(style.shuffled, number, room)) {
+    if (is_shuffled(style.shuffled, number.decimals, room)) {
       return lay_out_shuffled(style.shuffled, number, out, length);
     }
   }

@@ -103,12 +103,21 @@ inline constexpr unsigned no_places = 1075;
   return rounded < short_limit;
 }
 
+/// How many digits a number has with so many bits free in front of it, or one too few.
+inline constexpr std::array<std::uint8_t, 65> digits_behind_zeros = [] {
+  std::array<std::uint8_t, 65> digits = {};
+  // 1233/4096 approximates log10(2).
+  for (unsigned width = 0; width <= 64; ++width) {
+    digits[64 - width] = static_cast<std::uint8_t>(width * 1233 >> 12);
+  }
+  return digits;
+}();
+
 /// How many digits a mantissa has, at least one: soon known, long before the digits are.
 [[nodiscard]] inline unsigned digit_count(std::uint64_t mantissa) noexcept {
   // An odd number has as many digits as the one below it, or 1 of 0.
   const std::uint64_t odd = mantissa | 1;
-  // 1233/4096 approximates log10(2): at most one too few.
-  const unsigned count = static_cast<unsigned>(std::bit_width(odd)) * 1233 >> 12;
+  const unsigned count = digits_behind_zeros[static_cast<unsigned>(std::countl_zero(odd))];
   return count + (odd >= integer_powers[count] ? 1 : 0);
 }
 
@@ -268,32 +277,49 @@ inline void take_eight_digits(const char*& at, const char* end, std::uint64_t& m
   return true;
 }
 
-/// Sixteen ASCII digits, zeros in front. Every step halves the lanes: a quotient stays in the lower
-/// half of its lane, the rest of the division goes into the upper one.
 #if defined(__SSE2__)
-[[nodiscard]] inline __m128i sixteen_digits(std::uint64_t mantissa) noexcept {
+struct alignas(64) DigitDivisors {
+  std::uint64_t reciprocal_10000[2] = {0xD1B7'1759, 0xD1B7'1759};  // times 2^45
+  std::uint64_t ten_thousand[2] = {10'000, 10'000};
+  std::uint32_t reciprocal_100[4] = {5243, 5243, 5243, 5243};  // times 2^19: for four digits
+  std::uint32_t hundred[4] = {100, 100, 100, 100};
+  std::uint16_t reciprocal_10[8] = {6554, 6554, 6554, 6554, 6554, 6554, 6554, 6554};  // times 2^16
+  std::uint16_t tens[8] = {2559, 2559, 2559, 2559, 2559, 2559, 2559, 2559};  // 10 * 256 - 1
+};
+inline constexpr DigitDivisors digit_divisors;
+
+/// The values of sixteen digits, zeros in front. Every step halves the lanes: a quotient stays in
+/// the lower half of its lane, the rest of the division goes into the upper one.
+[[nodiscard]] inline __m128i sixteen_values(std::uint64_t mantissa) noexcept {
+  // Constants that a compiler knows it makes anew each time, in more steps than loading them takes.
+  const DigitDivisors* divisors = &digit_divisors;
+  asm("" : "+r"(divisors));
+  const auto of = [](const auto& lanes) __attribute__((always_inline)) {
+    return _mm_load_si128(reinterpret_cast<const __m128i*>(lanes));
+  };
   constexpr std::uint64_t eight = 100'000'000;
   const std::uint64_t front = mantissa / eight;
   const std::uint64_t behind = mantissa - front * eight;
   const __m128i eights =
       _mm_set_epi64x(static_cast<long long>(behind), static_cast<long long>(front));
-  const __m128i reciprocal = _mm_set1_epi64x(0xD1B7'1759);  // of 10,000, times 2^45
-  const __m128i fours_high = _mm_srli_epi64(_mm_mul_epu32(eights, reciprocal), 45);
+  const __m128i fours_high =
+      _mm_srli_epi64(_mm_mul_epu32(eights, of(divisors->reciprocal_10000)), 45);
   const __m128i fours_low =
-      _mm_sub_epi64(eights, _mm_mul_epu32(fours_high, _mm_set1_epi64x(10'000)));
+      _mm_sub_epi64(eights, _mm_mul_epu32(fours_high, of(divisors->ten_thousand)));
   const __m128i fours = _mm_or_si128(fours_high, _mm_slli_epi64(fours_low, 32));
-  // The reciprocals of 100, times 2^19, and of 10, times 2^10, do for four digits and for two.
-  const __m128i twos_high = _mm_srli_epi16(_mm_mulhi_epu16(fours, _mm_set1_epi32(5243)), 3);
-  const __m128i twos_low = _mm_sub_epi16(fours, _mm_mullo_epi16(twos_high, _mm_set1_epi32(100)));
+  const __m128i twos_high = _mm_srli_epi16(_mm_mulhi_epu16(fours, of(divisors->reciprocal_100)), 3);
+  const __m128i twos_low = _mm_sub_epi16(fours, _mm_mullo_epi16(twos_high, of(divisors->hundred)));
   const __m128i twos = _mm_or_si128(twos_high, _mm_slli_epi32(twos_low, 16));
-  const __m128i ones_high = _mm_srli_epi16(_mm_mullo_epi16(twos, _mm_set1_epi16(103)), 10);
-  __m128i ten = _mm_set1_epi16(10);
-  asm("" : "+x"(ten));  // of a constant that it knows, a compiler makes shifts, sums and their wait
-  const __m128i ones_low = _mm_sub_epi16(twos, _mm_mullo_epi16(ones_high, ten));
-  const __m128i ones = _mm_or_si128(ones_high, _mm_slli_epi16(ones_low, 8));
-  return _mm_or_si128(ones, _mm_set1_epi8('0'));
+  const __m128i tens = _mm_mulhi_epu16(twos, of(divisors->reciprocal_10));
+  return _mm_sub_epi16(_mm_slli_epi16(twos, 8), _mm_mullo_epi16(tens, of(divisors->tens)));
+}
+
+/// Sixteen ASCII digits, zeros in front.
+[[nodiscard]] inline __m128i sixteen_digits(std::uint64_t mantissa) noexcept {
+  return _mm_or_si128(sixteen_values(mantissa), _mm_set1_epi8('0'));
 }
 #else
+/// Sixteen ASCII digits, zeros in front.
 [[nodiscard]] inline std::array<std::uint64_t, 2> sixteen_digits(std::uint64_t mantissa) noexcept {
   constexpr std::uint64_t eight = 100'000'000;
   const std::uint64_t front = mantissa / eight;

@@ -9,7 +9,8 @@
 #include "library/numbers/number_style.h"
 
 #if defined(__SSE2__) && defined(__x86_64__)
-#include <tmmintrin.h>
+#include <cpuid.h>
+#include <immintrin.h>
 #endif
 
 namespace jwnls::library {
@@ -20,7 +21,13 @@ namespace {
 
 constexpr std::uint8_t no_digit = 0xC0;  // also with fewer decimals
 
-bool processor_shuffles() noexcept { return __builtin_cpu_supports("ssse3") != 0; }
+// All that have AVX2 count leading zeros, too; a virtual one may say no.
+bool processor_shuffles() noexcept {
+  constexpr unsigned lzcnt = 1U << 5;
+  unsigned eax = 0, ebx = 0, ecx = 0, edx = 0;
+  return __builtin_cpu_supports("avx2") != 0 &&
+         __get_cpuid(0x8000'0001, &eax, &ebx, &ecx, &edx) != 0 && (ecx & lzcnt) != 0;
+}
 
 // The longest text of a style, as a row of both arrays.
 class LongestText {
@@ -76,7 +83,6 @@ class LongestText {
     const std::size_t last = at + zero.size() - 1;
     put_symbol(zero, at);
     texts_.digit[last] = static_cast<std::uint8_t>(which);
-    texts_.added[last] = static_cast<std::uint8_t>(texts_.added[last] - '0');
   }
 
   const NumberStyle& style_;
@@ -124,55 +130,81 @@ void prepare_shuffled_text(const NumberStyle& style, ShuffledText& texts) noexce
     with_groups.put_fraction();
   }
   texts.at_once = style.native_digits ? 3 * ShuffledText::step : ShuffledText::step;
-  const std::size_t prefix = std::max(texts.affixes[0].prefix_bytes, texts.affixes[1].prefix_bytes);
+  const auto prefix = std::max(texts.affixes[0].prefix_bytes, texts.affixes[1].prefix_bytes);
   // All digits have integers or decimals for their own, but for a zero in front of decimals.
   const std::size_t longest =
       texts.integers[short_digits].bytes + std::size_t{style.decimal.byte_count};
   texts.room = prefix + std::max(texts.at_once, longest + ShuffledText::step);
+  constexpr int most = ShuffledText::most_decimals;
+  if (style.short_form == ShortForm::none || style.shift != 0 || style.decimals > most) return;
+  texts.scaled_room = texts.room;
+  texts.least_decimals = static_cast<unsigned>(std::max(style.decimals, 0));
+  texts.more_decimals = style.decimals < 0 ? most : 0;
 }
 
-// Bytes are written by the register, and what is too much of them is written over.
-[[gnu::target("ssse3")]] int lay_out_shuffled(const ShuffledText& texts, ShortDecimal number,
-                                              char* out, std::size_t* length) noexcept {
-  const __m128i digits = sixteen_digits(number.mantissa);
-  const ShuffledText::Affixes& affixes = texts.affixes[number.negative];
-  std::memcpy(out, affixes.prefix, sizeof affixes.prefix);
-  char* const begin = out + affixes.prefix_bytes;
+namespace {
 
+// Bytes are written by the register, and what is too much of them is written over: a store whose
+// place depends on the digits, as that of a suffix does, keeps others waiting.
+[[gnu::target("avx2,lzcnt"), gnu::always_inline]] inline int lay_out(const ShuffledText& texts,
+                                                                     const ShortDecimal& number,
+                                                                     char* out,
+                                                                     std::size_t* length) noexcept {
+  const __m128i values = sixteen_values(number.mantissa);
   // One digit stands in front of the decimal symbol, whatever it is.
-  const unsigned integers =
-      std::max(digit_count(number.mantissa), number.decimals + 1) - number.decimals;
+  const unsigned digits = std::max(digit_count(number.mantissa), number.decimals + 1);
+  const ShuffledText::IntegerPart part = texts.integers[digits - number.decimals];
   unsigned decimals = number.decimals;
   if (number.shortest) {
-    const __m128i upper = _mm_unpackhi_epi64(digits, digits);
-    const auto values =
-        static_cast<std::uint64_t>(_mm_cvtsi128_si64(upper)) ^ 0x3030'3030'3030'3030;
-    decimals -= std::min(decimals, static_cast<unsigned>(std::countl_zero(values)) / 8);
+    const __m128i nonzero = _mm_cmpgt_epi8(values, _mm_setzero_si128());
+    const auto zeros = static_cast<unsigned>(
+        std::countl_zero(static_cast<std::uint16_t>(_mm_movemask_epi8(nonzero))));
+    decimals -= std::min(decimals, zeros);
   }
-  const ShuffledText::IntegerPart part = texts.integers[integers];
   const std::size_t bytes = std::size_t{part.bytes} + texts.fraction_bytes[decimals];
-  const __m128i behind = _mm_set1_epi8(static_cast<char>(number.decimals));
-  const auto put = [&](std::size_t done) __attribute__((target("ssse3"), always_inline)) {
+
+  const ShuffledText::Affixes* affixes = &texts.affixes[number.negative];
+  asm("" : "+r"(affixes));  // one address, which is computed once
+  std::memcpy(out, affixes->prefix, sizeof affixes->prefix);
+  char* const begin = out + affixes->prefix_bytes;
+  const __m128i moved = _mm_set1_epi8(static_cast<char>(number.decimals));
+  const auto put = [&](std::size_t done) __attribute__((target("avx2,lzcnt"), always_inline)) {
     __m128i from, added;
     std::memcpy(&from, texts.digit + part.begin + done, sizeof from);
     std::memcpy(&added, texts.added + part.begin + done, sizeof added);
-    const __m128i text = _mm_add_epi8(_mm_shuffle_epi8(digits, _mm_sub_epi8(from, behind)), added);
+    const __m128i text = _mm_add_epi8(_mm_shuffle_epi8(values, _mm_sub_epi8(from, moved)), added);
     std::memcpy(begin + done, &text, sizeof text);
   };
   constexpr std::size_t step = ShuffledText::step;
   std::size_t done = step;
   put(0);
   // Digits of more bytes want more than one register, nearly all three of them or fewer.
-  if (texts.at_once != step) {
+  if (texts.at_once != step) [[unlikely]] {
     put(step);
     put(2 * step);
     done = 3 * step;
   }
   for (; done < bytes; done += step) [[unlikely]] put(done);
 
-  std::memcpy(begin + bytes, affixes.suffix, sizeof affixes.suffix);
-  *length = affixes.prefix_bytes + bytes + affixes.suffix_bytes;
+  if (affixes->suffix_bytes != 0) [[unlikely]] {
+    std::memcpy(begin + bytes, affixes->suffix, sizeof affixes->suffix);
+  }
+  *length = affixes->prefix_bytes + bytes + affixes->suffix_bytes;
   return JWNLS_OK;
+}
+
+}  // namespace
+
+[[gnu::target("avx2,lzcnt")]] int lay_out_shuffled(const ShuffledText& texts, ShortDecimal number,
+                                                   char* out, std::size_t* length) noexcept {
+  return lay_out(texts, number, out, length);
+}
+
+[[gnu::target("avx2,lzcnt")]] int lay_out_as_it_is(const ShuffledText& texts,
+                                                   std::uint64_t magnitude, unsigned decimals,
+                                                   char* out, bool negative,
+                                                   std::size_t* length) noexcept {
+  return lay_out(texts, {magnitude, decimals, negative}, out, length);
 }
 
 #else
@@ -181,6 +213,11 @@ void prepare_shuffled_text(const NumberStyle&, ShuffledText&) noexcept {}
 
 int lay_out_shuffled(const ShuffledText&, ShortDecimal, char*, std::size_t*) noexcept {
   return JWNLS_KIND;  // asked by nobody
+}
+
+int lay_out_as_it_is(const ShuffledText&, std::uint64_t, unsigned, char*, bool,
+                     std::size_t*) noexcept {
+  return JWNLS_KIND;  // nor this
 }
 
 #endif
