@@ -14,6 +14,8 @@
 typedef struct CallSite {
   const jwnls_layout* constant; /* where locale, options and zone are constants of the statement */
   bool plain;                   /* texts of the server need no conversion */
+  size_t written;               /* of the text just written: no variable of the stack, whose guard
+                                   would be looked at in each row */
   TupleDesc row;                /* of functions that give one */
   LayoutCache cache;            /* in the process's memory; a callback of the context empties it */
   MemoryContextCallback at_reset;

@@ -42,28 +42,35 @@ static inline bool scaled_of_numeric(Datum numeric, int64* value, int32* scale) 
 
 #else
 
-/* Four groups as one integer, the first lowest. */
-static inline uint64 sixteen_digits(uint64 groups) {
-  const uint64 eights = (groups & UINT64CONST(0x0000FFFF0000FFFF)) * 10000 +
-                        (groups >> 16 & UINT64CONST(0x0000FFFF0000FFFF));
-  return (eights & 0xFFFFFFFF) * 100000000 + (eights >> 32);
-}
+/* What four groups, as two pairs, count for where ten to a power is divided out of them: times
+   these, the division by the power of five is done, as a product with its inverse modulo 2^64 is
+   one where nothing is left; that by the power of two follows. */
+typedef struct PairWeights {
+  uint64 first;
+  uint64 second;
+} PairWeights;
 
-/* Where nothing is left, a product with the inverse of 5^power, modulo 2^64, divides by that. */
-static inline uint64 divided_by_power_of_ten(uint64 dividend, unsigned power) {
+static inline uint64 integer_of_groups(uint64 groups, unsigned power) {
 #define FIFTH UINT64CONST(0xCCCCCCCCCCCCCCCD)
 #define FIFTH_2 (FIFTH * FIFTH)
 #define FIFTH_4 (FIFTH_2 * FIFTH_2)
 #define FIFTH_8 (FIFTH_4 * FIFTH_4)
-#define FOUR_FROM(first) (first), (first)*FIFTH, (first)*FIFTH_2, (first)*FIFTH_2* FIFTH
-  static const uint64 inverses[] = {FOUR_FROM(1), FOUR_FROM(FIFTH_4), FOUR_FROM(FIFTH_8),
-                                    FOUR_FROM(FIFTH_8 * FIFTH_4), FIFTH_8 * FIFTH_8};
+#define PAIR(inverse) \
+  { UINT64CONST(100000000) * (inverse), (inverse) }
+#define FOUR_FROM(first) \
+  PAIR(first), PAIR((first)*FIFTH), PAIR((first)*FIFTH_2), PAIR((first)*FIFTH_2* FIFTH)
+  static const PairWeights weights[] = {FOUR_FROM(1), FOUR_FROM(FIFTH_4), FOUR_FROM(FIFTH_8),
+                                        FOUR_FROM(FIFTH_8 * FIFTH_4), PAIR(FIFTH_8 * FIFTH_8)};
 #undef FOUR_FROM
+#undef PAIR
 #undef FIFTH_8
 #undef FIFTH_4
 #undef FIFTH_2
 #undef FIFTH
-  return (dividend >> power) * inverses[power];
+  const uint64 pairs = (groups & UINT64CONST(0x0000FFFF0000FFFF)) * 10000 +
+                       (groups >> 16 & UINT64CONST(0x0000FFFF0000FFFF));
+  return ((pairs & 0xFFFFFFFF) * weights[power].first + (pairs >> 32) * weights[power].second) >>
+         power;
 }
 
 /* A numeric as value / 10^scale; false of what takes more than sixteen digits, is stored apart, or
@@ -71,7 +78,7 @@ static inline uint64 divided_by_power_of_ten(uint64 dividend, unsigned power) {
 static inline bool scaled_of_numeric(Datum numeric, int64* value, int32* scale) {
   const char* at = DatumGetPointer(numeric);
   unsigned bytes = 0;
-  if (likely(VARATT_IS_SHORT(at) && !VARATT_IS_EXTERNAL(at))) { /* as it stands in a row */
+  if (likely(VARATT_IS_SHORT(at))) { /* as it stands in a row; apart: of one byte, too few */
     bytes = VARSIZE_SHORT(at) - VARHDRSZ_SHORT;
     at = VARDATA_SHORT(at);
   } else if (VARATT_IS_4B_U(at)) { /* as one is computed */
@@ -82,24 +89,24 @@ static inline bool scaled_of_numeric(Datum numeric, int64* value, int32* scale) 
   }
   uint16 head;
   memcpy(&head, at, sizeof head);
-  at += sizeof head;
-  const unsigned count = (bytes - (unsigned)sizeof head) / sizeof(int16);
   const unsigned decimals = (head & short_scale_mask) >> short_scale_shift;
-  const int weight = (int)((head & short_weight_mask) ^ short_weight_sign) - short_weight_sign;
+  const int twice_weight = (signed char)(head << 1);
   /* Four groups, from the first one stored on, have so many digits behind those decimals: zeros. */
-  const unsigned surplus = (unsigned)(group_digits * (3 - weight)) - decimals;
-  if ((head & form_mask) != short_form || count > 4 || surplus > 16) return false;
+  const unsigned surplus = (unsigned)(3 * group_digits - twice_weight * 2) - decimals;
+  const unsigned most_bytes = sizeof head + 4 * sizeof(int16);
+  if ((head & form_mask) != short_form || bytes > most_bytes || surplus > 16) return false;
   uint64 groups = 0;
-  if (likely(count > 1)) {
+  const unsigned two_groups_bytes = sizeof head + 2 * sizeof(int16);
+  if (likely(bytes >= two_groups_bytes)) {
     /* Two from both ends, which may be the same ones. */
     uint32 first, last;
-    memcpy(&first, at, sizeof first);
-    memcpy(&last, at + (count - 2) * sizeof(int16), sizeof last);
-    groups = first | (uint64)last << 16 * (count - 2);
-  } else if (count == 1) {
-    memcpy(&groups, at, sizeof(int16));
+    memcpy(&first, at + sizeof head, sizeof first);
+    memcpy(&last, at + bytes - sizeof last, sizeof last);
+    groups = first | (uint64)last << 8 * (bytes - two_groups_bytes);
+  } else if (bytes > sizeof head) {
+    memcpy(&groups, at + sizeof head, sizeof(int16));
   }
-  const int64 magnitude = (int64)divided_by_power_of_ten(sixteen_digits(groups), surplus);
+  const int64 magnitude = (int64)integer_of_groups(groups, surplus);
   *value = (head & short_negative) != 0 ? -magnitude : magnitude;
   *scale = (int32)decimals;
   return true;

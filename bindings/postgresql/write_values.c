@@ -79,22 +79,34 @@ static void raise_unwritten(const jwnls_layout* layout, int code) {
                                          jwnls_layout_locale(layout), why)));
 }
 
-static pg_attribute_always_inline Datum write_value(FunctionCallInfo fcinfo, int kind,
-                                                    Write* write) {
+/* What is no text yet, or has to be converted. */
+static pg_noinline Datum finish_value(FunctionCallInfo fcinfo, int kind, int code, Write* write,
+                                      text* written) {
   const jwnls_layout* layout = layout_of_call(fcinfo, kind, kind == JWNLS_INSTANT, 1);
-  size_t room = 120;
-  text* written = palloc(VARHDRSZ + room);
-  size_t length = 0;
-  int code = write(layout, PG_GETARG_DATUM(0), VARDATA(written), room, &length);
+  CallSite* site = call_site(fcinfo);
   if (code == JWNLS_ROOM) {
-    room = length;
+    const size_t room = site->written;
     written = palloc(VARHDRSZ + room);
-    code = write(layout, PG_GETARG_DATUM(0), VARDATA(written), room, &length);
+    code = write(layout, PG_GETARG_DATUM(0), VARDATA(written), room, &site->written);
   }
   if (code == JWNLS_MISSING) PG_RETURN_NULL();
   if (code != JWNLS_OK) raise_unwritten(layout, code);
-  if (!call_site(fcinfo)->plain) PG_RETURN_TEXT_P(server_text(VARDATA(written), length));
-  SET_VARSIZE(written, VARHDRSZ + length);
+  if (!site->plain) PG_RETURN_TEXT_P(server_text(VARDATA(written), site->written));
+  SET_VARSIZE(written, VARHDRSZ + site->written);
+  PG_RETURN_TEXT_P(written);
+}
+
+static pg_attribute_always_inline Datum write_value(FunctionCallInfo fcinfo, int kind,
+                                                    Write* write) {
+  enum { room = 120 };
+  text* written = palloc(VARHDRSZ + room); /* first, so that little is kept across the call */
+  const jwnls_layout* layout = layout_of_call(fcinfo, kind, kind == JWNLS_INSTANT, 1);
+  CallSite* site = call_site(fcinfo);
+  const int code = write(layout, PG_GETARG_DATUM(0), VARDATA(written), room, &site->written);
+  if (unlikely(code != JWNLS_OK || !site->plain)) {
+    return finish_value(fcinfo, kind, code, write, written);
+  }
+  SET_VARSIZE(written, VARHDRSZ + site->written);
   PG_RETURN_TEXT_P(written);
 }
 

@@ -23,7 +23,7 @@ stop_clusters() {
 trap stop_clusters EXIT
 
 # start_cluster [NAME=VALUE...]: settings of the server. Its folder, which is PGHOST for it, comes
-# into `cluster`.
+# into `cluster`. `server_wrapper` is a command that runs the server, such as valgrind, in that folder.
 start_cluster() {
   cluster=$(mktemp -d "${TMPDIR:-/tmp}/jwnls_pg.XXXXXX")
   folders+=("$cluster")
@@ -34,8 +34,14 @@ start_cluster() {
   local settings="-c listen_addresses='' -c unix_socket_directories='$cluster' -c fsync=off"
   local setting
   for setting in "$@"; do settings+=" -c $setting"; done
-  as_postgres "$postgresql_programs/pg_ctl" -D "$cluster/data" -l "$cluster/log" -w -o "$settings" \
-    start >/dev/null || {
+  local program=$postgresql_programs/postgres
+  if [ -n "${server_wrapper:-}" ]; then
+    printf '#!/bin/sh\ncd %s\nexec %s %s "$@"\n' "$cluster" "$server_wrapper" "$program" >"$cluster/server"
+    chmod 755 "$cluster/server"
+    program=$cluster/server
+  fi
+  as_postgres "$postgresql_programs/pg_ctl" -p "$program" -D "$cluster/data" -l "$cluster/log" -w -t 300 \
+    -o "$settings" start >/dev/null || {
     cat "$cluster/log" >&2
     return 1
   }
