@@ -1,8 +1,6 @@
 #include "host/host.h"
 
-#include <array>
 #include <atomic>
-#include <cstdio>
 #include <filesystem>
 #include <mutex>
 #include <utility>
@@ -21,12 +19,6 @@ constexpr std::u16string_view module_name = u"jwnlsloc";
 // always there.
 constexpr std::u16string_view first_locale = u"en_US";
 constexpr std::u16string_view first_zone = u"UTC";
-
-std::string status_text(std::uint32_t status) {
-  std::array<char, 16> text = {};
-  std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(status));
-  return text.data();
-}
 
 }  // namespace
 
@@ -87,8 +79,7 @@ Track* Host::Parts::make_handle_cache(std::string& error) {
   std::uint32_t status = 0;
   LocaleHandle* handle = create_handle(loaded_, first_locale, first_zone, true, &status, error);
   if (handle == nullptr) {
-    if (error.empty())
-      error = "jwnlsloc: cannot make a locale handle, status " + status_text(status);
+    if (error.empty()) error = "jwnlsloc: cannot make a handle of the locale en_US";
     return nullptr;
   }
   Track* cache = handle->services.create_handle_cache(handle);
@@ -169,10 +160,6 @@ void Host::set_option(std::string_view name, std::string_view value) {
 }
 
 const std::vector<std::string>& Host::zone_names() const { return parts_->context.zones().names(); }
-
-std::int64_t Host::zone_offset(const Zone* zone, std::int64_t moment) {
-  return zone->offset_at(moment);
-}
 
 std::string Host::zone_database_version() const { return parts_->context.zones().version(); }
 

@@ -75,10 +75,6 @@ class Host {
   /// Every time zone that can be opened, sorted by name: zones and aliases, no "UTC+hh:mm" forms.
   [[nodiscard]] const std::vector<std::string>& zone_names() const;
 
-  /// The offset of an opened zone (a handle's, or the zone service's) at any moment: seconds east
-  /// of UTC. `moment` counts seconds from 1 January 1970 UTC. Any thread.
-  [[nodiscard]] static std::int64_t zone_offset(const Zone* zone, std::int64_t moment);
-
   /// The release of the time-zone database, such as "2025b"; empty when it does not say.
   [[nodiscard]] std::string zone_database_version() const;
 

@@ -221,29 +221,9 @@ const char* title_of(OptionGroup group) {
     case OptionGroup::lines:
       return "Values that are missing or not read, and width";
     case OptionGroup::table:
-      return "Tables";
+      break;
   }
-  return "";
-}
-
-const char* command_name(Command command) {
-  switch (command) {
-    case format_command:
-      return "format";
-    case read_command:
-      return "read";
-    case convert_command:
-      return "convert";
-    case detect_command:
-      return "detect";
-    case show_command:
-      return "show";
-    case locales_command:
-      return "locales";
-    case zones_command:
-      return "zones";
-  }
-  return "";
+  return "Tables";
 }
 
 }  // namespace jwnls::tool

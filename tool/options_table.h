@@ -78,9 +78,6 @@ struct ColumnWordRow {
 /// "Tables": what the options of a group are about.
 [[nodiscard]] const char* title_of(OptionGroup group);
 
-/// "read"; the bit of a name, 0: none.
-[[nodiscard]] const char* command_name(Command command);
-
 }  // namespace jwnls::tool
 
 #endif  // JWNLS_TOOL_OPTIONS_TABLE_H_

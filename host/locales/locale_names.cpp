@@ -69,11 +69,10 @@ std::string_view likely_script(const Subtags& subtags) noexcept {
 void replace_aliases(Subtags& subtags) noexcept {
   if (const auto* row = find(names::language_aliases, &names::CodeAlias::code, subtags.language)) {
     Subtags canonical;
-    if (split_subtags(row->canonical.view(), canonical)) {
-      subtags.language = canonical.language;
-      if (subtags.script.empty()) subtags.script = canonical.script;
-      if (subtags.region.empty()) subtags.region = canonical.region;
-    }
+    (void)split_subtags(row->canonical.view(), canonical);
+    subtags.language = canonical.language;
+    if (subtags.script.empty()) subtags.script = canonical.script;
+    if (subtags.region.empty()) subtags.region = canonical.region;
   }
   if (const auto* row = find(names::region_aliases, &names::CodeAlias::code, subtags.region)) {
     subtags.region = row->canonical.view();

@@ -4,8 +4,8 @@ namespace jwnls::host {
 
 HostLock::HostLock(ObjectRegistry& registry) : KernelObject(registry, ObjectKind::lock), Lock{} {
   destroy = [](Lock* lock) {
-    auto* self = static_cast<HostLock*>(lock);
-    self->registry().destroy(self);
+    auto& self = static_cast<HostLock&>(*lock);
+    self.registry().destroy(&self);
   };
   take = [](Lock* lock, std::int64_t, std::int64_t) { static_cast<HostLock&>(*lock).take_now(); };
   release = [](Lock* lock) { static_cast<HostLock&>(*lock).release_now(); };

@@ -10,8 +10,8 @@ namespace jwnls::host {
 
 HostPool::HostPool(ObjectRegistry& registry) : KernelObject(registry, ObjectKind::pool), Pool{} {
   destroy = [](Pool* pool) {
-    auto* self = static_cast<HostPool*>(pool);
-    self->registry().destroy(self);
+    auto& self = static_cast<HostPool&>(*pool);
+    self.registry().destroy(&self);
   };
   allocate = [](Pool* pool, std::uint64_t bytes, std::uint32_t flags) {
     return static_cast<HostPool&>(*pool).take(bytes, flags);

@@ -10,8 +10,8 @@ namespace jwnls::host {
 HostTrack::HostTrack(ObjectRegistry& registry)
     : KernelObject(registry, ObjectKind::track), Track{} {
   destroy = [](Track* track) {
-    auto* self = static_cast<HostTrack*>(track);
-    self->registry().destroy(self);
+    auto& self = static_cast<HostTrack&>(*track);
+    self.registry().destroy(&self);
   };
   look_up = [](Track* track, std::uint32_t, std::uint64_t, const void* key,
                std::int64_t key_bytes) -> TrackEntry* {

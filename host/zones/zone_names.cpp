@@ -204,10 +204,7 @@ void ZoneNames::read_folder() {
   Walk at(directory(), options, error);
   for (const Walk end; !error && at != end; at.increment(error)) {
     const std::string name = at->path().lexically_relative(directory()).generic_string();
-    if (is_no_zone(name + "/")) {
-      at.disable_recursion_pending();
-      continue;
-    }
+    if (is_no_zone(name + "/")) at.disable_recursion_pending();
     std::error_code ignored;
     if (at->is_regular_file(ignored) && may_be_zone(at->path())) zones_.push_back({name, ""});
   }

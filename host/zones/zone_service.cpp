@@ -59,10 +59,6 @@ const Zone::Snapshot& Zone::renew(std::int64_t moment) {
   return *snapshots_.back();
 }
 
-std::int64_t Zone::offset_at(std::int64_t moment) const {
-  return zone_ ? zone_->lookup(moment_of(moment)).offset : 0;
-}
-
 namespace host {
 namespace {
 

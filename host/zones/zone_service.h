@@ -50,9 +50,6 @@ struct Zone {
     return renew(moment);
   }
 
-  /// The offset at any moment of any year, straight from the database: seconds east of UTC.
-  [[nodiscard]] std::int64_t offset_at(std::int64_t moment) const;
-
  private:
   const Snapshot& renew(std::int64_t moment);
 

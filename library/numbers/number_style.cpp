@@ -223,8 +223,8 @@ DigitForm digit_form_of(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
       return DigitForm::three_bytes;
     case 4:
       return DigitForm::four_bytes;
-    default:
-      return DigitForm::listed;
+    default:                     // unreachable: the digits are in a row, and digits are characters
+      return DigitForm::listed;  // unreachable: of two to four bytes, but for those of ASCII
   }
 }
 

@@ -79,7 +79,8 @@ host::HostConfiguration configuration() {
   configuration.linked_modules = linked_modules();
   // With the modules linked in there is nothing to look for.
   if (configuration.linked_modules.empty()) {
-    configuration.last_extension_path = folders_beside_library();
+    configuration.last_extension_path =
+        folders_beside_library();  // unreachable: builds that are tested have them linked in
   }
   configuration.journal = tell_journal;
   configuration.shares_handles = false;  // here they are kept by locale

@@ -8,9 +8,10 @@ import shlex
 import shutil
 import signal
 import subprocess
+import time
 from pathlib import Path
 
-from build import GENERATOR, LOADED, SOURCE, heed_signals, run
+from build import GENERATOR, LOADED, SOURCE, heed_signals
 
 
 class Trial:
@@ -32,6 +33,7 @@ class Trial:
         self.compiled = {}  # object: whether it compiles
         self.changed = set()  # those that are other code
         self.relinked = []
+        self.seconds = {"build": 0.0, "test": 0.0}  # of a processor
 
     def outcome(self):
         """What catches the mutant: a program, "" for nothing; None where it does not compile, or
@@ -110,7 +112,8 @@ class Trial:
             else:
                 front.append(str(self.folder / name))
         command = re.sub(rf" -o {re.escape(target)} ", f" {' '.join(front)} -o {output} ", command)
-        run(["sh", "-c", command], cwd=self.build.folder)
+        if self.limited(["sh", "-c", command], 60) != 0:
+            raise subprocess.CalledProcessError(1, command)
 
     def passes(self, program, chosen):
         """The program stands beside what it loads, as the one without the mutant does."""
@@ -127,9 +130,9 @@ class Trial:
         arguments = ["--gtest_brief=1", "--gtest_fail_fast"]
         if chosen != "-":
             arguments.append(f"--gtest_filter={chosen}")
-        return self.limited([str(changed), *arguments], 10 + 5 * seconds) == 0
+        return self.limited([str(changed), *arguments], 10 + 5 * seconds, "test") == 0
 
-    def limited(self, command, seconds):
+    def limited(self, command, seconds, kind="build"):
         """Runs with a limit of processor time, of time and of memory: what never ends fails."""
         def limits():
             heed_signals()
@@ -140,9 +143,15 @@ class Trial:
             command, cwd=self.build.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL, start_new_session=True, preexec_fn=limits,
             env={**os.environ, "TMPDIR": str(self.folder / "tmp")})
+        deadline = time.monotonic() + 60 + 6 * seconds
         try:
-            return process.wait(timeout=60 + 6 * seconds)
-        except subprocess.TimeoutExpired:
+            while time.monotonic() < deadline:
+                ended, status, used = os.wait4(process.pid, os.WNOHANG)
+                if ended:
+                    self.seconds[kind] += used.ru_utime + used.ru_stime
+                    process.returncode = os.waitstatus_to_exitcode(status)
+                    return process.returncode
+                time.sleep(0.01)
             return -1
         finally:
             try:

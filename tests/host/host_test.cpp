@@ -3,9 +3,11 @@
 #include "host/host.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -90,6 +92,56 @@ TEST(Host, TakesTheSystemsZoneOrWarnsAndTakesTheDefault) {
         {{journal_warning,
           "Invalid OS TIMEZONE value is detected. Use default TIMEZONE value instead"}});
   unsetenv("TZ");
+}
+
+// As modules ask: what is missing, room that is too small, zones that cannot be read.
+TEST(Host, AnswersModulesWithAStatus) {
+  const std::string nowhere = "/" + std::string(300, 'x');
+  for (const bool reads_zones : {true, false}) {
+    HostConfiguration configuration = with_modules();
+    if (!reads_zones) configuration.zone_directory = nowhere;  // a name that is too long
+    Host host(std::move(configuration));
+    NlsContext* context = host.context();
+    ResolvedLocale* locale = nullptr;
+    const auto resolve = [&](const char16_t* name, std::int64_t length, ResolvedLocale** out) {
+      return static_cast<Status>(context->resolve_locale(context, name, length, 0, out));
+    };
+    EXPECT_EQ(resolve(u"de_DE", 5, nullptr), Status::null_argument);
+    EXPECT_EQ(resolve(nullptr, 5, &locale), Status::lookup_failed);
+    EXPECT_EQ(resolve(u"de_DE", 5, &locale), Status::ok);
+    const ResolvedLocale* const first = locale;
+    EXPECT_EQ(resolve(u"de-DE", 5, &locale), Status::ok);
+    EXPECT_EQ(locale, first);
+
+    char16_t out[zone_name_capacity] = {};
+    const auto normalise = [&](const char16_t* name, std::int64_t length, std::int64_t* room) {
+      return static_cast<Status>(
+          context->normalise_zone(context, name, length, 0, out, room, nullptr));
+    };
+    std::int64_t room = 3;
+    EXPECT_EQ(normalise(u"asia/tokyo", 10, &room),
+              reads_zones ? Status::does_not_fit : Status::lookup_failed);
+    EXPECT_EQ(normalise(u"utc", 3, &room), Status::ok);
+    EXPECT_EQ(room, 3);
+    EXPECT_EQ(normalise(nullptr, 3, &room), Status::lookup_failed);
+    EXPECT_EQ(normalise(u"utc", 0, &room), Status::lookup_failed);
+    EXPECT_EQ(normalise(u"utc", 3, nullptr), Status::null_argument);
+    EXPECT_EQ(context->normalise_zone(context, u"utc", 3, 0, nullptr, &room, nullptr),
+              code(Status::null_argument));
+
+    setenv("TZ", "Asia/Tokyo", 1);
+    for (int second = 0; second < 2; ++second) {
+      room = zone_name_capacity;
+      EXPECT_EQ(context->os_zone(context, out, &room, 0),
+                code(reads_zones ? Status::ok : Status::no_os_zone));
+      EXPECT_EQ(room, reads_zones ? 10 : static_cast<std::int64_t>(zone_name_capacity));
+      const auto now = std::time(nullptr);  // it looks again in the next second
+      while (reads_zones && second == 0 && std::time(nullptr) == now) usleep(10'000);
+    }
+    unsetenv("TZ");
+    EXPECT_EQ(context->os_zone(context, out, nullptr, 0), code(Status::null_argument));
+    EXPECT_EQ(context->os_zone(context, nullptr, &room, 0), code(Status::null_argument));
+  }
 }
 
 TEST(Host, AJournalFunctionMayUseHandlesAndCauseMessages) {

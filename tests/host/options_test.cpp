@@ -69,7 +69,13 @@ TEST(Options, WhatCannotBeReadIsRefused) {
   refuses(nullptr, 1, 3, &value, 8, Status::null_argument);
   refuses(u"A", 1, 3, nullptr, 8, Status::null_argument);
   refuses(u"A", -1, 3, &value, 8, Status::lookup_failed);
-  refuses(u"A=1", 3, 3, &value, 8, Status::lookup_failed);
+  for (const char16_t* name : {u"A=1", u"A 1", u"A\x7F\x31"}) {
+    refuses(name, 3, 3, &value, 8, Status::lookup_failed);
+  }
+  Kernel* kernel = host.kernel();
+  EXPECT_EQ(kernel->read_option(kernel, u"A", 1, 3, &value, nullptr), code(Status::null_argument));
+  EXPECT_EQ(kernel->load_extension(kernel, nullptr, 1, 0), nullptr);
+  EXPECT_EQ(kernel->load_extension(kernel, u"A", 0, 0), nullptr);
   EXPECT_EQ(value, 0);
 }
 
@@ -83,6 +89,8 @@ TEST(OptionStore, FindsTheNodesThatWereCreated) {
   EXPECT_EQ(store->create_node(store, u"App.NLS", 7), node);
   EXPECT_EQ(store->find_node(store, u"App.NLS and more"), nullptr);
   EXPECT_EQ(store->create_node(store, u"", 0), nullptr);
+  EXPECT_EQ(store->create_node(store, nullptr, 7), nullptr);
+  EXPECT_EQ(store->find_node(store, nullptr), nullptr);
 }
 
 }  // namespace

@@ -175,6 +175,9 @@ TEST(FormatNumbers, UsualLayoutsWriteTheQuickWay) {
   jwnls::library::ShortDecimal number;
   EXPECT_TRUE(few_decimals(1234.5, 0, -1, number));
   EXPECT_EQ(number.mantissa, 1'234'500'000U);
+  EXPECT_TRUE(few_decimals(1234.5, 0, 8, number));
+  EXPECT_EQ(number.mantissa, 123'450'000'000U);
+  EXPECT_FALSE(few_decimals(123'456'789.5, 0, 16, number));
   EXPECT_TRUE(fewer_decimals(-12'345'678'901.25, 2, 1, number));
   EXPECT_EQ(number.mantissa, 12'345'678'901'250U);
   EXPECT_TRUE(fewer_decimals(99'999'999'999'999, 2, -1, number));

@@ -136,7 +136,8 @@ std::string fault_of(const Call& call, bool for_ever) {
 
 struct FirstCall {
   Call call;
-  long step;  // of the number of the allocation that fails, in its parts
+  long step;               // of the number of the allocation that fails, in its parts
+  const char* known = "";  // a locale that the process knows already
 };
 const FirstCall first_calls[] = {
     {{"open",
@@ -144,6 +145,9 @@ const FirstCall first_calls[] = {
      8},
     // Some 20,000 allocations for the data of all locales.
     {{"detect", [](auto* error) { return detect("number", nullptr, error); }}, 1},
+    {{"another locale", [](auto* error) { return open("fr_FR", JWNLS_TIME, "", error); }},
+     8,
+     "de_DE"},
 };
 
 // The first call of a process, in a process for each allocation: only one of them loads modules, or
@@ -171,7 +175,10 @@ TEST(Memory, TheFirstCallOfAProcessSucceedsOrSaysSo) {
     *live = live_blocks();
     _exit(number >= asked ? 2 : 0);
   };
-  for (const auto& [call, step] : first_calls) {
+  for (const auto& [call, step, known] : first_calls) {
+    if (*known != '\0') {
+      ASSERT_EQ(open(known, JWNLS_TIME, "", nullptr), JWNLS_OK);
+    }
     run(call, 1'000'000, false);
     const long usual = *live;
     for (const bool for_ever : {false, true}) {

@@ -15,7 +15,10 @@ namespace {
 // Holds a table.
 class TableFolder : public Folder {
  public:
-  TableFolder() { std::ofstream(path() + "/t.csv") << "Nr;Netto;Brutto betrag;3\n1;1,5;2;3\n"; }
+  TableFolder() {
+    std::ofstream(path() + "/t.csv") << "Nr;Netto;Brutto betrag;3\n1;1,5;2;3\n";
+    std::ofstream(path() + "/q.csv") << "\"a\"\"b\";/x;c,d;e=f;1-2\n";
+  }
 };
 
 // A command line whose word behind "|" is completed, and what there is for it.
@@ -69,6 +72,19 @@ TEST(Completion, KnowsWhatMayStandWhere) {
       {{"read", "-c", "|", "Nr=amount:gr"}, "open Nr=amount:groups= "},
       {{"read", "-c", "|", "\"a:b\"=amount:groups=a"}, "words \"a:b\"=amount:groups=any "},
       {{"read", "-c", "|", "Nr=date:de_C"}, "words Nr=date:de_CH "},
+      {{"read", "-c", "|", "\"Nr\",Ne", "t.csv"}, "open \"Nr\",Netto "},
+      {{"read", "-F", ";", "-c", "|", "", "q.csv"},
+       "open \"a\"\"b\" \"/x\" \"c,d\" \"e=f\" \"1-2\" "},
+      {{"read", "-c", "|", "/a:", "t.csv"}, "words "},
+      {{"|", "--v"}, "words --version "},
+      {{"help", "|", "sho"}, "words show "},
+      {{"help", "nothing", "|", ""}, "words "},
+      {{"nothing", "|", ""}, "words "},
+      {{"read", "amount", "-O", "|", "currency=a"}, "words currency=any "},
+      {{"read", "-F", "|", "p"}, "words pipe "},
+      {{"read", "|", "--nothing=x"}, "words "},
+      {{"locales", "|", "de_C"}, "words de_CH "},
+      {{"zones", "|", "Europe/Berl"}, "words Europe/Berlin "},
   };
   for (const Case& each : cases) {
     EXPECT_EQ(candidates(folder, each.words), each.candidates)
@@ -115,8 +131,9 @@ TEST(Completion, IsAScriptOfZsh) {
 
 TEST(ManualPage, IsCleanAndHasEveryOption) {
   const auto page = run_tool({{"--manual"}}).output;
-  for (const char* part : {".TH JWNLS 1 ", "\\fB\\-l\\fP, \\fB\\-\\-locale\\fP \\fINAME\\fP\n",
-                           "\\fBperiod\\fP\n", "\\fBcurrency\\-as=\\fP"}) {
+  for (const char* part :
+       {".TH JWNLS 1 ", "\\fB\\-l\\fP, \\fB\\-\\-locale\\fP \\fINAME\\fP\n", "\\fBperiod\\fP\n",
+        "\\fBcurrency\\-as=\\fP", "the rest goes on.\n.PP\nLocales "}) {
     EXPECT_NE(page.find(part), std::string::npos) << part;
   }
   if (run_shell("command -v mandoc").exit_code != 0) GTEST_SKIP() << "no mandoc";

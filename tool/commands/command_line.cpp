@@ -220,7 +220,8 @@ class CommandLine {
       if (!has_kind(command, kind)) continue;
       names += (names.empty() ? "" : ", ") + std::string(kind.name);
     }
-    throw Failure{ExitCode::usage, std::string(command_name(command)) + " needs one of " + names +
+    const auto row = std::ranges::find(command_rows(), command, &CommandRow::command);
+    throw Failure{ExitCode::usage, std::string(row->name) + " needs one of " + names +
                                        ", or columns (-c) (see --help)"};
   }
 

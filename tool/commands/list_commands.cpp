@@ -38,7 +38,7 @@ void add_words(const std::string& text, std::vector<std::string>& words) {
   constexpr const char* marks = " (),_/";
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = std::min(text.find_first_of(marks, at), text.size());
-    if (end > at) words.push_back(text.substr(at, end - at));
+    words.push_back(text.substr(at, end - at));
     at = end + 1;
   }
 }

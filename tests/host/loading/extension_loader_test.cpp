@@ -1,10 +1,18 @@
 #include "host/loading/extension_loader.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <thread>
 
 #include "host/host.h"
 #include "host/loading/load_failure.h"
@@ -100,6 +108,39 @@ TEST(ExtensionLoader, HostsOfOneProcessDoNotShareALibrarysVariables) {
   ASSERT_TRUE(of_first && again);
   EXPECT_EQ(again->number, 2);
   EXPECT_EQ(again->library_kernel, first.kernel());
+}
+
+TEST(ExtensionLoader, SaysWhyThereIsNoCopy) {
+  Host first(with_path({JWNLS_BUILD_DIR}));
+  Host second(with_path({JWNLS_BUILD_DIR}));
+  ASSERT_NE(load_sample(first), nullptr);
+  const std::string file = JWNLS_BUILD_DIR "/jwtest_good.so";
+  rlimit usual = {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+  const rlimit small = {100, usual.rlim_max};
+  const auto before = std::signal(SIGXFSZ, SIG_IGN);
+  setenv("TMPDIR", "no folder", 1);
+  {
+    const LoadFailure failure;
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_EQ(load_sample(second), nullptr);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    const std::string expected = "cannot load " + file +
+                                 ": no copy of its own for this host: in memory: File too large; "
+                                 "in /tmp: File too large; in ";
+    EXPECT_EQ(failure.reason().substr(0, expected.size()), expected);
+  }
+  unsetenv("TMPDIR");
+  (void)std::signal(SIGXFSZ, before);
+  // Somebody holds the file's lock for a moment.
+  const int held = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  std::thread holder([held] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    close(held);
+  });
+  EXPECT_NE(load_sample(second), nullptr);
+  holder.join();
 }
 
 TEST(ExtensionLoader, SaysWhatFailedWhereAndWhy) {

@@ -62,9 +62,9 @@ TEST(LocaleNames, AreReadAsPeopleWriteThemAndNoOthers) {
   // Near misses of all these, and nothing that there is.
   finds(Status::lookup_failed, "", u"sr_Cyrl_RS@latin", u"tt_RU@iqtelif", u"de_DE@nonsense",
         u"de_DE@", u"de_XQ", u"az_IR", u"de_Cyrl", u"de_Cyrl_DE", u"de-DE-u", u"u-co-phonebk",
-        u"de_DE@=x", u"German_Atlantis", u"German_", u"Germ", u"", u"   ", u"tlh", u"xx_DE", u"und",
-        u"root", u"d", u"_DE", u"de__DE", u"de_DE_", u"de_DE.", u"de DE", u"dé_DE", u"\xD83E",
-        u"../de_DE");
+        u"de_DE@=x", u"de_DE@x=", u"C@euro", u"German_Atlantis", u"German_", u"Germ", u"", u"   ",
+        u"tlh", u"xx_DE", u"und", u"root", u"d", u"_DE", u"de__DE", u"de_DE_", u"de_DE.", u"de DE",
+        u"dé_DE", u"\xD83E", u"../de_DE");
 }
 
 TEST(LocaleNames, OfAnyLengthFailOrMatch) {

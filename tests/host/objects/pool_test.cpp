@@ -32,6 +32,8 @@ TEST(Pool, GivesAlignedBlocksZeroedOnRequestAndTakesThemAllWithIt) {
     blocks.push_back(block);
   }
   for (std::size_t at = 0; at < blocks.size(); at += 2) pool->free(pool, blocks[at]);
+  blocks = {take(pool, 5000, allocate_zeroed)};
+  EXPECT_TRUE(std::all_of(blocks[0], blocks[0] + 5000, [](char byte) { return byte == 0; }));
   pool->free(pool, nullptr);
   EXPECT_EQ(take(pool, UINT64_MAX), nullptr);
   EXPECT_EQ(take(pool, UINT64_MAX - 32), nullptr);

@@ -20,11 +20,15 @@ TEST(OsZone, IsWhatTheSystemSaysFirst) {
   const fs::path& zones = names.directory();
   fs::create_symlink(zones / "Asia/Calcutta", folder.path / "alias_link");
   fs::create_symlink("alias_link", folder.path / "link_to_link");
+  fs::create_symlink("endless_link", folder.path / "endless_link");
   fs::create_symlink("zoneinfo/right/Asia/Tokyo", folder.path / "leap_second_link");
   fs::create_symlink("/nonexistent/zoneinfo/posix/Asia/Tokyo", folder.path / "posix_link");
   fs::copy(fs::canonical(zones / "Asia/Tokyo"), folder.path / "copy");
   std::ofstream(folder.path / "name_file") << "  america/new_york # where we are\nEurope/Berlin\n";
   std::ofstream(folder.path / "rule_file") << "EST5EDT,M3.2.0,M11.1.0\n";
+  std::ofstream(folder.path / "offset_file") << "UTC+5\n";
+  fs::copy(folder.path / "copy", folder.path / "other_bytes");
+  std::fstream(folder.path / "other_bytes", std::ios::in | std::ios::out).seekp(5) << 'x';
 
   const std::optional<std::string> unset;
   const auto check = [&](const std::optional<std::string>& tz, const char* local_time,
@@ -58,14 +62,17 @@ TEST(OsZone, IsWhatTheSystemSaysFirst) {
   check(unset, "copy", "rule_file", Status::ok, "Asia/Tokyo");
   check(unset, "copy", "absent", Status::ok, "Asia/Tokyo");
   check(unset, "absent", "absent", Status::no_os_zone, "");
+  check(unset, "endless_link", "offset_file", Status::no_os_zone, "");
+  check(unset, "other_bytes", "absent", Status::no_os_zone, "");
   check(unset, "rule_file", "rule_file", Status::no_os_zone, "");
   // TZ may name the link itself.
   ZoneNameText out = {};
   const fs::path link = folder.path / "alias_link";
-  std::string tz = ":";
-  tz += link.string();
-  EXPECT_EQ(find_os_zone(names, {tz, link, ""}, out), Status::ok);
-  EXPECT_EQ(std::string(out.units, out.units + out.length), "Asia/Calcutta");
+  for (const char* mark : {"", ":"}) {
+    const std::string tz = mark + link.string();
+    EXPECT_EQ(find_os_zone(names, {tz, link, ""}, out), Status::ok);
+    EXPECT_EQ(std::string(out.units, out.units + out.length), "Asia/Calcutta");
+  }
 }
 
 }  // namespace

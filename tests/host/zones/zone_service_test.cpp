@@ -107,7 +107,8 @@ TEST(ZoneService, AFileThatIsNoZoneDoesNotOpen) {
   std::filesystem::create_directories(folder / "Test");
   std::filesystem::create_directories(folder / "Etc");
   std::ofstream(folder / "tzdata.zi")
-      << "# version 1999z\nZ Test/Absent 0 - X\nZ Test/Bad 0 - X\nL Etc/UTC Test/Alias\n";
+      << "# version 1999z\nZ Test/Absent 0 - X\nZ Test/Bad 0 - X\nL Etc/UTC Test/Alias\n"
+      << "L Etc/UTC TEST/ALIAS\nL Etc/UTC Test/" << std::string(100, 'x') << "\n";
   std::ofstream(folder / "Test/Bad") << "TZif2 and nothing that follows";
   std::filesystem::copy_file("/usr/share/zoneinfo/Etc/UTC", folder / "Etc/UTC");
   HostConfiguration configuration;
@@ -117,6 +118,7 @@ TEST(ZoneService, AFileThatIsNoZoneDoesNotOpen) {
   EXPECT_EQ(open_zone(host, u"Test/Absent"), nullptr);
   EXPECT_EQ(open_zone(host, u"Test/Bad"), nullptr);
   EXPECT_NE(open_zone(host, u"Test/Alias"), nullptr);  // by the zone that it stands for
+  EXPECT_EQ(host.zone_names().size(), 5U);             // with UTC
 }
 
 }  // namespace
