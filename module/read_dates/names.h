@@ -29,12 +29,11 @@ struct NameList {
   std::uint16_t count;   // 0: no list
 };
 
-/// Skips blanks and reads the first entry, in list order, that the text goes on with: not the
-/// longest. An empty entry matches and reads nothing. Returns its index, or -1.
+/// Reads the first entry, in list order, that the text goes on with: not the longest. An empty
+/// entry matches and reads nothing. Returns its index, or -1.
 template <typename Unit>
 std::int32_t read_name(TextCursor<Unit>& input, const LocaleRecord& record,
                        NameList list) noexcept {
-  input.skip_blanks();
   TextCursor<Unit> after_first = input;
   const bool ended = input.at_end();
   const char16_t first = ended ? u'\0' : simple_upper_case(after_first.next());

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -246,6 +247,12 @@ void check_decimals(const jwnls_layout* layout, const RandomTexts& texts) {
   const jwnls_texts given = texts.texts();
   Found column;
   ASSERT_EQ(jwnls_read_decimals(layout, &given, &out, &column.facts), texts.size());
+  std::vector<std::int64_t> large_ends(texts.size() + 1);
+  jwnls_column large = out;
+  large.offsets = nullptr;
+  large.large_offsets = large_ends.data();
+  ASSERT_EQ(jwnls_read_decimals(layout, &given, &large, nullptr), texts.size());
+  EXPECT_TRUE(std::equal(ends.begin(), ends.end(), large_ends.begin()));
   for (std::size_t i = 0; i < texts.size(); ++i) {
     column.add({room.data() + ends[i], static_cast<std::size_t>(ends[i + 1] - ends[i])}, codes[i]);
   }

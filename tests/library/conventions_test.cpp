@@ -93,6 +93,14 @@ TEST(Versions, AreThoseOfTheHeader) {
   EXPECT_STREQ(jwnls_version(), JWNLS_VERSION);
   EXPECT_STREQ(jwnls_interface_version(), "6.1");
   EXPECT_EQ(std::string_view(jwnls_data_version()).substr(0, 5), "CLDR ");
+  EXPECT_STREQ(jwnls_code_text(JWNLS_OK), "read");
+  EXPECT_STREQ(jwnls_code_text(JWNLS_KIND), "not for layouts of this kind");
+  // What a visitor throws goes no further.
+  const auto visit = [](void*, const jwnls_locale_info*) -> int { throw 1; };
+  EXPECT_EQ(jwnls_locales(visit, nullptr), JWNLS_LOAD);
+  for (const int code : {-1, JWNLS_KIND + 1}) {
+    EXPECT_STREQ(jwnls_code_text(code), "no code of jwnls.h");
+  }
 }
 
 TEST(MissingValues, HaveTheBitsThatEveryStoredOneHas) {

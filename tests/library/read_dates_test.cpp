@@ -135,6 +135,8 @@ constexpr ExplainCase explanations[] = {
     {"de_DE", JWNLS_DATE, "", "ides", 0, "date 'ides': nothing in it is a date"},
     {"sv_SE", JWNLS_DATE, "", "15/3/2024", 5,
      "date '15/3/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
+    {"sv_SE", JWNLS_DATE, "", "15/03/2024", 6,
+     "date '15/03/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
     {"th_TH", JWNLS_DATE, "", "5/3/67", 4,
      "date '5/3/67': a year of two digits may be one of the Buddhist calendar"},
     {"fa_IR", JWNLS_DATE, "", "1402/12/25", 10,
