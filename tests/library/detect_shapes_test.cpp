@@ -79,7 +79,8 @@ std::string words_and_numbers(Random& random) {
   (void)std::snprintf(text, sizeof text, "%s%d %s %d", weekdays[random() % std::size(weekdays)],
                       static_cast<int>(1 + random() % 31), months[random() % std::size(months)],
                       static_cast<int>(year));
-  return text;
+  if (random() % 4 != 0) return text;
+  return std::string(text) + " " + weekdays[random() % std::size(weekdays)];
 }
 
 // Three numbers with words behind them, and maybe a weekday.

@@ -205,6 +205,9 @@ constexpr ExplainCase explanations[] = {
     {"de_DE", JWNLS_NUMBER, " 12 $", 3,
      "' 12' fits, ' $' does not: a number has no unit; the kinds amount and percent do"},
     {"de_DE", JWNLS_AMOUNT, "5 x", 1, "'5' fits, ' x' does not"},
+    {"de_DE", JWNLS_AMOUNT, "5 aab", 1,
+     "'5' fits, ' aab' does not: another currency than EUR? currency=CODE is another, "
+     "currency=any reads all"},
     {"de_DE", JWNLS_PERCENT, "1,5", 3,
      "ends too early: its unit is missing; percent-sign=optional reads it"},
     {"de_DE", JWNLS_INTEGER, "1,5", 1,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <memory>
 #include <sstream>
 #include <vector>
 
@@ -28,9 +29,9 @@ std::string folded(const std::string& text) {
       static_cast<utf8proc_ssize_t>(text.size()), &mapped,
       static_cast<utf8proc_option_t>(UTF8PROC_CASEFOLD | UTF8PROC_COMPOSE | UTF8PROC_STABLE));
   if (length < 0) return text;
-  std::string out(reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length));
-  std::free(mapped);  // the library hands out memory of malloc()
-  return out;
+  // The library hands out memory of malloc().
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owned(mapped, &std::free);
+  return {reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length)};
 }
 
 // Adds the words of a text, but for marks around them: "German (Switzerland)" has two.
