@@ -91,6 +91,7 @@ TEST_F(TimeTest, MalformedUtf8ReadsAsReplacementUnits) {
   read(u"%H\uFFFD", 25200, "\xFF", "\xC3", "\xE2\x82", "\xF0\x9F\x8C", "\xC0", "\xEF\xBF\xBD");
   read(u"%H\uFFFD", fails, "\xE0\x80", "\xF4\x90\x80\x80", "\xF4\x7F", "\xC3\xC3", "\xC3\x7F");
   read(u"%H\uFFFD\uFFFD", 25200, "\xC0\x80", "\xE0\x80", "\xE2\xE2\x82", "\xF0\x8F", "\xC3\xC0");
+  read(u"%H\uFFFD\x7F", 25200, "\xC3\x7F");
   read(u"%H\uFFFD\uFFFD", fails, "\xFF");
   // Surrogates, one by one in three bytes or paired in four.
   read(u"%H\U0001F319", 25200, "\xED\xA0\xBC\xED\xBC\x99", "\xF0\x9F\x8C\x99");
