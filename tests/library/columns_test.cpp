@@ -222,8 +222,11 @@ struct RandomTexts {
   }
   [[nodiscard]] jwnls_texts texts() const {
     static jwnls::test::GuardedBuffer<char> guarded;
+    static jwnls::test::GuardedBuffer<std::int32_t> guarded_offsets;
     const char* const held = guarded.hold({bytes.data(), bytes.size()});
-    return {sizeof(jwnls_texts), size(), nullptr, held, offsets.data(), nullptr, nullptr};
+    const std::int32_t* const ends =
+        std::copy(offsets.begin(), offsets.end(), guarded_offsets.reset(offsets.size()));
+    return {sizeof(jwnls_texts), size(), nullptr, held, ends - offsets.size(), nullptr, nullptr};
   }
 };
 

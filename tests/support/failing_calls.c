@@ -3,7 +3,7 @@
 // library asks of itself is not counted, but for memory.
 //   FAILING_CALL       memory, open, read, mmap or thread; or interrupt: a signal interrupts a read
 //   or
-//                      write; or short: it does half of what is asked
+//                      write; or short: it does half of what is asked; or link: a hard link
 //   FAILING_NUMBER     which of them, counted from 0
 //   FAILING_FOR_EVER   when set, all behind it too
 //   FAILING_FROM       parts of names of libraries: the calls of these alone are counted
@@ -39,10 +39,11 @@ enum Call {
   thread_call,
   interrupted_call,
   short_call,
+  link_call,
   no_call
 };
-static const char* const call_names[] = {"memory", "open",      "read", "mmap",
-                                         "thread", "interrupt", "short"};
+static const char* const call_names[] = {"memory", "open",      "read",  "mmap",
+                                         "thread", "interrupt", "short", "link"};
 
 static enum Call failing_call = no_call;
 static long failing_number;
@@ -221,6 +222,14 @@ ssize_t read(int descriptor, void* bytes, size_t room) {
 ssize_t write(int descriptor, const void* bytes, size_t count) {
   if (fails(interrupted_call)) return interrupted();
   return syscall(SYS_write, descriptor, bytes, fails(short_call) ? (count + 1) / 2 : count);
+}
+// As file systems without hard links do.
+int link(const char* path, const char* other) {
+  if (fails(link_call)) {
+    errno = EPERM;
+    return -1;
+  }
+  return (int)syscall(SYS_link, path, other);
 }
 
 void* mmap(void* place, size_t bytes, int protection, int flags, int descriptor, off_t begin) {
