@@ -103,8 +103,14 @@ std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcep
 
 // Whether one of them stands around some number of a folded text.
 bool DateNames::has_numbered_in(std::string_view folded) const noexcept {
+  const bool begin_with_digits = precedes_number('\0');
   for (std::size_t at = 0; at < folded.size(); ++at) {
     if (!is_digit(folded[at])) continue;
+    if (!begin_with_digits) {
+      std::size_t before = at;
+      while (before > 0 && folded[before - 1] == ' ') --before;
+      if (before == 0 || !precedes_number(folded[before - 1])) continue;
+    }
     for (const StandIn& each : numbered_) {
       if (each.digits <= at && folded.substr(at - each.digits).starts_with(each.name)) return true;
     }

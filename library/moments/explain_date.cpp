@@ -82,28 +82,39 @@ bool is_date(const DateLayout& layout, std::string_view text) noexcept {
 
 // The same of the 31st of February, which has all parts of one.
 bool has_all_parts(const DateLayout& layout, std::string_view text) noexcept {
-  return is_date(layout, text) || full_date(layout, text).refusal == Refusal::no_such_date;
+  const Refusal refusal = full_date(layout, text).refusal;
+  return refusal == Refusal::none || refusal == Refusal::weekday ||
+         refusal == Refusal::no_such_date;
 }
 
-// What would make a date of a text of less: "the year is missing".
+// What would make a date of a text of less: "the year is missing". Not of long texts, which would
+// take long.
 const char* missing_part(const DateLayout& layout, std::string_view text) noexcept {
   struct Part {
+    char mark;  // tried of texts that have it; '\0': of all
     const char* before;
     const char* behind;
     const char* reason;
   };
   constexpr const char* no_year = "the year is missing";
   constexpr const char* no_day = "the day is missing";
+  constexpr char month = '\xE6';  // 月 begins so
+  constexpr char year = '\xE5';   // 年
   // A leap year, and a day of all months.
-  constexpr Part parts[] = {{"", " 2024", no_year}, {"", "/2024", no_year}, {"", ".2024", no_year},
-                            {"", "2024", no_year},  {"", "-2024", no_year}, {"2024年", "", no_year},
-                            {"2024-", "", no_year}, {"2024 ", "", no_year}, {"2024. ", "", no_year},
-                            {"2024/", "", no_year}, {"1 ", "", no_day},     {"1. ", "", no_day},
-                            {"1/", "", no_day},     {"1.", "", no_day},     {"1-", "", no_day},
-                            {"", " 1", no_day},     {"", "-1", no_day},     {"", "1日", no_day}};
+  constexpr Part parts[] = {
+      {'\0', "", " 2024", no_year},   {'\0', "", "2024", no_year}, {'\0', "2024 ", "", no_year},
+      {'/', "", "/2024", no_year},    {'/', "2024/", "", no_year}, {'.', "", ".2024", no_year},
+      {'.', "2024. ", "", no_year},   {'-', "", "-2024", no_year}, {'-', "2024-", "", no_year},
+      {month, "2024年", "", no_year}, {'\0', "1 ", "", no_day},    {'\0', "1. ", "", no_day},
+      {'\0', "", " 1", no_day},       {'/', "1/", "", no_day},     {'.', "1.", "", no_day},
+      {'-', "1-", "", no_day},        {'-', "", "-1", no_day},     {year, "", "1日", no_day}};
+  constexpr std::size_t longest = 48;
+  if (text.size() > longest) return nullptr;
   for (const Part& part : parts) {
-    if (has_all_parts(layout, LongerText(part.before, text, part.behind).text()))
+    if (part.mark != '\0' && text.find(part.mark) == text.npos) continue;
+    if (has_all_parts(layout, LongerText(part.before, text, part.behind).text())) {
       return part.reason;
+    }
   }
   return nullptr;
 }
@@ -191,16 +202,18 @@ void tell_date(const jwnls_layout& layout, std::string_view text, const DateRead
   }
 }
 
-// Where the time of a text begins behind its date; its size where there is no date.
+// Where the time of a text begins behind its date; its size where there is no date, or it would
+// take long to find.
 std::size_t time_behind_date(const jwnls_layout& layout, std::string_view text) noexcept {
-  constexpr std::size_t longest_date = 120;
-  for (std::size_t at = std::min(text.size(), longest_date); at > 0; --at) {
-    // No part of a character, and no time that goes on.
-    const char last = text[at - 1];
-    if ((at < text.size() && !is_ascii(text[at]) && (text[at] & 0x40) == 0) || is_digit(last) ||
-        last == ':' || last == '.') {
-      continue;
-    }
+  constexpr std::size_t longest_date = 64;
+  if (layout.dates->time_first || layout.dates->names->has_numbered()) return text.size();
+  int tries = 6;
+  for (std::size_t at = std::min(text.size(), longest_date); at > 0 && tries > 0; --at) {
+    const bool is_end = at == text.size();
+    const bool begins_word = !is_end && is_blank(text[at - 1]) && !is_blank(text[at]);
+    const bool begins_number = !is_end && is_digit(text[at]) && is_letter(text[at - 1]);
+    if (!begins_word && !begins_number && !(is_end && !is_digit(text[at - 1]))) continue;
+    --tries;
     switch (
         read_moment_text(layout, LongerText("", text.substr(0, at), "00:00").text()).date.refusal) {
       case Refusal::none:
@@ -219,9 +232,12 @@ std::size_t time_behind_date(const jwnls_layout& layout, std::string_view text) 
 // The time in front of which a text's date would be; its size where there is none.
 std::size_t time_at_end(const jwnls_layout& layout, std::string_view text) noexcept {
   constexpr std::size_t longest_time = 64;
-  for (std::size_t at = text.size() - std::min(text.size() - 1, longest_time); at < text.size();
-       ++at) {
-    if (is_blank(text[at - 1]) && is_time(*layout.times, text.substr(at))) return at;
+  int tries = 6;
+  for (std::size_t at = text.size() - std::min(text.size() - 1, longest_time);
+       at < text.size() && tries > 0; ++at) {
+    if (!is_blank(text[at - 1])) continue;
+    if (is_time(*layout.times, text.substr(at))) return at;
+    --tries;
   }
   return text.size();
 }

@@ -14,18 +14,24 @@
 namespace jwnls::library {
 namespace {
 
-// Beyond, no time begins or ends.
-constexpr std::size_t farthest = 100;
+// Beyond, no time begins or ends; of longer texts little is tried, which may take long.
+constexpr std::size_t farthest = 64;
 
-constexpr bool begins_character(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+// Whether a number or a word ends at a place.
+constexpr bool ends_part(std::string_view text, std::size_t at) noexcept {
+  const auto class_of = [](char byte) { return is_digit(byte) ? 0 : is_letter(byte) ? 1 : 2; };
+  const bool is_inside = (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
+  return !is_inside && !is_blank(text[at - 1]) &&
+         (class_of(text[at - 1]) != class_of(text[at]) || !is_ascii(text[at]));
 }
 
 // The longest beginning that is a time.
 std::size_t beginning_of(const TimeLayout& layout, std::string_view text) noexcept {
-  for (std::size_t end = std::min(text.size() - 1, farthest); end > 0; --end) {
-    if (!begins_character(text[end]) || is_blank(text[end - 1])) continue;
+  int tries = 12;
+  for (std::size_t end = std::min(text.size() - 1, farthest); end > 0 && tries > 0; --end) {
+    if (!ends_part(text, end)) continue;
     if (is_time(layout, text.substr(0, end))) return end;
+    --tries;
   }
   return 0;
 }
@@ -94,7 +100,8 @@ bool is_around_hour(const TimeLayout& layout, std::string_view before,
   if (before.size() + 1 + behind.size() > sizeof whole) return false;
   std::memcpy(whole, before.data(), before.size());
   behind.copy(whole + before.size() + 1, behind.size());
-  for (char hour = '1'; hour <= '9'; ++hour) {
+  // One of them goes with every part of the day.
+  for (const char hour : {'1', '5', '9'}) {
     whole[before.size()] = hour;
     if (is_time(layout, {whole, before.size() + 1 + behind.size()})) return true;
   }
@@ -118,13 +125,17 @@ std::size_t time_behind(const TimeLayout& layout, std::string_view text,
                         const FoundNumbers& numbers) noexcept {
   for (std::size_t i = 1; i < std::min<std::size_t>(numbers.count(), 3); ++i) {
     const std::size_t at = numbers.begin(i);
-    if (is_blank(text[at - 1]) && is_time(layout, text.substr(at))) return at;
+    if (text.size() - at > farthest || !is_blank(text[at - 1])) continue;
+    if (is_time(layout, text.substr(at))) return at;
   }
   // Behind the third number Numbers does not look.
+  int tries = 6;
   const std::size_t first = std::max(numbers.end(numbers.count() > 3 ? 2 : 0),
                                      text.size() - std::min(text.size(), farthest));
-  for (std::size_t at = text.size(); numbers.count() > 3 && --at > first;) {
-    if (is_blank(text[at - 1]) && is_time(layout, text.substr(at))) return at;
+  for (std::size_t at = text.size(); numbers.count() > 3 && --at > first && tries > 0;) {
+    if (!is_blank(text[at - 1])) continue;
+    if (is_time(layout, text.substr(at))) return at;
+    --tries;
   }
   return 0;
 }
@@ -151,7 +162,8 @@ std::size_t tell_time(const TimeLayout& layout, std::string_view text, Message& 
     return 0;
   }
   const std::string_view before = text.substr(0, numbers.begin(0));
-  if (!before.empty() && !is_around_hour(layout, before, ":00")) {
+  const bool is_short = text.size() <= farthest;
+  if (!before.empty() && (!is_short || !is_around_hour(layout, before, ":00"))) {
     message << "no time of day begins so";
     return 0;
   }
@@ -160,7 +172,7 @@ std::size_t tell_time(const TimeLayout& layout, std::string_view text, Message& 
   }
   const std::size_t hour_end = numbers.end(0);
   const std::string_view behind = text.substr(hour_end);
-  if (is_around_hour(layout, before, behind)) {
+  if (is_short && is_around_hour(layout, before, behind)) {
     message << "hour " << std::int64_t{numbers.number(0).value}
             << " does not go with the words beside it";
     return numbers.begin(0);
@@ -173,7 +185,7 @@ std::size_t tell_time(const TimeLayout& layout, std::string_view text, Message& 
   }
   constexpr std::string_view minutes(":00");
   char with_minutes[longest_text + minutes.size()];
-  if (numbers.count() == 1) {
+  if (is_short && numbers.count() == 1) {
     const std::string_view rest = behind.substr(behind.starts_with(':') ? 1 : 0);
     std::size_t size = minutes.copy(with_minutes, minutes.size());
     size += rest.copy(with_minutes + size, rest.size());
