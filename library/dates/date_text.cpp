@@ -8,6 +8,7 @@
 #include "library/dates/quick_look_up.h"
 #include "library/dates/text_outline.h"
 #include "library/texts/folding.h"
+#include "library/texts/utf8.h"
 
 namespace jwnls::library {
 namespace {
@@ -109,9 +110,14 @@ std::string_view trimmed_slowly(std::string_view text) noexcept {
 bool is_blank_text(std::string_view text) noexcept {
   const auto is_printed = [](char each) { return each > ' ' && each <= '~'; };
   if (!text.empty() && (is_printed(text.front()) || is_printed(text.back()))) return false;
-  char folded[longest_text];
-  const auto size = fold_text(text, folded, sizeof folded);
-  return size && trimmed({folded, *size}).empty();
+  while (!text.empty()) {
+    const std::string_view character = text.substr(0, first_character(text).bytes);
+    char folded[16];
+    const auto size = fold_text(character, folded, sizeof folded);
+    if (!size || !trimmed({folded, *size}).empty()) return false;
+    text.remove_prefix(character.size());
+  }
+  return true;
 }
 
 namespace {
