@@ -334,12 +334,8 @@ void DateBytes::add(const OwnMarks& marks) {
 }
 
 void DateBytes::add(const DateNames& names) {
-  for (unsigned byte = 0; byte < 256; ++byte) {
-    const char each = static_cast<char>(byte);
-    if (!names.has_mark(each)) continue;
-    foreign_to_names_.remove(each);
-    foreign_in_front_.remove(each);
-  }
+  foreign_to_names_.remove_all(names.marks());
+  foreign_in_front_.remove_all(names.marks());
 }
 
 void DateBytes::add_joint(std::string_view text) {

@@ -151,7 +151,7 @@ void DateNames::mark_longer() {
     for (std::size_t at = 1; at < entries_[i].size; ++at) {
       const char mark = texts_[entries_[i].begin + at];
       if (is_letter(mark)) continue;
-      marks_.set(static_cast<unsigned char>(mark));
+      marks_.add(mark);
       const std::string_view begin = text_of_entry(entries_[i]).substr(0, at);
       if (begin == last) continue;
       last = begin;

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "library/locale_data/byte_set.h"
 #include "library/locale_data/date_data.h"
 #include "library/locale_data/name_list.h"
 #include "library/process/process.h"
@@ -72,10 +73,8 @@ class DateNames {
     return first_of_[first] != first_of_[first + 1];
   }
 
-  /// Whether some name or word has a mark of ASCII in it.
-  [[nodiscard]] bool has_mark(char mark) const noexcept {
-    return marks_[static_cast<unsigned char>(mark)];
-  }
+  /// What some name or word has in it beside letters.
+  [[nodiscard]] const ByteSet& marks() const noexcept { return marks_; }
 
   static std::uint64_t key_of(std::string_view name) noexcept {
     std::uint64_t key = 0;
@@ -130,7 +129,7 @@ class DateNames {
   std::bitset<256> begins_numbered_;
   std::bitset<256> before_number_;
   bool has_numbered_without_letters_ = false;
-  std::bitset<256> marks_;      // and other bytes that are no letters
+  ByteSet marks_;
   std::vector<Entry> entries_;  // at last sorted: by first byte, the longest first
   std::string texts_;
   std::vector<std::uint16_t> slots_;  // 1 more than an entry's index; 0: free; half of them are

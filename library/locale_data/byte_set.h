@@ -27,6 +27,13 @@ class ByteSet {
     bits_[index / 64] &= ~(std::uint64_t{1} << index % 64);
   }
 
+  constexpr void add_all(const ByteSet& others) noexcept {
+    for (std::size_t i = 0; i < bits_.size(); ++i) bits_[i] |= others.bits_[i];
+  }
+  constexpr void remove_all(const ByteSet& others) noexcept {
+    for (std::size_t i = 0; i < bits_.size(); ++i) bits_[i] &= ~others.bits_[i];
+  }
+
   [[nodiscard]] constexpr bool has(char byte) const noexcept { return (bit_of(byte) & 1) != 0; }
   /// Whether some byte of a text is one of them.
   [[nodiscard]] bool has_any(std::string_view text) const noexcept {

@@ -11,6 +11,8 @@
 #include "library/dates/date_shape.h"
 #include "library/dates/date_text.h"
 #include "library/locale_data/number_runs.h"
+#include "library/texts/folding.h"
+#include "library/texts/utf8.h"
 
 namespace jwnls::library {
 
@@ -22,12 +24,12 @@ class DateTries {
 
   [[nodiscard]] bool with_place() const noexcept { return with_place_; }
 
-  // Whether no character of the texts from here on folds to a digit, a blank or nothing.
-  void set_folds_nothing(bool folds_nothing) noexcept { folds_nothing_ = folds_nothing; }
+  // Whether no character of the text that is tried folds to a digit, a blank or nothing.
   [[nodiscard]] bool folds_nothing() const noexcept { return folds_nothing_; }
 
   // Another text is tried from here on. Whether its numbers are those that a date has.
   bool begin(const DateLayout& layout, std::string_view text, const NumberRuns& numbers) noexcept {
+    folds_nothing_ = is_ascii(text) || folds_no_digits(text);
     is_known_ = folds_nothing_ && has_no_numbered(layout, text);
     if (is_known_) {
       has_eight_ = numbers.count > 0 && numbers.run[0].digits() == 8;

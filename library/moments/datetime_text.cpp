@@ -354,7 +354,6 @@ Clock read_clock(const jwnls_layout& layout, std::string_view text, DateTries& t
 Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text,
                                bool with_place) noexcept {
   DateTries tries(with_place);
-  tries.set_folds_nothing(is_ascii(text) || folds_no_digits(text));
   Clock clock = read_clock(layout, text, tries);
   if (clock.date.refusal == Refusal::none || tries.folds_nothing()) return clock;
   char folded[longest_text];
@@ -368,7 +367,6 @@ Clock read_clock_in_any_digits(const jwnls_layout& layout, std::string_view text
     return blank;
   }
   if (look_for_plain_time(layout, plain, clock) != Look::unknown) return clock;
-  tries.set_folds_nothing(is_ascii(plain) || folds_no_digits(plain));
   return read_clock(layout, plain, tries);
 }
 

@@ -44,10 +44,10 @@ bool is_no_date_and_time(const DateLayout& dates, const TimeLayout& times, std::
     // A text parts at a blank, behind a number or before the hour.
     const std::size_t time = runs.run[of_date].begin;
     if (text[time - 1] == ':' && !dates.colon_joins && !times.half_first) continue;
-    if (times.shape.could_end(text, runs.last(of_time)) &&
-        !is_no_date_in_front(dates, text.substr(0, time), numbers)) {
-      return false;
-    }
+    // What is not read has most often something wrong where it does not begin with a number.
+    const auto is_time = [&] { return times.shape.could_end(text, runs.last(of_time)); };
+    const auto is_date = [&] { return !is_no_date_in_front(dates, text.substr(0, time), numbers); };
+    if (is_digit(text.front()) ? is_time() && is_date() : is_date() && is_time()) return false;
   }
   return true;
 }

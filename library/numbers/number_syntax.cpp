@@ -200,12 +200,18 @@ void put_units(int kind, const Options& options, const CurrencyData* currency,
   syntax.typed_affixes = quick_affixes(style, true);
 }
 
-// Adds what texts may have beside units.
-void put_bytes(NumberSyntax& syntax) {
-  ByteSet& bytes = syntax.bytes;
+constexpr ByteSet bytes_of_numbers = [] {
+  ByteSet bytes;
   bytes.add_all("0123456789.,' \t+-()");
   bytes.add_range(0x80, 0xBF);
   bytes.add_all(leads_of_numbers);
+  return bytes;
+}();
+
+// Adds what texts may have beside units.
+void put_bytes(NumberSyntax& syntax) {
+  ByteSet& bytes = syntax.bytes;
+  bytes.add_all(bytes_of_numbers);
   if (syntax.exponent) bytes.add_all("eE");
   if (syntax.unit == UnitKind::percent) bytes.add('%');
   if (syntax.unit == UnitKind::currency) bytes.add_all("cCdDrR");

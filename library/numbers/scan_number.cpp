@@ -366,7 +366,8 @@ void scan_number(const NumberSyntax& syntax, std::string_view text,
 
 void read_number(const NumberSyntax& syntax, std::string_view text,
                  ScannedNumber& number) noexcept {
-  if (text.size() <= longest_text && !syntax.bytes.has_all(text)) {
+  // Most that have none of the bytes from the first letter of ASCII on are numbers.
+  if (text.size() <= longest_text && !is_before_letters(text) && !syntax.bytes.has_all(text)) {
     number.refusal = Refusal::trailing;
     return;
   }

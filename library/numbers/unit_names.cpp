@@ -57,6 +57,11 @@ UnitName name_of(std::string_view spelling, std::string_view code, int decimals)
   }
   name.dotted = name.text.size() > 1 && name.text.back() == U'.';
   if (name.dotted) name.text.pop_back();
+  const auto is_folded = [](char32_t c) { return folded(c) == c; };
+  if (std::all_of(name.text.begin(), name.text.end(), is_folded)) {
+    char bytes[4];
+    for (const char32_t c : name.text) name.bytes.append(bytes, encode_utf8(c, bytes));
+  }
   name.code = code;
   name.decimals = decimals;
   return name;
@@ -69,7 +74,10 @@ char32_t character_at(std::string_view text, std::size_t at) {
 // How many bytes the name takes at the beginning of a text; 0: it does not stand there.
 std::size_t bytes_of(const UnitName& name, std::string_view text, char32_t decimal) {
   std::size_t at = 0;
-  for (const char32_t wanted : name.text) {
+  const bool stands_there = !name.bytes.empty() && text.starts_with(name.bytes);
+  if (stands_there) at = name.bytes.size();
+  for (const char32_t wanted :
+       stands_there ? std::u32string_view() : std::u32string_view(name.text)) {
     Utf8Character next = {0, 0, true};
     do {
       at += next.bytes;

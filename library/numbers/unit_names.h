@@ -17,7 +17,8 @@ namespace jwnls::library {
 /// Folded: small letters, plain blanks, no marks, no last dot.
 struct UnitName {
   std::u32string text;
-  std::string code;  // "EUR"
+  std::string bytes;  // the same in UTF-8, where it folds to itself
+  std::string code;   // "EUR"
   int decimals = 2;
   bool dotted = false;  // a dot stands behind it
 };
