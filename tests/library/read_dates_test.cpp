@@ -137,6 +137,8 @@ constexpr ExplainCase explanations[] = {
      "date '15/3/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
     {"sv_SE", JWNLS_DATE, "", "15/03/2024", 6,
      "date '15/03/2024': sv_SE writes the year first: say order=dmy or order=mdy"},
+    {"sv_SE", JWNLS_DATETIME, "", "15/03/2024 14:30", 6,
+     "datetime '15/03/2024 14:30': sv_SE writes the year first: say order=dmy or order=mdy"},
     {"th_TH", JWNLS_DATE, "", "5/3/67", 4,
      "date '5/3/67': a year of two digits may be one of the Buddhist calendar"},
     {"fa_IR", JWNLS_DATE, "", "1402/12/25", 10,

@@ -24,6 +24,7 @@
 #include "library/texts/utf8.h"
 #include "tests/library/number_cases.h"
 #include "tests/library/opened_layout.h"
+#include "tests/support/guarded_buffer.h"
 #include "tests/support/seed.h"
 
 namespace {
@@ -74,8 +75,9 @@ void check_read(const NumberCase& row, const jwnls_layout* layout, Read read,
   char decimal[2100];
   std::size_t length = 0;
   ASSERT_EQ(jwnls_read_decimal(layout, row.given.data(), row.given.size(), decimal, sizeof decimal,
-                               &length, nullptr, nullptr),
+                               &length, nullptr, &wide_facts),
             JWNLS_OK);
+  EXPECT_EQ(wide_facts, facts);
   std::from_chars(decimal, decimal + length, value);
   EXPECT_EQ(value, expected) << std::string_view(decimal, length);
 }
@@ -123,6 +125,13 @@ TEST(ReadNumbers, NothingBesideTheTextIsReadAndAllOfItIs) {
       jwnls_read_number(german.get(), long_number.data(), long_number.size(), &number, nullptr),
       JWNLS_OK);
   EXPECT_EQ(number, 1e200);
+  // Nothing in front of a text, either.
+  jwnls::test::GuardedBuffer<char> front;
+  const OpenedLayout amount = open_layout("de_DE", JWNLS_AMOUNT);
+  const std::string_view euros = "1.234,50 \u20AC";
+  EXPECT_EQ(
+      jwnls_read_number(amount.get(), front.hold_at_front(euros), euros.size(), &number, nullptr),
+      JWNLS_OK);
   // An integer has no decimal symbol, and a zero byte is none.
   const OpenedLayout french = open_layout("fr_FR", JWNLS_INTEGER);
   for (const std::string_view text :

@@ -71,8 +71,7 @@ std::array<Interruption::Entry, 3> Interruption::entries_;
 class HeldSignals {
  public:
   HeldSignals() {
-    sigset_t held;
-    (void)::sigemptyset(&held);
+    sigset_t held = {};  // which is an empty one
     for (const int number : interrupting) (void)::sigaddset(&held, number);
     (void)::pthread_sigmask(SIG_BLOCK, &held, &before_);
   }
