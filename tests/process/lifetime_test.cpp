@@ -143,7 +143,8 @@ void check(bool good, int number) {
 // fails later has a reason of its own.
 [[noreturn]] void load_from_bad_folder() {
   namespace fs = std::filesystem;
-  const fs::path folder = fs::path(testing::TempDir()) / "jwnls_bad\x1B[31m\xC2\x80\xE2\x80\xAEmodules";
+  const fs::path folder =
+      fs::path(testing::TempDir()) / "jwnls_bad\x1B[31m\xC2\x80\xE2\x80\xAEmodules";
   fs::create_directories(folder);
   std::ofstream(folder / "jwnlsloc.so") << "no library";
   check(jwnls_configure("module-path", "/a:b", &error) == JWNLS_UNKNOWN &&
