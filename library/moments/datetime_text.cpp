@@ -11,6 +11,7 @@
 #include "library/moments/date_tries.h"
 #include "library/moments/moment_shape.h"
 #include "library/moments/moment_text.h"
+#include "library/moments/utc_offset.h"
 #include "library/texts/folding.h"
 #include "library/texts/utf8.h"
 
@@ -24,45 +25,6 @@ struct Clock {
   bool has_offset = false;
   std::int32_t offset_seconds = 0;  // east of UTC
 };
-
-constexpr std::int32_t two_digits(std::string_view text) noexcept {
-  return is_digit(text[0]) && is_digit(text[1]) ? (text[0] - '0') * 10 + (text[1] - '0') : 99;
-}
-
-// "+01", "+0100", "+01:00" at the end, behind a time: the bytes, 0 where there is none.
-std::size_t numeric_offset(std::string_view text, std::int32_t& offset_seconds) noexcept {
-  for (const std::size_t size : {6U, 5U, 3U}) {
-    if (text.size() <= size) continue;
-    std::string_view end = text.substr(text.size() - size);
-    if (end[0] != '+' && end[0] != '-') continue;
-    if (size == 6 && end[3] != ':') continue;
-    const std::int32_t hours = two_digits(end.substr(1));
-    const std::int32_t minutes = size == 3 ? 0 : two_digits(end.substr(size - 2));
-    if (hours > 18 || minutes > 59) continue;
-    const std::int32_t seconds = (hours * 60 + minutes) * 60;
-    offset_seconds = end[0] == '-' ? -seconds : seconds;
-    return size;
-  }
-  return 0;
-}
-
-// Cuts an offset from the end of a text whose time is its last part.
-bool cut_offset(std::string_view& text, std::int32_t& offset_seconds) noexcept {
-  std::size_t size = numeric_offset(text, offset_seconds);
-  if (size == 0) {
-    for (const std::string_view word : {"Z", "z", "UTC", "GMT"}) {
-      if (text.size() > word.size() && text.substr(text.size() - word.size()) == word) {
-        size = word.size();
-        offset_seconds = 0;
-      }
-    }
-  }
-  if (size == 0) return false;
-  const std::string_view before = trimmed(text.substr(0, text.size() - size));
-  if (before.empty() || !is_digit(before.back()) || before.find(':') == before.npos) return false;
-  text = before;
-  return true;
-}
 
 // A date without what joins it to its time: blanks, commas, "T" behind a digit, joining words.
 std::string_view without_joint(const DateLayout& layout, std::string_view text) noexcept {
