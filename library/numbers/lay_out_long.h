@@ -20,10 +20,15 @@ namespace jwnls::library {
 template <typename Texts, typename Unit>
 inline Unit* put_eights(const Texts& texts, std::string_view digits, Unit* out) noexcept {
   const std::size_t count = digits.size();
-  for (std::size_t i = 0; i < count; i += 8) {
-    const std::size_t some = std::min<std::size_t>(count - i, 8);
-    texts.put_eight(word_at<std::uint64_t>(digits.data() + i), static_cast<unsigned>(some),
-                    out + i * texts.units);
+  std::size_t at = 0;
+  for (; count - at > 8; at += 8) {
+    texts.put_eight(word_at<std::uint64_t>(digits.data() + at), 8, out + at * texts.units);
+  }
+  if (const std::size_t some = count - at; some != 0) {
+    // What stands in the margin is nobody's.
+    const std::uint64_t word =
+        word_at<std::uint64_t>(digits.data() + at) & ~std::uint64_t{0} >> (64 - 8 * some);
+    texts.put_eight(word, static_cast<unsigned>(some), out + at * texts.units);
   }
   return out + count * texts.units;
 }
