@@ -117,6 +117,7 @@ void write_database_tables(const std::vector<CldrLocale>& locales, std::ostream&
   // The compiler that we use most lays out what is defined last first: the keys before the pieces.
   PieceStore store;
   std::vector<std::size_t> places;
+  places.reserve(locales.size());
   for (const CldrLocale& locale : locales) places.push_back(store.append(row_of(locale, store)));
   write_array(out, "std::uint8_t pieces", store.bytes());
   write_array(out, "std::uint32_t locale_places", places);

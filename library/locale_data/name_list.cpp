@@ -62,7 +62,7 @@ void NameList::add_pattern(const PatternParts& pattern, const std::string (&full
     if (before.empty() && behind.empty()) continue;
     const std::string(&months)[12] = directive == 'B' ? full_months : short_months;
     for (int month = 1; month <= 12; ++month) {
-      add_month(before + months[month - 1] + behind, month);
+      add_month(std::string(before).append(months[month - 1]).append(behind), month);
     }
   }
 }

@@ -92,7 +92,7 @@ struct ShortTexts {
 /// Symbols and digits are at most so many bytes in short forms.
 inline constexpr std::size_t short_symbol = 4;
 
-struct NumberStyle {
+struct NumberStyle {  // NOLINT(clang-analyzer-optin.performance.Padding): hot members first
   LocaleHandle* handle = nullptr;
   std::int32_t decimals = -1;         // -1: as many as the value has
   int shift = 0;                      // places that the decimal symbol moves: 2 in percentages
