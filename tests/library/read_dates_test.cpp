@@ -17,8 +17,10 @@
 #include "library/dates/plain_date.h"
 #include "library/dates/service_call.h"
 #include "library/layouts/layout.h"
+#include "library/locale_data/number_runs.h"
 #include "library/moments/moment_text.h"
 #include "library/moments/reading.h"
+#include "library/moments/time_shape.h"
 #include "library/texts/utf8.h"
 #include "tests/library/date_cases.h"
 #include "tests/support/seed.h"
@@ -270,6 +272,19 @@ TEST(ReadTimes, ReadAsTheServiceDoes) {
     }
   }
   EXPECT_GT(std::min(counts[0], counts[1]), 8'000);
+}
+
+// No version of the locales' data has such a half of the day: "ß" has another first byte.
+TEST(TimeShape, HasTheOtherCasesOfLettersOfNoScript) {
+  LocaleRecord record = *open_layout("en_US", JWNLS_TIME, "")->locale->record;
+  record.before_noon = {2, u"\u1E9Ea"};
+  const library::TimeShape shape(record);
+  for (const auto& [text, is_hopeless] : {std::pair("1:30 \u1E9Ea", false),
+                                          {"1:30 \u00DFA", false},
+                                          {"1:30 PM", false},
+                                          {"1:30 xa", true}}) {
+    EXPECT_EQ(shape.is_hopeless(text, library::NumberRuns(text)), is_hopeless) << text;
+  }
 }
 
 // Not every version of the locales' data has such names.
