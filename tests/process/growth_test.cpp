@@ -205,6 +205,7 @@ std::string locales_up_to(std::size_t count) {
 
 int detect(const std::vector<std::string>& column, std::size_t count, const std::string& locales) {
   std::vector<jwnls_text> texts;
+  texts.reserve(column.size());
   for (const std::string& text : column) texts.push_back({text.data(), text.size()});
   const jwnls_texts given = {sizeof given, count, texts.data(), nullptr, nullptr, nullptr, nullptr};
   jwnls_detection* detection = nullptr;

@@ -18,9 +18,9 @@ struct Case {
   TableJob job;
   std::string text;
   std::string output;
-  std::string errors = "";
+  std::string errors = {};
   int exit_code = 0;
-  std::string rejects = "";
+  std::string rejects = {};
 };
 
 void expect_cases(const std::vector<Case>& cases) {
