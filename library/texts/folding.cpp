@@ -129,9 +129,9 @@ bool folds_no_digits(std::string_view text) noexcept {
       if (end - at < 3 || folds((lead & 0xFU) << 6 | bits(1), bits(2))) return false;
       at += 3;
     } else {
-      const unsigned block = (lead & 7U) << 12 | bits(1) << 6;
       if (end - at < 4) return false;
-      if (block + bits(2) < folded_block_count && folds(block + bits(2), bits(3))) return false;
+      const unsigned block = (lead & 7U) << 12 | bits(1) << 6 | bits(2);
+      if (block < folded_block_count && folds(block, bits(3))) return false;
       at += 4;
     }
   }
