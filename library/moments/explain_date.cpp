@@ -327,13 +327,14 @@ Diagnosis diagnosis(const jwnls_layout& layout, std::string_view text, std::stri
                    : read(&layout, text.data(), text.size(), &microseconds, nullptr),
             {}};
   }
-  if (layout.is(JWNLS_DATE)) {
-    const DateRead read = full_date(*layout.dates, inner, true);
-    return {code_of(read.refusal), read};
-  }
-  // A text that ends in no time is refused before its year is found to be none: that is said then.
-  const DateRead placed = read_moment_text(layout, inner, true).date;
-  const DateRead quick = read_moment_text(layout, inner).date;
+  // The code is that of reading, which may see a date of three numbers in what is a name and two
+  // numbers to the grammar, and refuses a text that ends in no time before its year is found to be
+  // none.
+  const bool is_date = layout.is(JWNLS_DATE);
+  const DateRead placed =
+      is_date ? full_date(*layout.dates, inner, true) : read_moment_text(layout, inner, true).date;
+  const DateRead quick =
+      is_date ? read_date_text(*layout.dates, inner) : read_moment_text(layout, inner).date;
   const int code = code_of(quick.refusal);
   return {code, code == code_of(placed.refusal) ? placed : quick};
 }
