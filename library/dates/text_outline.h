@@ -38,11 +38,6 @@ namespace jwnls::library {
   return numbers;
 }
 
-/// The numbers of a text, quickly where it is short.
-[[nodiscard]] inline Numbers numbers_of(std::string_view text) noexcept {
-  return text.size() > longest_outlined ? Numbers(text) : numbers_of(text, digits_of(text));
-}
-
 }  // namespace jwnls::library
 
 #endif  // JWNLS_LIBRARY_DATES_TEXT_OUTLINE_H_
