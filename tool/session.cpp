@@ -57,7 +57,7 @@ std::string zone_meant(const std::string& zone) {
         return 0;
       },
       &names);
-  const std::string meant = did_you_mean(zone, names);
+  std::string meant = did_you_mean(zone, names);
   if (!meant.empty()) return meant;
   std::vector<std::string> cities;
   cities.reserve(names.size());

@@ -20,9 +20,8 @@ namespace jwnls::library {
 namespace {
 
 std::string utf8_of(std::u16string_view units) {
-  std::string text(3 * units.size(), '\0');
-  text.resize(to_utf8(units, text.data(), text.size()));
-  return text;
+  char bytes[3 * text_entry_capacity];
+  return {bytes, to_utf8(units, bytes, sizeof bytes)};
 }
 
 std::u16string utf16_of(std::string_view text) {

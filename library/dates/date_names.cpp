@@ -1,11 +1,9 @@
 #include "library/dates/date_names.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <iterator>
 #include <map>
-#include <numeric>
 #include <utility>
 
 #include "library/locale_data/date_characters.h"
@@ -16,74 +14,82 @@
 namespace jwnls::library {
 namespace {
 
-constexpr std::uint8_t no_letter = 1;
-constexpr std::uint8_t digit = 2;
-constexpr auto byte_classes = [] {
-  std::array<std::uint8_t, 256> classes{};
-  for (unsigned i = 0; i < classes.size(); ++i) {
-    const char byte = static_cast<char>(i);
-    if (!is_letter(byte)) classes[i] |= no_letter;
-    if (is_digit(byte)) classes[i] |= digit;
-  }
-  return classes;
-}();
+constexpr std::size_t key_bytes = sizeof(std::uint64_t);
 
-// What a name has among its bytes; most names have letters alone.
-std::uint8_t classes_of(std::string_view name) noexcept {
-  std::uint8_t all = 0;
-  for (const char byte : name) all |= byte_classes[static_cast<unsigned char>(byte)];
-  return all;
+// The bits of a key that so many bytes of a text take.
+std::uint64_t key_mask(std::size_t bytes) noexcept {
+  return bytes >= key_bytes ? UINT64_MAX : (std::uint64_t{1} << 8 * bytes) - 1;
+}
+std::uint64_t load_key(const char* at) noexcept {
+  std::uint64_t key = 0;
+  std::memcpy(&key, at, sizeof key);
+  return key;
+}
+
+// The bytes that are no letters, in their highest bits.
+std::uint64_t marks_in(std::uint64_t bytes) noexcept {
+  constexpr std::uint64_t each = 0x0101010101010101;
+  const std::uint64_t seven = (bytes | 0x20 * each) & 0x7F * each;
+  const std::uint64_t letters =
+      ((seven + (0x80 - 'a') * each) & ~(seven + (0x7F - 'z') * each)) | bytes;
+  return ~letters & 0x80 * each;
 }
 
 }  // namespace
 
-DateNames::DateNames(const DateNameData& data) {
+DateNames::DateNames(DateNameData data) : texts_(std::move(data.texts)) {
   entries_.reserve(data.names.size() + data.exact.size() + 8);
-  std::size_t bytes = 0;
-  for (const FoldedName& each : data.names) bytes += each.text.size();
-  texts_.reserve(bytes + 64);
-  for (const FoldedName& each : data.names) add_entry(each.text, each.meaning);
-  add_stand_ins(data);
-  mark_longer();
-  make_slots();
-}
-
-void DateNames::add_entry(std::string_view name, const NameMeaning& meaning) {
-  const auto begin = static_cast<std::uint32_t>(texts_.size());
-  texts_.append(name);
-  entries_.push_back({key_of(name), begin, static_cast<std::uint16_t>(name.size()), meaning});
-}
-
-void DateNames::add_stand_ins(const DateNameData& data) {
-  char32_t next = 0xE000;
-  const auto add = [&](std::vector<StandIn>& list, std::string_view name, NameMeaning meaning) {
-    char bytes[4];
-    list.push_back({std::string(name), std::string(bytes, encode_utf8(next++, bytes)), 0});
-    add_entry(list.back().stand_in, meaning);
-  };
-  for (const auto& [name, meaning] : data.names) {
-    if ((classes_of(name) & digit) == 0) continue;
-    add(numbered_, name, meaning);
-    if (is_before_letters(name)) has_numbered_without_letters_ = true;
-    const auto first = static_cast<unsigned char>(name.front());
-    begins_numbered_.set(first);
-    if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);
-    std::size_t before = 0;  // the first digit
-    while (!is_digit(name[before])) ++before;
-    numbered_.back().digits = before;
-    while (before > 0 && name[before - 1] == ' ') --before;
-    before_number_.set(before == 0 ? 0 : static_cast<unsigned char>(name[before - 1]));
+  std::vector<std::size_t> marked;  // entries that have more than letters, as few have
+  texts_.append(key_bytes, '\0');   // so that keys are loaded at once
+  for (const auto& [begin, size, meaning] : data.names) {
+    const char* const text = texts_.data() + begin;
+    std::uint64_t marks = 0;
+    for (std::size_t at = 0; at < size; at += key_bytes) {
+      marks |= marks_in(load_key(text + at)) & key_mask(size - at);
+    }
+    if (marks != 0) marked.push_back(entries_.size());
+    entries_.push_back({load_key(text) & key_mask(size), begin, size, meaning});
   }
+  for (const std::size_t each : marked) add_numbered(each);
   for (const ExactName& each : data.exact) {
     NameMeaning meaning;
     meaning.month = static_cast<std::uint8_t>(each.month);
-    add(exact_, each.text, meaning);
+    add_stand_in(exact_, each.text, meaning);
   }
   for (auto* list : {&numbered_, &exact_}) {
     std::sort(list->begin(), list->end(), [](const StandIn& a, const StandIn& b) {
       return a.name.size() != b.name.size() ? a.name.size() > b.name.size() : a.name < b.name;
     });
   }
+  for (const std::size_t each : marked) mark_longer(each);
+  sort_entries();
+  make_slots();
+}
+
+void DateNames::add_stand_in(std::vector<StandIn>& list, std::string_view name,
+                             NameMeaning meaning) {
+  char bytes[4];
+  const std::string_view stand_in(bytes, encode_utf8(next_stand_in_++, bytes));
+  list.push_back({std::string(name), std::string(stand_in), 0});
+  const auto size = static_cast<std::uint16_t>(stand_in.size());
+  entries_.push_back({key_of(stand_in), static_cast<std::uint32_t>(texts_.size()), size, meaning});
+  texts_ += stand_in;
+}
+
+// A name, if it has digits.
+void DateNames::add_numbered(std::size_t entry) {
+  const std::string name(text_of_entry(entries_[entry]));
+  const auto first_digit = std::find_if(name.begin(), name.end(), is_digit);
+  if (first_digit == name.end()) return;
+  add_stand_in(numbered_, name, entries_[entry].meaning);
+  if (is_before_letters(name)) has_numbered_without_letters_ = true;
+  const auto first = static_cast<unsigned char>(name.front());
+  begins_numbered_.set(first);
+  if (first >= 'a' && first <= 'z') begins_numbered_.set(first ^ 0x20U);
+  auto before = static_cast<std::size_t>(first_digit - name.begin());
+  numbered_.back().digits = before;
+  while (before > 0 && name[before - 1] == ' ') --before;
+  before_number_.set(before == 0 ? 0 : static_cast<unsigned char>(name[before - 1]));
 }
 
 std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcept {
@@ -141,39 +147,43 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
   return size;
 }
 
-// Marks the runs of letters with which names of several words begin; those that are no names
+// Marks the runs of letters with which a name of several words begins; those that are no names
 // themselves are entered without a meaning.
-void DateNames::mark_longer() {
-  const std::size_t known = entries_.size();
-  std::string last;  // names that begin alike follow each other
-  for (std::size_t i = 0; i < known; ++i) {
-    if ((classes_of(text_of_entry(entries_[i])) & no_letter) == 0) continue;
-    for (std::size_t at = 1; at < entries_[i].size; ++at) {
-      const char mark = texts_[entries_[i].begin + at];
-      if (is_letter(mark)) continue;
-      marks_.add(mark);
-      const std::string_view begin = text_of_entry(entries_[i]).substr(0, at);
-      if (begin == last) continue;
-      last = begin;
-      const auto same = [this, begin, key = key_of(begin)](const Entry& each) {
-        return each.key == key && each.size == begin.size() && text_of_entry(each) == begin;
-      };
-      const auto found = std::find_if(entries_.begin(), entries_.end(), same);
-      NameMeaning meaning;
-      meaning.begins_longer = true;
-      if (found != entries_.end()) {
-        found->meaning.begins_longer = true;
-      } else {
-        add_entry(last, meaning);
-      }
+void DateNames::mark_longer(std::size_t entry) {
+  const Entry whole = entries_[entry];
+  for (std::uint16_t at = 1; at < whole.size; ++at) {
+    const char mark = texts_[whole.begin + at];
+    if (is_letter(mark)) continue;
+    marks_.add(mark);
+    Entry beginning{whole.key & key_mask(at), whole.begin, at, {}};
+    beginning.meaning.begins_longer = true;
+    const auto same = [&](const Entry& each) {
+      return each.key == beginning.key && each.size == at &&
+             text_of_entry(each) == text_of_entry(beginning);
+    };
+    // Names that begin alike follow each other: the last that was entered is the likeliest.
+    const auto found = std::find_if(entries_.rbegin(), entries_.rend(), same);
+    if (found != entries_.rend()) {
+      found->meaning.begins_longer = true;
+    } else {
+      entries_.push_back(beginning);
     }
   }
 }
 
-void DateNames::make_slots() {
-  const auto before = [this](const Entry& a, const Entry& b) {
-    return is_looked_for_before(text_of_entry(a), text_of_entry(b));
+// In the order of is_looked_for_before().
+inline bool DateNames::stands_before(const Entry& a, const Entry& b) const noexcept {
+  constexpr std::uint32_t most = UINT16_MAX;
+  const auto rank = [](const Entry& entry) {
+    return static_cast<std::uint32_t>(entry.first_byte()) << 16 | (most - entry.size);
   };
+  if (rank(a) != rank(b)) return rank(a) < rank(b);
+  return a.key != b.key ? __builtin_bswap64(a.key) < __builtin_bswap64(b.key)
+                        : text_of_entry(a) < text_of_entry(b);
+}
+
+void DateNames::sort_entries() {
+  const auto before = [this](const Entry& a, const Entry& b) { return stands_before(a, b); };
   // The database's names stand in this order as a rule, and few others behind them.
   constexpr std::ptrdiff_t few = 16;
   auto unsorted = std::is_sorted_until(entries_.begin(), entries_.end(), before);
@@ -185,17 +195,22 @@ void DateNames::make_slots() {
     const auto place = std::upper_bound(entries_.begin(), unsorted, *unsorted, before);
     std::rotate(place, unsorted, unsorted + 1);
   }
-  for (const Entry& entry : entries_) {
-    ++first_of_[static_cast<unsigned char>(texts_[entry.begin]) + 1U];
-  }
-  std::partial_sum(std::begin(first_of_), std::end(first_of_), std::begin(first_of_));
+}
+
+void DateNames::make_slots() {
   slots_.assign(std::bit_ceil(2 * entries_.size() + 2), 0);
   mask_ = slots_.size() - 1;
+  auto* first = std::begin(first_of_);
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    std::size_t slot = slot_of(entries_[i].key, entries_[i].size);
+    const Entry& entry = entries_[i];
+    const auto number = static_cast<std::uint16_t>(i);
+    auto* const behind = std::begin(first_of_) + entry.first_byte() + 1;
+    if (first < behind) first = std::fill_n(first, behind - first, number);
+    std::size_t slot = slot_of(entry.key, entry.size);
     while (slots_[slot] != 0) slot = (slot + 1) & mask_;
-    slots_[slot] = static_cast<std::uint16_t>(i + 1);
+    slots_[slot] = static_cast<std::uint16_t>(number + 1);
   }
+  std::fill(first, std::end(first_of_), static_cast<std::uint16_t>(entries_.size()));
 }
 
 void DateNames::add_to(std::string& key) const {
@@ -257,7 +272,7 @@ NameList names_of_record(const LocaleRecord& record) {
 
 NameList list_of(const DateNameData& data) {
   NameList list;
-  for (const FoldedName& each : data.names) list.names.emplace(each.text, each.meaning);
+  for (const auto& each : data.names) list.names.emplace(data.text_of(each), each.meaning);
   return list;
 }
 
@@ -281,9 +296,10 @@ std::shared_ptr<const DateNames> make_names(const LocaleRecord& record, bool wit
     if (with_english) add_english_months(list);
     if (!data) data.emplace();
     data->names.clear();
-    for (const auto& [text, meaning] : list.names) data->names.push_back({text, meaning});
+    data->texts.clear();
+    for (const auto& [text, meaning] : list.names) data->add(text, meaning);
   }
-  return std::make_shared<const DateNames>(*data);
+  return std::make_shared<const DateNames>(*std::move(data));
 }
 
 }  // namespace

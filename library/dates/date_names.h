@@ -23,7 +23,7 @@ namespace jwnls::library {
 class DateNames {
  public:
   /// Throws bad_alloc.
-  explicit DateNames(const DateNameData& data);
+  explicit DateNames(DateNameData data);
 
   /// Replaces every name that has digits in it ("M11", "Th 2") by a character of its own, so that
   /// they do not count as numbers of the date. Gives the new size; `places` may be null.
@@ -76,10 +76,20 @@ class DateNames {
   /// What some name or word has in it beside letters.
   [[nodiscard]] const ByteSet& marks() const noexcept { return marks_; }
 
+  /// The first eight bytes of a text, the first in the lowest place; zeros behind its end.
   static std::uint64_t key_of(std::string_view name) noexcept {
-    std::uint64_t key = 0;
-    std::memcpy(&key, name.data(), name.size() < 8 ? name.size() : 8);
-    return key;
+    const auto load = [&name]<typename Word>(Word word, std::size_t at) {
+      std::memcpy(&word, name.data() + at, sizeof word);
+      return std::uint64_t{word};
+    };
+    const std::size_t size = name.size();
+    if (size >= 8) return load(std::uint64_t{}, 0);
+    if (size >= 4)
+      return load(std::uint32_t{}, 0) | load(std::uint32_t{}, size - 4) << 8 * (size - 4);
+    if (size == 0) return 0;
+    const std::size_t middle = size / 2;
+    return load(std::uint8_t{}, 0) | load(std::uint8_t{}, middle) << 8 * middle |
+           load(std::uint8_t{}, size - 1) << 8 * (size - 1);
   }
 
   /// Adds what tells tables apart: every name and what it means.
@@ -104,6 +114,8 @@ class DateNames {
     std::uint32_t begin;
     std::uint16_t size;
     NameMeaning meaning;
+
+    [[nodiscard]] unsigned first_byte() const noexcept { return key & 0xFF; }
   };
 
   [[nodiscard]] std::size_t slot_of(std::uint64_t key, std::size_t size) const noexcept {
@@ -119,11 +131,14 @@ class DateNames {
   };
   [[nodiscard]] bool has_numbered_in(std::string_view folded) const noexcept;
 
-  void add_stand_ins(const DateNameData& data);
-  void add_entry(std::string_view name, const NameMeaning& meaning);
-  void mark_longer();
+  void add_stand_in(std::vector<StandIn>& list, std::string_view name, NameMeaning meaning);
+  void add_numbered(std::size_t entry);
+  void mark_longer(std::size_t entry);
+  [[nodiscard]] bool stands_before(const Entry& a, const Entry& b) const noexcept;
+  void sort_entries();
   void make_slots();
 
+  char32_t next_stand_in_ = 0xE000;
   std::vector<StandIn> numbered_;  // the longest first
   std::vector<StandIn> exact_;     // likewise
   std::bitset<256> begins_numbered_;

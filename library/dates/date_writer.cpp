@@ -11,68 +11,80 @@ namespace jwnls::library {
 
 template <typename Unit>
 const typename DateTexts<Unit>::FieldName DateTexts<Unit>::field_names[16] = {
-    {"E", Field::day},          {"d", Field::padded_day},   {"O", Field::month},
-    {"m", Field::padded_month}, {"Y", Field::year},         {"#H", Field::hour},
-    {"H", Field::padded_hour},  {"#I", Field::half_hour},   {"I", Field::padded_half_hour},
-    {"M", Field::minute},       {"S", Field::second},       {"B", Field::full_month},
-    {"b", Field::short_month},  {"A", Field::full_weekday}, {"a", Field::short_weekday},
-    {"p", Field::day_half},
+    {'E', false, Field::day},         {'d', false, Field::padded_day},
+    {'O', false, Field::month},       {'m', false, Field::padded_month},
+    {'Y', false, Field::year},        {'H', true, Field::hour},
+    {'H', false, Field::padded_hour}, {'I', true, Field::half_hour},
+    {'M', false, Field::minute},      {'I', false, Field::padded_half_hour},
+    {'S', false, Field::second},      {'B', false, Field::full_month},
+    {'b', false, Field::short_month}, {'A', false, Field::full_weekday},
+    {'p', false, Field::day_half},    {'a', false, Field::short_weekday},
 };
 
 template <typename Unit>
-auto DateTexts<Unit>::text_of_utf8(std::string_view text) -> Text {
-  Text result;
-  result.units.resize(text.size());
+auto DateTexts<Unit>::add_text(std::string_view text) -> Text {
+  const std::size_t begin = texts_.size();
   if constexpr (sizeof(Unit) == 1) {
-    std::copy(text.begin(), text.end(), result.units.begin());
-    result.size = text.size();
+    texts_.append(text);
   } else {
-    result.size = to_utf16(text, result.units.data(), text.size()).value_or(0);
+    texts_.resize(begin + text.size());
+    texts_.resize(begin + to_utf16(text, texts_.data() + begin, text.size()).value_or(0));
   }
-  result.units.resize((result.size + block) / block * block);
-  return result;
+  return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(texts_.size() - begin)};
+}
+
+// A surrogate without its partner becomes U+FFFD.
+template <typename Unit>
+auto DateTexts<Unit>::add_text(std::u16string_view text) -> Text {
+  if constexpr (sizeof(Unit) != 1) {
+    const auto is_surrogate = [](char16_t unit) { return (unit & 0xF800U) == 0xD800U; };
+    if (std::none_of(text.begin(), text.end(), is_surrogate)) {
+      const auto begin = static_cast<std::uint32_t>(texts_.size());
+      texts_.append(text);
+      return {begin, static_cast<std::uint32_t>(text.size())};
+    }
+  }
+  char bytes[3 * text_entry_capacity];
+  return add_text(std::string_view(bytes, to_utf8(text, bytes, sizeof bytes)));
 }
 
 template <typename Unit>
 void DateTexts<Unit>::add_literal(std::string_view literal) {
-  if (literal.empty()) return;
-  parts_.push_back({Field::literal, text_of_utf8(literal)});
+  if (!literal.empty()) parts_.push_back({Field::literal, add_text(literal)});
 }
 
 template <typename Unit>
 bool DateTexts<Unit>::add_pattern(std::string_view pattern) {
-  std::string literal;
-  for (std::size_t at = 0; at < pattern.size(); ++at) {
-    if (pattern[at] != '%') {
-      literal += pattern[at];
-      continue;
-    }
-    const std::string_view rest = pattern.substr(at + 1);
-    const auto found =
-        std::find_if(std::begin(field_names), std::end(field_names),
-                     [rest](const FieldName& row) { return rest.starts_with(row.directive); });
+  constexpr std::size_t usual_parts = 8;
+  constexpr std::size_t usual_texts = 160;  // the names of months, or of weekdays
+  parts_.reserve(std::max(parts_.size(), usual_parts));
+  texts_.reserve(std::max(texts_.size(), usual_texts));
+  while (!pattern.empty()) {
+    const std::size_t mark = std::min(pattern.find('%'), pattern.size());
+    add_literal(pattern.substr(0, mark));
+    if (mark == pattern.size()) break;
+    pattern.remove_prefix(mark + 1);
+    const bool bare = pattern.starts_with('#');
+    const char directive = pattern.size() > bare ? pattern[bare] : '\0';
+    const auto found = std::find_if(std::begin(field_names), std::end(field_names),
+                                    [bare, directive](const FieldName& row) {
+                                      return row.directive == directive && row.bare == bare;
+                                    });
     if (found == std::end(field_names)) return false;
-    add_literal(literal);
-    literal.clear();
     parts_.push_back({found->field, {}});
-    at += std::strlen(found->directive);
+    pattern.remove_prefix(1U + bare);
   }
-  add_literal(literal);
   return true;
 }
 
 template <typename Unit>
-void DateTexts<Unit>::add_names(Field field, const TextEntry* entries, std::size_t count) {
+void DateTexts<Unit>::add_names(Field field, const TextEntry* entries, std::size_t count,
+                                std::size_t first) {
   const bool is_used = std::any_of(parts_.begin(), parts_.end(),
                                    [field](const Part& part) { return part.field == field; });
   if (!is_used) return;
-  auto& names = names_[name_list(field)];
-  names.reserve(names.size() + count);
-  for (std::size_t i = 0; i < count; ++i) {
-    char bytes[3 * text_entry_capacity];
-    const std::size_t size = to_utf8(text_of(entries[i]), bytes, sizeof bytes);
-    names.push_back(text_of_utf8({bytes, size}));
-  }
+  Text* const names = names_[name_list(field)] + first;
+  for (std::size_t i = 0; i < count; ++i) names[i] = add_text(text_of(entries[i]));
 }
 
 template <typename Unit>
@@ -82,17 +94,19 @@ bool DateTexts<Unit>::finish(const LocaleRecord& record, const DatePatternData* 
   add_names(Field::full_weekday, record.full_weekdays, 7);
   add_names(Field::short_weekday, record.short_weekdays, 7);
   add_names(Field::day_half, &record.before_noon, 1);
-  add_names(Field::day_half, &record.after_noon, 1);
-  auto& weekdays = names_[name_list(Field::full_weekday)];
+  add_names(Field::day_half, &record.after_noon, 1, 1);
   const bool has_weekdays = data != nullptr && !data->weekdays[0].empty();
-  for (std::size_t i = 0; has_weekdays && i < weekdays.size(); ++i) {
-    weekdays[i] = text_of_utf8(data->weekdays[i]);
+  for (std::size_t i = 0; has_weekdays && i < data->weekdays.size(); ++i) {
+    names_[name_list(Field::full_weekday)][i] = add_text(data->weekdays[i]);
   }
+  texts_.append(block, 0);
   longest_ = block;
   for (const Part& part : parts_) {
     std::size_t longest = part.field == Field::literal ? part.literal.size : 4;
     if (part.field >= Field::full_month) {
-      for (const Text& name : names_[name_list(part.field)]) longest = std::max(longest, name.size);
+      for (const Text& name : names_[name_list(part.field)]) {
+        longest = std::max<std::size_t>(longest, name.size);
+      }
     }
     longest_ += longest;
   }
@@ -100,8 +114,8 @@ bool DateTexts<Unit>::finish(const LocaleRecord& record, const DatePatternData* 
 }
 
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* DateTexts<Unit>::put(Unit* at, const Text& text) noexcept {
-  const Unit* from = text.units.data();
+[[gnu::always_inline]] inline Unit* DateTexts<Unit>::put(Unit* at, Text text) const noexcept {
+  const Unit* from = texts_.data() + text.begin;
   std::memcpy(at, from, block * sizeof(Unit));
   if (text.size > block) [[unlikely]] {
     std::memcpy(at, from, text.size * sizeof(Unit));
@@ -132,7 +146,7 @@ Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) 
   const CivilDate date = civil_from_day(day);
   const std::int32_t hour = second / 3600;
   const std::int32_t half_hour = hour % 12 == 0 ? 12 : hour % 12;
-  const auto name = [this](Field field, std::int32_t index) -> const Text& {
+  const auto name = [this](Field field, std::int32_t index) {
     return names_[name_list(field)][static_cast<std::size_t>(index)];
   };
   for (const Part& part : parts_) {

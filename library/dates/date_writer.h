@@ -36,9 +36,9 @@ class DateTexts {
   static constexpr std::size_t most_units = 4000;
   // Texts are copied in blocks, which may be longer than they are.
   static constexpr std::size_t block = 16 / sizeof(Unit);
-  struct Text {
-    std::basic_string<Unit> units;  // and zeros up to a whole block
-    std::size_t size = 0;
+  struct Text {  // of the texts below
+    std::uint32_t begin = 0;
+    std::uint32_t size = 0;
   };
   enum class Field : std::uint8_t {
     literal,
@@ -64,7 +64,8 @@ class DateTexts {
     Text literal;
   };
   struct FieldName {
-    const char* directive;  // with its "#"
+    char directive;
+    bool bare;  // with a "#"
     Field field;
   };
   static const FieldName field_names[16];
@@ -72,9 +73,11 @@ class DateTexts {
   static constexpr std::size_t name_list(Field field) noexcept {
     return static_cast<std::size_t>(field) - static_cast<std::size_t>(Field::full_month);
   }
-  void add_names(Field field, const TextEntry* entries, std::size_t count);
-  static Text text_of_utf8(std::string_view text);
-  static Unit* put(Unit* at, const Text& text) noexcept;
+  static constexpr std::size_t most_names = 12;
+  void add_names(Field field, const TextEntry* entries, std::size_t count, std::size_t first = 0);
+  Text add_text(std::string_view text);
+  Text add_text(std::u16string_view text);
+  Unit* put(Unit* at, Text text) const noexcept;
   static Unit* put_pair(Unit* at, std::int32_t value) noexcept;
   static Unit* put_number(Unit* at, std::int32_t value) noexcept;
   Unit* put_all(std::int32_t day, std::int32_t second, Unit* at) const noexcept;
@@ -83,8 +86,9 @@ class DateTexts {
                                                            std::size_t room) const noexcept;
 
   std::vector<Part> parts_;
-  std::array<std::vector<Text>, 5> names_;  // of the fields from full_month on
-  std::size_t longest_ = block;             // that a text can be, and a block
+  Text names_[5][most_names];      // of the fields from full_month on
+  std::basic_string<Unit> texts_;  // one behind the other, and zeros of a block
+  std::size_t longest_ = block;    // that a text can be, and a block
 };
 
 struct DateWriter {

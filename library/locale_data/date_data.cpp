@@ -5,6 +5,7 @@
 
 #include "abi/layout_data.h"
 #include "library/locale_data/layout_block.h"
+#include "library/texts/utf8.h"
 
 namespace jwnls::library {
 namespace {
@@ -24,20 +25,35 @@ NameMeaning meaning_of(std::size_t bits) noexcept {
 
 }  // namespace
 
+void DateNameData::add(std::string_view text, const NameMeaning& meaning) {
+  const auto begin = static_cast<std::uint32_t>(texts.size());
+  texts += text;
+  names.push_back({begin, static_cast<std::uint16_t>(text.size()), meaning});
+}
+
 std::optional<DateNameData> read_date_name_data(const LocaleRecord& record) {
-  SectionReader section(LayoutBlock(record).section(JW_LAYOUT_DATE_NAMES));
+  const std::string_view all = LayoutBlock(record).section(JW_LAYOUT_DATE_NAMES);
+  SectionReader section(all);
   DateNameData data;
+  data.texts.resize(all.size());
+  std::size_t bytes = 0;
   std::size_t names = section.word();
   if (section.ok()) data.names.reserve(names);
   for (; names > 0 && section.ok(); --names) {
     const NameMeaning meaning = meaning_of(section.word());
-    const std::string_view text = section.text(longest_text);
-    if (text.empty() || text.size() > NameList::longest || meaning.month > 12 ||
-        meaning.weekday > NameMeaning::some_weekday) {
+    const std::string_view text = section.bytes(section.byte());
+    if (text.empty() || text.size() > NameList::longest || continues_character(text.front()) ||
+        meaning.month > 12 || meaning.weekday > NameMeaning::some_weekday) {
       return std::nullopt;
     }
-    data.names.push_back({text, meaning});
+    text.copy(data.texts.data() + bytes, text.size());
+    data.names.push_back(
+        {static_cast<std::uint32_t>(bytes), static_cast<std::uint16_t>(text.size()), meaning});
+    bytes += text.size();
   }
+  data.texts.resize(bytes);
+  // Where none begins inside a character, each is one if all together are.
+  if (!is_utf8(data.texts)) return std::nullopt;
   for (names = section.byte(); names > 0 && section.ok(); --names) {
     const int month = static_cast<int>(section.byte());
     data.exact.push_back({section.text(longest_text), month});

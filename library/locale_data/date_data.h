@@ -5,7 +5,9 @@
 #define JWNLS_LIBRARY_LOCALE_DATA_DATE_DATA_H_
 
 #include <array>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,21 +16,28 @@
 
 namespace jwnls::library {
 
-/// A folded name; see library/locale_data/name_list.h.
-struct FoldedName {
-  std::string_view text;
-  NameMeaning meaning;
-};
-
 /// A month's name, as it is written, that folds to the name of another.
 struct ExactName {
   std::string_view text;
   int month;
 };
 
+/// Folded names; see library/locale_data/name_list.h.
 struct DateNameData {
-  std::vector<FoldedName> names;
+  struct Name {
+    std::uint32_t begin;  // in `texts`
+    std::uint16_t size;   // at most NameList::longest
+    NameMeaning meaning;
+  };
+
+  std::string texts;  // of the names, one behind the other
+  std::vector<Name> names;
   std::vector<ExactName> exact;
+
+  void add(std::string_view text, const NameMeaning& meaning);
+  [[nodiscard]] std::string_view text_of(const Name& name) const noexcept {
+    return std::string_view(texts).substr(name.begin, name.size);
+  }
 };
 
 /// Nothing where the record has no such data, or none that hold together. Throws bad_alloc.

@@ -18,29 +18,6 @@ std::size_t word_at(std::string_view block, std::size_t at) {
          static_cast<std::size_t>(static_cast<unsigned char>(block[at + 1])) << 8;
 }
 
-// The sequences of two and three bytes that cannot be wrong are seen at a glance.
-bool is_utf8(std::string_view text) {
-  if (is_ascii(text)) return true;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  const auto byte = [&at](std::ptrdiff_t i) { return static_cast<unsigned char>(at[i]); };
-  while (at != end) {
-    if (byte(0) < 0x80) {
-      ++at;
-    } else if (byte(0) >= 0xC2 && byte(0) < 0xE0 && end - at >= 2 && (byte(1) & 0xC0) == 0x80) {
-      at += 2;
-    } else if (byte(0) > 0xE0 && byte(0) < 0xED && end - at >= 3 && (byte(1) & 0xC0) == 0x80 &&
-               (byte(2) & 0xC0) == 0x80) {
-      at += 3;
-    } else {
-      const Utf8Character next = first_character({at, static_cast<std::size_t>(end - at)});
-      if (!next.valid) return false;
-      at += next.bytes;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 LayoutBlock::LayoutBlock(std::string_view area) noexcept {
@@ -79,30 +56,11 @@ std::string_view LayoutBlock::section(int which) const noexcept {
   return block_.substr(begin, end - begin);
 }
 
-std::string_view SectionReader::bytes(std::size_t count) noexcept {
-  if (!ok_ || count > rest_.size()) {
-    ok_ = false;
-    return {};
-  }
-  const std::string_view taken = rest_.substr(0, count);
-  rest_.remove_prefix(count);
-  return taken;
-}
-
-unsigned SectionReader::byte() noexcept {
-  const std::string_view taken = bytes(1);
-  return taken.empty() ? 0 : static_cast<unsigned char>(taken.front());
-}
-
-unsigned SectionReader::word() noexcept {
-  const unsigned low = byte();
-  return low | byte() << 8;
-}
-
 std::string_view SectionReader::text(std::size_t most) noexcept {
   const std::string_view taken = bytes(byte());
-  if (taken.size() <= most && is_utf8(taken)) return taken;
+  if (taken.size() <= most && (is_ascii(taken) || is_utf8(taken))) return taken;
   ok_ = false;
+  rest_ = {};
   return {};
 }
 

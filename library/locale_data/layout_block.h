@@ -35,14 +35,29 @@ class SectionReader {
  public:
   explicit SectionReader(std::string_view section) noexcept : rest_(section) {}
 
-  [[nodiscard]] unsigned byte() noexcept;
-  [[nodiscard]] unsigned word() noexcept;
-  [[nodiscard]] std::string_view bytes(std::size_t count) noexcept;
+  [[nodiscard]] unsigned byte() noexcept {
+    const std::string_view taken = bytes(1);
+    return taken.empty() ? 0 : static_cast<unsigned char>(taken.front());
+  }
+  [[nodiscard]] unsigned word() noexcept {
+    const unsigned low = byte();
+    return low | byte() << 8;
+  }
+  [[nodiscard]] std::string_view bytes(std::size_t count) noexcept {
+    if (count > rest_.size()) {
+      ok_ = false;
+      rest_ = {};
+      return {};
+    }
+    const std::string_view taken = rest_.substr(0, count);
+    rest_.remove_prefix(count);
+    return taken;
+  }
   /// UTF-8 of at most `most` bytes; anything else is no text.
   [[nodiscard]] std::string_view text(std::size_t most) noexcept;
 
   [[nodiscard]] bool ok() const noexcept { return ok_; }
-  [[nodiscard]] bool at_end() const noexcept { return rest_.empty(); }
+  [[nodiscard]] bool at_end() const noexcept { return ok_ && rest_.empty(); }
 
  private:
   std::string_view rest_;

@@ -2,11 +2,10 @@
 
 #include "library/locale_data/date_characters.h"
 #include "library/texts/folding.h"
+#include "library/texts/utf8.h"
 
 namespace jwnls::library {
 namespace {
-
-bool continues_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
 void set_month(NameMeaning& meaning, int month) {
   meaning.two_months = meaning.two_months || (meaning.month != 0 && meaning.month != month);

@@ -10,7 +10,7 @@ namespace jwnls::library {
 
 struct NumberLayout {
   NumberSyntax syntax;
-  NumberStyle style;
+  NumberStyle style = plain_style;
 };
 
 }  // namespace jwnls::library

@@ -1,6 +1,7 @@
 #include "library/numbers/number_style.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -88,16 +89,17 @@ std::string without_symbol(std::string affix) {
   return affix;
 }
 
-AffixText affix_of(std::string_view text, bool is_prefix, const CurrencySymbol* symbol) {
-  AffixText out;
+// `out` is new.
+void put_affix(std::string_view text, bool is_prefix, const CurrencySymbol* symbol,
+               AffixText& out) {
   if (symbol == nullptr) {
     put_text(text, out);
-    return out;
+    return;
   }
   std::string affix(text);
   if (symbol->text.empty()) {
     put_text(without_symbol(affix), out);
-    return out;
+    return;
   }
   const std::size_t at = affix.find(currency_sign);
   if (at != affix.npos) {
@@ -107,7 +109,6 @@ AffixText affix_of(std::string_view text, bool is_prefix, const CurrencySymbol* 
     if (out.has_blank) affix.insert(is_prefix ? affix.size() : 0, no_break_blank);
   }
   put_text(affix, out);
-  return out;
 }
 
 void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Options& options,
@@ -123,12 +124,26 @@ void put_affixes(const KindData& kind, const NumberSymbols& symbols, const Optio
   const AffixTexts both[] = {options.plus != 0 ? signed_affixes.texts() : kind.positive,
                              kind.negative};
   for (int i = 0; i < 2; ++i) {
-    style.prefix[i] = affix_of(both[i].prefix, true, unit);
-    style.suffix[i] = affix_of(both[i].suffix, false, unit);
+    put_affix(both[i].prefix, true, unit, style.prefix[i]);
+    put_affix(both[i].suffix, false, unit, style.suffix[i]);
   }
 }
 
+constexpr auto latin_digits = [] {
+  std::array<SymbolText, 10> symbols;
+  for (std::size_t i = 0; i < symbols.size(); ++i) {
+    symbols[i].bytes[0] = static_cast<char>('0' + i);
+    symbols[i].units[0] = static_cast<char16_t>(u'0' + i);
+    symbols[i].byte_count = symbols[i].unit_count = 1;
+  }
+  return symbols;
+}();
+
 void put_digits(std::string_view digits, NumberStyle& style) {
+  if (!style.native_digits) {
+    std::copy(latin_digits.begin(), latin_digits.end(), style.digits);
+    return;
+  }
   char32_t digit = 0;
   for (SymbolText& symbol : style.digits) {
     char text[4];
@@ -166,15 +181,22 @@ void find_service_forms(const NumberData& data, const Options& options, std::str
 
 constexpr std::size_t longest_run = 4;
 
+// What the parts of an encoding go by: the units of a digit, of a separator.
+struct PartUnits {
+  std::size_t digit, separator;
+  bool operator==(const PartUnits&) const = default;
+};
 template <typename Unit>
-IntegerPart integer_part(const NumberStyle& style, std::size_t digits) {
+PartUnits part_units(const NumberStyle& style) {
+  return {style.digits[0].text<Unit>().size(), style.group.text<Unit>().size()};
+}
+
+IntegerPart integer_part(const NumberStyle& style, std::size_t digits, const PartUnits& units) {
   const auto narrow = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
-  const std::size_t unit = style.digits[0].text<Unit>().size();
-  const std::size_t separator = style.group.text<Unit>().size();
   const std::size_t groups = group_count(style, digits);
   std::size_t behind = groups == 0 ? 0 : style.sizes.primary + (groups - 1) * style.sizes.secondary;
   IntegerPart part;
-  part.units = narrow(digits * unit + groups * separator);
+  part.units = narrow(digits * units.digit + groups * units.separator);
   part.groups = narrow(groups);
   part.in_one_run = digits - behind > longest_run || style.sizes.primary == 0;
   std::size_t run = digits - behind;
@@ -182,11 +204,22 @@ IntegerPart integer_part(const NumberStyle& style, std::size_t digits) {
   for (std::size_t i = 0; i < std::size(part.run); ++i) {
     part.run[i] = {narrow(behind), narrow(8 * (longest_run - std::min(run, longest_run))),
                    narrow(at)};
-    if (run != 0) at += run * unit + separator;
+    if (run != 0) at += run * units.digit + units.separator;
     run = i >= groups ? 0 : i + 1 == groups ? style.sizes.primary : style.sizes.secondary;
     behind -= run;
   }
   return part;
+}
+
+void put_integer_parts(NumberStyle& style) {
+  auto& [narrow, wide] = style.short_texts;
+  const PartUnits bytes = part_units<char>(style);
+  const PartUnits units = part_units<char16_t>(style);
+  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
+    narrow.integers[digits] = integer_part(style, digits, bytes);
+    wide.integers[digits] = units == bytes ? narrow.integers[digits]  // as most are
+                                           : integer_part(style, digits, units);
+  }
 }
 
 // False for digits that differ in length, or are too long.
@@ -229,14 +262,14 @@ DigitForm digit_form_of(const SymbolText (&symbols)[10], OwnDigitTexts& own) {
 }
 
 template <typename Unit>
-bool put_short_texts(NumberStyle& style) {
+bool put_digit_texts(NumberStyle& style) {
   ShortTexts& texts = style.short_texts[sizeof(Unit) - 1];
-  for (std::size_t digits = 1; digits <= short_digits; ++digits) {
-    texts.integers[digits] = integer_part<Unit>(style, digits);
+  if (!style.native_digits) {
+    texts.digit_form = DigitForm::latin;
+    return true;
   }
   if (!put_own_digits<Unit>(style.digits, texts.own_digits)) return false;
-  texts.digit_form =
-      style.native_digits ? digit_form_of<Unit>(style.digits, texts.own_digits) : DigitForm::latin;
+  texts.digit_form = digit_form_of<Unit>(style.digits, texts.own_digits);
   return true;
 }
 
@@ -244,10 +277,11 @@ bool put_short_texts(NumberStyle& style) {
 void prepare_short_forms(int kind, NumberStyle& style) {
   const auto is_short = [](const SymbolText& symbol) { return symbol.byte_count <= short_symbol; };
   if (!is_short(style.decimal) || !is_short(style.group) || style.sizes.primary > longest_run ||
-      style.sizes.secondary > longest_run || !put_short_texts<char>(style) ||
-      !put_short_texts<char16_t>(style)) {
+      style.sizes.secondary > longest_run || !put_digit_texts<char>(style) ||
+      !put_digit_texts<char16_t>(style)) {
     return;
   }
+  put_integer_parts(style);
   if (kind != JWNLS_INTEGER) {
     style.short_form = style.decimals >= 0 && style.shift == 0 ? ShortForm::fixed : ShortForm::few;
   }
@@ -267,7 +301,7 @@ int layout_kind(int kind, const Options& options) noexcept {
 
 NumberStyle number_style(const NumberData& data, int kind, const Options& options,
                          const CurrencyData* currency, LocaleHandle* handle) {
-  NumberStyle style;
+  NumberStyle style = plain_style;
   const NumberSymbols& symbols = options.digits == digits_own ? data.own : data.latin;
   const int index = layout_kind(kind, options);
   KindData own_kind = symbols.kinds[index];

@@ -124,6 +124,9 @@ struct NumberStyle {  // NOLINT(clang-analyzer-optin.performance.Padding): hot m
   }
 };
 
+/// Of no numbers yet. A copy of it is made sooner than one from the start.
+inline constexpr NumberStyle plain_style;
+
 /// The separators of an integer part.
 [[nodiscard]] inline std::size_t group_count(const NumberStyle& style,
                                              std::size_t digits) noexcept {

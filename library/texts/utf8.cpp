@@ -56,6 +56,30 @@ Utf8Character first_character(std::string_view text) noexcept {
   return {value, bytes, true};
 }
 
+// ASCII is taken eight bytes at once, characters of up to three bytes at a glance.
+bool is_utf8(std::string_view text) noexcept {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const auto byte = [&at](std::ptrdiff_t i) { return static_cast<unsigned char>(at[i]); };
+  const auto continues = [&at](std::ptrdiff_t i) { return continues_character(at[i]); };
+  while (at != end) {
+    const unsigned lead = byte(0);
+    if (lead < 0x80) {
+      at += end - at >= 8 && is_ascii({at, 8}) ? 8 : 1;
+    } else if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2 && continues(1)) {
+      at += 2;
+    } else if (lead >= 0xE0 && lead < 0xF0 && end - at >= 3 && continues(1) && continues(2) &&
+               (lead != 0xE0 || byte(1) >= 0xA0) && (lead != 0xED || byte(1) < 0xA0)) {
+      at += 3;
+    } else {
+      const Utf8Character next = first_character({at, static_cast<std::size_t>(end - at)});
+      if (!next.valid) return false;
+      at += next.bytes;
+    }
+  }
+  return true;
+}
+
 std::optional<std::size_t> to_utf16(std::string_view text, char16_t* out,
                                     std::size_t room) noexcept {
   std::size_t units = 0;

@@ -40,6 +40,14 @@ namespace jwnls::library {
   return (bits_of(text) & 0xC0C0C0C0C0C0C0C0) == 0;
 }
 
+/// Whether a byte stands inside a character, behind its first.
+[[nodiscard]] constexpr bool continues_character(char byte) noexcept {
+  return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+/// Whether all characters of a text are valid; see first_character().
+[[nodiscard]] bool is_utf8(std::string_view text) noexcept;
+
 /// The character that a text begins with.
 struct Utf8Character {
   char32_t value;     // U+FFFD when not valid

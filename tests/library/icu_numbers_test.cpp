@@ -26,20 +26,20 @@ constexpr double values[] = {1234.5,       -1234.5, 0.5,       -0.5,   1234567.8
 
 struct Kind {
   const char* name;
-  int kind;
   const char* options;
+  int kind;
   UNumberSignDisplay sign;
   // In whose locales something is written otherwise, and why it is right.
   std::set<std::string> exceptions;
 };
 
 const Kind kinds[] = {
-    {"number", JWNLS_NUMBER, "", UNUM_SIGN_AUTO, {}},
-    {"amount", JWNLS_AMOUNT, "", UNUM_SIGN_AUTO, {}},
+    {"number", "", JWNLS_NUMBER, UNUM_SIGN_AUTO, {}},
+    {"amount", "", JWNLS_AMOUNT, UNUM_SIGN_AUTO, {}},
     // ICU forgets the parentheses where the currency has a pattern of its own (tr, kea), and groups
     // where the locale has no groups (POSIX).
-    {"accounting", JWNLS_AMOUNT, "accounting", UNUM_SIGN_ACCOUNTING, {"tr", "kea", "en_US_POSIX"}},
-    {"percent", JWNLS_PERCENT, "", UNUM_SIGN_AUTO, {}},
+    {"accounting", "accounting", JWNLS_AMOUNT, UNUM_SIGN_ACCOUNTING, {"tr", "kea", "en_US_POSIX"}},
+    {"percent", "", JWNLS_PERCENT, UNUM_SIGN_AUTO, {}},
 };
 
 std::vector<std::string> locale_names() {

@@ -290,7 +290,7 @@ TEST(TimeShape, HasTheOtherCasesOfLettersOfNoScript) {
 // Not every version of the locales' data has such names.
 TEST(DateNames, StandApartThatOnlyTheirMarksTellApart) {
   library::DateNameData data;
-  data.names = {{"er", {.month = 2, .two_months = true}}};
+  data.add("er", {.month = 2, .two_months = true});
   data.exact = {{"\u1EB8r", 3}};
   const library::DateNames names(data);
   for (const auto& [text, replaced] : {std::pair("15 \u1EB8r 2024", "15 \uE000 2024"),

@@ -76,8 +76,9 @@ std::string narrow(const std::u16string& units) {
 }
 
 std::vector<std::string> icu_locales() {
-  std::vector<std::string> names;
-  for (int32_t i = 0; i < uloc_countAvailable(); ++i) names.emplace_back(uloc_getAvailable(i));
+  std::vector<std::string> names(static_cast<std::size_t>(uloc_countAvailable()));
+  int32_t next = 0;
+  for (std::string& name : names) name = uloc_getAvailable(next++);
   return names;
 }
 
@@ -137,7 +138,8 @@ void read_own_texts(int kind, const char* keywords, std::int32_t step,
       if (refused.empty()) {
         ++marks.complete.at(style);
       } else {
-        marks.incomplete += locale + " " + std::to_string(style) + " " + refused + "\n";
+        marks.incomplete.append(locale).append(" ").append(std::to_string(style));
+        marks.incomplete.append(" ").append(refused).append("\n");
       }
     }
   }
