@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "library/texts/utf8.h"
@@ -78,44 +79,51 @@ bool DateTexts<Unit>::add_pattern(std::string_view pattern) {
 }
 
 template <typename Unit>
-void DateTexts<Unit>::add_names(Field field, const TextEntry* entries, std::size_t count,
-                                std::size_t first) {
-  const bool is_used = std::any_of(parts_.begin(), parts_.end(),
-                                   [field](const Part& part) { return part.field == field; });
-  if (!is_used) return;
-  Text* const names = names_[name_list(field)] + first;
-  for (std::size_t i = 0; i < count; ++i) names[i] = add_text(text_of(entries[i]));
-}
-
-template <typename Unit>
 bool DateTexts<Unit>::finish(const LocaleRecord& record, const DatePatternData* data) {
-  add_names(Field::full_month, record.full_months, 12);
-  add_names(Field::short_month, record.short_months, 12);
-  add_names(Field::full_weekday, record.full_weekdays, 7);
-  add_names(Field::short_weekday, record.short_weekdays, 7);
-  add_names(Field::day_half, &record.before_noon, 1);
-  add_names(Field::day_half, &record.after_noon, 1, 1);
-  const bool has_weekdays = data != nullptr && !data->weekdays[0].empty();
-  for (std::size_t i = 0; has_weekdays && i < data->weekdays.size(); ++i) {
-    names_[name_list(Field::full_weekday)][i] = add_text(data->weekdays[i]);
-  }
-  texts_.append(block, 0);
   longest_ = block;
-  for (const Part& part : parts_) {
-    std::size_t longest = part.field == Field::literal ? part.literal.size : 4;
+  for (Part& part : parts_) {
+    std::size_t longest = part.field == Field::literal ? part.text.size : 4;
     if (part.field >= Field::full_month) {
-      for (const Text& name : names_[name_list(part.field)]) {
-        longest = std::max<std::size_t>(longest, name.size);
+      part.text.begin = static_cast<std::uint32_t>(names_.size());
+      add_names(part.field, record, data);
+      for (std::size_t i = part.text.begin; i < names_.size(); ++i) {
+        longest = std::max<std::size_t>(longest, names_[i].size);
       }
     }
     longest_ += longest;
   }
+  texts_.append(block, 0);
   return longest_ <= most_units;
 }
 
 template <typename Unit>
-[[gnu::always_inline]] inline Unit* DateTexts<Unit>::put(Unit* at, Text text) const noexcept {
-  const Unit* from = texts_.data() + text.begin;
+void DateTexts<Unit>::add_names(Field field, const LocaleRecord& record,
+                                const DatePatternData* data) {
+  const auto add = [this](std::span<const TextEntry> entries) {
+    names_.reserve(names_.size() + entries.size());
+    for (const TextEntry& each : entries) names_.push_back(add_text(text_of(each)));
+  };
+  switch (field) {
+    case Field::full_month:
+      return add(record.full_months);
+    case Field::short_month:
+      return add(record.short_months);
+    case Field::short_weekday:
+      return add(record.short_weekdays);
+    case Field::day_half:
+      add({&record.before_noon, 1});
+      return add({&record.after_noon, 1});
+    default:
+      break;
+  }
+  if (data == nullptr || data->weekdays[0].empty()) return add(record.full_weekdays);
+  for (const std::string_view each : data->weekdays) names_.push_back(add_text(each));
+}
+
+template <typename Unit>
+[[gnu::always_inline]] inline Unit* DateTexts<Unit>::put(Unit* at, const Unit* texts,
+                                                         const Text& text) noexcept {
+  const Unit* const from = texts + text.begin;
   std::memcpy(at, from, block * sizeof(Unit));
   if (text.size > block) [[unlikely]] {
     std::memcpy(at, from, text.size * sizeof(Unit));
@@ -144,15 +152,19 @@ template <typename Unit>
 template <typename Unit>
 Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) const noexcept {
   const CivilDate date = civil_from_day(day);
-  const std::int32_t hour = second / 3600;
-  const std::int32_t half_hour = hour % 12 == 0 ? 12 : hour % 12;
-  const auto name = [this](Field field, std::int32_t index) {
-    return names_[name_list(field)][static_cast<std::size_t>(index)];
+  const Unit* const texts = texts_.data();
+  const Text* const names = names_.data();
+  const auto half_hour = [second] {
+    const std::int32_t hour = second / 3600 % 12;
+    return hour == 0 ? 12 : hour;
+  };
+  const auto put_name = [&](const Part& part, std::int32_t index) {
+    at = put(at, texts, names[part.text.begin + static_cast<std::uint32_t>(index)]);
   };
   for (const Part& part : parts_) {
     switch (part.field) {
       case Field::literal:
-        at = put(at, part.literal);
+        at = put(at, texts, part.text);
         break;
       case Field::day:
         at = put_number(at, date.day);
@@ -171,16 +183,16 @@ Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) 
         at = put_pair(at, date.year % 100);
         break;
       case Field::hour:
-        at = put_number(at, hour);
+        at = put_number(at, second / 3600);
         break;
       case Field::padded_hour:
-        at = put_pair(at, hour);
+        at = put_pair(at, second / 3600);
         break;
       case Field::half_hour:
-        at = put_number(at, half_hour);
+        at = put_number(at, half_hour());
         break;
       case Field::padded_half_hour:
-        at = put_pair(at, half_hour);
+        at = put_pair(at, half_hour());
         break;
       case Field::minute:
         at = put_pair(at, second % 3600 / 60);
@@ -190,14 +202,14 @@ Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) 
         break;
       case Field::full_month:
       case Field::short_month:
-        at = put(at, name(part.field, date.month - 1));
+        put_name(part, date.month - 1);
         break;
       case Field::full_weekday:
       case Field::short_weekday:
-        at = put(at, name(part.field, weekday_from_day(day) - 1));
+        put_name(part, weekday_from_day(day) - 1);
         break;
       case Field::day_half:
-        at = put(at, name(part.field, hour < 12 ? 0 : 1));
+        put_name(part, second < 12 * 3600 ? 0 : 1);
         break;
     }
   }

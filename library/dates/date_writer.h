@@ -4,7 +4,6 @@
 #ifndef JWNLS_LIBRARY_DATES_DATE_WRITER_H_
 #define JWNLS_LIBRARY_DATES_DATE_WRITER_H_
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -61,7 +60,7 @@ class DateTexts {
   };
   struct Part {
     Field field;
-    Text literal;
+    Text text;  // the literal, or where its names begin
   };
   struct FieldName {
     char directive;
@@ -70,14 +69,10 @@ class DateTexts {
   };
   static const FieldName field_names[16];
 
-  static constexpr std::size_t name_list(Field field) noexcept {
-    return static_cast<std::size_t>(field) - static_cast<std::size_t>(Field::full_month);
-  }
-  static constexpr std::size_t most_names = 12;
-  void add_names(Field field, const TextEntry* entries, std::size_t count, std::size_t first = 0);
+  void add_names(Field field, const LocaleRecord& record, const DatePatternData* data);
   Text add_text(std::string_view text);
   Text add_text(std::u16string_view text);
-  Unit* put(Unit* at, Text text) const noexcept;
+  static Unit* put(Unit* at, const Unit* texts, const Text& text) noexcept;
   static Unit* put_pair(Unit* at, std::int32_t value) noexcept;
   static Unit* put_number(Unit* at, std::int32_t value) noexcept;
   Unit* put_all(std::int32_t day, std::int32_t second, Unit* at) const noexcept;
@@ -86,7 +81,7 @@ class DateTexts {
                                                            std::size_t room) const noexcept;
 
   std::vector<Part> parts_;
-  Text names_[5][most_names];      // of the fields from full_month on
+  std::vector<Text> names_;        // of the parts that want names, one list behind the other
   std::basic_string<Unit> texts_;  // one behind the other, and zeros of a block
   std::size_t longest_ = block;    // that a text can be, and a block
 };
