@@ -107,30 +107,54 @@ std::size_t DateNames::replace_exact(char* text, std::size_t size) const noexcep
   return size;
 }
 
-// Whether one of them stands around some number of a folded text.
-bool DateNames::has_numbered_in(std::string_view folded) const noexcept {
-  const bool begin_with_digits = precedes_number('\0');
-  for (std::size_t at = 0; at < folded.size(); ++at) {
-    if (!is_digit(folded[at])) continue;
-    if (!begin_with_digits) {
-      std::size_t before = at;
-      while (before > 0 && folded[before - 1] == ' ') --before;
-      if (before == 0 || !precedes_number(folded[before - 1])) continue;
-    }
-    for (const StandIn& each : numbered_) {
-      if (each.digits <= at && folded.substr(at - each.digits).starts_with(each.name)) return true;
+// The digits of a folded text that may be the first of such a name. They are few, and the bytes of
+// many scripts much alike: names are sought around them.
+class DateNames::NumberPlaces {
+ public:
+  NumberPlaces(const DateNames& names, std::string_view folded) noexcept : folded_(folded) {
+    const bool begin_with_digits = names.precedes_number('\0');
+    for (std::size_t at = 0; at < folded.size(); ++at) {
+      if (!is_digit(folded[at])) continue;
+      if (!begin_with_digits) {
+        std::size_t before = at;
+        while (before > 0 && folded[before - 1] == ' ') --before;
+        if (before == 0 || !names.precedes_number(folded[before - 1])) continue;
+      }
+      if (count_ < most) places_[count_] = static_cast<std::uint16_t>(at);
+      ++count_;
     }
   }
-  return false;
-}
+
+  [[nodiscard]] bool empty() const noexcept { return count_ == 0; }
+  /// Where a name stands first.
+  [[nodiscard]] std::size_t find(const StandIn& each) const noexcept {
+    if (count_ > most) return folded_.find(each.name);
+    const char digit = each.name[each.digits];
+    for (std::size_t i = 0; i < count_; ++i) {
+      if (folded_[places_[i]] != digit || places_[i] < each.digits) continue;
+      const std::size_t at = places_[i] - each.digits;
+      if (folded_.substr(at).starts_with(each.name)) return at;
+    }
+    return std::string_view::npos;
+  }
+
+ private:
+  static constexpr std::size_t most = 32;
+
+  std::string_view folded_;
+  std::size_t count_ = 0;
+  std::uint16_t places_[most];  // the first of them
+};
 
 std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
                                         std::uint16_t* places) const noexcept {
-  if (numbered_.empty() || !has_numbered_in({folded, size})) return size;
+  if (numbered_.empty()) return size;
+  NumberPlaces numbers(*this, {folded, size});
   for (const StandIn& each : numbered_) {
+    if (numbers.empty()) break;
     const std::size_t name = each.name.size();
     const std::size_t stand_in = each.stand_in.size();
-    std::size_t at = std::string_view(folded, size).find(each.name);
+    std::size_t at = numbers.find(each);
     if (at == std::string_view::npos || name < stand_in) continue;
     const bool inside =
         (at > 0 && is_letter(folded[at - 1])) || (at + name < size && is_digit(folded[at + name]));
@@ -143,6 +167,7 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
       std::memmove(places + at, places + at + cut, (size - at - cut + 1) * sizeof *places);
     }
     size -= cut;
+    numbers = NumberPlaces(*this, {folded, size});
   }
   return size;
 }

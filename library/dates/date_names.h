@@ -129,7 +129,7 @@ class DateNames {
     std::string name, stand_in;
     std::size_t digits = 0;  // where the name has its first
   };
-  [[nodiscard]] bool has_numbered_in(std::string_view folded) const noexcept;
+  class NumberPlaces;
 
   void add_stand_in(std::vector<StandIn>& list, std::string_view name, NameMeaning meaning);
   void add_numbered(std::size_t entry);
