@@ -37,10 +37,12 @@ std::uint64_t marks_in(std::uint64_t bytes) noexcept {
 
 }  // namespace
 
-DateNames::DateNames(DateNameData data) : texts_(std::move(data.texts)) {
+DateNames::DateNames(const DateNameData& data) {
   entries_.reserve(data.names.size() + data.exact.size() + 8);
   std::vector<std::size_t> marked;  // entries that have more than letters, as few have
-  texts_.append(key_bytes, '\0');   // so that keys are loaded at once
+  texts_.reserve(data.texts.size() + key_bytes);
+  texts_ = data.texts;
+  texts_.append(key_bytes, '\0');  // so that keys are loaded at once
   for (const auto& [begin, size, meaning] : data.names) {
     const char* const text = texts_.data() + begin;
     std::uint64_t marks = 0;
@@ -71,8 +73,8 @@ void DateNames::add_stand_in(std::vector<StandIn>& list, std::string_view name,
   char bytes[4];
   const std::string_view stand_in(bytes, encode_utf8(next_stand_in_++, bytes));
   list.push_back({std::string(name), std::string(stand_in), 0});
-  const auto size = static_cast<std::uint16_t>(stand_in.size());
-  entries_.push_back({key_of(stand_in), static_cast<std::uint32_t>(texts_.size()), size, meaning});
+  const auto size = static_cast<std::uint8_t>(stand_in.size());
+  entries_.push_back({key_of(stand_in), static_cast<std::uint16_t>(texts_.size()), size, meaning});
   texts_ += stand_in;
 }
 
@@ -176,7 +178,7 @@ std::size_t DateNames::replace_numbered(char* folded, std::size_t size,
 // themselves are entered without a meaning.
 void DateNames::mark_longer(std::size_t entry) {
   const Entry whole = entries_[entry];
-  for (std::uint16_t at = 1; at < whole.size; ++at) {
+  for (std::uint8_t at = 1; at < whole.size; ++at) {
     const char mark = texts_[whole.begin + at];
     if (is_letter(mark)) continue;
     marks_.add(mark);
@@ -324,7 +326,7 @@ std::shared_ptr<const DateNames> make_names(const LocaleRecord& record, bool wit
     data->texts.clear();
     for (const auto& [text, meaning] : list.names) data->add(text, meaning);
   }
-  return std::make_shared<const DateNames>(*std::move(data));
+  return std::make_shared<const DateNames>(*data);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ namespace jwnls::library {
 class DateNames {
  public:
   /// Throws bad_alloc.
-  explicit DateNames(DateNameData data);
+  explicit DateNames(const DateNameData& data);
 
   /// Replaces every name that has digits in it ("M11", "Th 2") by a character of its own, so that
   /// they do not count as numbers of the date. Gives the new size; `places` may be null.
@@ -110,13 +110,16 @@ class DateNames {
 
  private:
   struct Entry {
-    std::uint64_t key;  // the first eight bytes
-    std::uint32_t begin;
-    std::uint16_t size;
+    std::uint64_t key;    // the first eight bytes
+    std::uint16_t begin;  // a section of the record has fewer bytes
+    std::uint8_t size;
     NameMeaning meaning;
 
     [[nodiscard]] unsigned first_byte() const noexcept { return key & 0xFF; }
   };
+
+  static_assert(sizeof(Entry) == 16);  // a locale has some 75, which stay
+  static_assert(NameList::longest <= UINT8_MAX);
 
   [[nodiscard]] std::size_t slot_of(std::uint64_t key, std::size_t size) const noexcept {
     return static_cast<std::size_t>(((key + size) * 0x9E3779B97F4A7C15U) >> 40) & mask_;

@@ -149,15 +149,17 @@ template <typename Unit>
   return at + 1;
 }
 
+// 1 to 12.
+static std::int32_t half_hour(std::int32_t second) noexcept {
+  const std::int32_t hour = second / 3600 % 12;
+  return hour == 0 ? 12 : hour;
+}
+
 template <typename Unit>
 Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) const noexcept {
   const CivilDate date = civil_from_day(day);
   const Unit* const texts = texts_.data();
   const Text* const names = names_.data();
-  const auto half_hour = [second] {
-    const std::int32_t hour = second / 3600 % 12;
-    return hour == 0 ? 12 : hour;
-  };
   const auto put_name = [&](const Part& part, std::int32_t index) {
     at = put(at, texts, names[part.text.begin + static_cast<std::uint32_t>(index)]);
   };
@@ -189,10 +191,10 @@ Unit* DateTexts<Unit>::put_all(std::int32_t day, std::int32_t second, Unit* at) 
         at = put_pair(at, second / 3600);
         break;
       case Field::half_hour:
-        at = put_number(at, half_hour());
+        at = put_number(at, half_hour(second));
         break;
       case Field::padded_half_hour:
-        at = put_pair(at, half_hour());
+        at = put_pair(at, half_hour(second));
         break;
       case Field::minute:
         at = put_pair(at, second % 3600 / 60);

@@ -26,9 +26,9 @@ NameMeaning meaning_of(std::size_t bits) noexcept {
 }  // namespace
 
 void DateNameData::add(std::string_view text, const NameMeaning& meaning) {
-  const auto begin = static_cast<std::uint32_t>(texts.size());
+  names.push_back(
+      {static_cast<std::uint16_t>(texts.size()), static_cast<std::uint8_t>(text.size()), meaning});
   texts += text;
-  names.push_back({begin, static_cast<std::uint16_t>(text.size()), meaning});
 }
 
 std::optional<DateNameData> read_date_name_data(const LocaleRecord& record) {
@@ -48,7 +48,7 @@ std::optional<DateNameData> read_date_name_data(const LocaleRecord& record) {
     }
     text.copy(data.texts.data() + bytes, text.size());
     data.names.push_back(
-        {static_cast<std::uint32_t>(bytes), static_cast<std::uint16_t>(text.size()), meaning});
+        {static_cast<std::uint16_t>(bytes), static_cast<std::uint8_t>(text.size()), meaning});
     bytes += text.size();
   }
   data.texts.resize(bytes);

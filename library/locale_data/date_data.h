@@ -25,8 +25,8 @@ struct ExactName {
 /// Folded names; see library/locale_data/name_list.h.
 struct DateNameData {
   struct Name {
-    std::uint32_t begin;  // in `texts`
-    std::uint16_t size;   // at most NameList::longest
+    std::uint16_t begin;  // in `texts`
+    std::uint8_t size;    // at most NameList::longest
     NameMeaning meaning;
   };
 

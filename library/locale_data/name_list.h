@@ -20,13 +20,13 @@ namespace jwnls::library {
 
 /// What a name stands for.
 struct NameMeaning {
-  std::uint8_t month = 0;     // 1 to 12; 0: none
-  std::uint8_t weekday = 0;   // 1 (Sunday) to 7; 0: none; `some_weekday`: of two, not to be checked
-  bool word = false;          // may stand between the parts of a date
-  bool two_months = false;    // the name of two months: says nothing
-  bool false_friend = false;  // the name of another month in a related language
-  bool is_beginning = false;  // of a month's name
-  bool begins_longer = false;  // a longer name has another word behind it
+  std::uint8_t month = 0;    // 1 to 12; 0: none
+  std::uint8_t weekday = 0;  // 1 (Sunday) to 7; 0: none; `some_weekday`: of two, not to be checked
+  bool word : 1 = false;     // may stand between the parts of a date
+  bool two_months : 1 = false;     // the name of two months: says nothing
+  bool false_friend : 1 = false;   // the name of another month in a related language
+  bool is_beginning : 1 = false;   // of a month's name
+  bool begins_longer : 1 = false;  // a longer name has another word behind it
 
   static constexpr std::uint8_t some_weekday = 8;
   [[nodiscard]] bool is_name() const noexcept { return month != 0 || weekday != 0 || two_months; }
