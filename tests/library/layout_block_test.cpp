@@ -10,6 +10,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "library/dates/date_layout.h"
 #include "library/layouts/layout.h"
@@ -130,8 +131,15 @@ TEST(LayoutBlock, StrangePatternsAreReadTheSlowWay) {
   bytes[1] = 'Q';
   EXPECT_THROW((void)make_date_layout(locale, JWNLS_DATE, options), Failure);
   const std::string_view names = LayoutBlock(*record).section(JW_LAYOUT_DATE_NAMES);
-  record->area_9[reinterpret_cast<const std::uint8_t*>(names.data()) - record->area_9 + 4] = 0;
-  EXPECT_FALSE(read_date_name_data(*record));
+  std::uint8_t* const first =
+      record->area_9 + (reinterpret_cast<const std::uint8_t*>(names.data()) - record->area_9) + 4;
+  ASSERT_TRUE(read_date_name_data(*record));
+  // A name of nothing, one that begins inside a character, one that ends there.
+  for (const auto& [at, byte] : {std::pair(0, 0x00), {1, 0xA9}, {int{*first}, 0xC3}}) {
+    const std::uint8_t before = std::exchange(first[at], static_cast<std::uint8_t>(byte));
+    EXPECT_FALSE(read_date_name_data(*record)) << at;
+    first[at] = before;
+  }
 }
 
 }  // namespace
