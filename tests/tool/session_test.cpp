@@ -33,13 +33,18 @@ TEST(Session, NamesWhatIsUnknownOrMissing) {
          "jwnls: time zone 'Berln': unknown; did you mean 'Europe/Berlin'?\n", 3);
   expect({"show", "de_DE", "-z", "Mars/Phobos"}, "", "jwnls: time zone 'Mars/Phobos': unknown\n",
          3);
-  // It needs no file beside it.
+  // It needs no file beside it, or says which.
   const auto alone = run_shell(
       "folder=$(mktemp -d); cp \"$jwnls\" \"$folder\"; \"$folder\"/jwnls format number -l de_DE "
       "1.5;"
       "code=$?; rm -r \"$folder\"; exit $code");
+#ifdef JWNLS_EMBED
   EXPECT_EQ(alone.exit_code, 0);
   EXPECT_EQ(alone.output, "1,5\n") << alone.errors;
+#else
+  EXPECT_EQ(alone.exit_code, 3);
+  EXPECT_TRUE(alone.errors.starts_with("jwnls: cannot find jwnlsloc.so in ")) << alone.errors;
+#endif
 }
 
 }  // namespace
