@@ -70,11 +70,13 @@ DateNames::DateNames(const DateNameData& data) {
 
 void DateNames::add_stand_in(std::vector<StandIn>& list, std::string_view name,
                              NameMeaning meaning) {
-  char bytes[4];
+  char bytes[4] = {};
   const std::string_view stand_in(bytes, encode_utf8(next_stand_in_++, bytes));
+  std::uint32_t key = 0;  // no more than the whole
+  std::memcpy(&key, bytes, sizeof key);
   list.push_back({std::string(name), std::string(stand_in), 0});
   const auto size = static_cast<std::uint8_t>(stand_in.size());
-  entries_.push_back({key_of(stand_in), static_cast<std::uint16_t>(texts_.size()), size, meaning});
+  entries_.push_back({key, static_cast<std::uint16_t>(texts_.size()), size, meaning});
   texts_ += stand_in;
 }
 
