@@ -99,25 +99,19 @@ bool DateTexts<Unit>::finish(const LocaleRecord& record, const DatePatternData* 
 template <typename Unit>
 void DateTexts<Unit>::add_names(Field field, const LocaleRecord& record,
                                 const DatePatternData* data) {
-  const auto add = [this](std::span<const TextEntry> entries) {
-    names_.reserve(names_.size() + entries.size());
-    for (const TextEntry& each : entries) names_.push_back(add_text(text_of(each)));
-  };
-  switch (field) {
-    case Field::full_month:
-      return add(record.full_months);
-    case Field::short_month:
-      return add(record.short_months);
-    case Field::short_weekday:
-      return add(record.short_weekdays);
-    case Field::day_half:
-      add({&record.before_noon, 1});
-      return add({&record.after_noon, 1});
-    default:
-      break;
+  if (field == Field::full_weekday && data != nullptr && !data->weekdays[0].empty()) {
+    for (const std::string_view each : data->weekdays) names_.push_back(add_text(each));
+    return;
   }
-  if (data == nullptr || data->weekdays[0].empty()) return add(record.full_weekdays);
-  for (const std::string_view each : data->weekdays) names_.push_back(add_text(each));
+  const std::pair<Field, std::span<const TextEntry>> lists[] = {
+      {Field::full_month, record.full_months},     {Field::short_month, record.short_months},
+      {Field::full_weekday, record.full_weekdays}, {Field::short_weekday, record.short_weekdays},
+      {Field::day_half, {&record.before_noon, 1}}, {Field::day_half, {&record.after_noon, 1}}};
+  for (const auto& [each, entries] : lists) {
+    if (each != field) continue;
+    names_.reserve(names_.size() + entries.size());
+    for (const TextEntry& entry : entries) names_.push_back(add_text(text_of(entry)));
+  }
 }
 
 template <typename Unit>

@@ -16,11 +16,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-FieldValue written(std::string_view text, char* out, const char* currency = "") {
+FieldValue written(std::string_view text, char* out, std::string_view currency = "") {
   FieldValue value;
   value.outcome = FieldOutcome::read;
   value.length = text.copy(out, ColumnValues::room);
-  std::strcpy(value.currency, currency);
+  currency.copy(value.currency, sizeof value.currency - 1);  // zeros behind it
   return value;
 }
 
@@ -119,7 +119,7 @@ void ask(TableJob& job, const std::vector<Asked>& columns) {
   };
 }
 
-TableOutcome run_job(TableJob job) {
+TableOutcome run_job(const TableJob& job) {
   TableOutcome outcome;
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();

@@ -53,7 +53,7 @@ void write_file(const std::string& path, const std::string& text);
 void ask(TableJob& job, const std::vector<Asked>& columns);
 
 /// Runs the job on its files; what it writes to standard output is caught.
-TableOutcome run_job(TableJob job);
+TableOutcome run_job(const TableJob& job);
 
 /// Runs the job on a file "r.csv" with this text.
 TableOutcome run_table(const std::string& text, const std::vector<Asked>& columns,
