@@ -140,7 +140,7 @@ TableOutcome run_table(const std::string& text, const std::vector<Asked>& column
   if (job.input.empty()) job.input = "r.csv";
   write_file(job.input, text);
   ask(job, columns);
-  return run_job(std::move(job));
+  return run_job(job);
 }
 
 void PrintTo(const TableOutcome& outcome, std::ostream* out) {
